@@ -1,0 +1,12 @@
+#include <QDate>
+#include <QHash>
+#include <QList>
+#include <QObject>
+#include <QString>
+#include <QStringList>
+#include <algorithm>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <variant>
+#include <vector>

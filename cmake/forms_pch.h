@@ -1,0 +1,6 @@
+#include <QtWidgets/QtWidgets>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <variant>
+#include <vector>

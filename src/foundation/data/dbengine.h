@@ -1,0 +1,119 @@
+// The objects that build and open the database files.
+//
+// A DBEngine holds one connection per file for the whole process: every control on a file shares it.
+// The program has no transactions of its own; the engine groups the single-row updates of one user
+// action and writes them when control returns to the event loop, before a box is shown, before
+// an error is raised, and every 50 milliseconds of long work.
+#pragma once
+
+#include <QObject>
+#include <QStringList>
+#include <memory>
+#include <vector>
+
+#include "foundation/data/errorejecucion.h"
+#include "foundation/data/recordset.h"
+
+class Connection;
+class Database;
+class DBEngine;
+
+// A column being defined. `Size` matters for text only.
+struct Field {
+  QString Name;
+  FieldType Type = FieldType::Text;
+  int Size = 0;
+  QString DefaultValue;  // as written in the definition: "0", "\"1\""; empty for none
+  bool AllowZeroLength = false;
+};
+
+struct Index {
+  QString Name;
+  bool Primary = false;
+  bool Unique = false;
+  QStringList Fields;
+};
+
+// A table being defined, or the definition of one that stands in the file.
+struct TableDef {
+  QString Name;
+  std::vector<Field> Fields;
+  std::vector<Index> Indexes;
+
+  Field& CreateField(const QString& name, FieldType type, int size = 0);  // and appends it
+};
+
+struct QueryDef {
+  QString Name;
+  QString Sql;  // word for word
+};
+
+class Database {
+ public:
+  explicit Database(std::shared_ptr<Connection> connection);
+  ~Database();
+
+  // Tables. Appending one that exists is 3010; indexes may follow with appendIndex.
+  void appendTable(const TableDef& table);
+  void appendIndex(const QString& table, const Index& index);
+  QStringList TableDefs() const;  // names in order of creation; the engine's own are not shown
+  TableDef tableDef(const QString& name) const;  // 3265
+  void deleteTable(const QString& name);
+
+  // Stored queries. The text is kept word for word and not looked at: names are resolved when it runs.
+  void CreateQueryDef(const QString& name, const QString& statement);  // 3012 if it exists
+  QStringList QueryDefs() const;  // names in order of creation
+  QueryDef queryDef(const QString& name) const;  // 3265
+  void deleteQuery(const QString& name);
+
+  // A table, query or statement. 3061 unknown field, 3075 syntax, 3078 unknown source.
+  std::unique_ptr<Recordset> OpenRecordset(const QString& source);
+
+  QString path() const;  // as given
+  std::shared_ptr<Connection> connection() const { return connection_; }
+
+ private:
+  std::shared_ptr<Connection> connection_;
+};
+
+class Workspace {
+ public:
+  explicit Workspace(DBEngine& engine) : engine_(engine) {}
+  // `locale` is the general sort order; it is noted in the file. 3204 if the file exists.
+  std::unique_ptr<Database> CreateDatabase(const QString& path, const QString& locale);
+  std::unique_ptr<Database> OpenDatabase(const QString& path);  // 3024, 3343
+
+ private:
+  DBEngine& engine_;
+};
+
+class DBEngine : public QObject {
+  Q_OBJECT
+ public:
+  explicit DBEngine(QObject* parent = nullptr);
+  ~DBEngine() override;
+
+  Workspace& Workspaces(int item);  // only 0
+  // Checks the file, rebuilds what can be derived (indexes, running sums) and puts it right in
+  // place. 3343 for a file that is no database.
+  void RepairDatabase(const QString& path);
+  // A compacted copy under another name; `destination` must not exist (3204).
+  void CompactDatabase(const QString& source, const QString& destination);
+
+  // Commits every open group now. Whatever hands control to somebody else calls it: boxes,
+  // dialogs, the event loop, external programs.
+  void flush();
+  // To be called inside loops of long work: commits when 50 milliseconds have passed since the group
+  // opened, leaving a short pause for other stations.
+  void breathe();
+
+  // The shared connection of a file, opened if needed.
+  std::shared_ptr<Connection> connection(const QString& path);
+  // How long a lock of another station is waited for; five seconds unless a test says otherwise.
+  void setLockTimeout(int milliseconds);
+  int lockTimeout() const;
+
+ private:
+  struct Private;
+  std::unique_ptr<Private> d_;
+};

@@ -1,0 +1,92 @@
+// The border between the statement language and the driver that runs it.
+//
+// The language turns one SELECT (or a table or query name) into a Plan: plain statements of the file's
+// own engine with bound parameters, and what the recordset needs to know of each column. Nothing that
+// a user typed ever stands in the plan's texts.
+#pragma once
+
+#include <QList>
+#include <QString>
+#include <optional>
+#include <vector>
+
+#include "foundation/data/variant.h"
+
+// What the resolver asks of a file. Names compare without case.
+class Catalog {
+ public:
+  struct Column {
+    QString name;
+    FieldType type = FieldType::Text;
+    int size = 0;
+  };
+  struct Table {
+    QString name;
+    std::vector<Column> columns;  // in creation order
+  };
+  // Sums that the file keeps up to date beside a table: one row for each combination of keys, with
+  // the number of lines and, for each side, its sum in integers of a millionth.
+  struct RunningSums {
+    QString sumsTable;     // its name in the file
+    QString baseTable;     // "Diario"
+    QStringList keys;      // base columns or "Month(Fecha)"; empty for the one row of the whole table
+    QStringList keyColumns;  // the columns of sumsTable, in the same order
+    QString countColumn;
+    QString debitColumn;   // sum of IIf(DH='D',Importe,0) * 1e6
+    QString creditColumn;  // sum of IIf(DH='D',0,Importe) * 1e6
+  };
+  virtual ~Catalog() = default;
+  virtual const Table* table(const QString& name) const = 0;
+  virtual std::optional<QString> queryText(const QString& name) const = 0;
+  virtual const std::vector<RunningSums>& runningSums() const = 0;
+};
+
+struct OutputColumn {
+  QString name;        // "Importe", or "Subcuentas.Descripcion" where two columns share a name
+  FieldType type = FieldType::Text;
+  int size = 0;
+  QString baseColumn;  // column of Plan::baseTable that it shows; empty when computed
+};
+
+struct Plan {
+  std::vector<OutputColumn> columns;
+  // Updatable: one base table, nothing grouped. Then rows are read by key (the file's row number):
+  //   keysSql    SELECT rowid FROM ... WHERE ... ORDER BY ...       (params)
+  //   rowSql     SELECT <columns> FROM base WHERE rowid = ?1        (no params but the key)
+  // Otherwise the whole source is read at once:
+  //   wholeSql   SELECT <columns> FROM ... ORDER BY ...             (params)
+  bool updatable = false;
+  QString baseTable;
+  QString keysSql;
+  QString rowSql;
+  QString wholeSql;  // always filled: forward readers use it for updatable sources too
+  QList<Variant> params;
+};
+
+// A criterion of FindFirst and FindNext over an open plan.
+//   updatable:  sql gives the matching keys, in the recordset's order
+//   otherwise:  sql gives the zero-based positions of the matching rows in wholeSql's order
+struct FindPlan {
+  QString sql;
+  QList<Variant> params;
+};
+
+// A statement with its literals taken out, so that statements that differ only in them share one
+// compiled plan: the key, and the literals in order. Literals on which the plan itself depends (the
+// patterns of Like) stay in the key.
+struct StatementKey {
+  QString key;
+  QList<Variant> literals;
+};
+
+// `source` is a table name, a query name or one SELECT. 3075 when it can't be read as that, 3078 for an
+// unknown table or query, 3061 for an unknown column, 3464 for types that can't be compared.
+// `ano` is the company's year, for date literals with a two-digit year.
+StatementKey statementKey(const QString& source, int ano);
+Plan compile(const QString& source, const Catalog& catalog, int ano);
+FindPlan compileCriterion(const QString& source, const QString& criterion, const Catalog& catalog,
+                          int ano);
+
+// The definition of a plain view for other tools over a stored query: built-in functions and the file's
+// own tables only. Raises as compile() does while a name of the query isn't there.
+QString viewSql(const QString& queryName, const Catalog& catalog);

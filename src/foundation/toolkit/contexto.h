@@ -1,0 +1,26 @@
+// What every form is handed: the session and the services of the house. There is no global one.
+#pragma once
+
+#include <QString>
+#include <functional>
+
+#include "foundation/data/dbengine.h"
+#include "foundation/reloj.h"
+#include "foundation/sesion.h"
+
+class Cajas;
+class Principal;
+class Registro;
+
+struct Contexto {
+  Sesion sesion;
+  DBEngine motor;
+  const Reloj* reloj = nullptr;
+  Cajas* cajas = nullptr;
+  Registro* formularios = nullptr;
+  Principal* principal = nullptr;  // the open main window; null before it is shown
+  // Starts an external program by its text path; raises 53 when it can't be started.
+  std::function<void(const QString& programa, const QStringList& argumentos)> ejecutar;
+  // Ends the program at once: everything is already in the files.
+  std::function<void()> terminar;
+};

@@ -1,0 +1,100 @@
+// The base of every screen: events wired by name, the common keyboard, errors caught in one place.
+//
+// A form names its controls as the screens do and writes its reactions as members called
+// Control_Evento. They are connected in one place, the constructor, through `alX` below; whatever a
+// reaction throws is shown in a box and logged, and ends that action only.
+//
+// Leaving a field means that focus moved to another control of a form. A menu, another window coming
+// forward, a box, and the form closing are no leaving. Clicking a button by mouse, mnemonic or key
+// first moves focus to it, so that the leaving reaction of the field runs before the click's.
+#pragma once
+
+#include <QDialog>
+#include <functional>
+
+#include "foundation/toolkit/cajas.h"
+#include "foundation/toolkit/contexto.h"
+
+class DataControl;
+class QAbstractButton;
+class QButtonGroup;
+class QComboBox;
+class QKeyEvent;
+class QLabel;
+class QLineEdit;
+
+// A key on its way into a control. Set `texto` to another character to change it, or call
+// tragar() to drop it.
+struct Tecla {
+  QChar texto;    // the character, null for keys without one
+  int codigo = 0;  // Qt::Key
+  bool tragada = false;
+  void tragar() { tragada = true; }
+  bool esIntro() const;
+  bool esRetroceso() const;
+};
+
+class Formulario : public QDialog {
+  Q_OBJECT
+ public:
+  explicit Formulario(Contexto& contexto);
+  ~Formulario() override;
+
+  // Runs once before the form is shown, and each time it is shown after that. A dialog over it that
+  // closes, or another program's window, is no activation.
+  virtual void Form_Load() {}
+  virtual void Form_Activate() {}
+
+  // Closes the form ("unload"). No leaving reaction runs any more.
+  void descargar();
+  // What the close button and Escape do: the click of this button (CmdCancelar or CmdSalir by name
+  // unless set).
+  void setBotonDeCierre(QAbstractButton* boton);
+
+ protected:
+  Contexto& ctx;
+  Sesion& sesion() { return ctx.sesion; }
+
+  // --- wiring -----------------------------------------------------------------------------------
+  // Each `reaccion` may be a member function of the form without arguments, or any callable.
+  void alPulsar(QAbstractButton* boton, std::function<void()> reaccion);             // _Click
+  void alCambiar(QWidget* campo, std::function<void()> reaccion);                    // _Change
+  void alElegir(QComboBox* combo, std::function<void(int)> reaccion);                // _Click of combo
+  void alEntrar(QWidget* campo, std::function<void()> reaccion);                     // _GotFocus
+  void alSalir(QWidget* campo, std::function<void()> reaccion);                      // _LostFocus
+  void alTeclear(QWidget* campo, std::function<void(Tecla&)> reaccion);              // _KeyPress
+  void alBajarTecla(QWidget* campo, std::function<bool(QKeyEvent&)> reaccion);       // _KeyDown
+  void alDobleClic(QWidget* campo, std::function<void()> reaccion);                  // _DblClick
+  void alRecolocar(DataControl& datos, std::function<void()> reaccion);              // _Reposition
+  // Runs a reaction as a wired one: for signals without a helper.
+  void protege(const std::function<void()>& reaccion);
+
+  // --- what a field is --------------------------------------------------------------------------
+  // Every text field turns Enter into Tab and selects itself on entry without being told. These add
+  // the filters; a form's own alTeclear runs before them and may swallow the key.
+  void soloNumero(QLineEdit* campo);   // "0" & text & key must be numeric, else a beep
+  void importe(QLineEdit* campo);      // the number filter ("text & key & 0") and the decimal key
+  void teclaDecimal(QWidget* campo);   // the decimal key alone
+  void fecha(QLineEdit* campo);        // normalised on leaving
+  void sinSeleccion(QLineEdit* campo);  // places the caret instead of selecting
+  void sinIntro(QWidget* campo);       // Enter isn't Tab here: the form tells what it is
+
+  // --- showing ----------------------------------------------------------------------------------
+  void mensaje(const QString& texto, const QString& titulo, Icono icono = Icono::Ninguno);
+  bool pregunta(const QString& texto, const QString& titulo, Icono icono = Icono::Ninguno);
+  // A dialog by name, with the codes of the dialog protocol set before and cleared after.
+  bool mostrar(const QString& nombre);
+  bool mostrar(const QString& nombre, int codigoLlamada, const QString& valorElegido = {});
+  // Focus with the field's text selected, without running the leaving reaction of the field left.
+  void enfocar(QWidget* campo);
+  void pitido();  // the beep of a refused key
+
+  void closeEvent(QCloseEvent* evento) override;
+  void keyPressEvent(QKeyEvent* evento) override;
+  void showEvent(QShowEvent* evento) override;
+  bool eventFilter(QObject* objeto, QEvent* evento) override;
+
+ private:
+  struct Privado;
+  std::unique_ptr<Privado> p_;
+};
