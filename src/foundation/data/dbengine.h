@@ -60,6 +60,15 @@ class Database {
   TableDef tableDef(const QString& name) const;  // 3265
   void deleteTable(const QString& name);
 
+  // What keeps the totals instant on a journal of any length, unseen by TableDefs: an index on columns
+  // of a table, and sums kept beside it by triggers of built-in functions, so that they stay exact
+  // whatever tool writes. The sums are those of `amount` on each side of `side` ("D" is the debit,
+  // anything else the credit), one row for each combination of `keys`: column names, or
+  // "Month(column)"; no keys for the one row of the whole table.
+  void keepIndex(const QString& table, const QStringList& columns);
+  void keepSums(const QString& table, const QString& side, const QString& amount,
+                const QStringList& keys);
+
   // Stored queries. The text is kept word for word and not looked at: names are resolved when it runs.
   void CreateQueryDef(const QString& name, const QString& statement);  // 3012 if it exists
   QStringList QueryDefs() const;  // names in order of creation

@@ -29,11 +29,13 @@ class Catalog {
   struct RunningSums {
     QString sumsTable;     // its name in the file
     QString baseTable;     // "Diario"
+    QString sideColumn;    // "DH"
+    QString amountColumn;  // "Importe"
     QStringList keys;      // base columns or "Month(Fecha)"; empty for the one row of the whole table
     QStringList keyColumns;  // the columns of sumsTable, in the same order
     QString countColumn;
-    QString debitColumn;   // sum of IIf(DH='D',Importe,0) * 1e6
-    QString creditColumn;  // sum of IIf(DH='D',0,Importe) * 1e6
+    QString debitColumn;   // sum of IIf(side='D',amount,0) * 1e6
+    QString creditColumn;  // sum of IIf(side='D',0,amount) * 1e6
   };
   virtual ~Catalog() = default;
   virtual const Table* table(const QString& name) const = 0;
@@ -90,3 +92,8 @@ FindPlan compileCriterion(const QString& source, const QString& criterion, const
 // The definition of a plain view for other tools over a stored query: built-in functions and the file's
 // own tables only. Raises as compile() does while a name of the query isn't there.
 QString viewSql(const QString& queryName, const Catalog& catalog);
+
+// The statement language's own functions (Like, Ucase...) for the statements of a Plan. To be called once
+// for each connection of the file's engine.
+struct sqlite3;
+void registerFunctions(sqlite3* db);
