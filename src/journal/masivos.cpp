@@ -22,14 +22,6 @@ void copiaCampos(Recordset& origen, Recordset& destino) {
   for (int i = 0; i < origen.FieldCount(); ++i) destino.Fields(i) = origen.Fields(i).Value();
 }
 
-int subeContador(Recordset& contadores, const QString& nombre) {
-  contadores.Edit();
-  const int valor = static_cast<int>(contadores.Fields(nombre).toLong());
-  contadores.Fields(nombre) = valor + 1;
-  contadores.Update();
-  return valor;
-}
-
 void borraTodo(Recordset& filas) {
   for (; !filas.Eof(); filas.MoveNext()) filas.Delete();
 }
@@ -48,7 +40,7 @@ QString duplicaRegistro(Database& origen, Recordset& registroDestino, Recordset&
   registroDestino.Fields("Codigo") = nuevo;
   registroDestino.Fields("Asiento") = contadores.Fields("Asiento").Value();
   registroDestino.Update();
-  subeContador(contadores, contador);
+  tomaContador(contadores, contador);
   return nuevo;
 }
 
@@ -77,9 +69,9 @@ bool duplicaAsiento(Database& origen, Database& destino, int asiento, const QStr
     if (EsFecha(fecha)) diario->Fields("Fecha") = fecha;
     if (!codigoNuevo.isEmpty()) diario->Fields("ApunteIVA") = codigoNuevo;
     diario->Update();
-    subeContador(*contadores, QStringLiteral("NLinDiario"));
+    tomaContador(*contadores, QStringLiteral("NLinDiario"));
   }
-  subeContador(*contadores, QStringLiteral("Asiento"));
+  tomaContador(*contadores, QStringLiteral("Asiento"));
   if (eliminar) {
     borraTodo(*lineasDelAsiento(origen, QString::number(asiento)));
     if (!codigoViejo.isEmpty()) borraTodo(*registroDe(origen, codigoViejo));
