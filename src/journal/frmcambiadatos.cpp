@@ -61,6 +61,7 @@ void FrmCambiadatos::CmdAceptar_Click() {
     const auto empresa = ctx.motor.Workspaces(0).OpenDatabase(sesion().rutaEmpresa());
     cambiaDatos(*empresa, cambio, progreso.avance());
   } catch (const ErrorEjecucion& e) {
+    ui->Bar->hide();
     return explica(e);
   }
   descargar();

@@ -18,6 +18,7 @@ void FrmCompruebaFechasAsientos::CmdAceptar_Click() {
     Progreso progreso(ctx, *ui->Bar);
     const auto empresa = ctx.motor.Workspaces(0).OpenDatabase(sesion().rutaEmpresa());
     unificaFechas(*empresa, sesion().AnoActual, ctx.reloj->hoy(), progreso.avance());
+    progreso.oculta();
   }
   mensaje("Proceso terminado con exito", "Fín");
   descargar();

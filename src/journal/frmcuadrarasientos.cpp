@@ -55,6 +55,7 @@ void FrmCuadrarAsientos::CmdAceptar_Click() {
                         cuadra(asiento, resto);
                         return true;
                       });
+    progreso.oculta();
   }
   mensaje("Fín de la busqueda de cuadrar asientos descuadrados", "Fín");
   descargar();

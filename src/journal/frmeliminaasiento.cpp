@@ -45,6 +45,7 @@ void FrmEliminaAsiento::CmdAceptar_Click() {
     Progreso progreso(ctx, *ui->Bar);
     const auto empresa = ctx.motor.Workspaces(0).OpenDatabase(sesion().rutaEmpresa());
     eliminaAsiento(*empresa, asiento.toInt(), progreso.avance());
+    progreso.oculta();
   }
   DataControl& diario = ctx.principal->DtaDiarioLista();
   diario.bind(sesion().rutaEmpresa(), "Select * from SqlDiarioPrincipalBlanco Order by NAsiento");

@@ -47,6 +47,7 @@ void FrmRenumera::CmdAceptar_Click() {
     const auto empresa = ctx.motor.Workspaces(0).OpenDatabase(sesion().rutaEmpresa());
     renumeraDiario(*empresa, static_cast<int>(Val(ui->TxtRenumeraAsientoDesde->text())),
                    progreso.avance());
+    progreso.oculta();
   }
   mensaje("Proceso terminado con exito", "Fín");
   descargar();
