@@ -21,6 +21,6 @@ class FrmDuplicarAsiento : public Formulario {
  private:
   void CmdAceptar_Click();
 
-  DataControl DtaEmpresa;
   std::unique_ptr<Ui::FrmDuplicarAsiento> ui;
+  DataControl DtaEmpresa;
 };

@@ -22,6 +22,6 @@ class FrmEliminaAsiento : public Formulario {
   void CmdAceptar_Click();
   void avisa();
 
-  DataControl DtaDiarioLista;
   std::unique_ptr<Ui::FrmEliminaAsiento> ui;
+  DataControl DtaDiarioLista;
 };
