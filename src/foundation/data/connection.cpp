@@ -126,9 +126,15 @@ Connection::~Connection() {
   close();
 }
 
+void Connection::forgetStatements() {
+  std::erase_if(prepared_, [](const auto& entry) {
+    if (!entry.second.busy) sqlite3_finalize(entry.second.handle);
+    return !entry.second.busy;
+  });
+}
+
 void Connection::close() {
-  for (const auto& [sql, prepared] : prepared_) sqlite3_finalize(prepared.handle);
-  prepared_.clear();
+  forgetStatements();
   sqlite3_close_v2(db_);
 }
 

@@ -91,6 +91,9 @@ class Connection {
   // The keys of an updatable plan, shared between recordsets while the file's rows stay the same.
   KeySet keys(const Compiled& compiled);
 
+  // Lets go of every prepared statement; before another file is written over this one.
+  void forgetStatements();
+
   // Raises the number of a failure of the library.
   [[noreturn]] void fail(int code, Doing doing, const QString& words);
 
