@@ -116,11 +116,6 @@ class Connection {
     KeySet keys;
   };
 
-  struct CachedPlan {
-    std::shared_ptr<const Plan> plan;
-    bool takesLiterals = false;  // its parameters are the statement's literals, in order
-  };
-
   struct Waiting;  // for a lock
 
   void configure();
@@ -149,7 +144,7 @@ class Connection {
   qint64 lookEvery_ = 0;  // nanoseconds
 
   std::shared_ptr<const Schema> schema_;
-  QHash<QString, CachedPlan> plans_;
+  QHash<QString, std::shared_ptr<const Plan>> plans_;
   std::unordered_map<QString, Prepared> prepared_;
   quint64 uses_ = 0;
   std::vector<Keys> keySets_;  // the latest first
