@@ -4,8 +4,8 @@
 // keeps its number whatever storage stands behind. The descriptions are Spanish and our own.
 #pragma once
 
-#include <QString>
 #include <exception>
+#include <QString>
 
 namespace err {
 // Plain run-time failures.
@@ -21,22 +21,26 @@ inline constexpr int kErrorDeRuta = 75;
 inline constexpr int kRutaNoEncontrada = 76;
 inline constexpr int kNuloNoValido = 94;
 // Data access.
+inline constexpr int kTablaYaExiste = 3010;
+inline constexpr int kConsultaYaExiste = 3012;
 inline constexpr int kActualizarSinEditar = 3020;
 inline constexpr int kSinRegistroActivo = 3021;
 inline constexpr int kClaveDuplicada = 3022;
 inline constexpr int kBaseNoEncontrada = 3024;
 inline constexpr int kSinEspacio = 3026;
 inline constexpr int kSoloLectura = 3027;
+inline constexpr int kErrorDeDisco = 3043;
+inline constexpr int kClaveNula = 3058;
 inline constexpr int kNombreDesconocido = 3061;
 inline constexpr int kErrorDeSintaxis = 3075;
 inline constexpr int kOrigenDesconocido = 3078;
-inline constexpr int kErrorDeDisco = 3043;
 inline constexpr int kTextoDemasiadoLargo = 3163;
 inline constexpr int kRegistroEliminado = 3167;
 inline constexpr int kNoSePuedeGuardar = 3186;
 inline constexpr int kBaseYaExiste = 3204;
 inline constexpr int kRegistroBloqueado = 3260;
 inline constexpr int kElementoNoEncontrado = 3265;
+inline constexpr int kTextoVacio = 3315;
 inline constexpr int kFormatoNoReconocido = 3343;
 inline constexpr int kConversionDeDatos = 3421;
 inline constexpr int kTiposEnCriterio = 3464;
