@@ -42,7 +42,8 @@ QString carpetaDelPrograma(const QString& instalada, const QString& propia) {
   if (!QDir(propia).exists()) {
     QDir().mkpath(propia);
     // A system-wide install keeps what comes with a program apart from the program itself.
-    for (const QString& carpeta : {instalada, instalada + QStringLiteral("/../share/librano")})
+    for (const QString& carpeta :
+         {instalada, QDir::cleanPath(instalada + QStringLiteral("/../share/librano"))})
       for (const char* nombre : kAcompanantes) {
         const QString origen = QDir(carpeta).filePath(QLatin1String(nombre));
         if (QFileInfo::exists(origen)) copia(origen, QDir(propia).filePath(QLatin1String(nombre)));
