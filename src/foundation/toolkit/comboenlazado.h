@@ -30,13 +30,15 @@ class ComboEnlazado : public QComboBox {
   // A row has been picked, by the user or by ponerTexto, and the Data control already stands on it.
   void elegido();
 
- protected:
-  void changeEvent(QEvent* evento) override;
+  void showPopup() override;
 
  private:
   void llenar();
+  void anotarCambio();
+  void ponerAlDia();
   void elegir(int indice);
 
   QPointer<DataControl> datos_;
   QString campo_;
+  bool anticuado_ = false;  // rows have changed since the list was filled
 };

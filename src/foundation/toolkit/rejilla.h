@@ -73,32 +73,33 @@ class Rejilla : public QTableView {
   void mas();                               // "+"
   void espacio();                           // the space bar
   void botonDerecho(const QPoint& global);  // the row under it is current by then
+  void editorAbierto(QWidget* editor);      // on a cell
   void filaCambiada();                      // by the user or by the recordset
 
  protected:
   void keyPressEvent(QKeyEvent* evento) override;
+  // Typing doesn't search: it would read all rows.
+  void keyboardSearch(const QString&) override {}
   void mousePressEvent(QMouseEvent* evento) override;
   void mouseMoveEvent(QMouseEvent* evento) override;
   void mouseDoubleClickEvent(QMouseEvent* evento) override;
   void contextMenuEvent(QContextMenuEvent* evento) override;
-  void focusInEvent(QFocusEvent* evento) override;
-  void focusOutEvent(QFocusEvent* evento) override;
   void paintEvent(QPaintEvent* evento) override;
-  void resizeEvent(QResizeEvent* evento) override;
   void changeEvent(QEvent* evento) override;
+  bool eventFilter(QObject* objeto, QEvent* evento) override;
   void currentChanged(const QModelIndex& actual, const QModelIndex& anterior) override;
   bool edit(const QModelIndex& indice, EditTrigger motivo, QEvent* evento) override;
   void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint motivo) override;
 
  private:
-  void sincronizar();
   void aplazarSincronia();
-  void recolocar();
+  void sincronizar();
+  void recolocar(int columna);
   void ajustarAnchos();
-  void mostrarFallo();
-  void borrarFila();
+  void alCambiarFoco(QWidget* antes, QWidget* ahora);
   bool tratarTecla(QKeyEvent& evento);
-  void iniciarArrastre();
+  void borrarFila();
+  void mostrarFallo();
   void protege(const std::function<void()>& accion);
 
   ModeloRejilla* modelo_;
@@ -106,7 +107,8 @@ class Rejilla : public QTableView {
   QPoint pulsado_;
   int cambios_ = 0;
   bool arrastre_ = false;
-  bool arrastrando_ = false;
+  bool arrastrable_ = false;  // the button was pressed with shift held
+  bool pendiente_ = false;    // the recordset has moved or changed since the last painting
   bool sincronizando_ = false;
   bool sinAnchos_ = true;
 };
