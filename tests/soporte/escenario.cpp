@@ -26,6 +26,7 @@ Escenario::Escenario(Hasta hasta, const DatosEmpresa& datos)
   Sesion& sesion = ctx.sesion;
   sesion.VersionPrograma = QStringLiteral("1.6");
   sesion.DirPrograma = rutaPrograma(carpetaPrograma()) + QLatin1Char('\\');
+  ctx.carpetaPrograma = sesion.DirPrograma;
   sesion.DirDatos = rutaPrograma(carpetaDatos()) + QLatin1Char('\\');
   if (hasta < Ajustes) return;
 
