@@ -206,6 +206,8 @@ void Connection::fail(int code, Doing doing, const QString& words) {
 
 void Connection::beginGroup() {
   if (inGroup_) return;
+  // The library itself would only complain at the first row.
+  if (sqlite3_db_readonly(db_, "main")) throw ErrorEjecucion(err::kSoloLectura, path_);
   execute(QStringLiteral("BEGIN IMMEDIATE"), Doing::Locking);
   inGroup_ = true;
   groupChanges_ = 0;

@@ -1,9 +1,9 @@
 // Rows: types and widths, adding and changing, moving, bookmarks and searches, on real files.
-#include "libro.h"
+#include "libroendisco.h"
 
 namespace {
 
-class Registros : public Libro {};
+class Registros : public LibroEnDisco {};
 
 TEST_F(Registros, LosTiposSeLeenComoSeEscribieron) {
   TableDef tabla{QStringLiteral("Tipos"), {}, {}};

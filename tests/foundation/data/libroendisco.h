@@ -23,9 +23,9 @@ int numeroDeError(F&& algo) {
 
 inline const QString kLocale = QStringLiteral(";LANGID=0x0409;CP=1252;COUNTRY=0");
 
-class Libro : public testing::Test {
+class LibroEnDisco : public testing::Test {
  protected:
-  Libro() {
+  LibroEnDisco() {
     db = engine.Workspaces(0).CreateDatabase(ruta, kLocale);
     TableDef empresa{QStringLiteral("Empresa"), {}, {}};
     empresa.CreateField("IdCodigo", FieldType::Long).DefaultValue = QStringLiteral("1");
