@@ -2,3 +2,5 @@
 
 #include <QtTest/QtTest>
 #include <QtWidgets/QtWidgets>
+
+#include "soporte/textos.h"
