@@ -1,6 +1,52 @@
+// Librano: builds the services of the house, registers the screens and shows the first one.
+#include <cstdlib>
 #include <QApplication>
+#include <QStandardPaths>
+
+#include "company/registro.h"
+#include "foundation/instancia.h"
+#include "foundation/programas.h"
+#include "foundation/registro.h"
+#include "foundation/toolkit/cajasqt.h"
+#include "foundation/toolkit/contexto.h"
+#include "foundation/toolkit/formulario.h"
+#include "foundation/toolkit/registro.h"
+#include "foundation/toolkit/tema.h"
+
+namespace {
+
+void registraFormularios(Registro& registro) {
+  registraFoundation(registro);
+  registraCompany(registro);
+}
+
+}  // namespace
 
 int main(int argc, char** argv) {
   QApplication app(argc, argv);
-  return 0;
+  QApplication::setApplicationName(QStringLiteral("Librano"));
+  aplicarTema(app);
+
+  const Instancia instancia(QStringLiteral("librano"));
+  const Reloj reloj;
+  Contexto contexto;
+  CajasQt cajas(contexto.motor);
+  Registro registro(contexto);
+  contexto.reloj = &reloj;
+  contexto.cajas = &cajas;
+  contexto.formularios = &registro;
+  contexto.carpetaPrograma =
+      carpetaDelPrograma(QApplication::applicationDirPath(),
+                         QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) +
+                             QStringLiteral("/Librano"));
+  contexto.ejecutar = ejecutaPrograma;
+  contexto.copiaUnica = [&instancia] { return instancia.unica(); };
+  contexto.terminar = [&contexto] {
+    contexto.motor.flush();
+    std::_Exit(EXIT_SUCCESS);
+  };
+
+  registraFormularios(registro);
+  registro.cambiarA(QStringLiteral("FrmPresentacion"));
+  return QApplication::exec();
 }

@@ -2,11 +2,18 @@
 
 #include <gtest/gtest.h>
 
-#include <QtTest/QtTest>
-#include <QtWidgets/QtWidgets>
+#include <QAbstractButton>
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDragEnterEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMimeData>
+#include <QRadioButton>
+#include <QTest>
+#include <QWindow>
 
-#include "foundation/toolkit/comboenlazado.h"
-#include "foundation/toolkit/formulario.h"
 #include "foundation/toolkit/rejilla.h"
 
 namespace {

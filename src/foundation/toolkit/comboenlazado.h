@@ -26,12 +26,11 @@ class ComboEnlazado : public QComboBox {
   // Otherwise an editable combo just shows it, the other one is left empty: false.
   bool ponerTexto(const QString& texto);
 
+  void showPopup() override;
+
  Q_SIGNALS:
   // A row has been picked, by the user or by ponerTexto, and the Data control already stands on it.
   void elegido();
-
- public:
-  void showPopup() override;
 
  private:
   void llenar();

@@ -128,7 +128,7 @@ void Formulario::protege(const std::function<void()>& reaccion, const QString& l
 void Formulario::avisarError(int numero, const QString& texto, const QString& lugar) {
   const QString nombre = objectName();
   try {
-    RegistraError(sesion().DirPrograma, numero, texto,
+    RegistraError(ctx.carpetaPrograma, numero, texto,
                   lugar.isEmpty() ? nombre : lugar + QStringLiteral(" - ") + nombre);
   } catch (const std::exception&) {
     // The box below still tells it: a log that can't be written must not hide the error.

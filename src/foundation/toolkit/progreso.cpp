@@ -73,6 +73,13 @@ void Progreso::avanza() {
   avanza(valor_ + 1);
 }
 
+std::function<void(int valor, int maximo)> Progreso::avance() {
+  return [this](int valor, int maximo) {
+    if (barra_.maximum() != maximo) barra_.setMaximum(qMax(1, maximo));
+    avanza(valor);
+  };
+}
+
 void Progreso::oculta() {
   barra_.hide();
 }

@@ -4,9 +4,14 @@
 //   while (!datos.Eof()) { ...; progreso.avanza(fila); }
 //   progreso.oculta();
 //
+// A tool that counts its rows itself is given avance(), which sets the maximum too:
+//
+//   renumeraDiario(empresa, desde, progreso.avance());
+//
 // A process that fails leaves its bar as it stands.
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <QElapsedTimer>
 
@@ -16,13 +21,14 @@ class QProgressBar;
 class Progreso {
  public:
   // Shows the bar at 0 of `maximo`.
-  Progreso(Contexto& contexto, QProgressBar& barra, int maximo);
+  Progreso(Contexto& contexto, QProgressBar& barra, int maximo = 0);
   ~Progreso();  // takes input again; keys and clicks that came meanwhile are dropped
 
   // To be called for each row: it costs nothing until some 30 milliseconds have passed. Gives the
   // engine its breath.
   void avanza(int valor);
   void avanza();  // by one
+  std::function<void(int valor, int maximo)> avance();
   void oculta();
 
  private:

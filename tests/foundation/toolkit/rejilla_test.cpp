@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include <QHeaderView>
+#include <QContextMenuEvent>
 #include <QSignalSpy>
 
 #include "foundation/data/datacontrol.h"
@@ -187,8 +187,8 @@ TEST(RejillaEdicion, LoQueElMotorRechazaSeDiceYLaCeldaVuelve) {
   reposar();
   const QString codigo = p.g.texto(0, 0);
   p.t.teclea("123");
-  p.e.guion.esperaMensaje("Error 3163: " + ErrorEjecucion(err::kTextoDemasiadoLargo).descripcion(),
-                          "Librano");
+  p.e.guion.esperaMensaje(
+      "Error 3163: " + ErrorEjecucion(err::kTextoDemasiadoLargo, "123").descripcion(), "Librano");
   p.t.intro();
   EXPECT_EQ(p.g.texto(0, 0), codigo);
   EXPECT_EQ(p.f.Dta.Recordset().editMode(), Recordset::EditMode::None);

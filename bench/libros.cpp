@@ -1,0 +1,153 @@
+#include "libros.h"
+
+#include <cstdlib>
+#include <map>
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include "company/crearbase.h"
+#include "foundation/creaini.h"
+#include "foundation/data/recordset.h"
+
+namespace banco {
+
+namespace {
+
+constexpr int kSubcuentas = 600;
+
+QTemporaryDir& carpetaComun() {
+  static QTemporaryDir carpeta;
+  return carpeta;
+}
+
+[[noreturn]] void falla(const char* que, sqlite3* db) {
+  fprintf(stderr, "%s: %s\n", que, db ? sqlite3_errmsg(db) : "");
+  std::exit(1);
+}
+
+QString codigo(int i) {
+  static const char* const kCuentas[] = {"430", "400", "572", "600", "700", "472"};
+  return QString("%1%2")
+      .arg(kCuentas[i / 100])
+      .arg(i % 100 + (i / 100 == 0 ? 100 : 1), 5, 10, QLatin1Char('0'));
+}
+
+}  // namespace
+
+Libros& Libros::de(int lineas) {
+  static std::map<int, std::unique_ptr<Libros>> todos;
+  auto& libros = todos[lineas];
+  if (!libros) libros.reset(new Libros(lineas));
+  return *libros;
+}
+
+Libros::Libros(int lineas)
+    : lineas_(lineas), carpeta_(carpetaComun().path() + QString("/d%1/").arg(lineas)) {
+  QDir().mkpath(carpeta_);
+  CrearInicio(motor_, carpeta_ + "Inicio.mdb");
+  DatosEmpresa datos;
+  datos.NombreEmpresa = kEmpresa;
+  datos.Ano = "2024";
+  datos.MayorN01 = "3";
+  datos.SubCuN01 = "8";
+  const CuentasPorDefecto cuentas = CalculaCuentas(3, 8);
+  datos.IVASSub = cuentas.IVASSub;
+  datos.IVASCom = cuentas.IVASCom;
+  datos.IVARSub = cuentas.IVARSub;
+  datos.IVARVen = cuentas.IVARVen;
+  datos.IVASRE = cuentas.IVASRE;
+  datos.IVARRE = cuentas.IVARRE;
+  datos.Asiento = "1";
+  datos.MesInicio = "1";
+  datos.Mascara = "#,##0.00 ;-#,##0.00";
+  creaEmpresa(motor_, carpeta_, datos);
+  motor_.flush();
+  llena();
+}
+
+void Libros::llena() {
+  Directo directo(rutaSistema());
+  directo.ejecuta("BEGIN");
+  directo.ejecuta(
+      "INSERT INTO Cuentas(Cuenta,Descripcion,GrupoN,SubGrupoN,DatosAuxiliares) VALUES"
+      "('430','Clientes','4','43',0),('400','Proveedores','4','40',0),('572','Bancos','5','57',0),"
+      "('600','Compras','6','60',0),('700','Ventas','7','70',0),('472','IVA "
+      "soportado','4','47',0)");
+  sqlite3_stmt* subcuenta = directo.prepara(
+      "INSERT OR IGNORE INTO Subcuentas(Subcuenta,Cuenta,Descripcion) "
+      "VALUES(?1,substr(?1,1,3),?2)");
+  QList<QByteArray> codigos;
+  for (int i = 0; i < kSubcuentas; ++i) {
+    codigos.append(codigo(i).toUtf8());
+    const QByteArray nombre = "Titular de prueba " + QByteArray::number(i);
+    sqlite3_bind_text(subcuenta, 1, codigos.last().constData(), -1, SQLITE_TRANSIENT);
+    sqlite3_bind_text(subcuenta, 2, nombre.constData(), -1, SQLITE_TRANSIENT);
+    Directo::recorre(subcuenta);
+  }
+  sqlite3_stmt* linea = directo.prepara(
+      "INSERT INTO Diario(NLinea,NAsiento,Fecha,Subcuenta,Descripcion,DH,Importe,Punteo) "
+      "VALUES(?,?,?,?,?,?,?,'')");
+  const QDate primero(2024, 1, 1);
+  for (int i = 0; i < lineas_; ++i) {
+    const int asiento = i / 3;
+    const QByteArray fecha = primero.addDays(static_cast<qint64>(asiento) * 3 * 366 / lineas_ % 366)
+                                 .toString(Qt::ISODate)
+                                 .toUtf8();
+    const double base = 10 + asiento % 997 + (asiento % 100) / 100.0;
+    const double importes[] = {base * 2, -base, -base};
+    const QByteArray concepto = "Apunte de prueba " + QByteArray::number(asiento);
+    sqlite3_bind_int(linea, 1, i);
+    sqlite3_bind_int(linea, 2, asiento + 1);
+    sqlite3_bind_text(linea, 3, fecha.constData(), -1, SQLITE_TRANSIENT);
+    sqlite3_bind_text(linea, 4, codigos[(i * 7) % kSubcuentas].constData(), -1, SQLITE_STATIC);
+    sqlite3_bind_text(linea, 5, concepto.constData(), -1, SQLITE_TRANSIENT);
+    sqlite3_bind_text(linea, 6, i % 3 == 0 ? "D" : "H", -1, SQLITE_STATIC);
+    sqlite3_bind_double(linea, 7, importes[i % 3]);
+    Directo::recorre(linea);
+  }
+  const QByteArray contadores = "UPDATE Empresa SET NLinDiario=" + QByteArray::number(lineas_) +
+                                ", Asiento=" + QByteArray::number(lineas_ / 3 + 2);
+  directo.ejecuta(contadores.constData());
+  directo.ejecuta("COMMIT");
+}
+
+QString Libros::copia(const QString& nombre) const {
+  const QString destino = carpeta_ + nombre;
+  QFile::remove(destino);
+  if (!QFile::copy(rutaSistema(), destino)) falla("copia", nullptr);
+  return destino;
+}
+
+Directo::Directo(const QString& rutaSistema) {
+  if (sqlite3_open(rutaSistema.toUtf8().constData(), &db_) != SQLITE_OK) falla("abrir", db_);
+  ejecuta("PRAGMA journal_mode=TRUNCATE");
+  ejecuta("PRAGMA synchronous=EXTRA");
+}
+
+Directo::~Directo() {
+  while (sqlite3_stmt* s = sqlite3_next_stmt(db_, nullptr)) sqlite3_finalize(s);
+  sqlite3_close(db_);
+}
+
+sqlite3_stmt* Directo::prepara(const char* sql) {
+  sqlite3_stmt* sentencia = nullptr;
+  if (sqlite3_prepare_v3(db_, sql, -1, SQLITE_PREPARE_PERSISTENT, &sentencia, nullptr) != SQLITE_OK)
+    falla(sql, db_);
+  return sentencia;
+}
+
+void Directo::ejecuta(const char* sql) {
+  if (sqlite3_exec(db_, sql, nullptr, nullptr, nullptr) != SQLITE_OK) falla(sql, db_);
+}
+
+int Directo::recorre(sqlite3_stmt* sentencia) {
+  int filas = 0;
+  int rc = SQLITE_ROW;
+  while ((rc = sqlite3_step(sentencia)) == SQLITE_ROW) ++filas;
+  if (rc != SQLITE_DONE) falla("paso", sqlite3_db_handle(sentencia));
+  sqlite3_reset(sentencia);
+  return filas;
+}
+
+}  // namespace banco

@@ -1,0 +1,59 @@
+// Journals of any length to measure on, and the same file seen without the program.
+#pragma once
+
+#include <sqlite3.h>
+
+#include <memory>
+#include <QString>
+
+#include "foundation/data/dbengine.h"
+
+namespace banco {
+
+// A company of 600 subcuentas in a folder of its own, with `lineas` lines of a year in asientos of
+// three that square. Made once for each length and kept for the whole run.
+class Libros {
+ public:
+  static Libros& de(int lineas);
+
+  DBEngine& motor() { return motor_; }
+  QString carpeta() const { return carpeta_; }  // data folder, with its final separator
+  QString ruta() const { return carpeta_ + "Banco\\Conta.MDB"; }
+  QString rutaSistema() const { return carpeta_ + "Banco/Conta.MDB"; }
+  int lineas() const { return lineas_; }
+
+  // A copy of the file for measures that change it.
+  QString copia(const QString& nombre) const;
+
+ private:
+  explicit Libros(int lineas);
+  void llena();
+
+  int lineas_;
+  QString carpeta_;
+  DBEngine motor_;
+};
+
+// The other side of each measure: the library alone, with statements prepared once.
+class Directo {
+ public:
+  explicit Directo(const QString& rutaSistema);
+  ~Directo();
+  Directo(const Directo&) = delete;
+  Directo& operator=(const Directo&) = delete;
+
+  sqlite3* db() { return db_; }
+  sqlite3_stmt* prepara(const char* sql);  // lives as long as this
+  void ejecuta(const char* sql);
+  // Runs a statement to its end; the number of rows.
+  static int recorre(sqlite3_stmt* sentencia);
+
+ private:
+  sqlite3* db_ = nullptr;
+};
+
+constexpr const char* kEmpresa = "Banco";
+// The subcuenta with a 600th of the lines, and an asiento in the middle.
+constexpr const char* kSubcuenta = "43000100";
+
+}  // namespace banco

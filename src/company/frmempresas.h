@@ -1,0 +1,44 @@
+// A company's settings: creates a company (CodigoLlamada 1) or changes the open one (2).
+//
+// It is the one place where the widths of the account codes are chosen: they, the name and the year
+// can't be changed once the company exists.
+#pragma once
+
+#include "company/datosempresa.h"
+#include "foundation/data/datacontrol.h"
+#include "foundation/toolkit/formulario.h"
+
+namespace Ui {
+class FrmEmpresas;
+}
+
+class FrmEmpresas : public Formulario {
+  Q_OBJECT
+ public:
+  explicit FrmEmpresas(Contexto& contexto);
+  ~FrmEmpresas() override;
+
+  void Form_Load() override;
+  void Form_Activate() override;
+
+ private:
+  void cablea();
+  void TxtMayNivel_Change();
+  void TxtSubNivel_Change();
+  void TxtSubNivel_LostFocus();
+  void TxtMesInicio_LostFocus();
+  void TxtNoModifica_LostFocus();
+  void CmdAceptar_Click();
+
+  void CalculaCuentas();
+  void pasaPestana(Tecla& tecla, QWidget* primero);
+  void porDefecto();
+  void crea();
+  void modifica();
+  void refrescaSesion();
+  DatosEmpresa datos() const;
+  void muestra(const DatosEmpresa& datos);
+
+  std::unique_ptr<Ui::FrmEmpresas> ui_;
+  DataControl DtaEmpresas_;
+};

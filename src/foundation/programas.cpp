@@ -1,0 +1,71 @@
+#include "foundation/programas.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QProcess>
+#include <QStandardPaths>
+
+#include "foundation/data/errorejecucion.h"
+#include "foundation/rutas.h"
+
+namespace {
+
+// What comes with the program and belongs beside its data.
+constexpr const char* kAcompanantes[] = {"impresos", "Inicio.xls", "Librano.chm"};
+
+struct Candidata {
+  const char* nombre;
+  const char* oculta;
+};
+constexpr Candidata kHojas[] = {{"localc", "--invisible"}, {"soffice", "--invisible"}};
+
+void copia(const QString& origen, const QString& destino) {
+  const QFileInfo info(origen);
+  if (!info.isDir()) {
+    QFile::copy(origen, destino);  // replaces nothing
+    return;
+  }
+  QDir().mkpath(destino);
+  const QDir carpeta(origen);
+  for (const QString& nombre : carpeta.entryList(QDir::AllEntries | QDir::NoDotAndDotDot))
+    copia(carpeta.filePath(nombre), destino + QLatin1Char('/') + nombre);
+}
+
+}  // namespace
+
+QString carpetaDelPrograma(const QString& instalada, const QString& propia) {
+  const auto escrita = [](const QString& carpeta) {
+    return rutaPrograma(QDir(carpeta).absolutePath()) + QLatin1Char('\\');
+  };
+  if (QFileInfo(instalada).isWritable()) return escrita(instalada);
+  if (!QDir(propia).exists()) {
+    QDir().mkpath(propia);
+    // A system-wide install keeps what comes with a program apart from the program itself.
+    for (const QString& carpeta :
+         {instalada, QDir::cleanPath(instalada + QStringLiteral("/../share/librano"))})
+      for (const char* nombre : kAcompanantes) {
+        const QString origen = QDir(carpeta).filePath(QLatin1String(nombre));
+        if (QFileInfo::exists(origen)) copia(origen, QDir(propia).filePath(QLatin1String(nombre)));
+      }
+  }
+  return escrita(propia);
+}
+
+void ejecutaPrograma(const QString& programa, const QStringList& argumentos) {
+  QString ruta = rutaSistema(programa);
+  if (!QFileInfo::exists(ruta)) ruta = rutaSistema(programa + QStringLiteral(".exe"));
+  const QFileInfo info(ruta);
+  if (!info.isFile() ||
+      !QProcess::startDetached(info.absoluteFilePath(), argumentos, info.absolutePath()))
+    throw ErrorEjecucion(err::kFicheroNoEncontrado, programa);
+}
+
+std::optional<HojaDeCalculo> hojaDeCalculoOculta(const QString& libro) {
+  for (const Candidata& hoja : kHojas) {
+    const QString ruta = QStandardPaths::findExecutable(QLatin1String(hoja.nombre));
+    if (!ruta.isEmpty())
+      return HojaDeCalculo{rutaPrograma(ruta), {QLatin1String(hoja.oculta), rutaSistema(libro)}};
+  }
+  return std::nullopt;
+}

@@ -1,0 +1,36 @@
+#include "journal/frmasiento.h"
+
+#include <QLineEdit>
+
+#include "foundation/formato.h"
+#include "foundation/toolkit/principal.h"
+#include "foundation/toolkit/registro.h"
+#include "ui_frmasiento.h"
+
+FrmAsiento::FrmAsiento(Contexto& contexto)
+    : Formulario(contexto), ui(std::make_unique<Ui::FrmAsiento>()), DtaDiario(contexto.motor) {
+  ui->setupUi(this);
+  teclaDecimal(ui->GridAsiento);
+  alPulsar(ui->CmdVerAsiento, [this] { CmdVerAsiento_Click(); });
+  alPulsar(ui->CmdSalir, [this] { descargar(); });
+}
+
+FrmAsiento::~FrmAsiento() = default;
+
+void FrmAsiento::Form_Activate() {
+  DtaDiario.bind(sesion().rutaEmpresa(),
+                 "Select * from SqlDiarioPrincipalBlanco where NAsiento=" + sesion().ValorElegido);
+  ui->TxtAsiento->setText(sesion().ValorElegido);
+  setWindowTitle(Format(DtaDiario.Fields("Fecha").Value(), "dd/mm/yyyy"));
+}
+
+// The user lands on the asiento in the main window.
+void FrmAsiento::CmdVerAsiento_Click() {
+  const QString asiento = sesion().ValorElegido;
+  ctx.principal->TxtAsiento().setText(asiento);
+  ctx.principal->DtaDiarioLista().bind(
+      sesion().rutaEmpresa(), "Select * from SqlDiarioPrincipalBlanco where nasiento=" + asiento);
+  if (Formulario* extracto = ctx.formularios->abierto("FrmExtractosPantalla"))
+    extracto->descargar();
+  descargar();
+}

@@ -1,0 +1,26 @@
+// One asiento at a glance, from the extract.
+#pragma once
+
+#include <memory>
+
+#include "foundation/data/datacontrol.h"
+#include "foundation/toolkit/formulario.h"
+
+namespace Ui {
+class FrmAsiento;
+}
+
+class FrmAsiento : public Formulario {
+  Q_OBJECT
+ public:
+  explicit FrmAsiento(Contexto& contexto);
+  ~FrmAsiento() override;
+
+  void Form_Activate() override;
+
+ private:
+  void CmdVerAsiento_Click();
+
+  std::unique_ptr<Ui::FrmAsiento> ui;
+  DataControl DtaDiario;
+};

@@ -1,0 +1,24 @@
+#include "journal/frmbusapu.h"
+
+#include <QRadioButton>
+
+#include "ui_frmbusapu.h"
+
+FrmBusApu::FrmBusApu(Contexto& contexto)
+    : FrmBusca(contexto), ui(std::make_unique<Ui::FrmBusApu>()) {
+  ui->setupUi(this);
+  // No mark is chosen at the start: the first that takes the focus must not choose itself.
+  ui->CmdAceptar->setFocus();
+  alPulsar(ui->CmdAceptar, [this] { CmdAceptar_Click(); });
+  alPulsar(ui->CmdCancelar, [this] { descargar(); });
+}
+
+FrmBusApu::~FrmBusApu() = default;
+
+void FrmBusApu::CmdAceptar_Click() {
+  QString marca;
+  for (const QRadioButton* opcion : ui->Marcas->findChildren<QRadioButton*>())
+    if (opcion->isChecked()) marca = opcion->text();
+  localiza("Select * from SqlDiarioPrincipalBlanco where Punteo ='" + marca + "' order by Nasiento",
+           "No se ha encontrado ninguna partida con el punteo seleccionado");
+}

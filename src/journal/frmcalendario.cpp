@@ -1,0 +1,60 @@
+#include "journal/frmcalendario.h"
+
+#include <QLineEdit>
+
+#include "foundation/formato.h"
+#include "foundation/toolkit/registro.h"
+#include "ui_frmcalendario.h"
+
+namespace {
+
+struct Destino {
+  int codigoLlamada;
+  const char* formulario;
+  const char* campo;
+};
+
+constexpr Destino kDestinos[] = {
+    {20, "FrmMenu", "TxtFecha"},
+    {21, "FrmBusFec", "TxtFecha"},
+    {22, "FrmPartida", "TxtFecha"},
+};
+
+}  // namespace
+
+FrmCalendario::FrmCalendario(Contexto& contexto)
+    : Formulario(contexto), ui(std::make_unique<Ui::FrmCalendario>()) {
+  ui->setupUi(this);
+  ui->Calendario->setLocale(QLocale(QLocale::Spanish, QLocale::Spain));
+  ui->Calendario->setFirstDayOfWeek(Qt::Monday);
+  connect(ui->Calendario, &QCalendarWidget::clicked, this,
+          [this](QDate dia) { protege([&] { escribe(dia); }); });
+  connect(ui->Calendario, &QCalendarWidget::activated, this, [this](QDate dia) {
+    protege([&] {
+      escribe(dia);
+      descargar();
+    });
+  });
+  alPulsar(ui->CmdSalir, [this] { descargar(); });
+}
+
+FrmCalendario::~FrmCalendario() = default;
+
+void FrmCalendario::Form_Load() {
+  const QLineEdit* campo = destino();
+  const QString texto = campo ? campo->text() : QString();
+  ui->Calendario->setSelectedDate(EsFecha(texto) ? Variant(texto).date() : ctx.reloj->hoy());
+}
+
+QLineEdit* FrmCalendario::destino() const {
+  for (const Destino& d : kDestinos) {
+    if (d.codigoLlamada != ctx.sesion.CodigoLlamada) continue;
+    Formulario* formulario = ctx.formularios->abierto(QString::fromLatin1(d.formulario));
+    return formulario ? formulario->findChild<QLineEdit*>(QString::fromLatin1(d.campo)) : nullptr;
+  }
+  return nullptr;
+}
+
+void FrmCalendario::escribe(QDate dia) {
+  if (QLineEdit* campo = destino()) campo->setText(Format(dia, "dd/mm/yyyy"));
+}

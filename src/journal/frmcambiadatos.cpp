@@ -1,0 +1,82 @@
+#include "journal/frmcambiadatos.h"
+
+#include "foundation/funciones.h"
+#include "foundation/toolkit/progreso.h"
+#include "journal/masivos.h"
+#include "ui_frmcambiadatos.h"
+
+FrmCambiadatos::FrmCambiadatos(Contexto& contexto)
+    : Formulario(contexto), ui(std::make_unique<Ui::FrmCambiadatos>()) {
+  ui->setupUi(this);
+  ui->TxtCampo->addItems({"NAsiento", "Fecha", "Subcuenta", "Descripcion", "Importe"});
+  fecha(ui->TxtFechaDesde);
+  fecha(ui->TxtFechaHasta);
+  alSalir(ui->TxtDatoLoc, [this] { normaliza(ui->TxtDatoLoc); });
+  alSalir(ui->TxtDatoCam, [this] { normaliza(ui->TxtDatoCam); });
+  alPulsar(ui->ChkEliminarAsientos, [this] { ChkEliminarAsientos_Click(); });
+  alPulsar(ui->CmdAceptar, [this] { CmdAceptar_Click(); });
+  alPulsar(ui->CmdCancelar, [this] { descargar(); });
+}
+
+FrmCambiadatos::~FrmCambiadatos() = default;
+
+void FrmCambiadatos::Form_Load() {
+  const QString ano = QString::number(sesion().AnoActual);
+  ui->TxtFechaDesde->setText("01/01/" + ano);
+  ui->TxtFechaHasta->setText("31/12/" + ano);
+}
+
+void FrmCambiadatos::ChkEliminarAsientos_Click() {
+  const bool eliminar = ui->ChkEliminarAsientos->isChecked();
+  if (eliminar) ui->TxtDatoCam->clear();
+  ui->TxtDatoCam->setEnabled(!eliminar);
+}
+
+void FrmCambiadatos::normaliza(QLineEdit* campo) {
+  switch (static_cast<CampoCambio>(ui->TxtCampo->currentIndex())) {
+    case CampoCambio::Fecha:
+      campo->setText(NormalizaFecha(campo->text(), sesion().AnoActual, ctx.reloj->hoy()));
+      break;
+    case CampoCambio::Subcuenta:
+      campo->setText(ExpandeCodigo(campo->text(), sesion().DigitosSubcuenta));
+      break;
+    default:
+      break;
+  }
+}
+
+void FrmCambiadatos::CmdAceptar_Click() {
+  CambioMasivo cambio;
+  cambio.campo = static_cast<CampoCambio>(ui->TxtCampo->currentIndex());
+  cambio.localizar = ui->TxtDatoLoc->text();
+  cambio.cambiar = ui->TxtDatoCam->text();
+  cambio.fechaDesde = ui->TxtFechaDesde->text();
+  cambio.fechaHasta = ui->TxtFechaHasta->text();
+  cambio.eliminar = ui->ChkEliminarAsientos->isChecked();
+  if (cambio.eliminar && cambio.campo == CampoCambio::NAsiento)
+    return mensaje("No se puede eliminar asientos a la vez que localiza por ellos",
+                   "Ejecución anulada");
+  try {
+    Progreso progreso(ctx, *ui->Bar);
+    const auto empresa = ctx.motor.Workspaces(0).OpenDatabase(sesion().rutaEmpresa());
+    cambiaDatos(*empresa, cambio, progreso.avance());
+  } catch (const ErrorEjecucion& e) {
+    ui->Bar->hide();
+    return explica(e);
+  }
+  descargar();
+}
+
+void FrmCambiadatos::explica(const ErrorEjecucion& error) {
+  switch (error.numero()) {
+    case err::kSinRegistroActivo:
+      return mensaje("No existe ningun apunte entre los límites seleccionados", "Error");
+    case err::kErrorDeSintaxis:
+      return mensaje("Una de las casillas no la ha rellenado correctamente", "Error");
+    case err::kConversionDeDatos:
+      return mensaje("El dato a convertir en la casilla de dato a cambiar, no es correcto",
+                     "Error");
+    default:
+      return mensaje(error.descripcion(), "Error");
+  }
+}

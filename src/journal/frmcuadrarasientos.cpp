@@ -1,0 +1,86 @@
+#include "journal/frmcuadrarasientos.h"
+
+#include "foundation/formato.h"
+#include "foundation/funciones.h"
+#include "foundation/toolkit/principal.h"
+#include "foundation/toolkit/progreso.h"
+#include "journal/apunte.h"
+#include "journal/descuadres.h"
+#include "ui_frmcuadrarasientos.h"
+
+FrmCuadrarAsientos::FrmCuadrarAsientos(Contexto& contexto)
+    : Formulario(contexto),
+      ui(std::make_unique<Ui::FrmCuadrarAsientos>()),
+      DtaDescuadres(contexto.motor),
+      DtaSubcuentas(contexto.motor) {
+  ui->setupUi(this);
+  fecha(ui->TxtDesde);
+  fecha(ui->TxtHasta);
+  alSalir(ui->TxtSubcuenta, [this] { TxtSubcuenta_LostFocus(); });
+  alPulsar(ui->CmdAceptar, [this] { CmdAceptar_Click(); });
+  alPulsar(ui->CmdCancelar, [this] { descargar(); });
+}
+
+FrmCuadrarAsientos::~FrmCuadrarAsientos() = default;
+
+void FrmCuadrarAsientos::Form_Activate() {
+  ui->TxtSubcuenta->setMaxLength(sesion().DigitosSubcuenta);
+  const QString ano = QString::number(sesion().AnoActual);
+  ui->TxtDesde->setText("01/01/" + ano);
+  ui->TxtHasta->setText("31/12/" + ano);
+}
+
+void FrmCuadrarAsientos::TxtSubcuenta_LostFocus() {
+  ui->TxtSubcuenta->setText(ExpandeCodigo(ui->TxtSubcuenta->text(), sesion().DigitosSubcuenta));
+  const QString codigo = ui->TxtSubcuenta->text();
+  try {
+    DtaSubcuentas.bind(sesion().rutaEmpresa(),
+                       "Select * from Subcuentas where subcuenta ='" + codigo + "'");
+    ui->LblCuenta->setText(DtaSubcuentas.Fields("Descripcion").text());
+  } catch (const ErrorEjecucion&) {
+    sesion().CodigoAccion = 50;
+    mostrar("FrmVisualizaPlan", 0, codigo);
+    sesion().CodigoAccion = 0;
+    enfocar(ui->TxtSubcuenta);
+  }
+}
+
+void FrmCuadrarAsientos::CmdAceptar_Click() {
+  DtaDescuadres.bind(sesion().rutaEmpresa(),
+                     "Select * from SqlSumaDiarioPorAsientos order by nasiento");
+  {
+    Progreso progreso(ctx, *ui->Bar);
+    recorreDescuadres(DtaDescuadres.Recordset(), sesion().MascaraImporte, progreso.avance(),
+                      [this](int asiento, const QString& resto) {
+                        cuadra(asiento, resto);
+                        return true;
+                      });
+    progreso.oculta();
+  }
+  mensaje("Fín de la busqueda de cuadrar asientos descuadrados", "Fín");
+  descargar();
+}
+
+void FrmCuadrarAsientos::cuadra(int asiento, const QString& resto) {
+  DataControl& diario = ctx.principal->DtaDiarioLista();
+  const QString numero = QString::number(asiento);
+  diario.bind(sesion().rutaEmpresa(),
+              "Select * from SqlDiarioPrincipalBlanco where Nasiento = " + numero);
+  const QDate dia = diario.Fields("Fecha").Value().date();
+  // The limits themselves stay out: opening and closing entries stand on them.
+  if (!(dia > Variant(ui->TxtDesde->text()).date() && dia < Variant(ui->TxtHasta->text()).date()))
+    return;
+  if (!ui->ChkSolicitar->isChecked() &&
+      !pregunta("Asiento " + numero + " descuadrado, ¿desea cuadrar el asiento?",
+                "Descuadre localizado"))
+    return;
+  Apunte apunte;
+  apunte.NAsiento = numero;
+  apunte.Fecha = Format(dia, "dd/mm/yyyy");
+  apunte.Subcuenta = ui->TxtSubcuenta->text();
+  apunte.Descripcion = "Descuadre Automático";
+  const bool acreedor = resto.startsWith('-');
+  apunte.DH = acreedor ? "D" : "H";
+  apunte.Importe = acreedor ? resto.mid(1) : '-' + resto;
+  grabaApunte(diario, ctx.principal->DtaEmpresaActual(), apunte);
+}

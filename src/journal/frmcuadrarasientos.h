@@ -1,0 +1,29 @@
+// Posts a balancing line on the asientos that don't square.
+#pragma once
+
+#include <memory>
+
+#include "foundation/data/datacontrol.h"
+#include "foundation/toolkit/formulario.h"
+
+namespace Ui {
+class FrmCuadrarAsientos;
+}
+
+class FrmCuadrarAsientos : public Formulario {
+  Q_OBJECT
+ public:
+  explicit FrmCuadrarAsientos(Contexto& contexto);
+  ~FrmCuadrarAsientos() override;
+
+  void Form_Activate() override;
+
+ private:
+  void TxtSubcuenta_LostFocus();
+  void CmdAceptar_Click();
+  void cuadra(int asiento, const QString& resto);
+
+  std::unique_ptr<Ui::FrmCuadrarAsientos> ui;
+  DataControl DtaDescuadres;
+  DataControl DtaSubcuentas;
+};

@@ -1,0 +1,45 @@
+#include "journal/frmduplicarasiento.h"
+
+#include "foundation/formato.h"
+#include "foundation/toolkit/principal.h"
+#include "journal/masivos.h"
+#include "ui_frmduplicarasiento.h"
+
+FrmDuplicarAsiento::FrmDuplicarAsiento(Contexto& contexto)
+    : Formulario(contexto),
+      ui(std::make_unique<Ui::FrmDuplicarAsiento>()),
+      DtaEmpresa(contexto.motor) {
+  ui->setupUi(this);
+  ui->TxtEmpresa->enlazar(DtaEmpresa, "NombreEmpresa");
+  fecha(ui->TxtFecha);
+  alPulsar(ui->CmdAceptar, [this] { CmdAceptar_Click(); });
+  alPulsar(ui->CmdCancelar, [this] { descargar(); });
+}
+
+FrmDuplicarAsiento::~FrmDuplicarAsiento() = default;
+
+void FrmDuplicarAsiento::Form_Activate() {
+  DataControl& diario = ctx.principal->DtaDiarioLista();
+  const QString asiento = diario.Fields("NAsiento").text();
+  ui->TxtAsiento->setText(asiento);
+  DtaEmpresa.bind(sesion().rutaCatalogo(), "Select * from Empresas order by NombreEmpresa");
+  ui->TxtEmpresa->ponerTexto(sesion().EmpresaActual);
+  diario.bind(sesion().rutaEmpresa(),
+              "Select * from SqlDiarioPrincipalBlanco where Nasiento =" + asiento);
+  ui->TxtFecha->setText(Format(diario.Fields("Fecha").Value(), "dd/mm/yyyy"));
+}
+
+void FrmDuplicarAsiento::CmdAceptar_Click() {
+  Workspace& area = ctx.motor.Workspaces(0);
+  const auto origen = area.OpenDatabase(sesion().rutaEmpresa());
+  const auto destino = area.OpenDatabase(sesion().rutaEmpresa(ui->TxtEmpresa->currentText()));
+  if (!duplicaAsiento(*origen, *destino, ui->TxtAsiento->text().toInt(), ui->TxtFecha->text(),
+                      sesion().DigitosSubcuenta, ui->ChkEliminaAsiento->isChecked())) {
+    mensaje(
+        "El tamaño de las subcuentas en la empresa destino no son iguales a las del origen, el "
+        "proceso se cancelara",
+        "Atención");
+    return;
+  }
+  descargar();
+}

@@ -1,0 +1,54 @@
+#include "journal/frmeliminaasiento.h"
+
+#include "foundation/toolkit/principal.h"
+#include "foundation/toolkit/progreso.h"
+#include "journal/masivos.h"
+#include "ui_frmeliminaasiento.h"
+
+FrmEliminaAsiento::FrmEliminaAsiento(Contexto& contexto)
+    : Formulario(contexto),
+      ui(std::make_unique<Ui::FrmEliminaAsiento>()),
+      DtaDiarioLista(contexto.motor) {
+  ui->setupUi(this);
+  alPulsar(ui->CmdAceptar, [this] { CmdAceptar_Click(); });
+  alPulsar(ui->CmdCancelar, [this] { descargar(); });
+}
+
+FrmEliminaAsiento::~FrmEliminaAsiento() = default;
+
+void FrmEliminaAsiento::Form_Load() {
+  ui->LblAsiento->setText(sesion().ValorElegido);
+}
+
+// What goes with the asiento, and what stays behind elsewhere; the deletion goes on either way.
+void FrmEliminaAsiento::avisa() {
+  if (DtaDiarioLista.Eof()) return;
+  if (!DtaDiarioLista.Fields("FacturaZuri").display().isEmpty())
+    mensaje(
+        "Atención este apunte se ha creado con Almirel, si lo elimina desde aquí, no eliminara la "
+        "factura relaccionada",
+        "Almirel", Icono::Alto);
+  if (!DtaDiarioLista.Fields("ApunteIVA").isNull())
+    mensaje(
+        "La partida que va a eliminar es un apunte de IVA, si la elimina se eliminara el apunte de "
+        "IVA asociado",
+        "ATENCION!!!", Icono::Aviso);
+}
+
+void FrmEliminaAsiento::CmdAceptar_Click() {
+  const QString asiento = ui->LblAsiento->text();
+  DtaDiarioLista.bind(sesion().rutaEmpresa(),
+                      "Select * from SqlDiarioPrincipalBlanco where NAsiento=" + asiento);
+  avisa();
+  DtaDiarioLista.unbind();
+  {
+    Progreso progreso(ctx, *ui->Bar);
+    const auto empresa = ctx.motor.Workspaces(0).OpenDatabase(sesion().rutaEmpresa());
+    eliminaAsiento(*empresa, asiento.toInt(), progreso.avance());
+    progreso.oculta();
+  }
+  DataControl& diario = ctx.principal->DtaDiarioLista();
+  diario.bind(sesion().rutaEmpresa(), "Select * from SqlDiarioPrincipalBlanco Order by NAsiento");
+  if (!diario.Eof()) diario.MoveLast();
+  descargar();
+}

@@ -1,0 +1,47 @@
+// Changes one line of the journal: the current row of the main window's grid.
+//
+// A line may change sides, date and asiento. Each of these is asked about: whether the side is
+// meant, and whether the other lines of the asiento shall follow.
+#pragma once
+
+#include <memory>
+
+#include "foundation/data/datacontrol.h"
+#include "foundation/toolkit/formulario.h"
+
+namespace Ui {
+class FrmPartida;
+}
+
+class FrmPartida : public Formulario {
+  Q_OBJECT
+ public:
+  explicit FrmPartida(Contexto& contexto);
+  ~FrmPartida() override;
+
+  void Form_Load() override;
+  void Form_Activate() override;
+
+ private:
+  void TxtFecha_LostFocus();
+  void TxtSubcuenta_LostFocus();
+  void ofreceSubcuenta(const QString& codigo);
+  void TxtConcepto_KeyPress(Tecla& tecla);
+  void TxtDebeHaber_KeyPress(Tecla& tecla);
+  void CmdAceptar_Click();
+  void CmdLinFecha_Click();
+
+  // Stores the line on one side ("D" or "H"), after asking if it comes from the other.
+  void guardaEn(const QString& lado);
+  bool faltanDatos() const;
+  void Comprueba();
+  void cambiaEnAsiento(const QString& asiento, const QString& campo, const QString& valor);
+
+  std::unique_ptr<Ui::FrmPartida> ui;
+  DataControl DtaDiarioLista;  // the whole asiento, for the changes that reach its other lines
+  DataControl DtaConceptos;
+  DataControl DtaSubcuentas;
+  QString FechaVieja;
+  QString AsientoViejo;
+  QString DHViejo;
+};

@@ -1,0 +1,54 @@
+#include "journal/frmrenumera.h"
+
+#include "foundation/formato.h"
+#include "foundation/toolkit/progreso.h"
+#include "journal/integridad.h"
+#include "ui_frmrenumera.h"
+
+FrmRenumera::FrmRenumera(Contexto& contexto)
+    : Formulario(contexto), ui(std::make_unique<Ui::FrmRenumera>()) {
+  ui->setupUi(this);
+  alSalir(ui->TxtRenumeraAsientoDesde, [this] { TxtRenumeraAsientoDesde_LostFocus(); });
+  alSalir(ui->TxtRenumeraDesdeNumero, [this] { TxtRenumeraDesdeNumero_LostFocus(); });
+  alPulsar(ui->CmdRevisarFechas, [this] { mostrar("FrmCompruebaFechasAsientos"); });
+  alPulsar(ui->CmdAceptar, [this] { CmdAceptar_Click(); });
+  alPulsar(ui->CmdCancelar, [this] { descargar(); });
+}
+
+FrmRenumera::~FrmRenumera() = default;
+
+void FrmRenumera::Form_Load() {
+  ui->TxtRenumeraAsientoDesde->setText("1");
+  ui->TxtRenumeraDesdeNumero->setText("1");
+}
+
+void FrmRenumera::TxtRenumeraAsientoDesde_LostFocus() {
+  if (!EsNumerico(ui->TxtRenumeraAsientoDesde->text())) ui->TxtRenumeraAsientoDesde->setText("1");
+  igualaNumeros();
+}
+
+void FrmRenumera::TxtRenumeraDesdeNumero_LostFocus() {
+  const QString numero = ui->TxtRenumeraDesdeNumero->text();
+  if (numero == "0" || !EsNumerico(numero)) ui->TxtRenumeraDesdeNumero->setText("1");
+  igualaNumeros();
+}
+
+// The two are compared as texts: "9" is not less than "10" here.
+void FrmRenumera::igualaNumeros() {
+  if (ui->TxtRenumeraDesdeNumero->text() < ui->TxtRenumeraAsientoDesde->text())
+    ui->TxtRenumeraDesdeNumero->setText(ui->TxtRenumeraAsientoDesde->text());
+}
+
+// Numbering always starts at the asiento from which it works; the second field only keeps its
+// rules.
+void FrmRenumera::CmdAceptar_Click() {
+  {
+    Progreso progreso(ctx, *ui->Bar);
+    const auto empresa = ctx.motor.Workspaces(0).OpenDatabase(sesion().rutaEmpresa());
+    renumeraDiario(*empresa, static_cast<int>(Val(ui->TxtRenumeraAsientoDesde->text())),
+                   progreso.avance());
+    progreso.oculta();
+  }
+  mensaje("Proceso terminado con exito", "Fín");
+  descargar();
+}

@@ -1,0 +1,71 @@
+#include "journal/integridad.h"
+
+#include "foundation/data/dbengine.h"
+#include "foundation/formato.h"
+#include "foundation/funciones.h"
+
+void unificaFechas(Database& empresa, int anoActual, QDate hoy, const Avance& avance) {
+  const auto diario =
+      empresa.OpenRecordset(QStringLiteral("Select * from Diario order by NAsiento, Fecha"));
+  if (diario->Eof()) return;
+  diario->MoveLast();
+  const int total = diario->RecordCount();
+  QString ultimo;
+  QString fecha;
+  for (diario->MoveFirst(); !diario->Eof(); diario->MoveNext()) {
+    avance(diario->AbsolutePosition(), total);
+    const QString asiento = diario->Fields("NAsiento").text();
+    if (asiento != ultimo) {
+      ultimo = asiento;
+      const QString suya = Format(diario->Fields("Fecha").Value(), QStringLiteral("dd/mm/yyyy"));
+      fecha = NormalizaFecha(suya.left(6) + QString::number(anoActual), anoActual, hoy);
+    }
+    diario->Edit();
+    diario->Fields("Fecha") = fecha;
+    diario->Update();
+  }
+}
+
+namespace {
+
+// The register row of an invoice follows its asiento.
+void renumeraRegistro(Database& empresa, const QString& codigo, int asiento) {
+  const auto registro =
+      empresa.OpenRecordset(QStringLiteral("Select * from RSIVA where Codigo = '%1'").arg(codigo));
+  registro->Edit();
+  registro->Fields("Asiento") = asiento;
+  registro->Update();
+}
+
+}  // namespace
+
+int renumeraDiario(Database& empresa, int desde, const Avance& avance) {
+  int siguiente = desde;
+  const auto diario = empresa.OpenRecordset(
+      QStringLiteral("Select * from SqlDiarioPrincipalBlanco where Nasiento >= %1 "
+                     "order by Fecha, NAsiento")
+          .arg(desde));
+  if (!diario->Eof()) {
+    diario->MoveLast();
+    const int total = diario->RecordCount();
+    QString ultimo = QStringLiteral("0");
+    for (diario->MoveFirst(); !diario->Eof(); diario->MoveNext()) {
+      avance(diario->AbsolutePosition(), total);
+      const QString asiento = diario->Fields("NAsiento").text();
+      if (asiento != ultimo) {
+        ultimo = asiento;
+        ++siguiente;
+      }
+      diario->Edit();
+      diario->Fields("NAsiento") = siguiente - 1;
+      diario->Update();
+      const QString codigo = diario->Fields("ApunteIVA").display();
+      if (!codigo.isEmpty()) renumeraRegistro(empresa, codigo, siguiente - 1);
+    }
+  }
+  const auto contadores = empresa.OpenRecordset(QStringLiteral("Select * from Empresa"));
+  contadores->Edit();
+  contadores->Fields("Asiento") = siguiente;
+  contadores->Update();
+  return siguiente;
+}

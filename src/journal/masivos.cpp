@@ -1,0 +1,149 @@
+#include "journal/masivos.h"
+
+#include <array>
+
+#include "foundation/data/dbengine.h"
+#include "foundation/formato.h"
+#include "journal/apunte.h"
+
+namespace {
+
+std::unique_ptr<Recordset> lineasDelAsiento(Database& empresa, const QString& asiento) {
+  return empresa.OpenRecordset(
+      QStringLiteral("Select * from Diario where Nasiento = %1").arg(asiento));
+}
+
+std::unique_ptr<Recordset> registroDe(Database& empresa, const QString& codigo) {
+  return empresa.OpenRecordset(
+      QStringLiteral("Select * from RSIVA where Codigo ='%1'").arg(codigo));
+}
+
+void copiaCampos(Recordset& origen, Recordset& destino) {
+  for (int i = 0; i < origen.FieldCount(); ++i) destino.Fields(i) = origen.Fields(i).Value();
+}
+
+void borraTodo(Recordset& filas) {
+  for (; !filas.Eof(); filas.MoveNext()) filas.Delete();
+}
+
+// Copies the register row that a line names and returns the code of the copy.
+QString duplicaRegistro(Database& origen, Recordset& registroDestino, Recordset& contadores,
+                        const QString& codigo, const QString& fecha) {
+  const auto fila = registroDe(origen, codigo);
+  const bool repercutido = codigo.startsWith(QLatin1Char('R'));
+  const QString contador = repercutido ? QStringLiteral("NLinIVAR") : QStringLiteral("NLinIVAS");
+  registroDestino.AddNew();
+  copiaCampos(*fila, registroDestino);
+  if (EsFecha(fecha)) registroDestino.Fields("FechaC") = fecha;
+  const QString nuevo = codigoRegistro(repercutido ? QLatin1Char('R') : QLatin1Char('S'),
+                                       static_cast<int>(contadores.Fields(contador).toLong()) + 1);
+  registroDestino.Fields("Codigo") = nuevo;
+  registroDestino.Fields("Asiento") = contadores.Fields("Asiento").Value();
+  registroDestino.Update();
+  tomaContador(contadores, contador);
+  return nuevo;
+}
+
+}  // namespace
+
+bool duplicaAsiento(Database& origen, Database& destino, int asiento, const QString& fecha,
+                    int digitosSubcuenta, bool eliminar) {
+  const auto diario = destino.OpenRecordset(QStringLiteral("Select * from diario"));
+  const auto contadores = destino.OpenRecordset(QStringLiteral("Select * from Empresa"));
+  const auto registro = destino.OpenRecordset(QStringLiteral("Select * from RSIVA"));
+  const auto lineas = lineasDelAsiento(origen, QString::number(asiento));
+  if (contadores->Fields("SubCuN01").toLong() != digitosSubcuenta) return false;
+
+  QString codigoViejo;
+  QString codigoNuevo;
+  for (; !lineas->Eof(); lineas->MoveNext()) {
+    const QString codigo = lineas->Fields("ApunteIVA").display();
+    if (!codigo.isEmpty() && codigoNuevo.isEmpty()) {
+      codigoViejo = codigo;
+      codigoNuevo = duplicaRegistro(origen, *registro, *contadores, codigo, fecha);
+    }
+    diario->AddNew();
+    copiaCampos(*lineas, *diario);
+    diario->Fields("NLinea") = contadores->Fields("NLinDiario").Value();
+    diario->Fields("NAsiento") = contadores->Fields("Asiento").Value();
+    if (EsFecha(fecha)) diario->Fields("Fecha") = fecha;
+    if (!codigoNuevo.isEmpty()) diario->Fields("ApunteIVA") = codigoNuevo;
+    diario->Update();
+    tomaContador(*contadores, QStringLiteral("NLinDiario"));
+  }
+  tomaContador(*contadores, QStringLiteral("Asiento"));
+  if (eliminar) {
+    borraTodo(*lineasDelAsiento(origen, QString::number(asiento)));
+    if (!codigoViejo.isEmpty()) borraTodo(*registroDe(origen, codigoViejo));
+  }
+  return true;
+}
+
+QString sentenciaDeCambio(const CambioMasivo& cambio) {
+  QString condicion;
+  switch (cambio.campo) {
+    case CampoCambio::NAsiento:
+      condicion = QStringLiteral("NAsiento = ") + cambio.localizar;
+      break;
+    case CampoCambio::Fecha:
+      condicion = QStringLiteral("Fecha = #") + Format(cambio.localizar, QStringLiteral("m-d-yy")) +
+                  QLatin1Char('#');
+      break;
+    case CampoCambio::Subcuenta:
+      condicion = QStringLiteral("Subcuenta = '") + cambio.localizar + QLatin1Char('\'');
+      break;
+    case CampoCambio::Descripcion:
+      condicion = QStringLiteral("Descripcion like '") + cambio.localizar + QLatin1Char('\'');
+      break;
+    case CampoCambio::Importe:
+      condicion = QStringLiteral("Importe = ") + cambio.localizar;
+      break;
+  }
+  return QStringLiteral("Select * from Diario where ") + condicion +
+         QStringLiteral(" and fecha >= #") + cambio.fechaDesde +
+         QStringLiteral("# and fecha <= #") + cambio.fechaHasta + QLatin1Char('#');
+}
+
+void cambiaDatos(Database& empresa, const CambioMasivo& cambio, const Avance& avance) {
+  static const std::array<QString, 5> kCampos = {"NAsiento", "Fecha", "Subcuenta", "Descripcion",
+                                                 "Importe"};
+  const QString campo = kCampos.at(static_cast<size_t>(cambio.campo));
+  const auto lineas = empresa.OpenRecordset(sentenciaDeCambio(cambio));
+  lineas->MoveLast();
+  const int total = lineas->RecordCount();
+  for (lineas->MoveFirst(); !lineas->Eof(); lineas->MoveNext()) {
+    avance(lineas->AbsolutePosition(), total);
+    try {
+      if (cambio.eliminar) {
+        borraTodo(*lineasDelAsiento(empresa, lineas->Fields("NAsiento").text()));
+      } else {
+        lineas->Edit();
+        lineas->Fields(campo) = cambio.cambiar;
+        lineas->Update();
+      }
+    } catch (const ErrorEjecucion& e) {
+      // A line of an asiento that an earlier line has already taken away.
+      if (e.numero() != err::kRegistroEliminado) throw;
+    }
+  }
+}
+
+void eliminaAsiento(Database& empresa, int asiento, const Avance& avance) {
+  const auto lineas = lineasDelAsiento(empresa, QString::number(asiento));
+  if (lineas->Eof()) return;
+  lineas->MoveLast();
+  const int total = lineas->RecordCount();
+  for (lineas->MoveFirst(); !lineas->Eof(); lineas->MoveNext()) {
+    avance(lineas->AbsolutePosition(), total);
+    const QString codigo = lineas->Fields("ApunteIVA").display();
+    lineas->Delete();
+    if (codigo.isEmpty()) continue;
+    try {
+      const auto registro = registroDe(empresa, codigo);
+      registro->Delete();
+    } catch (const ErrorEjecucion&) {
+      // Lines of one invoice share its row: after the first it is gone already.
+      continue;
+    }
+  }
+}

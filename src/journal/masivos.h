@@ -1,0 +1,39 @@
+// The tools that change many lines at once: duplicating an asiento, replacing or deleting by a
+// condition, deleting an asiento.
+#pragma once
+
+#include <QString>
+
+#include "journal/avance.h"
+
+class Database;
+class DBEngine;
+
+// Copies an asiento, with the register row of its invoice, under the next numbers of `destino`,
+// which may be the same company. With a `fecha` that is a date all its lines take it; otherwise
+// each keeps its own. `eliminar` deletes the original afterwards, register row included. False,
+// with nothing written, when the codes of the two companies have different widths.
+bool duplicaAsiento(Database& origen, Database& destino, int asiento, const QString& fecha,
+                    int digitosSubcuenta, bool eliminar);
+
+// The fields that can be looked for and replaced, in the order of the list on screen.
+enum class CampoCambio { NAsiento, Fecha, Subcuenta, Descripcion, Importe };
+
+struct CambioMasivo {
+  CampoCambio campo = CampoCambio::NAsiento;
+  QString localizar;  // value to find; wildcards are allowed in a description
+  QString cambiar;    // new value; not used when deleting
+  QString fechaDesde;
+  QString fechaHasta;
+  bool eliminar = false;  // the whole asiento of each line found goes, its register rows don't
+};
+
+// The lines that a change is about. The values stand in it as typed.
+QString sentenciaDeCambio(const CambioMasivo& cambio);
+
+// Raises 3021 when no line is found, 3075 for a value that can't stand in a statement, 3421 for a
+// new value that doesn't fit the field. What was done before stays.
+void cambiaDatos(Database& empresa, const CambioMasivo& cambio, const Avance& avance);
+
+// Deletes every line of an asiento and the register rows that its lines name.
+void eliminaAsiento(Database& empresa, int asiento, const Avance& avance);
