@@ -31,7 +31,7 @@ Formulario::Formulario(Contexto& contexto)
     : QDialog(nullptr), ctx(contexto), p_(std::make_unique<Privado>(*this)) {
   icono({});  // so that the drawings named in the .ui files are there
   setSizeGripEnabled(true);
-  connect(qApp, &QApplication::focusChanged, this,
+  connect(qApp, &QApplication::focusChanged, p_.get(),
           [this](QWidget*, QWidget* ahora) { p_->cambioDeFoco(ahora); });
 }
 
@@ -114,8 +114,7 @@ void Formulario::protege(const std::function<void()>& reaccion, const QString& l
   int numero = 0;
   QString texto;
   try {
-    reaccion();
-    return;
+    return reaccion();
   } catch (const ErrorEjecucion& e) {
     numero = e.numero();
     texto = e.descripcion();
@@ -123,6 +122,10 @@ void Formulario::protege(const std::function<void()>& reaccion, const QString& l
     numero = kErrorInterno;
     texto = QString::fromUtf8(e.what());
   }
+  avisarError(numero, texto, lugar);
+}
+
+void Formulario::avisarError(int numero, const QString& texto, const QString& lugar) {
   const QString nombre = objectName();
   try {
     RegistraError(ctx.carpetaPrograma, numero, texto,
