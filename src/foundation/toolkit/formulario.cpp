@@ -31,7 +31,7 @@ Formulario::Formulario(Contexto& contexto)
     : QDialog(nullptr), ctx(contexto), p_(std::make_unique<Privado>(*this)) {
   icono({});  // so that the drawings named in the .ui files are there
   setSizeGripEnabled(true);
-  connect(qApp, &QApplication::focusChanged, this,
+  connect(qApp, &QApplication::focusChanged, p_.get(),
           [this](QWidget*, QWidget* ahora) { p_->cambioDeFoco(ahora); });
 }
 
