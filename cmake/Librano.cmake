@@ -27,6 +27,15 @@ if(LIBRANO_FUZZ)
   add_link_options(-fsanitize=address,undefined)
 endif()
 
+# One precompiled header serves all targets of a kind: the first of them makes it.
+function(librano_precompile target first header)
+  if(target STREQUAL first)
+    target_precompile_headers(${target} PRIVATE ${CMAKE_SOURCE_DIR}/cmake/${header})
+  else()
+    target_precompile_headers(${target} REUSE_FROM ${first})
+  endif()
+endfunction()
+
 # librano_folder(<name> [CORE_LIBS libs...] [FORMS_LIBS libs...])
 #
 # Makes <name>_core from every source of the folder without widgets, and <name>_forms from frm*, registro.*
@@ -52,7 +61,7 @@ function(librano_folder name)
     add_library(${name}_core STATIC ${core})
     target_link_libraries(
       ${name}_core PUBLIC librano_flags Qt6::Core ${earlier_core} ${ARG_CORE_LIBS})
-    target_precompile_headers(${name}_core PRIVATE ${CMAKE_SOURCE_DIR}/cmake/core_pch.h)
+    librano_precompile(${name}_core foundation_core core_pch.h)
   else()
     add_library(${name}_core INTERFACE)
     target_link_libraries(${name}_core INTERFACE ${earlier_core})
@@ -62,7 +71,7 @@ function(librano_folder name)
     target_link_libraries(
       ${name}_forms PUBLIC ${name}_core Qt6::Widgets Qt6::PrintSupport Qt6::Svg ${earlier_forms}
                            ${ARG_FORMS_LIBS})
-    target_precompile_headers(${name}_forms PRIVATE ${CMAKE_SOURCE_DIR}/cmake/forms_pch.h)
+    librano_precompile(${name}_forms foundation_forms forms_pch.h)
   else()
     add_library(${name}_forms INTERFACE)
     target_link_libraries(${name}_forms INTERFACE ${name}_core ${earlier_forms})

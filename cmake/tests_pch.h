@@ -1,4 +1,11 @@
 #include <gtest/gtest.h>
 
-#include <QtTest/QtTest>
-#include <QtWidgets/QtWidgets>
+#include <QComboBox>
+#include <QDate>
+#include <QDialog>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTest>
+#include <QtCore>
