@@ -229,7 +229,17 @@ void Compositor::ponCampo(const Campo& campo, int y, Fila fila) {
   if (campo.piezas.size() == 1) {
     texto = contenido(campo.piezas[0], fila);
   } else {
-    for (const Pieza& p : campo.piezas) texto += contenido(p, fila);
+    // A label without what it labels is left out.
+    bool datos = false, vacio = true;
+    for (const Pieza& p : campo.piezas) {
+      const QString parte = contenido(p, fila);
+      if (p.clase != Pieza::Clase::Literal) {
+        datos = true;
+        vacio = vacio && parte.isEmpty();
+      }
+      texto += parte;
+    }
+    if (datos && vacio) return;
   }
   if (texto.isEmpty()) return;
   double ancho = tipografia_.ancho(campo.letra, texto);
@@ -319,17 +329,6 @@ Formato formatoDe(FieldType tipo) {
       return Formato::Fecha;
     default:
       return Formato::Texto;
-  }
-}
-
-template <class P, class F>
-void cadaBanda(P& p, F haz) {
-  for (auto* b : {&p.cabeceraInforme, &p.pieInforme, &p.cabeceraPagina, &p.piePagina, &p.detalle,
-                  &p.sigueInforme, &p.anteriorInforme}) {
-    haz(*b);
-  }
-  for (auto& g : p.grupos) {
-    for (auto* b : {&g.cabecera, &g.pie, &g.sigue, &g.anterior}) haz(*b);
   }
 }
 }  // namespace

@@ -56,16 +56,15 @@ std::shared_ptr<const Pagina> Documento::pagina(int numero) {
   return pagina;
 }
 
-void Documento::recorre(int desde, int hasta, const std::function<bool(const Pagina&)>& cada) {
-  cuenta();
-  CursorAvance cursor(*fuente_, columnasRetenidas(plantilla_));
-  Compositor compositor(plantilla_, datos_, tipografia_, cursor);
-  Pagina pagina;
-  for (bool quedan = true; quedan && compositor.numero() < hasta;) {
-    const bool muestra = compositor.numero() + 1 >= desde;
-    quedan = compositor.pagina(muestra ? &pagina : nullptr, paginas());
-    if (muestra && !cada(pagina)) return;
-  }
+Recorrido::Recorrido(const Documento& documento)
+    : documento_(documento),
+      cursor_(documento.fuente(), columnasRetenidas(documento.plantilla())),
+      compositor_(documento.plantilla(), documento.datos(), documento.tipografia(), cursor_) {}
+
+bool Recorrido::siguiente(Pagina* destino) {
+  if (!quedan_) return false;
+  quedan_ = compositor_.pagina(destino, documento_.contado() ? documento_.paginas() : 0);
+  return true;
 }
 
 }  // namespace reports

@@ -6,9 +6,6 @@
 
 namespace reports {
 
-// Told how far long output has come; false cancels it. `de` is 0 while the total isn't known.
-using Avance = std::function<bool(int hecho, int de)>;
-
 class Documento {
  public:
   Documento(Plantilla plantilla, DatosInforme datos, std::unique_ptr<Fuente> fuente);
@@ -28,10 +25,6 @@ class Documento {
   bool contado() const { return contado_; }
   int paginas() const { return static_cast<int>(marcas_.size()); }  // counted so far
 
-  // Lays out the pages from `desde` to `hasta` in one forward pass, giving each to `cada`, which
-  // ends the pass with false. No page is kept.
-  void recorre(int desde, int hasta, const std::function<bool(const Pagina&)>& cada);
-
  private:
   Plantilla plantilla_;
   DatosInforme datos_;
@@ -47,6 +40,20 @@ class Documento {
   std::unique_ptr<Compositor> compone_;
   QList<std::shared_ptr<const Pagina>> recientes_;
   int totalRecientes_ = 0;  // the total that they show
+};
+
+// The pages of a book from the first on, each laid out once and kept by nobody.
+class Recorrido {
+ public:
+  explicit Recorrido(const Documento& documento);
+  // The next page, or one skipped with null; false when there was none left.
+  bool siguiente(Pagina* destino);
+
+ private:
+  const Documento& documento_;
+  CursorAvance cursor_;
+  Compositor compositor_;
+  bool quedan_ = true;
 };
 
 }  // namespace reports

@@ -14,7 +14,7 @@
 
 namespace reports {
 namespace {
-constexpr int kCadaCuanto = 1000;  // rows between two looks at the progress bar
+constexpr int kFilasPorPaso = 1000;
 
 std::vector<ColumnaHoja> columnasDe(const Documento& documento) {
   std::vector<ColumnaHoja> todas = documento.plantilla().hoja;
@@ -39,20 +39,42 @@ Variant celda(const Cursor& cursor, const ColumnaHoja& columna) {
   return mostrado ? Variant(*mostrado) : Variant();
 }
 
-// Gives each row to `fila`; false when cancelled.
-template <class F>
-bool cadaFila(const Documento& documento, const Avance& avance, F fila) {
-  CursorAvance cursor(documento.fuente(), {});
-  for (int n = 0; cursor.situa(n); ++n) {
-    fila(cursor, n);
-    if (avance && n % kCadaCuanto == 0 && !avance(n, 0)) return false;
-  }
-  return true;
-}
-
 [[noreturn]] void noSePuede(const QString& ruta) {
   throw ErrorEjecucion(err::kErrorDeRuta, rutaPrograma(ruta));
 }
+
+class TareaFilas : public Tarea {
+ public:
+  explicit TareaFilas(std::shared_ptr<Documento> documento)
+      : documento_(std::move(documento)),
+        columnas_(columnasDe(*documento_)),
+        cursor_(documento_->fuente(), {}) {}
+  bool paso() override {
+    for (int i = 0; i < kFilasPorPaso; ++i) {
+      if (!cursor_.situa(fila_)) {
+        acaba();
+        return false;
+      }
+      pon(cursor_);
+      ++fila_;
+    }
+    return true;
+  }
+  int hecho() const override { return fila_; }
+  int total() const override { return 0; }
+
+ protected:
+  virtual void pon(const Cursor& cursor) = 0;
+  virtual void acaba() = 0;
+  const Documento& documento() const { return *documento_; }
+  const std::vector<ColumnaHoja>& columnas() const { return columnas_; }
+
+ private:
+  std::shared_ptr<Documento> documento_;
+  std::vector<ColumnaHoja> columnas_;
+  CursorAvance cursor_;
+  int fila_ = 0;
+};
 
 class Libro {
  public:
@@ -137,52 +159,73 @@ QByteArray campoCsv(const Variant& v, Formato formato) {
   if (t.contains(delicados)) t = u'"' + t.replace(u'"', QStringLiteral("\"\"")) + u'"';
   return t.toUtf8();
 }
+class TareaXlsx : public TareaFilas {
+ public:
+  TareaXlsx(std::shared_ptr<Documento> documento, const QString& ruta)
+      : TareaFilas(std::move(documento)),
+        ruta_(ruta),
+        parcial_(ruta + QStringLiteral(".parcial")),
+        // The sheets under way stand beside the result: there is room where it is to be.
+        libro_(QFile::encodeName(parcial_), QFile::encodeName(QFileInfo(ruta).absolutePath()),
+               columnas(), this->documento().datos().mascara) {}
+  ~TareaXlsx() override { QFile::remove(parcial_); }
+
+ protected:
+  void pon(const Cursor& cursor) override { libro_.fila(cursor); }
+  void acaba() override {
+    if (!libro_.cierra()) noSePuede(ruta_);
+    QFile::remove(ruta_);
+    if (!QFile::rename(parcial_, ruta_)) noSePuede(ruta_);
+  }
+
+ private:
+  QString ruta_, parcial_;
+  Libro libro_;
+};
+
+class TareaCsv : public TareaFilas {
+ public:
+  TareaCsv(std::shared_ptr<Documento> documento, const QString& ruta)
+      : TareaFilas(std::move(documento)), fichero_(ruta) {
+    if (!fichero_.open(QIODevice::WriteOnly)) noSePuede(ruta);
+    linea_ = "\xEF\xBB\xBF";
+    for (const ColumnaHoja& c : columnas()) anade(c.titulo, Formato::Texto);
+    escribe();
+  }
+
+ protected:
+  void pon(const Cursor& cursor) override {
+    for (const ColumnaHoja& c : columnas()) anade(celda(cursor, c), c.formato);
+    escribe();
+  }
+  void acaba() override {
+    if (!fichero_.commit()) noSePuede(fichero_.fileName());
+  }
+
+ private:
+  void anade(const Variant& valor, Formato formato) {
+    if (!primera_) linea_ += ';';
+    primera_ = false;
+    linea_ += campoCsv(valor, formato);
+  }
+  void escribe() {
+    fichero_.write(linea_ + "\r\n");
+    linea_.clear();
+    primera_ = true;
+  }
+
+  QSaveFile fichero_;
+  QByteArray linea_;
+  bool primera_ = true;
+};
 }  // namespace
 
-bool exportaXlsx(const Documento& documento, const QString& ruta, const Avance& avance) {
-  const auto columnas = columnasDe(documento);
-  const QString parcial = ruta + QStringLiteral(".parcial");
-  bool entera = false, escrita = false;
-  {
-    // The sheets under way stand beside the result: there is room where it is to be.
-    Libro libro(QFile::encodeName(parcial), QFile::encodeName(QFileInfo(ruta).absolutePath()),
-                columnas, documento.datos().mascara);
-    entera = cadaFila(documento, avance, [&](const Cursor& c, int) { libro.fila(c); });
-    if (entera) escrita = libro.cierra();
-  }
-  if (entera && escrita) {
-    QFile::remove(ruta);
-    escrita = QFile::rename(parcial, ruta);
-  }
-  if (!entera || !escrita) QFile::remove(parcial);
-  if (entera && !escrita) noSePuede(ruta);
-  return entera;
+std::unique_ptr<Tarea> exportaXlsx(std::shared_ptr<Documento> documento, const QString& ruta) {
+  return std::make_unique<TareaXlsx>(std::move(documento), ruta);
 }
 
-bool exportaCsv(const Documento& documento, const QString& ruta, const Avance& avance) {
-  const auto columnas = columnasDe(documento);
-  QSaveFile fichero(ruta);
-  if (!fichero.open(QIODevice::WriteOnly)) noSePuede(ruta);
-  QByteArray linea("\xEF\xBB\xBF");
-  for (size_t c = 0; c < columnas.size(); ++c) {
-    if (c) linea += ';';
-    linea += campoCsv(columnas[c].titulo, Formato::Texto);
-  }
-  fichero.write(linea + "\r\n");
-  const bool entera = cadaFila(documento, avance, [&](const Cursor& cursor, int) {
-    linea.clear();
-    for (size_t c = 0; c < columnas.size(); ++c) {
-      if (c) linea += ';';
-      linea += campoCsv(celda(cursor, columnas[c]), columnas[c].formato);
-    }
-    fichero.write(linea + "\r\n");
-  });
-  if (!entera) {
-    fichero.cancelWriting();
-    return false;
-  }
-  if (!fichero.commit()) noSePuede(ruta);
-  return true;
+std::unique_ptr<Tarea> exportaCsv(std::shared_ptr<Documento> documento, const QString& ruta) {
+  return std::make_unique<TareaCsv>(std::move(documento), ruta);
 }
 
 }  // namespace reports

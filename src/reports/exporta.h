@@ -2,18 +2,17 @@
 // credits as the book shows them.
 #pragma once
 
-#include "reports/documento.h"
+#include "reports/tarea.h"
 
 namespace reports {
 
-// Both write the file whole or not at all, as system paths: false when `avance` (told of rows)
-// cancels it, 75 when it can't be written.
+// Both write the file whole or not at all, to a system path; 75 when it can't be written.
 
 // A workbook; a sheet holds a million rows and what is over goes to the next.
-bool exportaXlsx(const Documento& documento, const QString& ruta, const Avance& avance);
+std::unique_ptr<Tarea> exportaXlsx(std::shared_ptr<Documento> documento, const QString& ruta);
 
 // Semicolons, decimal comma, UTF-8 with its mark: what a Spanish spreadsheet opens by a double
 // click.
-bool exportaCsv(const Documento& documento, const QString& ruta, const Avance& avance);
+std::unique_ptr<Tarea> exportaCsv(std::shared_ptr<Documento> documento, const QString& ruta);
 
 }  // namespace reports

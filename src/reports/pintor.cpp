@@ -36,34 +36,42 @@ QPageLayout papelDe(const Plantilla& p) {
                      apaisado ? QPageLayout::Landscape : QPageLayout::Portrait, QMarginsF());
 }
 
-bool guardaPdf(Documento& documento, const QString& ruta, const QString& titulo, int desde,
-               int hasta, const Avance& avance) {
-  QSaveFile fichero(ruta);
-  if (!fichero.open(QIODevice::WriteOnly)) {
+struct TareaPdf::Privado {
+  explicit Privado(const QString& ruta) : fichero(ruta) {}
+  QSaveFile fichero;
+  std::unique_ptr<QPdfWriter> pdf;
+  QPainter pintor;
+};
+
+TareaPdf::TareaPdf(std::shared_ptr<Documento> documento, const QString& ruta, const QString& titulo,
+                   int desde, int hasta)
+    : TareaPaginas(std::move(documento), desde, hasta), p_(std::make_unique<Privado>(ruta)) {
+  if (!p_->fichero.open(QIODevice::WriteOnly)) {
     throw ErrorEjecucion(err::kErrorDeRuta, rutaPrograma(ruta));
   }
-  bool sigue = true;
-  {
-    QPdfWriter pdf(&fichero);
-    pdf.setTitle(titulo);
-    pdf.setCreator(QStringLiteral("Librano"));
-    pdf.setResolution(kUnidadesPorPulgada);
-    pdf.setPageLayout(papelDe(documento.plantilla()));
-    QPainter pintor(&pdf);
-    documento.recorre(desde, hasta, [&](const Pagina& p) {
-      if (p.numero > desde) pdf.newPage();
-      pinta(pintor, p, documento.tipografia());
-      sigue =
-          !avance || avance(p.numero - desde + 1, std::min(hasta, documento.paginas()) - desde + 1);
-      return sigue;
-    });
+  p_->pdf = std::make_unique<QPdfWriter>(&p_->fichero);
+  p_->pdf->setTitle(titulo);
+  p_->pdf->setCreator(QStringLiteral("Librano"));
+  p_->pdf->setResolution(kUnidadesPorPulgada);
+  p_->pdf->setPageLayout(papelDe(this->documento().plantilla()));
+  p_->pintor.begin(p_->pdf.get());
+}
+
+TareaPdf::~TareaPdf() {
+  p_->pintor.end();
+}
+
+void TareaPdf::pon(const Pagina& pagina, bool primera) {
+  if (!primera) p_->pdf->newPage();
+  pinta(p_->pintor, pagina, documento().tipografia());
+}
+
+void TareaPdf::acaba() {
+  p_->pintor.end();
+  p_->pdf.reset();
+  if (!p_->fichero.commit()) {
+    throw ErrorEjecucion(err::kErrorDeRuta, rutaPrograma(p_->fichero.fileName()));
   }
-  if (!sigue) {
-    fichero.cancelWriting();
-    return false;
-  }
-  if (!fichero.commit()) throw ErrorEjecucion(err::kErrorDeRuta, rutaPrograma(ruta));
-  return true;
 }
 
 }  // namespace reports

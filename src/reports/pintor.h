@@ -3,7 +3,7 @@
 
 #include <QString>
 
-#include "reports/documento.h"
+#include "reports/tarea.h"
 
 class QPageLayout;
 class QPainter;
@@ -16,9 +16,21 @@ void pinta(QPainter& pintor, const Pagina& pagina, const Tipografia& tipografia)
 // Paper and orientation of a book, without margins of the device's own.
 QPageLayout papelDe(const Plantilla& plantilla);
 
-// Saves the pages from `desde` to `hasta` as a PDF, a system path. The file appears whole or not at
-// all: false, and nothing written, when `avance` cancels it; 75 when it can't be written.
-bool guardaPdf(Documento& documento, const QString& ruta, const QString& titulo, int desde,
-               int hasta, const Avance& avance);
+// The pages from `desde` to `hasta` as a PDF, a system path. The file appears whole or not at all.
+class TareaPdf : public TareaPaginas {
+ public:
+  // Raises 75 when the file can't be written.
+  TareaPdf(std::shared_ptr<Documento> documento, const QString& ruta, const QString& titulo,
+           int desde, int hasta);
+  ~TareaPdf() override;
+
+ protected:
+  void pon(const Pagina& pagina, bool primera) override;
+  void acaba() override;
+
+ private:
+  struct Privado;
+  std::unique_ptr<Privado> p_;
+};
 
 }  // namespace reports

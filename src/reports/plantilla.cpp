@@ -322,13 +322,15 @@ class Lector {
     Mancha m;
     m.x = mm(palabras[1]);
     m.ancho = mm(palabras[2]);
-    m.alto = linea ? unidadesDeMm(0.15) : banda_->alto;
+    m.alto = unidadesDeMm(linea ? 0.15 : 4);
     m.gris = linea ? 0 : 90;
     for (const QString& p : palabras.mid(3)) {
       if (p.startsWith(u"y=")) {
         m.y = mm(p.mid(2));
-      } else if (p.startsWith(u"grosor=")) {
+      } else if (linea && p.startsWith(u"grosor=")) {
         m.alto = mm(p.mid(7));
+      } else if (!linea && p.startsWith(u"alto=")) {
+        m.alto = mm(p.mid(5));
       } else if (p.startsWith(u"gris=")) {
         m.gris = int(numero(p.mid(5), 0, 100));
       } else {
@@ -423,7 +425,17 @@ class Lector {
       mayorPie = std::max(mayorPie, g.pie.alto);
     }
     if (alto + mayorPie > p_.altoPapel) falla(QStringLiteral("las bandas no caben en la página"));
-    if (p_.izquierda + p_.derecha >= p_.anchoPapel) falla(QStringLiteral("márgenes"));
+    cadaBanda(p_, [this](const Banda& b) { compruebaBanda(b); });
+  }
+
+  void compruebaBanda(const Banda& b) {
+    const int ancho = p_.anchoPapel - p_.izquierda - p_.derecha + unidadesDeMm(0.5);
+    const auto sale = [ancho](const auto& x) { return x.x + x.ancho > ancho; };
+    if (std::any_of(b.campos.begin(), b.campos.end(), sale) ||
+        std::any_of(b.manchas.begin(), b.manchas.end(), sale)) {
+      falla(QStringLiteral("un campo se sale de la página"));
+    }
+    if (b.alto == 0 && !b.campos.empty()) falla(QStringLiteral("falta el alto de una banda"));
   }
 
   const LeeIncluido& incluido_;

@@ -147,6 +147,18 @@ struct Plantilla {
   std::vector<ColumnaHoja> hoja;
 };
 
+// Gives each band of a template to `haz`.
+template <class P, class F>
+void cadaBanda(P& p, F haz) {
+  for (auto* b : {&p.cabeceraInforme, &p.pieInforme, &p.cabeceraPagina, &p.piePagina, &p.detalle,
+                  &p.sigueInforme, &p.anteriorInforme}) {
+    haz(*b);
+  }
+  for (auto& g : p.grupos) {
+    for (auto* b : {&g.cabecera, &g.pie, &g.sigue, &g.anterior}) haz(*b);
+  }
+}
+
 // Reads a template. `incluido` gives the text of another file of the same folder, named by an
 // `incluye` line. Raises kPlantillaDefectuosa with the line and what is wrong in it.
 using LeeIncluido = std::function<QString(const QString& nombre)>;
