@@ -4,8 +4,8 @@
 // changes go through the control, so that whatever is bound to it follows.
 #pragma once
 
-#include <QObject>
 #include <memory>
+#include <QObject>
 
 #include "foundation/data/recordset.h"
 
@@ -24,16 +24,16 @@ class DataControl : public QObject {
   QString RecordSource() const { return recordSource_; }
   void setRecordSource(const QString& source) { recordSource_ = source; }
 
-  // Opens the file if needed, runs the source and stands on the first row. On failure (3024 no file,
-  // 3061, 3075, 3078, 3343...) the control is left without a recordset.
+  // Opens the file if needed, runs the source and stands on the first row. On failure (3024 no
+  // file, 3061, 3075, 3078, 3343...) the control is left without a recordset.
   void Refresh();
   // Sets both and refreshes.
   void bind(const QString& databaseName, const QString& recordSource);
   void unbind();  // releases the recordset, so that the file can be removed
 
   bool isOpen() const { return recordset_ != nullptr; }
-  // The live recordset; 3021 before the first Refresh. Moving it directly is seen by nobody: use the
-  // members below from forms.
+  // The live recordset; 3021 before the first Refresh. Moving it directly is seen by nobody: use
+  // the members below from forms.
   ::Recordset& Recordset() const;
 
   // The recordset's operations, each followed by the signals for what is bound.
@@ -55,9 +55,9 @@ class DataControl : public QObject {
   bool Eof() const { return Recordset().Eof(); }
 
  Q_SIGNALS:
-  void refreshed();              // another set of rows, or none
-  void repositioned();           // another current row: forms recompute here
-  void rowAdded(int position);   // appended at `position`
+  void refreshed();             // another set of rows, or none
+  void repositioned();          // another current row: forms recompute here
+  void rowAdded(int position);  // appended at `position`
   void rowChanged(int position);
   void rowDeleted(int position);
 

@@ -1,14 +1,14 @@
 // The objects that build and open the database files.
 //
-// A DBEngine holds one connection per file for the whole process: every control on a file shares it.
-// The program has no transactions of its own; the engine groups the single-row updates of one user
-// action and writes them when control returns to the event loop, before a box is shown, before
+// A DBEngine holds one connection per file for the whole process: every control on a file shares
+// it. The program has no transactions of its own; the engine groups the single-row updates of one
+// user action and writes them when control returns to the event loop, before a box is shown, before
 // an error is raised, and every 50 milliseconds of long work.
 #pragma once
 
+#include <memory>
 #include <QObject>
 #include <QStringList>
-#include <memory>
 #include <vector>
 
 #include "foundation/data/errorejecucion.h"
@@ -60,19 +60,20 @@ class Database {
   TableDef tableDef(const QString& name) const;  // 3265
   void deleteTable(const QString& name);
 
-  // What keeps the totals instant on a journal of any length, unseen by TableDefs: an index on columns
-  // of a table, and sums kept beside it by triggers of built-in functions, so that they stay exact
-  // whatever tool writes. The sums are those of `amount` on each side of `side` ("D" is the debit,
-  // anything else the credit), one row for each combination of `keys`: column names, or
+  // What keeps the totals instant on a journal of any length, unseen by TableDefs: an index on
+  // columns of a table, and sums kept beside it by triggers of built-in functions, so that they
+  // stay exact whatever tool writes. The sums are those of `amount` on each side of `side` ("D" is
+  // the debit, anything else the credit), one row for each combination of `keys`: column names, or
   // "Month(column)"; no keys for the one row of the whole table.
   void keepIndex(const QString& table, const QStringList& columns);
   void keepSums(const QString& table, const QString& side, const QString& amount,
                 const QStringList& keys);
 
-  // Stored queries. The text is kept word for word and not looked at: names are resolved when it runs.
+  // Stored queries. The text is kept word for word and not looked at: names are resolved when it
+  // runs.
   void CreateQueryDef(const QString& name, const QString& statement);  // 3012 if it exists
-  QStringList QueryDefs() const;  // names in order of creation
-  QueryDef queryDef(const QString& name) const;  // 3265
+  QStringList QueryDefs() const;                                       // names in order of creation
+  QueryDef queryDef(const QString& name) const;                        // 3265
   void deleteQuery(const QString& name);
 
   // A table, query or statement. 3061 unknown field, 3075 syntax, 3078 unknown source.
@@ -112,8 +113,8 @@ class DBEngine : public QObject {
   // Commits every open group now. Whatever hands control to somebody else calls it: boxes,
   // dialogs, the event loop, external programs.
   void flush();
-  // To be called inside loops of long work: commits when 50 milliseconds have passed since the group
-  // opened, leaving a short pause for other stations.
+  // To be called inside loops of long work: commits when 50 milliseconds have passed since the
+  // group opened, leaving a short pause for other stations.
   void breathe();
 
   // The shared connection of a file, opened if needed.
@@ -122,7 +123,16 @@ class DBEngine : public QObject {
   void setLockTimeout(int milliseconds);
   int lockTimeout() const;
 
+ Q_SIGNALS:
+  // A commit at the return to the event loop failed, where no caller is left to catch it. With 3186
+  // the changes are kept and it is tried again; with 3026 or 3043 they have been undone, as the
+  // text says.
+  void commitFailed(int numero, const QString& descripcion);
+
  private:
+  void askForCommit(int delay);
+  void commitFromLoop();
+
   struct Private;
   std::unique_ptr<Private> d_;
 };

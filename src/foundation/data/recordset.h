@@ -1,14 +1,14 @@
 // The rows of a table, of a stored query or of a statement, with a current row.
 //
-// A recordset over one table, or over a query that keeps to one table, is a set of keys read in order
-// at its opening: rows are fetched as they are needed, so a journal of a million lines opens and
-// scrolls at once. A row added stands at the end. A row that another station deleted raises 3167
-// when touched; one that it changed shows its new values. Sources that join or group are read whole
-// and can't be written (3027).
+// A recordset over one table, or over a query that keeps to one table, is a set of keys read in
+// order at its opening: rows are fetched as they are needed, so a journal of a million lines opens
+// and scrolls at once. A row added stands at the end. A row that another station deleted raises
+// 3167 when touched; one that it changed shows its new values. Sources that join or group are read
+// whole and can't be written (3027).
 #pragma once
 
-#include <QStringList>
 #include <memory>
+#include <QStringList>
 
 #include "foundation/data/variant.h"
 
@@ -18,7 +18,7 @@ class Recordset;
 class FieldRef {
  public:
   FieldRef(Recordset& rs, int ordinal) : rs_(rs), ordinal_(ordinal) {}
-  Variant Value() const;          // 3021 without a current row, 3167 if the row is gone
+  Variant Value() const;                      // 3021 without a current row, 3167 if the row is gone
   FieldRef& operator=(const Variant& value);  // 3020 outside AddNew and Edit; 3421, 3163
   FieldRef& operator=(const FieldRef& other) { return *this = other.Value(); }
   FieldRef(const FieldRef&) = default;
@@ -56,9 +56,10 @@ class Recordset {
   int Ordinal(const QString& name) const;  // -1 when there is none
 
   // Adding and changing. The table's defaults stand in the fields of a new row that aren't set.
-  // Update raises 3022 on a key collision; the edit stays open and CancelUpdate drops it. AddNew and
-  // Edit raise 3260 when another station holds the file beyond the wait, Update 3186. A move drops
-  // an open edit. After the Update of an addition the current row stays the one before AddNew.
+  // Update raises 3022 on a key collision; the edit stays open and CancelUpdate drops it. AddNew
+  // and Edit raise 3260 when another station holds the file beyond the wait, Update 3186. A move
+  // drops an open edit. After the Update of an addition the current row stays the one before
+  // AddNew.
   void AddNew();
   void Edit();
   void Update();
@@ -86,7 +87,7 @@ class Recordset {
   // A bookmark names a row for the life of this recordset.
   using Bookmark = qint64;
   Bookmark bookmark() const;
-  void setBookmark(Bookmark bookmark);  // 3021 if the row isn't in the recordset
+  void setBookmark(Bookmark bookmark);      // 3021 if the row isn't in the recordset
   int positionOf(Bookmark bookmark) const;  // -1 if it isn't there
 
   // Searches by a criterion of the statement language, from the first row or from the one after the

@@ -1,5 +1,6 @@
 #include "foundation/data/variant.h"
 
+#include <cmath>
 #include <limits>
 
 #include "foundation/data/conversion.h"
@@ -99,6 +100,7 @@ Variant convertTo(FieldType type, int size, const Variant& value) {
       case FieldType::Long:
         return value.toLong();
       case FieldType::Double:
+        if (!std::isfinite(value.number())) throw ErrorEjecucion(err::kDesbordamiento);
         return value.number();
       case FieldType::Date:
         return value.dateTime();

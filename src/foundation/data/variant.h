@@ -24,6 +24,7 @@ class Variant {
   bool isNull() const { return std::holds_alternative<std::monostate>(v_); }
   bool isText() const { return std::holds_alternative<QString>(v_); }
   bool isNumber() const;  // long or double
+  bool isInteger() const { return std::holds_alternative<qint64>(v_); }
   bool isDate() const { return std::holds_alternative<QDateTime>(v_); }
   bool isBoolean() const { return std::holds_alternative<bool>(v_); }
 
@@ -37,6 +38,9 @@ class Variant {
   QDateTime dateTime() const;
   bool toBool() const;
 
+  // The whole number as it is held, whatever its range: only if isInteger().
+  qint64 integer() const { return std::get<qint64>(v_); }
+
   // As text(), with Null as empty text: for controls that show a field.
   QString display() const;
 
@@ -48,6 +52,6 @@ class Variant {
 };
 
 // Converts to a column's type, as an assignment to a field does: text to number by the Spanish
-// rules, text to date day first, anything to text. Null stays Null. 3421 when it can't be done, 3421
-// for a long beyond 32 bits, 3163 for a text longer than `size` (0: no limit).
+// rules, text to date day first, anything to text. Null stays Null. 3421 when it can't be done,
+// 3421 for a long beyond 32 bits, 3163 for a text longer than `size` (0: no limit).
 Variant convertTo(FieldType type, int size, const Variant& value);

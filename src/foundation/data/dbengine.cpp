@@ -1,0 +1,123 @@
+#include "foundation/data/dbengine.h"
+
+#include <QFileInfo>
+#include <QHash>
+#include <QThread>
+#include <QTimer>
+
+#include "foundation/data/connection.h"
+#include "foundation/data/recordsetimpl.h"
+#include "foundation/rutas.h"
+
+namespace {
+
+constexpr qint64 kLongWork = 50;  // milliseconds that a group of long work may hold the file
+constexpr int kPause = 5;         // longer than the other stations' polling
+constexpr int kRetry = 500;
+
+}  // namespace
+
+struct DBEngine::Private {
+  QHash<QString, std::weak_ptr<Connection>> pool;
+  std::shared_ptr<Connection::Settings> settings = std::make_shared<Connection::Settings>();
+  std::unique_ptr<Workspace> workspace;
+  bool commitAsked = false;
+
+  std::vector<std::shared_ptr<Connection>> open() {
+    std::vector<std::shared_ptr<Connection>> connections;
+    for (auto it = pool.begin(); it != pool.end();) {
+      if (auto connection = it->lock()) {
+        connections.push_back(std::move(connection));
+        ++it;
+      } else {
+        it = pool.erase(it);
+      }
+    }
+    return connections;
+  }
+};
+
+DBEngine::DBEngine(QObject* parent) : QObject(parent), d_(std::make_unique<Private>()) {
+  d_->workspace = std::make_unique<Workspace>(*this);
+  d_->settings->groupOpened = [this] { askForCommit(0); };
+}
+
+DBEngine::~DBEngine() {
+  // Recordsets may outlive the engine: their groups end with their connection.
+  d_->settings->groupOpened = nullptr;
+  try {
+    flush();
+  } catch (const ErrorEjecucion&) {
+    // The connection tries again when its last user goes.
+  }
+}
+
+Workspace& DBEngine::Workspaces(int item) {
+  if (item != 0) throw ErrorEjecucion(err::kElementoNoEncontrado, QString::number(item));
+  return *d_->workspace;
+}
+
+void DBEngine::askForCommit(int delay) {
+  if (d_->commitAsked) return;
+  d_->commitAsked = true;
+  QTimer::singleShot(delay, this, [this] { commitFromLoop(); });
+}
+
+void DBEngine::commitFromLoop() {
+  d_->commitAsked = false;
+  try {
+    flush();
+  } catch (const ErrorEjecucion& e) {
+    const bool stillOpen = e.numero() == err::kNoSePuedeGuardar;
+    if (stillOpen) askForCommit(kRetry);
+    Q_EMIT commitFailed(e.numero(), e.descripcion());
+  }
+}
+
+void DBEngine::flush() {
+  for (const auto& connection : d_->open()) connection->commit();
+}
+
+void DBEngine::breathe() {
+  bool committed = false;
+  for (const auto& connection : d_->open()) {
+    if (!connection->inGroup() || connection->groupAge() < kLongWork) continue;
+    connection->commit();
+    committed = true;
+  }
+  if (committed) QThread::msleep(kPause);
+}
+
+std::shared_ptr<Connection> DBEngine::connection(const QString& path) {
+  const QString systemPath = rutaSistema(path);
+  const QString file = QFileInfo(systemPath).canonicalFilePath();
+  if (file.isEmpty()) throw ErrorEjecucion(err::kBaseNoEncontrada, path);
+  if (auto connection = d_->pool.value(file).lock()) return connection;
+  auto connection = std::make_shared<Connection>(file, path, d_->settings);
+  d_->pool.insert(file, connection);
+  return connection;
+}
+
+void DBEngine::setLockTimeout(int milliseconds) {
+  d_->settings->lockTimeout = milliseconds;
+}
+int DBEngine::lockTimeout() const {
+  return d_->settings->lockTimeout;
+}
+
+std::unique_ptr<Database> Workspace::CreateDatabase(const QString& path, const QString& locale) {
+  const QString systemPath = rutaSistema(path);
+  if (QFileInfo::exists(systemPath)) throw ErrorEjecucion(err::kBaseYaExiste, path);
+  Connection::create(systemPath, path, locale);
+  return OpenDatabase(path);
+}
+
+std::unique_ptr<Database> Workspace::OpenDatabase(const QString& path) {
+  return std::make_unique<Database>(engine_.connection(path));
+}
+
+std::unique_ptr<Recordset> Database::OpenRecordset(const QString& source) {
+  return guarded(*connection_, [&] {
+    return std::make_unique<Recordset>(std::make_unique<Recordset::Impl>(connection_, source));
+  });
+}

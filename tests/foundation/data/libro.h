@@ -1,0 +1,111 @@
+// A small book of accounts on a real file in a folder of its own, for the tests of the engine, and
+// the other programs and stations that share it.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <QProcess>
+#include <QTemporaryDir>
+
+#include "foundation/data/datacontrol.h"
+#include "foundation/data/dbengine.h"
+
+// The number of the error that something raises; 0 if it raises none.
+template <typename F>
+int numeroDeError(F&& algo) {
+  try {
+    algo();
+  } catch (const ErrorEjecucion& e) {
+    return e.numero();
+  }
+  return 0;
+}
+
+inline const QString kLocale = QStringLiteral(";LANGID=0x0409;CP=1252;COUNTRY=0");
+
+class Libro : public testing::Test {
+ protected:
+  Libro() {
+    db = engine.Workspaces(0).CreateDatabase(ruta, kLocale);
+    TableDef empresa{QStringLiteral("Empresa"), {}, {}};
+    empresa.CreateField("IdCodigo", FieldType::Long).DefaultValue = QStringLiteral("1");
+    empresa.CreateField("Año", FieldType::Long);
+    empresa.CreateField("NLinDiario", FieldType::Long).DefaultValue = QStringLiteral("0");
+    empresa.CreateField("Limpiar", FieldType::Boolean);
+    empresa.Indexes = {{"IdCodigo", true, true, {"IdCodigo"}}};
+    db->appendTable(empresa);
+    TableDef diario{QStringLiteral("Diario"), {}, {}};
+    diario.CreateField("NLinea", FieldType::Long);
+    diario.CreateField("NAsiento", FieldType::Long);
+    diario.CreateField("Fecha", FieldType::Date);
+    diario.CreateField("Subcuenta", FieldType::Text, 9);
+    diario.CreateField("Descripcion", FieldType::Text, 50);
+    diario.CreateField("DH", FieldType::Text, 1);
+    diario.CreateField("Importe", FieldType::Double);
+    diario.CreateField("TipoDiario", FieldType::Text, 1).DefaultValue = QStringLiteral("\"1\"");
+    for (Field& campo : diario.Fields) campo.AllowZeroLength = true;
+    db->appendTable(diario);
+    db->appendIndex("Diario", {"NLinea", true, true, {"NLinea"}});
+    engine.flush();
+  }
+
+  // One line through an open recordset; the fields not named stay as the table has them.
+  static void anota(Recordset& rs, int linea, int asiento, const QString& subcuenta,
+                    const QString& dh, const Variant& importe) {
+    rs.AddNew();
+    rs.Fields("NLinea") = linea;
+    rs.Fields("NAsiento") = asiento;
+    rs.Fields("Fecha") = QDate(2003, 1 + linea % 12, 15);
+    rs.Fields("Subcuenta") = subcuenta;
+    rs.Fields("DH") = dh;
+    rs.Fields("Importe") = importe;
+    rs.Update();
+  }
+  void anotaLineas(int cuantas) {
+    const auto rs = db->OpenRecordset("Diario");
+    for (int i = 1; i <= cuantas; ++i)
+      anota(*rs, i, i / 2, "43000000" + QString::number(i % 5), "D", i);
+    engine.flush();
+  }
+  static QList<Variant> columna(Recordset& rs, const QString& campo) {
+    QList<Variant> valores;
+    for (int i = 0; i < rs.rowTotal(); ++i) valores += rs.cell(i, rs.Ordinal(campo));
+    return valores;
+  }
+
+  // What a plain tool of the file's library prints for a statement: another program altogether.
+  QString herramienta(const QString& sql) const {
+    QProcess p;
+    p.start(QStringLiteral("sqlite3"), {ruta, sql});
+    p.waitForFinished();
+    return QString::fromUtf8(p.readAllStandardOutput() + p.readAllStandardError()).trimmed();
+  }
+
+  QTemporaryDir carpeta;
+  QString ruta = carpeta.filePath(QStringLiteral("Conta.MDB"));
+  DBEngine engine;
+  std::unique_ptr<Database> db;
+};
+
+// Another station: a plain tool that holds a transaction open until it is told to end.
+class OtroPuesto {
+ public:
+  explicit OtroPuesto(const QString& ruta) {
+    proceso_.start(QStringLiteral("sqlite3"), {QStringLiteral("-batch"), ruta});
+    proceso_.waitForStarted();
+  }
+  ~OtroPuesto() {
+    proceso_.closeWriteChannel();
+    proceso_.waitForFinished();
+  }
+  // Runs statements and waits until they are done.
+  void ejecuta(const QString& sql) {
+    proceso_.write((sql + "\n.print hecho\n").toUtf8());
+    QByteArray salida;
+    while (!salida.contains("hecho") && proceso_.waitForReadyRead()) salida += proceso_.readAll();
+    ASSERT_TRUE(salida.contains("hecho")) << salida.toStdString();
+  }
+
+ private:
+  QProcess proceso_;
+};
