@@ -29,17 +29,19 @@ endif()
 
 # librano_folder(<name> [CORE_LIBS libs...] [FORMS_LIBS libs...])
 #
-# Makes <name>_core from every source of the folder without widgets, and <name>_forms from frm*
+# Makes <name>_core from every source of the folder without widgets, and <name>_forms from frm*, registro.*
 # and the subfolders toolkit/ and widgets/. Each is linked with the folders given before it in
 # LIBRANO_FOLDERS, so a folder can only reach those to its left. A folder without sources of one
 # kind gets an empty interface target.
 function(librano_folder name)
   cmake_parse_arguments(ARG "" "" "CORE_LIBS;FORMS_LIBS" ${ARGN})
-  file(GLOB_RECURSE all CONFIGURE_DEPENDS *.cpp *.ui *.qrc)
+  file(GLOB_RECURSE all RELATIVE ${CMAKE_CURRENT_SOURCE_DIR} CONFIGURE_DEPENDS *.cpp *.ui *.qrc)
   set(forms ${all})
-  list(FILTER forms INCLUDE REGEX "(/frm[^/]*$|/toolkit/|/widgets/|\\.qrc$)")
+  # Relative: the checkout itself may lie in a folder of one of these names.
+  set(patron "(^|/)(frm[^/]*$|registro[.]|toolkit/|widgets/|[^/]*[.]qrc$)")
+  list(FILTER forms INCLUDE REGEX ${patron})
   set(core ${all})
-  list(FILTER core EXCLUDE REGEX "(/frm[^/]*$|/toolkit/|/widgets/|\\.qrc$)")
+  list(FILTER core EXCLUDE REGEX ${patron})
 
   get_property(earlier GLOBAL PROPERTY LIBRANO_FOLDERS)
   list(TRANSFORM earlier APPEND _core OUTPUT_VARIABLE earlier_core)

@@ -3,9 +3,12 @@
 
 #include <QApplication>
 
+#include "foundation/toolkit/tema.h"
+
 int main(int argc, char** argv) {
   qputenv("QT_QPA_PLATFORM", "offscreen");
   QApplication app(argc, argv);
+  aplicarTema(app);
   testing::InitGoogleTest(&argc, argv);
   return RUN_ALL_TESTS();
 }

@@ -4,10 +4,10 @@
 // registered stay disabled.
 #pragma once
 
-#include <QHash>
-#include <QString>
 #include <functional>
 #include <memory>
+#include <QHash>
+#include <QString>
 
 struct Contexto;
 class Formulario;
@@ -32,14 +32,17 @@ class Registro {
   bool mostrar(const QString& nombre);
   // Shows a form that takes the place of the open ones (login, main window): they are closed first.
   bool cambiarA(const QString& nombre);
-  // The open form of a name, the topmost if there are several; null when it isn't open. Other forms'
-  // fields are reached by it: `formulario->findChild<QLineEdit*>("TxtSubcuenta")`.
+  // The open form of a name, the topmost if there are several; null when it isn't open. Other
+  // forms' fields are reached by it: `formulario->findChild<QLineEdit*>("TxtSubcuenta")`.
   Formulario* abierto(const QString& nombre) const;
 
  private:
   friend class Formulario;
+  void apuntar(Formulario& forma);
+  void olvidar(Formulario& forma);
+
   Contexto& contexto_;
   QHash<QString, Fabrica> fabricas_;
-  QList<Formulario*> abiertos_;  // in order of opening
+  QList<Formulario*> abiertos_;       // in order of opening
   std::unique_ptr<Formulario> base_;  // the form that stands alone at the bottom
 };

@@ -1,0 +1,110 @@
+#include "company/crearbase.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+#include "company/consultas.h"
+#include "company/semillas.h"
+#include "company/tablas.h"
+#include "foundation/creaini.h"
+#include "foundation/data/dbengine.h"
+#include "foundation/data/ignorar.h"
+#include "foundation/rutas.h"
+
+namespace {
+
+constexpr int kEmpresaNueva = 1;
+
+// What a file being built needs to know.
+struct Obra {
+  Database& base;
+  int digitosCuenta;
+  int digitosSubcuenta;
+  bool nuevo;
+  const DatosEmpresa& datos;
+};
+
+void creaTabla(const Obra& obra, const QString& nombre) {
+  TableDef tabla = definicionDeTabla(nombre, obra.digitosCuenta, obra.digitosSubcuenta);
+  const std::vector<Index> indices = std::exchange(tabla.Indexes, {});
+  obra.base.appendTable(tabla);
+  for (const Index& indice : indices) obra.base.appendIndex(nombre, indice);
+}
+
+void escribeFilaDeEmpresa(const Obra& obra) {
+  DatosEmpresa datos = obra.datos;
+  datos.MayorN01 = QString::number(obra.digitosCuenta);
+  datos.SubCuN01 = QString::number(obra.digitosSubcuenta);
+  const auto empresa = obra.base.OpenRecordset(QStringLiteral("Empresa"));
+  ignorando([&] {
+    empresa->AddNew();
+    empresa->Fields(0) = 1;
+    escribeDatosEmpresa(*empresa, datos);
+    empresa->Update();
+  });
+}
+
+// The rows that follow a table, if any.
+void siembra(const Obra& obra, const QString& tabla) {
+  if (tabla == QLatin1String("Nivel01")) siembraNivel01(obra.base);
+  if (tabla == QLatin1String("Nivel02")) siembraNivel02(obra.base);
+  if (tabla == QLatin1String("ActPas")) siembraActPas(obra.base);
+  if (!obra.nuevo) return;
+  if (tabla == QLatin1String("Empresa")) escribeFilaDeEmpresa(obra);
+  if (tabla == QLatin1String("Conceptos")) siembraConceptos(obra.base);
+  if (tabla == QLatin1String("TiposIVA")) {
+    siembraTiposIVA(obra.base);
+    siembraSubcuentasEspeciales(obra.base, obra.digitosCuenta, obra.digitosSubcuenta, obra.datos);
+  }
+}
+
+// The journal is read by asiento, by date and by subcuenta at every key, and grows without end.
+void aligeraDiario(Database& base) {
+  const QString diario = QStringLiteral("Diario");
+  base.keepIndex(diario, {QStringLiteral("NAsiento")});
+  base.keepIndex(diario, {QStringLiteral("Subcuenta"), QStringLiteral("Fecha"),
+                          QStringLiteral("NAsiento"), QStringLiteral("NLinea")});
+  base.keepIndex(diario, {QStringLiteral("Fecha"), QStringLiteral("NAsiento")});
+  base.keepIndex(QStringLiteral("Subcuentas"), {QStringLiteral("Descripcion")});
+  const QList<QStringList> claves = {{},
+                                     {QStringLiteral("NAsiento")},
+                                     {QStringLiteral("Subcuenta"), QStringLiteral("Month(Fecha)")}};
+  for (const QStringList& clave : claves)
+    base.keepSums(diario, QStringLiteral("DH"), QStringLiteral("Importe"), clave);
+}
+
+}  // namespace
+
+void CrearBase(DBEngine& motor, const QString& ruta, int digitosCuenta, int digitosSubcuenta,
+               int nuevo, const DatosEmpresa& datos) {
+  const auto base = motor.Workspaces(0).CreateDatabase(ruta, QLatin1String(kOrdenGeneral));
+  const Obra obra{*base, digitosCuenta, digitosSubcuenta, nuevo == kEmpresaNueva, datos};
+  for (const QString& tabla : nombresDeTablas()) {
+    creaTabla(obra, tabla);
+    siembra(obra, tabla);
+  }
+  // A new company holds the kinds of receipt twice: the grid of the receipts shows both runs.
+  if (obra.nuevo) siembraTipoRecibos(*base);
+  siembraTipoRecibos(*base);
+  for (const Consulta& consulta : consultasDeEmpresa())
+    base->CreateQueryDef(QString::fromUtf8(consulta.nombre), QString::fromUtf8(consulta.texto));
+  aligeraDiario(*base);
+}
+
+void creaEmpresa(DBEngine& motor, const QString& dirDatos, const DatosEmpresa& datos) {
+  const auto catalogo = motor.Workspaces(0).OpenDatabase(dirDatos + QStringLiteral("Inicio.mdb"));
+  const auto empresas =
+      catalogo->OpenRecordset(QStringLiteral("Select * from Empresas order by nombreempresa"));
+  empresas->AddNew();
+  empresas->Fields(0) = datos.NombreEmpresa;
+  empresas->Update();
+
+  const QString carpeta = rutaSistema(dirDatos + datos.NombreEmpresa);
+  if (!QDir().mkdir(carpeta)) {
+    const bool sinCamino = !QFileInfo(carpeta).dir().exists();
+    throw ErrorEjecucion(sinCamino ? err::kRutaNoEncontrada : err::kErrorDeRuta, carpeta);
+  }
+  CrearBase(motor, dirDatos + datos.NombreEmpresa + QStringLiteral("/Conta.MDB"),
+            static_cast<int>(Variant(datos.MayorN01).toLong()),
+            static_cast<int>(Variant(datos.SubCuN01).toLong()), kEmpresaNueva, datos);
+}

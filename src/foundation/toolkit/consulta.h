@@ -1,0 +1,25 @@
+// Where a look-up dialog writes what is chosen: the field of the form that asked for it.
+//
+// The caller says which by the session's CodigoAccion. The forms are reached by name, so a look-up
+// knows none of them; a form that isn't open, or a code that isn't in the table, gets nothing.
+#pragma once
+
+#include <QString>
+#include <span>
+
+struct Contexto;
+
+struct DestinoConsulta {
+  int codigoAccion;
+  const char* formulario;
+  const char* control;
+};
+
+// For subcuentas, from the plan browser.
+std::span<const DestinoConsulta> destinosDeSubcuenta();
+// For rates of IVA, from their table.
+std::span<const DestinoConsulta> destinosDeTipoIVA();
+
+// Writes `codigo` into the field that the session's CodigoAccion names. True if there was one.
+bool entregarConsulta(Contexto& contexto, std::span<const DestinoConsulta> destinos,
+                      const QString& codigo);

@@ -1,0 +1,37 @@
+// The bar of a long process: it moves, the window stays painted, and other input is refused.
+//
+//   Progreso progreso(ctx, principal.Bar(), total);
+//   while (!datos.Eof()) { ...; progreso.avanza(fila); }
+//   progreso.oculta();
+//
+// A process that fails leaves its bar as it stands.
+#pragma once
+
+#include <memory>
+#include <QElapsedTimer>
+
+struct Contexto;
+class QProgressBar;
+
+class Progreso {
+ public:
+  // Shows the bar at 0 of `maximo`.
+  Progreso(Contexto& contexto, QProgressBar& barra, int maximo);
+  ~Progreso();  // takes input again; keys and clicks that came meanwhile are dropped
+
+  // To be called for each row: it costs nothing until some 30 milliseconds have passed. Gives the
+  // engine its breath.
+  void avanza(int valor);
+  void avanza();  // by one
+  void oculta();
+
+ private:
+  class Guardia;
+  void atender();
+
+  Contexto& contexto_;
+  QProgressBar& barra_;
+  QElapsedTimer reloj_;
+  int valor_ = 0;
+  std::unique_ptr<Guardia> guardia_;
+};

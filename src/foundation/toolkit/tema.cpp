@@ -1,0 +1,74 @@
+#include "foundation/toolkit/tema.h"
+
+#include <QApplication>
+#include <QLibraryInfo>
+#include <QLocale>
+#include <QPainter>
+#include <QProxyStyle>
+#include <QStyleFactory>
+#include <QStyleOption>
+#include <QTranslator>
+
+// The drawings lie in a static library: nothing would pull them into the program by itself.
+static void cargarDibujos() {
+  Q_INIT_RESOURCE(iconos);
+}
+
+namespace {
+// A keyboard program shows at any time where the keyboard is, and never makes it wait.
+class Estilo : public QProxyStyle {
+ public:
+  Estilo() : QProxyStyle(QStyleFactory::create(QStringLiteral("Fusion"))) {}
+
+  int styleHint(StyleHint cosa, const QStyleOption* opcion, const QWidget* control,
+                QStyleHintReturn* mas) const override {
+    switch (cosa) {
+      case SH_UnderlineShortcut:
+        return 1;
+      case SH_Widget_Animation_Duration:
+        return 0;
+      case SH_RequestSoftwareInputPanel:
+        return 0;
+      default:
+        return QProxyStyle::styleHint(cosa, opcion, control, mas);
+    }
+  }
+
+  void drawPrimitive(PrimitiveElement elemento, const QStyleOption* opcion, QPainter* pintor,
+                     const QWidget* control) const override {
+    if (elemento != PE_FrameFocusRect) {
+      return QProxyStyle::drawPrimitive(elemento, opcion, pintor, control);
+    }
+    pintor->save();
+    pintor->setRenderHint(QPainter::Antialiasing);
+    pintor->setPen(QPen(opcion->palette.color(QPalette::Highlight), 1.5));
+    pintor->setBrush(Qt::NoBrush);
+    pintor->drawRoundedRect(QRectF(opcion->rect).adjusted(1, 1, -1, -1), 2, 2);
+    pintor->restore();
+  }
+};
+
+void cargarTextos(QApplication& aplicacion) {
+  QLocale::setDefault(QLocale(QLocale::Spanish, QLocale::Spain));
+  const QStringList carpetas = {QLibraryInfo::path(QLibraryInfo::TranslationsPath),
+                                QCoreApplication::applicationDirPath() + QStringLiteral("/textos")};
+  auto* textos = new QTranslator(&aplicacion);
+  for (const auto& carpeta : carpetas) {
+    if (textos->load(QStringLiteral("qtbase_es"), carpeta)) {
+      aplicacion.installTranslator(textos);
+      return;
+    }
+  }
+}
+}  // namespace
+
+void aplicarTema(QApplication& aplicacion) {
+  QApplication::setStyle(new Estilo);
+  cargarTextos(aplicacion);
+  QApplication::setWindowIcon(icono(QStringLiteral("librano")));
+}
+
+QIcon icono(const QString& nombre) {
+  cargarDibujos();
+  return nombre.isEmpty() ? QIcon() : QIcon(QStringLiteral(":/iconos/%1.svg").arg(nombre));
+}

@@ -1,0 +1,94 @@
+#include "journal/apunte.h"
+
+#include "foundation/data/datacontrol.h"
+#include "foundation/data/errorejecucion.h"
+
+namespace {
+
+constexpr struct {
+  const char* campo;
+  Variant Apunte::*valor;
+} kCampos[] = {
+    {"NAsiento", &Apunte::NAsiento},
+    {"Fecha", &Apunte::Fecha},
+    {"Subcuenta", &Apunte::Subcuenta},
+    {"Descripcion", &Apunte::Descripcion},
+    {"DH", &Apunte::DH},
+    {"Importe", &Apunte::Importe},
+    {"ApunteIVA", &Apunte::ApunteIVA},
+    {"FacturaZuri", &Apunte::FacturaZuri},
+    {"TipoFactura", &Apunte::TipoFactura},
+    {"TipoDiario", &Apunte::TipoDiario},
+    {"EmpresaZuri", &Apunte::EmpresaZuri},
+};
+
+// Runs the sets and the Update of an edit that has just begun, and drops it if any of them fails.
+template <class Filas, class Cambios>
+void completa(Filas& filas, Cambios&& cambios) {
+  try {
+    cambios();
+    filas.Update();
+  } catch (...) {
+    filas.CancelUpdate();
+    throw;
+  }
+}
+
+template <class Filas>
+int toma(Filas& empresa, const QString& contador) {
+  int valor = 0;
+  empresa.Edit();
+  completa(empresa, [&] {
+    FieldRef campo = empresa.Fields(contador);
+    valor = static_cast<int>(campo.toLong());
+    campo = valor + 1;
+  });
+  return valor;
+}
+
+template <class Filas>
+int graba(Filas& diario, Filas& empresa, const Apunte& apunte) {
+  const QString contador = QStringLiteral("NLinDiario");
+  int linea = 0;
+  diario.AddNew();
+  completa(diario, [&] {
+    linea = static_cast<int>(empresa.Fields(contador).toLong());
+    diario.Fields(QStringLiteral("NLinea")) = linea;
+    for (const auto& campo : kCampos) {
+      const Variant& valor = apunte.*campo.valor;
+      if (!valor.isNull()) diario.Fields(QLatin1String(campo.campo)) = valor;
+    }
+  });
+  toma(empresa, contador);
+  return linea;
+}
+
+}  // namespace
+
+int grabaApunte(DataControl& diario, DataControl& empresa, const Apunte& apunte) {
+  return graba(diario, empresa, apunte);
+}
+
+int grabaApunte(Recordset& diario, Recordset& empresa, const Apunte& apunte) {
+  return graba(diario, empresa, apunte);
+}
+
+int tomaAsiento(DataControl& empresa) {
+  return toma(empresa, QStringLiteral("Asiento"));
+}
+
+int tomaAsiento(Recordset& empresa) {
+  return toma(empresa, QStringLiteral("Asiento"));
+}
+
+int tomaContador(DataControl& empresa, const QString& contador) {
+  return toma(empresa, contador);
+}
+
+int tomaContador(Recordset& empresa, const QString& contador) {
+  return toma(empresa, contador);
+}
+
+QString codigoRegistro(QChar lado, int orden) {
+  return lado + QString::number(orden).rightJustified(10, u'0');
+}

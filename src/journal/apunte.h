@@ -1,0 +1,49 @@
+// Posting: how a line reaches the journal and how its counters move.
+//
+// The counters stand in the one row of Empresa. Each is read after the edit that will use it has
+// begun, because from that moment no other station can take it.
+#pragma once
+
+#include <QString>
+
+#include "foundation/data/variant.h"
+
+class DataControl;
+class Recordset;
+
+// A line to be written. What stays Null keeps the table's default: an ordinary line has no
+// ApunteIVA.
+struct Apunte {
+  Variant NAsiento;
+  Variant Fecha;
+  Variant Subcuenta;
+  Variant Descripcion;
+  Variant DH;       // "D" debe, "H" haber
+  Variant Importe;  // signed: positive on the debe, negative on the haber; a number or its text
+  Variant ApunteIVA;
+  Variant FacturaZuri;
+  Variant TipoFactura;
+  Variant TipoDiario;
+  Variant EmpresaZuri;
+};
+
+// Adds a line to the journal and then moves NLinDiario: a number is used before it is counted, so a
+// line that can't be written costs none. Returns its NLinea. `diario` is Diario or a query that
+// keeps to it, `empresa` the row with the counters. Raises 3421 or 3163 for a value that doesn't
+// fit its column, 3022 when another station took the number, 3260 when the file is locked; nothing
+// is written then and no edit stays open.
+int grabaApunte(DataControl& diario, DataControl& empresa, const Apunte& apunte);
+int grabaApunte(Recordset& diario, Recordset& empresa, const Apunte& apunte);
+
+// The next free number of an asiento, consumed by the asking. Nothing gives it back.
+int tomaAsiento(DataControl& empresa);
+int tomaAsiento(Recordset& empresa);
+
+// Takes the value of any counter of Empresa ("NLinDiario", "NLinIVAS"...) and moves it on by one.
+int tomaContador(DataControl& empresa, const QString& contador);
+int tomaContador(Recordset& empresa, const QString& contador);
+
+// The code of a register row: its side, 'S' soportado or 'R' repercutido, and its order in ten
+// digits.
+//   codigoRegistro('S', 12) == "S0000000012"
+QString codigoRegistro(QChar lado, int orden);

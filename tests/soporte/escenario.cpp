@@ -1,0 +1,148 @@
+#include "soporte/escenario.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QFile>
+
+#include "company/crearbase.h"
+#include "company/sesionempresa.h"
+#include "foundation/cini.h"
+#include "foundation/creaini.h"
+#include "foundation/leeconfiguracion.h"
+#include "foundation/rutas.h"
+
+Escenario::Escenario(Hasta hasta, const DatosEmpresa& datos)
+    : formularios(std::make_unique<Registro>(ctx)) {
+  ctx.reloj = &reloj;
+  ctx.cajas = &guion;
+  ctx.formularios = formularios.get();
+  ctx.ejecutar = [this](const QString& programa, const QStringList& argumentos) {
+    ejecutados << (QStringList(programa) + argumentos).join(QLatin1Char(' '));
+  };
+  ctx.terminar = [this] { ++finales; };
+
+  QDir().mkpath(carpetaPrograma());
+  QDir().mkpath(carpetaDatos());
+  Sesion& sesion = ctx.sesion;
+  sesion.VersionPrograma = QStringLiteral("1.6");
+  sesion.DirPrograma = rutaPrograma(carpetaPrograma()) + QLatin1Char('\\');
+  sesion.DirDatos = rutaPrograma(carpetaDatos()) + QLatin1Char('\\');
+  if (hasta < Ajustes) return;
+
+  const QString ajustes = sesion.DirPrograma + QStringLiteral("Config.ini");
+  const struct {
+    const char* seccion;
+    const char* clave;
+    QString valor;
+  } valores[] = {
+      {"Directorios", "Programa", sesion.DirPrograma},
+      {"Directorios", "Datos", sesion.DirDatos},
+      {"Usuarios", "Permitir", QStringLiteral("No")},
+      {"Otros", "Decimal Origen", QStringLiteral(".")},
+      {"Otros", "Decimal Destino", QStringLiteral(",")},
+      {"Version", "Version", sesion.VersionPrograma},
+  };
+  for (const auto& v : valores) {
+    CIni().Grabar(ajustes, QString::fromLatin1(v.seccion), QString::fromLatin1(v.clave), v.valor);
+  }
+  LeeConfiguracion(ajustes, sesion);
+  if (hasta < Catalogo) return;
+
+  CrearInicio(ctx.motor, sesion.rutaCatalogo());
+  if (hasta < Empresa) return;
+
+  creaEmpresa(datos);
+  abreEmpresa(datos.NombreEmpresa);
+}
+
+Escenario::~Escenario() {
+  cierra();
+  formularios.reset();
+}
+
+DatosEmpresa Escenario::empresaDePrueba() {
+  const CuentasPorDefecto cuentas = CalculaCuentas(3, 8);
+  DatosEmpresa d;
+  d.NombreEmpresa = QStringLiteral("Prueba");
+  d.Ano = QStringLiteral("2003");
+  d.FechaCreacion = QStringLiteral("01/01/2003");
+  d.MayorN01 = QStringLiteral("3");
+  d.SubCuN01 = QStringLiteral("8");
+  d.IVASSub = cuentas.IVASSub;
+  d.IVASPro = cuentas.IVASPro;
+  d.IVASCom = cuentas.IVASCom;
+  d.IVARSub = cuentas.IVARSub;
+  d.IVARCli = cuentas.IVARCli;
+  d.IVARVen = cuentas.IVARVen;
+  d.IVASRE = cuentas.IVASRE;
+  d.IVARRE = cuentas.IVARRE;
+  d.MesInicio = QStringLiteral("1");
+  d.Asiento = QStringLiteral("1");
+  d.Mascara = QStringLiteral("#,##0.00 ;-#,##0.00");
+  d.Simbolo = QStringLiteral("€");
+  return d;
+}
+
+void Escenario::creaEmpresa(const DatosEmpresa& datos) {
+  ::creaEmpresa(ctx.motor, ctx.sesion.DirDatos, datos);
+  ctx.motor.flush();
+}
+
+void Escenario::abreEmpresa(const QString& nombre) {
+  ctx.sesion.EmpresaActual = nombre;
+  const auto base = ctx.motor.Workspaces(0).OpenDatabase(ctx.sesion.rutaEmpresa());
+  const auto empresa = base->OpenRecordset(QStringLiteral("Select * from Empresa"));
+  leeEmpresa(*empresa, ctx.sesion);
+}
+
+Formulario& Escenario::abre(const QString& nombre) {
+  if (!formularios->cambiarA(nombre)) qFatal("%s isn't registered", qPrintable(nombre));
+  Formulario* forma = formularios->abierto(nombre);
+  if (!forma) qFatal("%s closed itself while coming up", qPrintable(nombre));
+  activar(*forma);
+  return *forma;
+}
+
+void Escenario::cierra() {
+  const auto abiertos = QApplication::topLevelWidgets();
+  for (auto* ventana : abiertos) {
+    if (auto* forma = qobject_cast<Formulario*>(ventana)) forma->descargar();
+  }
+  reposar();
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+std::vector<QStringList> Escenario::filas(const QString& fuente) const {
+  auto& motor = const_cast<DBEngine&>(ctx.motor);
+  motor.flush();
+  const auto base = motor.Workspaces(0).OpenDatabase(ctx.sesion.rutaEmpresa());
+  const auto registros = base->OpenRecordset(fuente);
+  std::vector<QStringList> todas;
+  for (; !registros->Eof(); registros->MoveNext()) {
+    QStringList fila;
+    for (int i = 0; i < registros->FieldCount(); ++i) fila << registros->Fields(i).display();
+    todas.push_back(fila);
+  }
+  return todas;
+}
+
+QString Escenario::valor(const QString& fuente) const {
+  const auto todas = filas(fuente);
+  return todas.empty() ? QString() : todas.front().value(0);
+}
+
+void Escenario::inserta(const QString& tabla,
+                        const std::vector<std::pair<QString, Variant>>& valores) {
+  const auto base = ctx.motor.Workspaces(0).OpenDatabase(ctx.sesion.rutaEmpresa());
+  const auto registros = base->OpenRecordset(tabla);
+  registros->AddNew();
+  for (const auto& [campo, valor] : valores) registros->Fields(campo) = valor;
+  registros->Update();
+  ctx.motor.flush();
+}
+
+QStringList Escenario::errores() const {
+  QFile fichero(carpetaPrograma() + QStringLiteral("/Errores.txt"));
+  if (!fichero.open(QIODevice::ReadOnly)) return {};
+  return QString::fromUtf8(fichero.readAll()).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+}

@@ -1,0 +1,76 @@
+// A whole installation for one test: a program folder with its settings, a data folder with its
+// catalogue, a company, an open session, a fixed day, and the script for the boxes.
+//
+//   Escenario e;                       // 15/03/2003, company "Prueba", session open
+//   auto& forma = e.abre<FrmConceptos>();
+//   Teclado t(forma);
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <QTemporaryDir>
+#include <vector>
+
+#include "company/datosempresa.h"
+#include "foundation/toolkit/contexto.h"
+#include "foundation/toolkit/formulario.h"
+#include "foundation/toolkit/registro.h"
+#include "soporte/guion.h"
+#include "soporte/teclado.h"
+
+class RelojFijo : public Reloj {
+ public:
+  explicit RelojFijo(QDate hoy) : hoy_(hoy) {}
+  QDate hoy() const override { return hoy_; }
+  void ponEn(QDate hoy) { hoy_ = hoy; }
+
+ private:
+  QDate hoy_;
+};
+
+class Escenario {
+ public:
+  enum Hasta { Carpetas, Ajustes, Catalogo, Empresa };  // how far it is set up
+
+  explicit Escenario(Hasta hasta = Empresa, const DatosEmpresa& datos = empresaDePrueba());
+  ~Escenario();
+
+  // "Prueba", 2003, cuentas of 3 digits and subcuentas of 8, with the default accounts.
+  static DatosEmpresa empresaDePrueba();
+  // Makes another company; abreEmpresa then opens it (or "Prueba") in the session.
+  void creaEmpresa(const DatosEmpresa& datos);
+  void abreEmpresa(const QString& nombre);
+
+  Contexto ctx;
+  RelojFijo reloj{QDate(2003, 3, 15)};
+  Guion guion{ctx.motor};
+  std::unique_ptr<Registro> formularios;
+  QStringList ejecutados;  // programs started, each with its arguments
+  int finales = 0;         // how often the program has been ended
+
+  // Opens a form as the bottom window, registered by its name, and waits for it to be active.
+  template <class F>
+  F& abre() {
+    formularios->registra<F>();
+    return static_cast<F&>(abre(QString::fromLatin1(F::staticMetaObject.className())));
+  }
+  Formulario& abre(const QString& nombre);
+  // Closes it as the program does when another one takes its place.
+  void cierra();
+
+  QString carpetaPrograma() const { return carpeta_.filePath(QStringLiteral("Programa")); }
+  QString carpetaDatos() const { return carpeta_.filePath(QStringLiteral("Datos")); }
+
+  // What the open company's file holds, read apart from any form: rows of texts, Null as empty.
+  std::vector<QStringList> filas(const QString& fuente) const;
+  // The first cell of the first row; empty without rows.
+  QString valor(const QString& fuente) const;
+  // Adds a row to a table of the open company: names and values by turns.
+  void inserta(const QString& tabla, const std::vector<std::pair<QString, Variant>>& valores);
+  // The lines of Errores.txt.
+  QStringList errores() const;
+
+ private:
+  QTemporaryDir carpeta_;
+};

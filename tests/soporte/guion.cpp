@@ -1,0 +1,142 @@
+#include "soporte/guion.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QDialog>
+#include <QPointer>
+
+#include "foundation/data/dbengine.h"
+#include "soporte/teclado.h"
+
+QString Guion::nombre(Clase clase) {
+  static const QStringList nombres = {"mensaje", "pregunta", "entrada", "fichero", "diálogo"};
+  return nombres[static_cast<int>(clase)];
+}
+
+Guion::~Guion() {
+  for (const auto& nivel : pendientes_) {
+    for (const auto& paso : nivel) {
+      ADD_FAILURE() << "Anunciado y no llegado: " << qPrintable(nombre(paso.clase)) << " \""
+                    << qPrintable(paso.texto) << '"';
+    }
+  }
+}
+
+void Guion::esperaMensaje(const QString& texto, const QString& titulo) {
+  pendientes_.back().push_back({Clase::Mensaje, texto, titulo, false, {}, {}});
+}
+
+void Guion::esperaPregunta(const QString& texto, bool respuesta, const QString& titulo) {
+  pendientes_.back().push_back({Clase::Pregunta, texto, titulo, respuesta, {}, {}});
+}
+
+void Guion::esperaEntrada(const QString& texto, std::optional<QString> respuesta) {
+  pendientes_.back().push_back({Clase::Entrada, texto, {}, false, std::move(respuesta), {}});
+}
+
+void Guion::esperaFichero(std::optional<QString> respuesta) {
+  pendientes_.back().push_back({Clase::Fichero, {}, {}, false, std::move(respuesta), {}});
+}
+
+void Guion::esperaDialogo(const QString& nombre, std::function<void(Teclado&)> paso) {
+  pendientes_.back().push_back({Clase::Dialogo, nombre, {}, false, {}, std::move(paso)});
+}
+
+bool Guion::agotado() const {
+  return std::all_of(pendientes_.begin(), pendientes_.end(),
+                     [](const auto& nivel) { return nivel.empty(); });
+}
+
+std::optional<Guion::Paso> Guion::siguiente(Clase clase, const QString& texto,
+                                            const QString& titulo) {
+  motor_.flush();
+  ultimo_ = texto;
+  for (auto nivel = pendientes_.rbegin(); nivel != pendientes_.rend(); ++nivel) {
+    if (nivel->empty()) continue;
+    const Paso paso = nivel->front();
+    const bool mismoTexto = clase == Clase::Fichero || paso.texto == texto;
+    if (paso.clase != clase || !mismoTexto) {
+      ADD_FAILURE() << "Se esperaba " << qPrintable(nombre(paso.clase)) << " \""
+                    << qPrintable(paso.texto) << "\" y llega " << qPrintable(nombre(clase)) << " \""
+                    << qPrintable(texto) << '"';
+      return std::nullopt;
+    }
+    EXPECT_TRUE(paso.titulo.isNull() || paso.titulo == titulo)
+        << "Título de \"" << qPrintable(texto) << "\": " << qPrintable(titulo);
+    nivel->pop_front();
+    return paso;
+  }
+  ADD_FAILURE() << "Sin anunciar: " << qPrintable(nombre(clase)) << " \"" << qPrintable(texto)
+                << '"';
+  return std::nullopt;
+}
+
+// A window of its own comes forward and goes, so that the form behind feels what it feels in use.
+void Guion::ensenar(QWidget* padre) {
+  const QPointer<QWidget> anterior = QApplication::activeWindow();
+  {
+    QDialog caja(padre && padre->isVisible() ? padre : nullptr);
+    caja.setModal(true);
+    caja.show();
+    activar(caja);
+  }
+  if (anterior && anterior->isVisible()) activar(*anterior);
+}
+
+void Guion::mensaje(QWidget* padre, const QString& texto, const QString& titulo, Icono) {
+  siguiente(Clase::Mensaje, texto, titulo);
+  ensenar(padre);
+}
+
+bool Guion::pregunta(QWidget* padre, const QString& texto, const QString& titulo, Icono) {
+  const auto paso = siguiente(Clase::Pregunta, texto, titulo);
+  ensenar(padre);
+  return paso && paso->si;
+}
+
+std::optional<QString> Guion::entrada(QWidget* padre, const QString& texto, const QString& titulo,
+                                      const QString& inicial) {
+  const auto paso = siguiente(Clase::Entrada, texto, titulo);
+  ensenar(padre);
+  if (!paso) return std::nullopt;
+  // "\r" is Enter without typing: what was proposed is taken.
+  return paso->respuesta == QLatin1String("\r") ? inicial : paso->respuesta;
+}
+
+std::optional<QString> Guion::abrirFichero(QWidget* padre, const QString& titulo, const QString&,
+                                           const QString&) {
+  const auto paso = siguiente(Clase::Fichero, titulo, titulo);
+  ensenar(padre);
+  return paso ? paso->respuesta : std::nullopt;
+}
+
+std::optional<QString> Guion::guardarFichero(QWidget* padre, const QString& titulo, const QString&,
+                                             const QString&) {
+  return abrirFichero(padre, titulo, {}, {});
+}
+
+void Guion::modal(QDialog& dialogo) {
+  const auto paso = siguiente(Clase::Dialogo, dialogo.objectName(), dialogo.windowTitle());
+  if (!paso) return;
+  const QPointer<QWidget> anterior = QApplication::activeWindow();
+  const QPointer<QDialog> vivo(&dialogo);
+  pendientes_.emplace_back();
+  dialogo.setWindowModality(Qt::ApplicationModal);
+  dialogo.show();
+  if (dialogo.isVisible()) {
+    activar(dialogo);
+    Teclado teclado(dialogo);
+    paso->conducir(teclado);
+  }
+  if (vivo && vivo->isVisible()) {
+    ADD_FAILURE() << "Sigue abierto: " << qPrintable(vivo->objectName());
+    vivo->done(0);
+  }
+  for (const auto& resto : pendientes_.back()) {
+    ADD_FAILURE() << "Anunciado dentro de " << qPrintable(paso->texto)
+                  << " y no llegado: " << qPrintable(resto.texto);
+  }
+  pendientes_.pop_back();
+  if (anterior && anterior->isVisible()) activar(*anterior);
+}

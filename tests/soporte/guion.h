@@ -1,0 +1,65 @@
+// The script of a scenario: which boxes and dialogs come, in order, and what is answered.
+//
+//   Guion guion;
+//   guion.esperaPregunta("¿ Deseas salir de Librano ?", false);
+//   guion.esperaDialogo("FrmSubCuentas", [](Teclado& t) { t.teclea("Caja"); t.pulsa("CmdAceptar");
+//   });
+//
+// A box that wasn't announced, another text than announced, and an announced one that never came
+// are failures of the test. What a dialog's step announces is for the time of that dialog.
+#pragma once
+
+#include <deque>
+#include <functional>
+#include <list>
+
+#include "foundation/toolkit/cajas.h"
+
+class DBEngine;
+class Teclado;
+
+class Guion : public Cajas {
+ public:
+  explicit Guion(DBEngine& motor) : motor_(motor), pendientes_(1) {}
+  ~Guion() override;
+
+  // A null title is any title.
+  void esperaMensaje(const QString& texto, const QString& titulo = {});
+  void esperaPregunta(const QString& texto, bool respuesta, const QString& titulo = {});
+  void esperaEntrada(const QString& texto, std::optional<QString> respuesta);
+  void esperaFichero(std::optional<QString> respuesta);  // to open or to write
+  // The step drives the dialog until it has closed; one still open after it is a failure.
+  void esperaDialogo(const QString& nombre, std::function<void(Teclado&)> paso);
+  // All that was announced has come.
+  bool agotado() const;
+  // What came last, announced or not.
+  const QString& ultimoTexto() const { return ultimo_; }
+
+  void mensaje(QWidget* padre, const QString& texto, const QString& titulo, Icono icono) override;
+  bool pregunta(QWidget* padre, const QString& texto, const QString& titulo, Icono icono) override;
+  std::optional<QString> entrada(QWidget* padre, const QString& texto, const QString& titulo,
+                                 const QString& inicial) override;
+  std::optional<QString> abrirFichero(QWidget* padre, const QString& titulo, const QString& carpeta,
+                                      const QString& filtro) override;
+  std::optional<QString> guardarFichero(QWidget* padre, const QString& titulo,
+                                        const QString& propuesto, const QString& filtro) override;
+  void modal(QDialog& dialogo) override;
+
+ private:
+  enum class Clase { Mensaje, Pregunta, Entrada, Fichero, Dialogo };
+  struct Paso {
+    Clase clase;
+    QString texto;
+    QString titulo;
+    bool si = false;
+    std::optional<QString> respuesta;
+    std::function<void(Teclado&)> conducir;
+  };
+  static QString nombre(Clase clase);
+  std::optional<Paso> siguiente(Clase clase, const QString& texto, const QString& titulo);
+  void ensenar(QWidget* padre);
+
+  DBEngine& motor_;
+  std::list<std::deque<Paso>> pendientes_;  // one level for each dialog being driven
+  QString ultimo_;
+};
