@@ -5,9 +5,9 @@
 
 class CIni {
  public:
-  // Writes a value, replacing the key's own and leaving all else, comments included, as it was. The
-  // file is made if needed and replaced in one step, so an interrupted write loses nothing. A
-  // failure isn't reported: a setting that couldn't be kept reads as before.
+  // Writes a value, leaving other keys and comments as they were. The file is made if needed and
+  // replaced in one step, so an interrupted write loses nothing. A failure isn't reported: a
+  // setting that couldn't be kept reads as before.
   void Grabar(const QString& Archivo, const QString& Seccion, const QString& Clave,
               const QString& Valor);
 

@@ -1,0 +1,112 @@
+#include "soporte/libros.h"
+
+#include <QFile>
+#include <stdexcept>
+
+#include "accounts/crearplan.h"
+#include "company/crearbase.h"
+#include "foundation/creaini.h"
+#include "foundation/data/datacontrol.h"
+#include "foundation/data/ignorar.h"
+#include "foundation/rutas.h"
+#include "journal/apunte.h"
+
+QList<QStringList> leeCsv(const QString& fichero) {
+  QFile csv(QStringLiteral(LIBRANO_DATOS "/") + fichero);
+  if (!csv.open(QIODevice::ReadOnly)) throw std::runtime_error(fichero.toStdString());
+  QList<QStringList> filas;
+  for (const QString& linea : QString::fromUtf8(csv.readAll()).split(u'\n', Qt::SkipEmptyParts))
+    filas += linea.trimmed().split(u';');
+  filas.removeFirst();
+  return filas;
+}
+
+Libros::Libros(int digitosCuenta, int digitosSubcuenta) {
+  CrearInicio(motor, dirDatos() + QStringLiteral("Inicio.mdb"));
+  creaEmpresa(datosPorDefecto(QStringLiteral("Tienda"), digitosCuenta, digitosSubcuenta));
+}
+
+void Libros::creaEmpresa(const DatosEmpresa& datos) {
+  ::creaEmpresa(motor, dirDatos(), datos);
+}
+
+DatosEmpresa Libros::datosPorDefecto(const QString& nombre, int digitosCuenta,
+                                     int digitosSubcuenta) {
+  DatosEmpresa datos;
+  datos.NombreEmpresa = nombre;
+  datos.Ano = QStringLiteral("2024");
+  datos.FechaCreacion = QStringLiteral("02/01/2024");
+  datos.CapitalSocial = QStringLiteral("0");
+  datos.MayorN01 = QString::number(digitosCuenta);
+  datos.SubCuN01 = QString::number(digitosSubcuenta);
+  datos.MesInicio = QStringLiteral("1");
+  datos.Asiento = QStringLiteral("1");
+  datos.Mascara = QStringLiteral("#,##0.00 ;-#,##0.00");
+  const CuentasPorDefecto cuentas = CalculaCuentas(digitosCuenta, digitosSubcuenta);
+  datos.IVASSub = cuentas.IVASSub;
+  datos.IVASPro = cuentas.IVASPro;
+  datos.IVASCom = cuentas.IVASCom;
+  datos.IVARSub = cuentas.IVARSub;
+  datos.IVARCli = cuentas.IVARCli;
+  datos.IVARVen = cuentas.IVARVen;
+  datos.IVASRE = cuentas.IVASRE;
+  datos.IVARRE = cuentas.IVARRE;
+  return datos;
+}
+
+QString Libros::dirDatos() const {
+  return rutaPrograma(carpeta_.path()) + u'\\';
+}
+
+QString Libros::rutaEmpresa(const QString& nombre) const {
+  return dirDatos() + nombre + QStringLiteral("\\Conta.MDB");
+}
+
+std::unique_ptr<Database> Libros::abre(const QString& nombre) {
+  return motor.Workspaces(0).OpenDatabase(rutaEmpresa(nombre));
+}
+
+QStringList Libros::filas(const QString& fuente, const QString& empresa) {
+  const auto base = abre(empresa);
+  const auto filas = base->OpenRecordset(fuente);
+  QStringList lineas;
+  for (; !filas->Eof(); filas->MoveNext()) {
+    QStringList textos;
+    for (int i = 0; i < filas->FieldCount(); ++i)
+      textos += filas->Fields(i).isNull() ? QStringLiteral("-") : filas->Fields(i).text();
+    lineas += textos.join(u'|');
+  }
+  return lineas;
+}
+
+void Libros::asientaTrimestre(const QString& empresa) {
+  const auto base = abre(empresa);
+  siembraPlan(*base, 3);
+  const auto subcuentas = base->OpenRecordset(QStringLiteral("Subcuentas"));
+  for (const QStringList& fila : leeCsv(QStringLiteral("trimestre/subcuentas.csv"))) {
+    subcuentas->AddNew();
+    subcuentas->Fields(QStringLiteral("Subcuenta")) = fila[0];
+    subcuentas->Fields(QStringLiteral("Cuenta")) = fila[0].left(3);
+    subcuentas->Fields(QStringLiteral("Descripcion")) = fila[1];
+    // The special ones are there since the company was made.
+    if (!ignorando([&] { subcuentas->Update(); })) subcuentas->CancelUpdate();
+  }
+
+  DataControl diario(motor), contadores(motor);
+  diario.bind(rutaEmpresa(empresa), QStringLiteral("SqlDiarioPrincipalBlanco"));
+  contadores.bind(rutaEmpresa(empresa), QStringLiteral("Select * from Empresa"));
+  QString enCurso;
+  for (const QStringList& fila : leeCsv(QStringLiteral("trimestre/diario-trimestre.csv"))) {
+    if (fila[0] != enCurso) tomaAsiento(contadores);
+    enCurso = fila[0];
+    const bool debe = !fila[4].isEmpty();
+    Apunte apunte;
+    apunte.NAsiento = fila[0];
+    apunte.Fecha = fila[1];
+    apunte.Subcuenta = fila[2];
+    apunte.Descripcion = fila[3];
+    apunte.DH = debe ? "D" : "H";
+    apunte.Importe = debe ? fila[4] : u'-' + fila[5];
+    grabaApunte(diario, contadores, apunte);
+  }
+}

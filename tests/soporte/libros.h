@@ -1,0 +1,42 @@
+// Real books in a temporary folder, without screens: a data folder with its catalogue, and
+// companies in it.
+#pragma once
+
+#include <memory>
+#include <QList>
+#include <QStringList>
+#include <QTemporaryDir>
+
+#include "company/datosempresa.h"
+#include "foundation/data/dbengine.h"
+
+class Libros {
+ public:
+  // A data folder with a catalogue and the company "Tienda" of 2024.
+  explicit Libros(int digitosCuenta = 3, int digitosSubcuenta = 8);
+
+  // Makes another company, in the catalogue too.
+  void creaEmpresa(const DatosEmpresa& datos);
+  // What the screen of a new company holds, with the default accounts of these widths.
+  static DatosEmpresa datosPorDefecto(const QString& nombre, int digitosCuenta,
+                                      int digitosSubcuenta);
+
+  QString dirDatos() const;  // with its final backslash
+  QString rutaEmpresa(const QString& nombre = QStringLiteral("Tienda")) const;
+  std::unique_ptr<Database> abre(const QString& nombre = QStringLiteral("Tienda"));
+
+  // All rows of a source, each as its fields' texts joined by "|" and Null as "-".
+  QStringList filas(const QString& fuente, const QString& empresa = QStringLiteral("Tienda"));
+
+  // Adds subcuentas and posts the journal of a real-looking quarter: 312 lines in 120 asientos,
+  // whose balances stand in trimestre/saldos-trimestre.csv. The standing plan is sown first.
+  void asientaTrimestre(const QString& empresa = QStringLiteral("Tienda"));
+
+  DBEngine motor;
+
+ private:
+  QTemporaryDir carpeta_;
+};
+
+// The rows of a file of tests/datos with semicolons between fields, without its first line.
+QList<QStringList> leeCsv(const QString& fichero);
