@@ -126,9 +126,15 @@ Connection::~Connection() {
   close();
 }
 
+void Connection::forgetStatements() {
+  std::erase_if(prepared_, [](const auto& entry) {
+    if (!entry.second.busy) sqlite3_finalize(entry.second.handle);
+    return !entry.second.busy;
+  });
+}
+
 void Connection::close() {
-  for (const auto& [sql, prepared] : prepared_) sqlite3_finalize(prepared.handle);
-  prepared_.clear();
+  forgetStatements();
   sqlite3_close_v2(db_);
 }
 
@@ -306,12 +312,14 @@ void Connection::noteDefinitions() {
 Compiled Connection::compiled(const QString& source) {
   const int year = source.contains(u'#') ? companyYear() : 0;
   const StatementKey key = statementKey(source, year);
-  const auto found = plans_.constFind(key.key);
-  if (found != plans_.cend() && found->takesLiterals) return {found->plan, key.literals};
-  auto plan = std::make_shared<const Plan>(compile(source, *schema(), year));
-  if (plans_.size() >= kPlansKept) plans_.clear();
-  plans_.insert(key.key, {plan, plan->params == key.literals});
-  return {plan, plan->params};
+  std::shared_ptr<const Plan> plan = plans_.value(key.key);
+  if (!plan) {
+    plan = std::make_shared<const Plan>(compile(source, *schema(), year));
+    if (plans_.size() >= kPlansKept) plans_.clear();
+    plans_.insert(key.key, plan);
+  }
+  // The plan's own values follow the statement's.
+  return {plan, key.literals + plan->params.mid(key.literals.size())};
 }
 
 FindPlan Connection::criterionPlan(const QString& source, const QString& criterion) {

@@ -91,6 +91,9 @@ class Connection {
   // The keys of an updatable plan, shared between recordsets while the file's rows stay the same.
   KeySet keys(const Compiled& compiled);
 
+  // Lets go of every prepared statement; before another file is written over this one.
+  void forgetStatements();
+
   // Raises the number of a failure of the library.
   [[noreturn]] void fail(int code, Doing doing, const QString& words);
 
@@ -114,11 +117,6 @@ class Connection {
     QList<Variant> params;
     Stamp stamp;
     KeySet keys;
-  };
-
-  struct CachedPlan {
-    std::shared_ptr<const Plan> plan;
-    bool takesLiterals = false;  // its parameters are the statement's literals, in order
   };
 
   struct Waiting;  // for a lock
@@ -149,7 +147,7 @@ class Connection {
   qint64 lookEvery_ = 0;  // nanoseconds
 
   std::shared_ptr<const Schema> schema_;
-  QHash<QString, CachedPlan> plans_;
+  QHash<QString, std::shared_ptr<const Plan>> plans_;
   std::unordered_map<QString, Prepared> prepared_;
   quint64 uses_ = 0;
   std::vector<Keys> keySets_;  // the latest first

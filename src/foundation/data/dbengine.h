@@ -110,6 +110,11 @@ class DBEngine : public QObject {
   // A compacted copy under another name; `destination` must not exist (3204).
   void CompactDatabase(const QString& source, const QString& destination);
 
+  // A copy of a file as it stands, verified before it takes its name. A destination that exists, in
+  // use or not, is written over as one change: it is left wholly old or wholly new, and what is
+  // open on it shows the new rows. 3024, 3343, 3026.
+  void CopyDatabase(const QString& source, const QString& destination);
+
   // Commits every open group now. Whatever hands control to somebody else calls it: boxes,
   // dialogs, the event loop, external programs.
   void flush();

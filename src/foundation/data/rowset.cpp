@@ -7,6 +7,8 @@ constexpr int kScreenful = 32;
 constexpr int kStretch = 256;
 constexpr std::size_t kRowsKept = 4096;
 
+}  // namespace
+
 Row rowOf(const Statement& statement, const std::vector<OutputColumn>& columns) {
   Row row;
   row.reserve(columns.size());
@@ -14,8 +16,6 @@ Row rowOf(const Statement& statement, const std::vector<OutputColumn>& columns) 
     row.push_back(statement.value(static_cast<int>(i), columns[i].type));
   return row;
 }
-
-}  // namespace
 
 RowSet::RowSet(std::shared_ptr<Connection> connection, const QString& source)
     : connection_(std::move(connection)), source_(source) {

@@ -11,6 +11,9 @@
 
 using Row = std::vector<Variant>;
 
+// The row that a statement stands on.
+Row rowOf(const Statement& statement, const std::vector<OutputColumn>& columns);
+
 class RowSet {
  public:
   // Runs the source. 3061, 3075, 3078.

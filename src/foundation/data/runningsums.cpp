@@ -22,7 +22,7 @@ QString columnOf(const QString& key) {
 QString keyExpression(const QString& key, const QString& row) {
   const QString column = row + bracketed(columnOf(key));
   if (!isMonth(key)) return column;
-  return QStringLiteral("CAST(strftime('%m', ") + column + QStringLiteral(") AS INTEGER)");
+  return QStringLiteral("CAST(substr(") + column + QStringLiteral(", 6, 2) AS INTEGER)");
 }
 
 QStringList keyExpressions(const Sums& sums, const QString& row) {

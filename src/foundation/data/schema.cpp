@@ -137,6 +137,7 @@ void Schema::readTable(Connection& connection, const QString& name) {
     field.Type = typeOf(declared);
     field.Size = field.Type == FieldType::Text ? sizeOf(declared) : 0;
     field.DefaultValue = columns.isNull(2) ? QString() : definedDefault(columns.text(2));
+    if (field.Type == FieldType::Boolean && field.DefaultValue == u'0') field.DefaultValue.clear();
     field.AllowZeroLength =
         !properties_.contains(propertyKey(name + u'.' + field.Name, "SinTextoVacio"));
     if (columns.integer(3) > 0) {
@@ -233,7 +234,9 @@ void checkName(const QString& name) {
 }
 
 Variant defaultValue(const Field& field) {
-  if (field.DefaultValue.isEmpty()) return {};
+  // A yes/no is one or the other from the start, never Null.
+  if (field.DefaultValue.isEmpty())
+    return field.Type == FieldType::Boolean ? Variant(false) : Variant();
   bool isNumber = false;
   const double number = field.DefaultValue.toDouble(&isNumber);
   return convertTo(field.Type, field.Size,

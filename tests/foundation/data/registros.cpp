@@ -53,7 +53,7 @@ TEST_F(Registros, LosTiposSeLeenComoSeEscribieron) {
   engine.flush();
   EXPECT_EQ(herramienta("SELECT DISTINCT typeof(Fecha), typeof(Doble), typeof(SiNo) FROM Tipos "
                         "WHERE Fecha = '2003-02-15'"),
-            "text|null|null");
+            "text|null|integer");
 }
 
 TEST_F(Registros, LosValoresPorDefectoEstanAntesDeGuardarYTambienParaOtrosProgramas) {

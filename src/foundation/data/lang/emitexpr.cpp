@@ -197,9 +197,10 @@ QString Emitter::likeLiteral(const Expr& subject, const Expr& pattern) {
   qsizetype digits = 0;
   while (digits < written.size() && written[digits] >= u'0' && written[digits] <= u'9') ++digits;
   const bool exact = digits == written.size();
-  const QString whole =
-      QStringLiteral("como(") + column + QStringLiteral(", ") + literal(pattern) + u')';
-  if (digits == 0 || !(exact || isWildcard(written[digits]))) return whole;
+  const auto whole = [&] {
+    return QStringLiteral("como(") + column + QStringLiteral(", ") + literal(pattern) + u')';
+  };
+  if (digits == 0 || !(exact || isWildcard(written[digits]))) return whole();
 
   const QString prefix = written.first(digits);
   const QString least = constant(Variant(prefix), pattern.place);
@@ -211,7 +212,7 @@ QString Emitter::likeLiteral(const Expr& subject, const Expr& pattern) {
                         QStringLiteral(" COLLATE NOCASE AND ") + column + QStringLiteral(" < ") +
                         constant(Variant(bound), pattern.place) + QStringLiteral(" COLLATE NOCASE");
   const bool rangeSaysAll = written.sliced(digits) == u"*";
-  return rangeSaysAll ? range + u')' : range + QStringLiteral(" AND ") + whole + u')';
+  return rangeSaysAll ? range + u')' : range + QStringLiteral(" AND ") + whole() + u')';
 }
 
 QString Emitter::viewLike(const QString& subject, const Expr& pattern) const {

@@ -102,7 +102,7 @@ class Reader {
       throw ErrorEjecucion(err::kErrorDeSintaxis, source_.sliced(start - 1).toString());
     }
     at_ = found + 1;
-    return {kind, source_.sliced(start, found - start)};
+    return {kind, source_.sliced(start, found - start), Word::None, true};
   }
 
   Token symbol() {

@@ -53,6 +53,7 @@ struct Token {
   TokenKind kind = TokenKind::End;
   QStringView text;        // without quotes, brackets or number signs; symbols as written
   Word word = Word::None;  // of an unbracketed name
+  bool enclosed = false;   // in quotes, brackets or number signs
   int parameter = -1;      // place among the literals that are taken out of the statement
   bool isSymbol(QStringView symbol) const { return kind == TokenKind::Symbol && text == symbol; }
   bool isLiteral() const {

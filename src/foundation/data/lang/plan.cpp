@@ -24,6 +24,20 @@ bool isUpdatable(const Query& query) {
   });
 }
 
+// Marks what kind of word it is, so that no two statements read alike.
+void addWord(QString& key, const Token& word) {
+  key += u' ';
+  if (word.kind == TokenKind::Text) {
+    key += u'\'';
+    key += QString::number(word.text.size());
+    key += u':';
+  } else if (word.enclosed) {
+    key += word.kind == TokenKind::Date ? u'#' : u'[';
+  }
+  key += word.text;
+  if (word.enclosed) key += u']';
+}
+
 }  // namespace
 
 StatementKey statementKey(const QString& source, int ano) {
@@ -42,14 +56,7 @@ StatementKey statementKey(const QString& source, int ano) {
       key.literals << literal.value;
       continue;
     }
-    // With its quotes or brackets, so that a name and a text can't be taken for each other.
-    const auto first = word.text.isEmpty() ? source.size() : word.text.data() - source.constData();
-    const bool enclosed = word.kind == TokenKind::Text || word.kind == TokenKind::Date ||
-                          (word.kind == TokenKind::Name && first > 0 && source[first - 1] == u'[');
-    key.key += u' ';
-    if (enclosed) key.key += word.kind == TokenKind::Name ? u'[' : u'\'';
-    key.key += word.text;
-    if (enclosed) key.key += word.kind == TokenKind::Name ? u']' : u'\'';
+    addWord(key.key, word);
   }
   return key;
 }

@@ -1,0 +1,36 @@
+// A file being made beside the one that it will become.
+//
+// It is verified before anybody can see it under its name, so a copy that was broken off leaves
+// what was there before. Unless it was renamed, it goes away with the object.
+#pragma once
+
+#include <QString>
+
+class Connection;
+struct sqlite3;
+
+// How long another station is waited for while a whole file is copied, in milliseconds.
+inline constexpr int kCopyTimeout = 5000;
+
+class TemporaryCopy {
+ public:
+  // `target` is the system's path of what it will become, `path` the same as the program writes it.
+  TemporaryCopy(const QString& target, const QString& path);
+  ~TemporaryCopy();
+  TemporaryCopy(const TemporaryCopy&) = delete;
+  TemporaryCopy& operator=(const TemporaryCopy&) = delete;
+
+  QString path() const { return temporary_; }
+  // Copies all of an open file, as it stands now.
+  void fill(sqlite3* from, const QString& fromPath);
+  void verify();  // 3343 unless it is sound
+  void rename();  // 75 if the target can't be made
+  // Writes it into a file that is in use, as one change: a kill leaves it wholly old or wholly new.
+  void writeInto(Connection& live);
+
+ private:
+  sqlite3* open(int flags) const;
+  QString target_;
+  QString path_;
+  QString temporary_;
+};
