@@ -47,8 +47,9 @@ Digits significantDigits(double value) {
 // Half away from zero, to so many decimals.
 void roundTo(Digits& d, int decimals) {
   const int keep = d.point + decimals;
-  if (keep < 0) d.count = 0;
-  if (keep < d.count) {
+  if (keep < 0) {
+    d.count = 0;
+  } else if (keep < d.count) {
     bool carry = d.digit[keep] >= '5';
     d.count = keep;
     for (int i = keep - 1; carry && i >= 0; --i) {

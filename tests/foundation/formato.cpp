@@ -46,6 +46,9 @@ TEST(Formato, Importes) {
       {-3, "(0)", "-(3)"},
       {1e20, "#,##0", "100.000.000.000.000.000.000"},
       {1e-20, "0.00", "0,00"},
+      {-2.3e-13, "0.00", "0,00"},
+      {9.996, "#,##0.00", "10,00"},
+      {0.096, "0.0", "0,1"},
   };
   for (const auto& caso : casos) {
     EXPECT_EQ(Format(caso.valor, QString::fromUtf8(caso.mascara)), QString::fromUtf8(caso.esperado))
