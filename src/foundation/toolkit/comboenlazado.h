@@ -30,6 +30,7 @@ class ComboEnlazado : public QComboBox {
   // A row has been picked, by the user or by ponerTexto, and the Data control already stands on it.
   void elegido();
 
+ public:
   void showPopup() override;
 
  private:

@@ -1,0 +1,214 @@
+// The life of a form: loading, failing, showing others, taking the place of others.
+#include <gtest/gtest-spi.h>
+#include <gtest/gtest.h>
+
+#include <QPointer>
+
+#include "foundation/toolkit/consulta.h"
+#include "foundation/toolkit/formdeprueba.h"
+#include "soporte/escenario.h"
+
+namespace {
+using Lista = QStringList;
+
+// Others of the same kind, under other names.
+class FrmIVASR : public FormDePrueba {
+  Q_OBJECT
+ public:
+  using FormDePrueba::FormDePrueba;
+};
+
+struct Prueba {
+  Escenario e{Escenario::Ajustes};
+  FormDePrueba& f = e.abre<FormDePrueba>();
+  Teclado t{f};
+  Prueba() { e.formularios->registra<FrmIVASR>(); }
+  ~Prueba() { FormDePrueba::alCargar = {}; }
+};
+
+TEST(Formulario, UnErrorDaUnaCajaYUnaLineaYElFormularioSigue) {
+  Prueba p;
+  p.f.alPulsar(p.f.CmdAceptar, [] { throw ErrorEjecucion(err::kSinRegistroActivo); });
+  p.e.guion.esperaMensaje("Error 3021: " + descripcionDeError(3021), "Librano");
+  p.t.pulsa("CmdAceptar");
+  ASSERT_EQ(p.e.errores().size(), 1);
+  EXPECT_EQ(p.e.errores()[0].trimmed(), "Error n - 3021 - " + descripcionDeError(3021) +
+                                            " - Producido en CmdAceptar_Click - FormDePrueba");
+
+  p.f.alSalir(p.f.TxtA, [] { throw std::runtime_error("roto"); });
+  p.t.enfoca("TxtA");
+  p.e.guion.esperaMensaje("Error 51: roto", "Librano");
+  p.t.tab();
+  EXPECT_EQ(p.t.enfocado(), "TxtB");
+  EXPECT_EQ(p.e.errores().size(), 2);
+}
+
+TEST(Formulario, CargaUnaVezYSeActivaCadaVezQueSeMuestra) {
+  Prueba p;
+  EXPECT_EQ(p.f.lee().mid(0, 2), (Lista{"carga", "activa"}));
+  p.e.guion.esperaDialogo("FrmIVASR", [](Teclado& d) { d.escape(); });
+  EXPECT_TRUE(p.f.mostrar("FrmIVASR"));
+  p.e.guion.esperaMensaje("Hola");
+  p.f.mensaje("Hola", "Librano");
+  EXPECT_FALSE(p.f.lee().contains("activa"));
+  p.f.hide();
+  p.f.show();
+  EXPECT_EQ(p.f.lee().filter("a").filter("activa"), Lista{"activa"});
+}
+
+TEST(Formulario, ElQueSeDescargaAlCargarNoSeMuestra) {
+  Prueba p;
+  FormDePrueba::alCargar = [](FormDePrueba& f) { f.descargar(); };
+  EXPECT_TRUE(p.f.mostrar("FrmIVASR"));  // without a dialog in the script
+}
+
+TEST(Formulario, LosCodigosDelDialogoSePonenAntesYSeQuitanDespues) {
+  Prueba p;
+  Sesion& s = p.e.ctx.sesion;
+  QString visto;
+  const auto mira = [&](Teclado& d) {
+    visto = QStringLiteral("%1 %2").arg(s.CodigoLlamada).arg(s.ValorElegido);
+    d.escape();
+  };
+  p.e.guion.esperaDialogo("FrmIVASR", mira);
+  p.f.mostrar("FrmIVASR", 6, "27");
+  EXPECT_EQ(visto, "6 27");
+  EXPECT_EQ(s.CodigoLlamada, 0);
+  EXPECT_EQ(s.ValorElegido, "");
+
+  s.ValorElegido = "queda";
+  p.e.guion.esperaDialogo("FrmIVASR", mira);
+  p.f.mostrar("FrmIVASR", 7);
+  EXPECT_EQ(visto, "7 queda");
+  EXPECT_EQ(s.ValorElegido, "queda");
+}
+
+TEST(Formulario, LoQueNoEstaRegistradoNoSeMuestra) {
+  Prueba p;
+  EXPECT_FALSE(p.f.mostrar("FrmQueNoHay"));
+  EXPECT_FALSE(p.e.formularios->cambiarA("FrmQueNoHay"));
+  EXPECT_TRUE(p.f.isVisible());
+}
+
+TEST(Formulario, UnDialogoSobreOtroTieneAlOtroAbierto) {
+  Prueba p;
+  const Formulario* dentro = nullptr;
+  p.e.guion.esperaDialogo("FrmIVASR", [&](Teclado& d) {
+    dentro = p.e.formularios->abierto("FrmIVASR");
+    EXPECT_EQ(dentro, &d.forma());
+    EXPECT_EQ(d.forma().parentWidget(), &p.f);
+    d.pulsa("CmdCancelar");
+  });
+  p.f.mostrar("FrmIVASR");
+  EXPECT_EQ(p.e.formularios->abierto("FrmIVASR"), nullptr);
+  EXPECT_EQ(p.e.formularios->abierto("FormDePrueba"), &p.f);
+}
+
+TEST(Formulario, CambiarCierraLosAbiertosYElProgramaNoAcaba) {
+  Prueba p;
+  const QPointer<Formulario> vieja(&p.f);
+  p.f.alPulsar(p.f.CmdAceptar, [&] {
+    p.e.formularios->cambiarA("FrmIVASR");
+    EXPECT_TRUE(vieja);  // its reaction is still running
+  });
+  p.t.enfoca("TxtA");
+  p.t.pulsa("CmdAceptar");
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  EXPECT_FALSE(vieja);
+  ASSERT_TRUE(p.e.formularios->abierto("FrmIVASR"));
+  EXPECT_EQ(p.e.finales, 0);
+
+  p.e.formularios->abierto("FrmIVASR")->descargar();
+  reposar();
+  EXPECT_EQ(p.e.finales, 1);
+}
+
+TEST(Formulario, DesdeUnDialogoSeCambiaTambien) {
+  Prueba p;
+  p.e.guion.esperaDialogo("FrmIVASR", [&](Teclado&) { p.e.formularios->cambiarA("FormDePrueba"); });
+  p.f.mostrar("FrmIVASR");
+  EXPECT_EQ(p.e.formularios->abierto("FrmIVASR"), nullptr);
+  EXPECT_NE(p.e.formularios->abierto("FormDePrueba"), &p.f);
+}
+
+TEST(Formulario, MatricesDeOpcionesYDeBotones) {
+  Prueba p;
+  QList<int> elegidas;
+  p.f.alElegirOpcion("Opt", [&](int i) { elegidas << i; });
+  p.f.setOpcion("Opt", 1);
+  EXPECT_EQ(p.f.opcion("Opt"), 1);
+  p.t.pulsa("Opt_0");
+  EXPECT_EQ(p.f.opcion("Opt"), 0);
+  EXPECT_EQ(elegidas, (QList<int>{1, 0}));
+
+  QList<int> pulsados;
+  p.f.CmdAceptar->setObjectName("CmdMayor_7");
+  p.f.alPulsarMatriz("CmdMayor", [&](int i) { pulsados << i; });
+  p.t.pulsa("CmdMayor_7");
+  EXPECT_EQ(pulsados, QList<int>{7});
+}
+
+TEST(Formulario, UnCampoTomaLoQueSeLeSueltaYUnBotonReacciona) {
+  Prueba p;
+  p.f.TxtA->setText("antes");
+  p.f.aceptaArrastre(p.f.TxtA);
+  p.f.aceptaArrastre(p.f.TxtConcepto);
+  QString soltado;
+  p.f.aceptaArrastre(p.f.CmdAceptar, [&](const QString& texto) { soltado = texto; });
+  p.t.suelta("TxtA", "43000001");
+  p.t.suelta("TxtConcepto", "Caja");
+  p.t.suelta("CmdAceptar", "12");
+  EXPECT_EQ(p.t.textoDe("TxtA"), "43000001");
+  EXPECT_EQ(p.t.textoDe("TxtConcepto"), "Caja");
+  EXPECT_EQ(soltado, "12");
+}
+
+TEST(Consulta, EscribeEnElCampoQuePidioYEnNingunOtro) {
+  Prueba p;
+  p.f.TxtA->setObjectName("TxtCodigoProveedor");
+  const struct {
+    const char* forma;
+    int codigo;
+    std::span<const DestinoConsulta> tabla;
+    bool llega;
+  } casos[] = {
+      {"FrmIVASR", 20, destinosDeSubcuenta(), true},
+      {"FrmIVASR", 21, destinosDeSubcuenta(), false},
+      {"FrmIVASR", 20, destinosDeTipoIVA(), false},
+      {"FrmIVASR", 0, destinosDeSubcuenta(), false},
+      {"FrmPartida", 20, destinosDeSubcuenta(), false},  // the form isn't open
+  };
+  for (const auto& caso : casos) {
+    SCOPED_TRACE(testing::Message() << caso.forma << ' ' << caso.codigo);
+    p.f.setObjectName(caso.forma);
+    p.f.TxtA->clear();
+    p.e.ctx.sesion.CodigoAccion = caso.codigo;
+    EXPECT_EQ(entregarConsulta(p.e.ctx, caso.tabla, "40000001"), caso.llega);
+    EXPECT_EQ(p.f.TxtA->text(), caso.llega ? "40000001" : "");
+  }
+}
+
+// --- the script itself
+// ----------------------------------------------------------------------------
+
+TEST(Guion, FallaSiLlegaLoNoAnunciadoONoLlegaLoAnunciado) {
+  static DBEngine motor;
+  EXPECT_NONFATAL_FAILURE(Guion(motor).mensaje(nullptr, "Hola", "", Icono::Ninguno),
+                          "Sin anunciar: mensaje \"Hola\"");
+  EXPECT_NONFATAL_FAILURE(
+      {
+        Guion guion(motor);
+        guion.esperaPregunta("¿Sigue?", true);
+      },
+      "Anunciado y no llegado: pregunta");
+  EXPECT_NONFATAL_FAILURE(
+      {
+        Guion guion(motor);
+        guion.esperaMensaje("Hola", "Error");
+        guion.mensaje(nullptr, "Hola", "Atención", Icono::Ninguno);
+      },
+      "Título de \"Hola\": Atención");
+}
+}  // namespace
+
+#include "formulario_test.moc"

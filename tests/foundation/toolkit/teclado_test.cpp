@@ -1,0 +1,256 @@
+// The common keyboard: filters, Enter, selection, and when a field counts as left.
+#include <gtest/gtest.h>
+
+#include "foundation/toolkit/formdeprueba.h"
+#include "soporte/escenario.h"
+
+namespace {
+using Lista = QStringList;
+
+struct Prueba {
+  Escenario e{Escenario::Ajustes};
+  FormDePrueba& f = e.abre<FormDePrueba>();
+  Teclado t{f};
+};
+
+TEST(Campos, FiltranLasTeclas) {
+  enum Filtro { Texto, Numero, Importe, Decimal };
+  const struct {
+    const char* que;
+    Filtro filtro;
+    const char* antes;
+    const char* teclas;
+    const char* despues;
+    int pitidos;
+  } casos[] = {
+      {"un texto toma lo que sea, y el punto sigue siendo punto", Texto, "", "a1.5", "a1.5", 0},
+      {"un número no toma letras", Numero, "", "12a3", "123", 1},
+      {"ni blancos en medio", Numero, "1", " 2", "12", 1},
+      {"el punto del teclado es la coma", Importe, "", "12.5", "12,5", 0},
+      {"una sola coma", Importe, "", "1,2,3", "1,23", 1},
+      {"el signo puede ir delante", Importe, "", "-5", "-5", 0},
+      {"pero no detrás de las cifras", Importe, "", "5-", "5", 1},
+      {"la tecla decimal sin filtro", Decimal, "", "a.b", "a,b", 0},
+      {"se mira el texto entero, no lo seleccionado", Numero, "x", "1", "x", 1},
+  };
+  for (const auto& caso : casos) {
+    SCOPED_TRACE(caso.que);
+    Prueba p;
+    if (caso.filtro == Numero) p.f.soloNumero(p.f.TxtA);
+    if (caso.filtro == Importe) p.f.importe(p.f.TxtA);
+    if (caso.filtro == Decimal) p.f.teclaDecimal(p.f.TxtA);
+    p.f.TxtA->setText(caso.antes);
+    p.t.enfoca("TxtA");
+    p.f.TxtA->end(false);
+    p.t.teclea(caso.teclas);
+    EXPECT_EQ(p.t.textoDe("TxtA"), caso.despues);
+    EXPECT_EQ(p.f.pitidos(), caso.pitidos);
+  }
+}
+
+TEST(Campos, RetrocesoBorraEnUnNumero) {
+  Prueba p;
+  p.f.soloNumero(p.f.TxtA);
+  p.t.escribe("TxtA", "12");
+  p.t.tecla(Qt::Key_Backspace);
+  EXPECT_EQ(p.t.textoDe("TxtA"), "1");
+  EXPECT_EQ(p.f.pitidos(), 0);
+}
+
+TEST(Campos, LaReaccionDelFormularioVeLaTeclaAntesQueElFiltro) {
+  Prueba p;
+  p.f.soloNumero(p.f.TxtA);
+  p.f.alTeclear(p.f.TxtA, [](Tecla& tecla) {
+    if (tecla.texto == QLatin1Char('*')) tecla.tragar();
+    if (tecla.texto == QLatin1Char('o')) tecla.texto = QLatin1Char('0');
+  });
+  p.t.escribe("TxtA", "1*o");
+  EXPECT_EQ(p.t.textoDe("TxtA"), "10");
+  EXPECT_EQ(p.f.pitidos(), 0);
+}
+
+TEST(Campos, IntroPasaAlSiguienteYLoSelecciona) {
+  Prueba p;
+  p.f.TxtB->setText("dos");
+  p.f.TxtConcepto->setEditText("tres");
+  p.t.enfoca("TxtA");
+  p.t.intro();
+  EXPECT_EQ(p.t.enfocado(), "TxtB");
+  EXPECT_EQ(p.f.TxtB->selectedText(), "dos");
+  p.t.tecla(Qt::Key_Enter);
+  p.t.intro();
+  EXPECT_EQ(p.t.enfocado(), "TxtConcepto");
+  EXPECT_EQ(p.f.TxtConcepto->lineEdit()->selectedText(), "tres");
+  p.t.intro();
+  EXPECT_EQ(p.t.enfocado(), "ChkSi");
+  p.t.intro();
+  EXPECT_FALSE(p.f.ChkSi->isChecked());
+  EXPECT_EQ(p.t.enfocado(), "Opt_0");
+}
+
+TEST(Campos, SinIntroYSinSeleccion) {
+  Prueba p;
+  p.f.sinIntro(p.f.TxtA);
+  p.f.sinSeleccion(p.f.TxtB);
+  p.f.TxtB->setText("dos");
+  p.t.enfoca("TxtA");
+  p.t.intro();
+  EXPECT_EQ(p.t.enfocado(), "TxtA");
+  p.t.pulsa("TxtB");
+  EXPECT_EQ(p.f.TxtB->selectedText(), "");
+}
+
+TEST(Campos, EntrarConElRatonSeleccionaTambien) {
+  Prueba p;
+  p.f.TxtB->setText("dos");
+  p.t.enfoca("TxtA");
+  p.t.pulsa("TxtB");
+  EXPECT_EQ(p.f.TxtB->selectedText(), "dos");
+  p.t.pulsa("TxtB");  // a second click places the caret as usual
+  EXPECT_EQ(p.f.TxtB->selectedText(), "");
+}
+
+TEST(Campos, UnaFechaSeCompletaAlSalir) {
+  Prueba p;
+  p.e.ctx.sesion.AnoActual = 2003;
+  p.f.fecha(p.f.TxtA);
+  p.t.escribe("TxtA", "1502");
+  p.t.tab();
+  EXPECT_EQ(p.t.textoDe("TxtA"), "15/02/2003");
+}
+
+TEST(Campos, IntroEnUnBotonLoPulsaYNingunOtro) {
+  Prueba p;
+  p.t.enfoca("CmdAceptar");
+  p.f.lee();
+  p.t.intro();
+  EXPECT_EQ(p.f.lee(), Lista{"acepta"});
+}
+
+// --- leaving a field
+// ------------------------------------------------------------------------------
+
+TEST(Salir, EsPasarAOtroControl) {
+  const struct {
+    const char* como;
+    std::function<void(Prueba&)> accion;
+    Lista hechos;
+  } casos[] = {
+      {"Tab", [](Prueba& p) { p.t.tab(); }, {"sale TxtA", "entra TxtB"}},
+      {"Intro", [](Prueba& p) { p.t.intro(); }, {"sale TxtA", "entra TxtB"}},
+      {"por el programa", [](Prueba& p) { p.f.TxtC->setFocus(); }, {"sale TxtA", "entra TxtC"}},
+      {"un clic en un botón", [](Prueba& p) { p.t.pulsa("CmdAceptar"); }, {"sale TxtA", "acepta"}},
+      {"su mnemónico", [](Prueba& p) { p.t.mnemonico('A'); }, {"sale TxtA", "acepta"}},
+      {"cancelar con el ratón",
+       [](Prueba& p) { p.t.pulsa("CmdCancelar"); },
+       {"sale TxtA", "cancela"}},
+  };
+  for (const auto& caso : casos) {
+    SCOPED_TRACE(caso.como);
+    Prueba p;
+    p.t.enfoca("TxtA");
+    p.f.lee();
+    caso.accion(p);
+    EXPECT_EQ(p.f.lee(), caso.hechos);
+  }
+}
+
+TEST(Salir, NoLoEsLoQueVuelveAlMismoCampo) {
+  Prueba p;
+  p.t.enfoca("TxtA");
+  p.f.lee();
+  const struct {
+    const char* como;
+    std::function<void()> accion;
+  } casos[] = {
+      {"una caja",
+       [&] {
+         p.e.guion.esperaMensaje("Hola", "Título");
+         p.f.mensaje("Hola", "Título");
+       }},
+      {"otra ventana",
+       [&] {
+         QWidget otra;
+         otra.show();
+         activar(otra);
+         otra.hide();
+         activar(p.f);
+       }},
+      {"un menú desplegado",
+       [&] {
+         QMenu menu(&p.f);
+         menu.addAction("Nada");
+         menu.popup(p.f.mapToGlobal(QPoint(5, 5)));
+         reposar();
+         menu.close();
+         reposar();
+       }},
+      {"la barra de menús",
+       [&] {
+         p.f.findChild<QMenuBar*>()->setFocus(Qt::MenuBarFocusReason);
+         reposar();
+         p.f.TxtA->setFocus(Qt::MenuBarFocusReason);
+       }},
+      {"el mismo campo otra vez", [&] { p.f.enfocar(p.f.TxtA); }},
+  };
+  for (const auto& caso : casos) {
+    SCOPED_TRACE(caso.como);
+    caso.accion();
+    reposar();
+    EXPECT_EQ(p.f.lee(), Lista{});
+    EXPECT_EQ(p.t.enfocado(), "TxtA");
+  }
+}
+
+TEST(Salir, EnfocarNoHaceSalirDelCampoQueSeDeja) {
+  Prueba p;
+  p.f.TxtC->setText("tres");
+  p.t.enfoca("TxtA");
+  p.f.lee();
+  p.f.enfocar(p.f.TxtC);
+  EXPECT_EQ(p.f.lee(), Lista{"entra TxtC"});
+  EXPECT_EQ(p.f.TxtC->selectedText(), "tres");
+  p.t.atras();
+  EXPECT_EQ(p.f.lee(), (Lista{"sale TxtC", "entra TxtB"}));
+}
+
+TEST(Salir, CerrarNoLoEs) {
+  const struct {
+    const char* como;
+    std::function<void(Prueba&)> accion;
+    Lista hechos;
+  } casos[] = {
+      {"Escape", [](Prueba& p) { p.t.escape(); }, {"cancela"}},
+      {"el botón de la ventana", [](Prueba& p) { p.t.cierra(); }, {"cancela"}},
+      {"descargar", [](Prueba& p) { p.f.descargar(); }, {}},
+  };
+  for (const auto& caso : casos) {
+    SCOPED_TRACE(caso.como);
+    Prueba p;
+    p.t.enfoca("TxtA");
+    p.f.lee();
+    caso.accion(p);
+    EXPECT_EQ(p.f.lee(), caso.hechos);
+    EXPECT_FALSE(p.f.isVisible());
+  }
+}
+
+TEST(Salir, SiLaReaccionLlevaElFocoAOtroSitioNoSeEntraEnElPrimero) {
+  Prueba p;
+  p.f.alSalir(p.f.TxtA, [&] { p.f.TxtC->setFocus(); });
+  p.t.enfoca("TxtA");
+  p.f.lee();
+  p.t.tab();
+  EXPECT_EQ(p.f.lee(), (Lista{"sale TxtA", "entra TxtC"}));
+}
+
+TEST(Salir, UnaCajaEnLaReaccionNoLaRepite) {
+  Prueba p;
+  p.f.alSalir(p.f.TxtA, [&] { p.f.mensaje("No", "Error"); });
+  p.t.enfoca("TxtA");
+  p.f.lee();
+  p.e.guion.esperaMensaje("No", "Error");
+  p.t.tab();
+  EXPECT_EQ(p.f.lee(), (Lista{"sale TxtA", "entra TxtB"}));
+}
+}  // namespace
