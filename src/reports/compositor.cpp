@@ -246,7 +246,8 @@ void Compositor::ponCampo(const Campo& campo, int y, Fila fila) {
   if (ancho > campo.ancho) {
     // An amount with some of its digits gone would be another amount.
     if (campo.piezas.size() == 1 && esDeImporte(campo.piezas[0].formato)) {
-      texto.fill(u'#', campo.ancho / std::max(1., tipografia_.ancho(campo.letra, u"#")));
+      const double cada = std::max(1., tipografia_.ancho(campo.letra, u"#"));
+      texto.fill(u'#', std::max(1, static_cast<int>(campo.ancho / cada)));
     } else {
       texto = tipografia_.cabe(campo.letra, texto, campo.ancho);
     }
@@ -358,6 +359,15 @@ void resuelve(Plantilla& plantilla, const Fuente& fuente) {
     c.ordinal = columnaDe(fuente, c.columna);
     if (c.formato == Formato::Natural) c.formato = formatoDe(fuente.tipo(c.ordinal));
   }
+}
+
+std::vector<int> columnasDeCuenta(const Plantilla& plantilla, const Fuente& fuente) {
+  std::vector<int> todas;
+  for (const Grupo& g : plantilla.grupos) {
+    todas.push_back(g.ordinal < fuente.propias() ? g.ordinal : fuente.codigoDe(g.ordinal));
+  }
+  for (const Acumulador& a : plantilla.acumuladores) todas.push_back(a.ordinal);
+  return todas;
 }
 
 std::vector<int> columnasRetenidas(const Plantilla& plantilla) {

@@ -113,6 +113,9 @@ class Compositor {
 // Finds the columns that a template names among those of its rows, and gives columns without a
 // format the one of their type. Raises kPlantillaDefectuosa for one that isn't there.
 void resuelve(Plantilla& plantilla, const Fuente& fuente);
+// The columns that decide where pages end and what is carried between them: those of groups and
+// sums. None when a book has neither.
+std::vector<int> columnasDeCuenta(const Plantilla& plantilla, const Fuente& fuente);
 // The columns shown in bands that look back at the row before.
 std::vector<int> columnasRetenidas(const Plantilla& plantilla);
 

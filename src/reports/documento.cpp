@@ -19,7 +19,8 @@ Documento::Documento(Plantilla plantilla, DatosInforme datos, std::unique_ptr<Fu
 bool Documento::cuenta(qint64 filas) {
   if (contado_) return true;
   if (!cuenta_) {
-    cursorCuenta_ = std::make_unique<CursorAvance>(*fuente_, std::vector<int>());
+    cursorCuenta_ = std::make_unique<CursorAvance>(*fuente_, std::vector<int>(),
+                                                   columnasDeCuenta(plantilla_, *fuente_));
     cuenta_ = std::make_unique<Compositor>(plantilla_, datos_, tipografia_, *cursorCuenta_);
   }
   const qint64 hasta = cuenta_->fila() + filas;

@@ -1,5 +1,7 @@
 #include "reports/filas.h"
 
+#include <QRegularExpression>
+
 #include "foundation/data/errorejecucion.h"
 #include "reports/errores.h"
 
@@ -9,6 +11,12 @@ Fuente::Fuente(std::unique_ptr<Database> base, const Consulta& consulta)
     : base_(std::move(base)), sentencia_(consulta.sentencia) {
   const auto abierta = lector();
   propias_ = abierta->columnCount();
+  columnas_ = consulta.origen->columnas;
+  static const QRegularExpression nombre(QStringLiteral("^[\\w. ]+$"),
+                                         QRegularExpression::UseUnicodePropertiesOption);
+  if (consulta.origen->agrupado.isEmpty() && QString(columnas_).remove(u',').contains(nombre)) {
+    sueltas_ = columnas_.split(u',');
+  }
   for (int c = 0; c < propias_; ++c) {
     nombres_ << abierta->columnName(c);
     tipos_.push_back(abierta->columnType(c));
@@ -44,8 +52,22 @@ QString Fuente::nombreDe(int ordinal, const QString& codigo) const {
   return buscas_[static_cast<size_t>(ordinal - propias_)].nombres.value(codigo);
 }
 
-std::unique_ptr<RowReader> Fuente::lector() const {
-  return std::make_unique<RowReader>(*base_, sentencia_);
+std::unique_ptr<RowReader> Fuente::lector(const std::vector<int>& solo,
+                                          std::vector<int>* sitio) const {
+  if (solo.empty() || sueltas_.size() != propias_) {
+    return std::make_unique<RowReader>(*base_, sentencia_);
+  }
+  QStringList pedidas;
+  sitio->assign(static_cast<size_t>(propias_), -1);
+  for (const int c : solo) {
+    if ((*sitio)[static_cast<size_t>(c)] >= 0) continue;
+    (*sitio)[static_cast<size_t>(c)] = static_cast<int>(pedidas.size());
+    pedidas << sueltas_[c];
+  }
+  // The list is the first thing in the statement.
+  QString corta = sentencia_;
+  corta.replace(corta.indexOf(columnas_), columnas_.size(), pedidas.join(u','));
+  return std::make_unique<RowReader>(*base_, corta);
 }
 
 std::unique_ptr<Recordset> Fuente::registros() const {
@@ -67,8 +89,9 @@ QString Cursor::texto(int ordinal) const {
   return fuente_.nombreDe(ordinal, textoCelda(fuente_.codigoDe(ordinal)));
 }
 
-CursorAvance::CursorAvance(const Fuente& fuente, std::vector<int> retiene)
-    : Cursor(fuente), lector_(fuente.lector()), retiene_(std::move(retiene)) {
+CursorAvance::CursorAvance(const Fuente& fuente, std::vector<int> retiene,
+                           const std::vector<int>& solo)
+    : Cursor(fuente), lector_(fuente.lector(solo, &sitios_)), retiene_(std::move(retiene)) {
   for (int& c : retiene_) {
     if (c >= fuente.propias()) c = fuente.codigoDe(c);
   }

@@ -31,7 +31,10 @@ class Fuente {
   int codigoDe(int ordinal) const { return buscas_[ordinal - propias_].codigo; }
   QString nombreDe(int ordinal, const QString& codigo) const;
 
-  std::unique_ptr<RowReader> lector() const;
+  // `solo`, unless it is empty, are the columns that will be asked for: the reader may have just
+  // those, and `sitio` then tells where each column of the source stands in it.
+  std::unique_ptr<RowReader> lector(const std::vector<int>& solo = {},
+                                    std::vector<int>* sitio = nullptr) const;
   std::unique_ptr<Recordset> registros() const;
   Database& base() const { return *base_; }
 
@@ -42,6 +45,8 @@ class Fuente {
   };
   std::unique_ptr<Database> base_;
   QString sentencia_;
+  QString columnas_;     // the statement's list, as it stands in it
+  QStringList sueltas_;  // each of them, when all are plain names
   QStringList nombres_;
   std::vector<FieldType> tipos_;
   int propias_ = 0;
@@ -71,19 +76,24 @@ class Cursor {
 };
 
 // Reads forward without keeping rows. Of the previous row only the columns in `retiene` can be
-// asked.
+// asked; of the current one only those in `solo`, unless it is empty.
 class CursorAvance : public Cursor {
  public:
-  CursorAvance(const Fuente& fuente, std::vector<int> retiene);
+  CursorAvance(const Fuente& fuente, std::vector<int> retiene, const std::vector<int>& solo = {});
   bool situa(qint64 fila) override;
-  double numero(int ordinal) const override { return lector_->number(ordinal); }
+  double numero(int ordinal) const override { return lector_->number(sitio(ordinal)); }
 
  protected:
-  Variant celda(int ordinal) const override { return lector_->value(ordinal); }
+  Variant celda(int ordinal) const override { return lector_->value(sitio(ordinal)); }
   Variant celdaAnterior(int ordinal) const override;
-  QString textoCelda(int ordinal) const override { return lector_->text(ordinal); }
+  QString textoCelda(int ordinal) const override { return lector_->text(sitio(ordinal)); }
 
  private:
+  int sitio(int ordinal) const {
+    return sitios_.empty() ? ordinal : sitios_[static_cast<size_t>(ordinal)];
+  }
+
+  std::vector<int> sitios_;
   std::unique_ptr<RowReader> lector_;
   qint64 fila_ = -1;
   bool fin_ = false;

@@ -60,7 +60,7 @@ void Informe::PrintReport() {
     }
     datos.textos.insert(nombre.toLower(), valor);
   }
-  datos.textos.insert(QStringLiteral("titulo"), plantilla.titulo);
+  datos.textos.insert(QStringLiteral("libro"), plantilla.titulo);
   datos.textos.insert(QStringLiteral("hoy"), Format(reloj_.hoy(), QStringLiteral("dd/mm/yyyy")));
   const Consulta consulta = consultaDe(plantilla, SelectionFormula, GroupSelectionFormula);
   auto base = motor_.Workspaces(0).OpenDatabase(fichero_);

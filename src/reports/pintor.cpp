@@ -58,7 +58,7 @@ TareaPdf::TareaPdf(std::shared_ptr<Documento> documento, const QString& ruta, co
 }
 
 TareaPdf::~TareaPdf() {
-  p_->pintor.end();
+  if (p_->pintor.isActive()) p_->pintor.end();
 }
 
 void TareaPdf::pon(const Pagina& pagina, bool primera) {

@@ -28,7 +28,7 @@ const QHash<QString, Formato>& formatos() {
 // What a field may show beside columns and sums.
 bool esDato(const QString& nombre) {
   static const QSet<QString> datos{"pagina",  "paginas",   "empresa",   "nif",       "año",
-                                   "hoy",     "titulo",    "continua",  "direccion", "cp",
+                                   "hoy",     "libro",     "continua",  "direccion", "cp",
                                    "limites", "poblacion", "provincia", "moneda"};
   return datos.contains(nombre);
 }
@@ -83,6 +83,10 @@ class Lector {
 
   void linea(const QString& texto) {
     const QString limpia = texto.trimmed();
+    if (texto[0].isSpace() && continuada_) {
+      *continuada_ += (continuada_->isEmpty() ? QString() : QStringLiteral(" ")) + limpia;
+      return;
+    }
     if (limpia.startsWith(u'[')) {
       if (!limpia.endsWith(u']')) falla(QStringLiteral("falta ]"));
       abreSeccion(limpia.mid(1, limpia.size() - 2).simplified());
@@ -98,12 +102,7 @@ class Lector {
       default:
         break;
     }
-    const bool sigue = texto[0].isSpace() && continuada_;
     const qsizetype igual = limpia.indexOf(u'=');
-    if (sigue) {
-      *continuada_ += (continuada_->isEmpty() ? QString() : QStringLiteral(" ")) + limpia;
-      return;
-    }
     continuada_ = nullptr;
     if (igual < 1) falla(QStringLiteral("falta ="));
     const QString clave = limpia.left(igual).trimmed();

@@ -48,8 +48,9 @@ double VistaPagina::escala() const {
   const double ancho = double(sitio.width() - barra) / p.anchoPapel;
   if (ajuste_ == Ajuste::Ancho) return std::max(ancho, 0.005);
   if (ajuste_ == Ajuste::Entera) {
-    return std::max(std::min(double(sitio.width()) / p.anchoPapel, double(sitio.height()) / p.altoPapel),
-                    0.005);
+    return std::max(
+        std::min(double(sitio.width()) / p.anchoPapel, double(sitio.height()) / p.altoPapel),
+        0.005);
   }
   return porcentaje_ / 100.0 * logicalDpiX() / kUnidadesPorPulgada;
 }
@@ -139,9 +140,13 @@ void VistaPagina::wheelEvent(QWheelEvent* evento) {
 
 void VistaPagina::keyPressEvent(QKeyEvent* evento) {
   switch (evento->key()) {
-    case Qt::Key_Down: return desplaza(kLinea);
-    case Qt::Key_Up: return desplaza(-kLinea);
-    case Qt::Key_Space: return desplaza(viewport()->height() - kLinea);
-    default: QAbstractScrollArea::keyPressEvent(evento);
+    case Qt::Key_Down:
+      return desplaza(kLinea);
+    case Qt::Key_Up:
+      return desplaza(-kLinea);
+    case Qt::Key_Space:
+      return desplaza(viewport()->height() - kLinea);
+    default:
+      QAbstractScrollArea::keyPressEvent(evento);
   }
 }

@@ -1,8 +1,8 @@
 // One page of a book on screen: at the width of the window, whole, or at a percentage.
 #pragma once
 
-#include <QAbstractScrollArea>
 #include <optional>
+#include <QAbstractScrollArea>
 
 #include "reports/documento.h"
 

@@ -39,7 +39,10 @@ class TareaCuenta : public Tarea {
 
 VistaPrevia::VistaPrevia(Contexto& contexto, std::shared_ptr<Documento> documento,
                          const QString& titulo, QWidget* padre)
-    : QWidget(padre, Qt::Window), ctx_(contexto), documento_(std::move(documento)), titulo_(titulo) {
+    : QWidget(padre, Qt::Window),
+      ctx_(contexto),
+      documento_(std::move(documento)),
+      titulo_(titulo) {
   setObjectName(QStringLiteral("VistaPrevia"));
   setAttribute(Qt::WA_DeleteOnClose);
   setWindowTitle(titulo);
@@ -72,9 +75,11 @@ QAction* VistaPrevia::accion(const char* nombre, const QString& texto, const QSt
   a->setObjectName(QString::fromLatin1(nombre));
   a->setShortcuts(teclas);
   if (!teclas.isEmpty()) {
-    a->setToolTip(texto + QStringLiteral(" (%1)").arg(teclas[0].toString(QKeySequence::NativeText)));
+    a->setToolTip(texto +
+                  QStringLiteral(" (%1)").arg(teclas[0].toString(QKeySequence::NativeText)));
   }
-  connect(a, &QAction::triggered, this, [this, reaccion] { protege([&] { (this->*reaccion)(); }); });
+  connect(a, &QAction::triggered, this,
+          [this, reaccion] { protege([&] { (this->*reaccion)(); }); });
   addAction(a);
   barra_->addAction(a);
   return a;
@@ -92,9 +97,11 @@ void VistaPrevia::montaBarra() {
   TxtPagina->setObjectName(QStringLiteral("TxtPagina"));
   TxtPagina->setAlignment(Qt::AlignRight);
   TxtPagina->setValidator(new QIntValidator(1, 9999999, TxtPagina));
-  TxtPagina->setFixedWidth(TxtPagina->fontMetrics().horizontalAdvance(QStringLiteral("0000000")) + 16);
+  TxtPagina->setFixedWidth(TxtPagina->fontMetrics().horizontalAdvance(QStringLiteral("0000000")) +
+                           16);
   TxtPagina->setToolTip(tr("Página"));
-  connect(TxtPagina, &QLineEdit::returnPressed, this, [this] { protege([this] { vaAEscrita(); }); });
+  connect(TxtPagina, &QLineEdit::returnPressed, this,
+          [this] { protege([this] { vaAEscrita(); }); });
   barra_->addWidget(TxtPagina);
   LblPaginas = new QLabel(barra_);
   LblPaginas->setObjectName(QStringLiteral("LblPaginas"));
@@ -120,8 +127,8 @@ void VistaPrevia::montaBarra() {
   TxtBuscar->setMaximumWidth(220);
   connect(TxtBuscar, &QLineEdit::returnPressed, this, [this] { protege([this] { busca(); }); });
   barra_->addWidget(TxtBuscar);
-  salidas_ << accion("CmdBuscar", tr("Buscar el siguiente"), QStringLiteral("buscar-descripcion"), {Qt::Key_F3},
-                     &V::busca);
+  salidas_ << accion("CmdBuscar", tr("Buscar el siguiente"), QStringLiteral("buscar-descripcion"),
+                     {Qt::Key_F3}, &V::busca);
   barra_->addSeparator();
   salidas_ << accion("CmdImprimir", tr("Imprimir"), QStringLiteral("imprimir"),
                      {Qt::CTRL | Qt::Key_P}, &V::imprime);
@@ -156,8 +163,8 @@ void VistaPrevia::montaPie() {
   CmdDetener->hide();
 }
 
-// A window over a modal dialog must belong to it to be usable; when the dialog closes, the window passes to
-// the one below instead of going with it.
+// A window over a modal dialog must belong to it to be usable; when the dialog closes, the window
+// passes to the one below instead of going with it.
 void VistaPrevia::sigueAlDialogo(QWidget* padre) {
   auto* const dialogo = qobject_cast<QDialog*>(padre);
   if (!dialogo) return;
@@ -178,12 +185,14 @@ void VistaPrevia::protege(const std::function<void()>& reaccion) {
     tarea_.reset();
     turno_.stop();
     atiende();
-    ctx_.cajas->mensaje(this, tr("Error numero : ") + QString::number(e.numero()) + u' ' + e.descripcion(),
-                        tr("Error controlado"));
+    ctx_.cajas->mensaje(
+        this, tr("Error numero : ") + QString::number(e.numero()) + u' ' + e.descripcion(),
+        tr("Error controlado"));
   }
 }
 
-// --- pages ----------------------------------------------------------------------------------------
+// --- pages
+// ----------------------------------------------------------------------------------------
 
 void VistaPrevia::irA(int pagina) {
   protege([&] {
@@ -200,7 +209,9 @@ void VistaPrevia::irA(int pagina) {
   });
 }
 
-void VistaPrevia::ultima() { irA(INT_MAX); }
+void VistaPrevia::ultima() {
+  irA(INT_MAX);
+}
 
 void VistaPrevia::vaAEscrita() {
   irA(TxtPagina->text().toInt());
@@ -222,7 +233,8 @@ void VistaPrevia::zoom(int porcentaje) {
   CboZoom->setPlaceholderText(QStringLiteral("%1 %").arg(porcentaje));
 }
 
-// --- search ---------------------------------------------------------------------------------------
+// --- search
+// ---------------------------------------------------------------------------------------
 
 void VistaPrevia::irABuscar() {
   TxtBuscar->setFocus();
@@ -247,7 +259,8 @@ void VistaPrevia::busca() {
   });
 }
 
-// --- output ---------------------------------------------------------------------------------------
+// --- output
+// ---------------------------------------------------------------------------------------
 
 void VistaPrevia::imprime() {
   if (tarea_) return;
@@ -261,7 +274,8 @@ void VistaPrevia::imprimeContado() {
   impresora->setPageLayout(papelDe(documento_->plantilla()));
   QPrintDialog dialogo(impresora.get(), this);
   dialogo.setOptions(QAbstractPrintDialog::PrintToFile | QAbstractPrintDialog::PrintPageRange |
-                     QAbstractPrintDialog::PrintCurrentPage | QAbstractPrintDialog::PrintCollateCopies |
+                     QAbstractPrintDialog::PrintCurrentPage |
+                     QAbstractPrintDialog::PrintCollateCopies |
                      QAbstractPrintDialog::PrintShowPageSize);
   dialogo.setMinMax(1, documento_->paginas());
   dialogo.setFromTo(1, documento_->paginas());
@@ -289,28 +303,31 @@ QString VistaPrevia::pideFichero(const QString& titulo, const QString& extension
 }
 
 void VistaPrevia::guardaPdf() {
-  const QString ruta = pideFichero(tr("Guardar como PDF"), QStringLiteral("pdf"), tr("Documento PDF"));
+  const QString ruta =
+      pideFichero(tr("Guardar como PDF"), QStringLiteral("pdf"), tr("Documento PDF"));
   if (ruta.isEmpty()) return;
   lanza(std::make_unique<TareaPdf>(documento_, ruta, titulo_, 1, INT_MAX), tr("Guardando PDF"),
         [this, ruta] { muestraEstado(tr("Guardado en %1").arg(ruta)); });
 }
 
 void VistaPrevia::exportaXlsx() {
-  const QString ruta = pideFichero(tr("Exportar a hoja de cálculo"), QStringLiteral("xlsx"),
-                                   tr("Hoja de cálculo"));
+  const QString ruta =
+      pideFichero(tr("Exportar a hoja de cálculo"), QStringLiteral("xlsx"), tr("Hoja de cálculo"));
   if (ruta.isEmpty()) return;
   lanza(reports::exportaXlsx(documento_, ruta), tr("Exportando"),
         [this, ruta] { muestraEstado(tr("Guardado en %1").arg(ruta)); });
 }
 
 void VistaPrevia::exportaCsv() {
-  const QString ruta = pideFichero(tr("Exportar a CSV"), QStringLiteral("csv"), tr("Texto separado"));
+  const QString ruta =
+      pideFichero(tr("Exportar a CSV"), QStringLiteral("csv"), tr("Texto separado"));
   if (ruta.isEmpty()) return;
   lanza(reports::exportaCsv(documento_, ruta), tr("Exportando"),
         [this, ruta] { muestraEstado(tr("Guardado en %1").arg(ruta)); });
 }
 
-// --- work in slices -------------------------------------------------------------------------------
+// --- work in slices
+// -------------------------------------------------------------------------------
 
 void VistaPrevia::lanza(std::unique_ptr<Tarea> tarea, const QString& rotulo,
                         std::function<void()> alAcabar) {
@@ -355,7 +372,9 @@ void VistaPrevia::detiene() {
   vista_->setFocus();
 }
 
-void VistaPrevia::muestraEstado(const QString& texto) { LblEstado->setText(texto); }
+void VistaPrevia::muestraEstado(const QString& texto) {
+  LblEstado->setText(texto);
+}
 
 // Shows what is going on and enables what can be asked for now.
 void VistaPrevia::atiende() {
@@ -379,11 +398,16 @@ void VistaPrevia::keyPressEvent(QKeyEvent* evento) {
         close();
       }
       return;
-    case Qt::Key_Home: return irA(1);
-    case Qt::Key_End: return ultima();
-    case Qt::Key_Plus: return zoom(vista_->porcentaje() + 10);
-    case Qt::Key_Minus: return zoom(vista_->porcentaje() - 10);
-    default: QWidget::keyPressEvent(evento);
+    case Qt::Key_Home:
+      return irA(1);
+    case Qt::Key_End:
+      return ultima();
+    case Qt::Key_Plus:
+      return zoom(vista_->porcentaje() + 10);
+    case Qt::Key_Minus:
+      return zoom(vista_->porcentaje() - 10);
+    default:
+      QWidget::keyPressEvent(evento);
   }
 }
 

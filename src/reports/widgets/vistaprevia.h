@@ -1,8 +1,8 @@
 // The window in which a book is looked at, printed, saved and exported.
 //
-// It opens on the first page at once, however long the book: pages are laid out as they are looked at and
-// counted behind. Long output advances in slices, so the dialog that opened the window, and the rest of the
-// program, stay in use meanwhile.
+// It opens on the first page at once, however long the book: pages are laid out as they are looked
+// at and counted behind. Long output advances in slices, so the dialog that opened the window, and
+// the rest of the program, stay in use meanwhile.
 #pragma once
 
 #include <QPointer>
@@ -26,7 +26,8 @@ class VistaPagina;
 class VistaPrevia : public QWidget {
   Q_OBJECT
  public:
-  // A window of its own over `padre`, which may be a modal dialog. It outlives a dialog that is closed.
+  // A window of its own over `padre`, which may be a modal dialog. It outlives a dialog that is
+  // closed.
   VistaPrevia(Contexto& contexto, std::shared_ptr<reports::Documento> documento,
               const QString& titulo, QWidget* padre);
   ~VistaPrevia() override;
@@ -95,6 +96,6 @@ class VistaPrevia : public QWidget {
   QAction* irAdelante_[2] = {};
 };
 
-// What a dialog's report object does with an opened book: previews it over the dialog. The printers known
-// to the system include "PDF" wherever printing is supported at all.
+// What a dialog's report object does with an opened book: previews it over the dialog. The printers
+// known to the system include "PDF" wherever printing is supported at all.
 Informe::Destino destinoDePantalla(Contexto& contexto, QWidget* padre);
