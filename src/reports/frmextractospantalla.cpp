@@ -66,6 +66,7 @@ void FrmExtractosPantalla::Form_Activate() {
   DtaExtracto.bind(sesion().rutaEmpresa(), sentenciaExtracto(Subcuenta));
   escribeSaldos(DtaExtracto.Recordset(), sesion().MascaraImporte);
   DtaExtracto.Refresh();
+  if (!DtaExtracto.Eof()) DtaExtracto.MoveLast();
   ui->GridExtracto->setFocus();
 }
 
