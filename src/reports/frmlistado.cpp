@@ -4,8 +4,11 @@
 #include <QLineEdit>
 
 #include "reports/errores.h"
+#include "reports/widgets/vistaprevia.h"
 
-FrmListado::FrmListado(Contexto& contexto) : Formulario(contexto), Rpt01(contexto) {}
+FrmListado::FrmListado(Contexto& contexto)
+    : Formulario(contexto),
+      Rpt01(contexto.motor, *contexto.reloj, destinoDePantalla(contexto, this)) {}
 
 FrmListado::~FrmListado() = default;
 
@@ -22,13 +25,13 @@ void FrmListado::lanza(const std::function<Listado()>& prepara) {
 }
 
 void FrmListado::lanzaSinTrampa(const Listado& listado) {
-  Rpt01.setWindowTitle(listado.titulo);
-  Rpt01.setReportFileName(sesion().DirDatos + listado.plantilla);
-  Rpt01.setDataFiles(0, sesion().rutaEmpresa());
-  Rpt01.setSelectionFormula(listado.seleccion);
-  Rpt01.setGroupSelectionFormula(listado.seleccionGrupos);
-  Rpt01.setParameterFields(0, listado.limites ? "Limites;" + *listado.limites + ";True" : "");
-  Rpt01.PrintReport(this);
+  Rpt01.WindowTitle = listado.titulo;
+  Rpt01.ReportFileName = sesion().DirDatos + listado.plantilla;
+  Rpt01.DataFiles(0) = sesion().rutaEmpresa();
+  Rpt01.SelectionFormula = listado.seleccion;
+  Rpt01.GroupSelectionFormula = listado.seleccionGrupos;
+  Rpt01.ParameterFields(0) = listado.limites ? "Limites;" + *listado.limites + ";True" : QString();
+  Rpt01.PrintReport();
 }
 
 void FrmListado::ponAnoEntero(QLineEdit* desde, QLineEdit* hasta) {

@@ -31,7 +31,7 @@ void FrmSumasSaldosImpresos::OptNivel_Click(int nivel) {
 
 // Months reach the selection of cuentas and subcuentas only; at the upper levels they are just
 // told.
-Listado FrmSumasSaldosImpresos::listado() const {
+Listado FrmSumasSaldosImpresos::listado() {
   const QString desde = ui->TxtDesde->text();
   const QString hasta = ui->TxtHasta->text();
   const QString meses = " and {@mes} >= " + ui->TxtDesdef->currentText().left(2) +

@@ -19,8 +19,8 @@ class FrmSumasSaldosImpresos : public FrmListado {
 
  private:
   void OptNivel_Click(int nivel);
-  Listado listado() const;
+  Listado listado();
 
-  int Nivel = 2;
   std::unique_ptr<Ui::FrmSumasSaldosImpresos> ui;
+  int Nivel = 2;
 };
