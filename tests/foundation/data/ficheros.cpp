@@ -139,6 +139,13 @@ TEST_F(Ficheros, DiscoLlenoDiceQueSeHaDeshecho) {
   EXPECT_EQ(herramienta("SELECT count(*) FROM Diario").toInt(), guardadas + 1);
 }
 
+TEST_F(Ficheros, SiElDiscoFallaAlGuardarSeDeshaceLaAccionEnteraYSeDice) {
+  db.reset();
+  EXPECT_EQ(Estacion(ruta).corre("fallo-del-disco"), "3043 1 1 3167");
+  EXPECT_EQ(herramienta("SELECT group_concat(NLinea) FROM Diario"), "1");
+  EXPECT_EQ(herramienta("PRAGMA integrity_check"), "ok");
+}
+
 TEST_F(Ficheros, UnFicheroDeSoloLecturaSeLeePeroNoSeEscribe) {
   anotaLineas(2);
   db.reset();

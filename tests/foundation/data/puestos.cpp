@@ -54,6 +54,36 @@ TEST_F(Puestos, SiOtroTieneElFicheroSeEsperaYLuegoHayError) {
   EXPECT_EQ(rs->Fields("NLinDiario").toLong(), 30);
 }
 
+// An error in between commits the group, so a later Update may find the file taken.
+TEST_F(Puestos, GuardarLoQueSeEditabaMientrasOtroTieneElFichero) {
+  const auto rs = db->OpenRecordset("Empresa");
+  rs->Edit();
+  rs->Fields("NLinDiario") = 40;
+  engine.flush();
+  OtroPuesto otro(ruta);
+  otro.ejecuta("BEGIN IMMEDIATE; UPDATE Empresa SET IdCodigo = 2;");
+  EXPECT_EQ(numeroDeError([&] { rs->Update(); }), err::kNoSePuedeGuardar);
+  otro.ejecuta("COMMIT;");
+  rs->Update();  // the edit was kept, and changes only what was set
+  engine.flush();
+  EXPECT_EQ(herramienta("SELECT IdCodigo, NLinDiario FROM Empresa"), "2|40");
+}
+
+TEST_F(Puestos, LoQueSePierdeAlCerrarSeDice) {
+  QSignalSpy fallos(&engine, &DBEngine::commitFailed);
+  OtroPuesto otro(ruta);
+  {
+    const auto rs = db->OpenRecordset("Empresa");
+    rs->Edit();
+    rs->Fields("NLinDiario") = 11;
+    rs->Update();
+    otro.ejecuta("BEGIN; SELECT * FROM Empresa;");
+    db.reset();
+  }
+  ASSERT_EQ(fallos.size(), 1);
+  EXPECT_EQ(fallos[0][0].toInt(), err::kNoSePuedeGuardar);
+}
+
 TEST_F(Puestos, LoQueNoSePudoGuardarPorqueOtroLeeSeGuardaDespues) {
   QSignalSpy fallos(&engine, &DBEngine::commitFailed);
   const auto rs = db->OpenRecordset("Empresa");
