@@ -216,6 +216,9 @@ QString Emitter::likeLiteral(const Expr& subject, const Expr& pattern) {
 }
 
 QString Emitter::viewLike(const QString& subject, const Expr& pattern) const {
+  if (pattern.kind != Kind::Literal) {
+    throw ErrorEjecucion(err::kErrorDeSintaxis, QStringLiteral("LIKE"));
+  }
   const QString written = pattern.value.display();
   QString translated;
   if (!written.contains(u'#') && !written.contains(u'[')) {
