@@ -31,6 +31,5 @@ class Impreso {
 
 // The texts of a laid-out page, in order.
 QStringList textosDe(const reports::Pagina& pagina);
-// How failures tell a text.
 // The folder of the delivered templates, as the program writes paths.
 QString carpetaImpresos();
