@@ -96,7 +96,7 @@ void FrmEmpresas::cablea() {
   alTeclear(ui_->TxtCapitalSocial, [this](Tecla& t) { pasaPestana(t, ui_->TxtIVASCuenta); });
   alTeclear(ui_->TXTIVARVentas, [this](Tecla& t) { pasaPestana(t, ui_->TxtMesInicio); });
   connect(ui_->Tabla, &QTabWidget::currentChanged, this,
-          [this] { protege([this] { CalculaCuentas(); }); });
+          [this](int pestana) { protege([this, pestana] { Tabla_Click(pestana); }); });
   alPulsar(ui_->CmdAceptar, [this] { CmdAceptar_Click(); });
   alPulsar(ui_->CmdCancelar, [this] { descargar(); });
 }
@@ -169,6 +169,12 @@ void FrmEmpresas::TxtNoModifica_LostFocus() {
   const QString texto = ui_->TxtNoModifica->text();
   if (texto.isEmpty()) return;
   ui_->TxtNoModifica->setText(NormalizaFecha(texto, sesion().AnoActual, ctx.reloj->hoy()));
+}
+
+void FrmEmpresas::Tabla_Click(int pestana) {
+  CalculaCuentas();
+  // The field left by this click has refused, and its tab is on show again.
+  if (pestana != ui_->Tabla->currentIndex()) enfocar(ui_->TxtSubNivel);
 }
 
 // Widths that leave no account, as while a level is being typed, leave the accounts as they are.

@@ -28,6 +28,7 @@ class FrmEmpresas : public Formulario {
   void TxtSubNivel_LostFocus();
   void TxtMesInicio_LostFocus();
   void TxtNoModifica_LostFocus();
+  void Tabla_Click(int pestana);
   void CmdAceptar_Click();
 
   void CalculaCuentas();

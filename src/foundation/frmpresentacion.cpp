@@ -10,6 +10,7 @@ FrmPresentacion::FrmPresentacion(Contexto& contexto)
   Q_INIT_RESOURCE(arranque);
   ui_->setupUi(this);
   dibujo_.load(QStringLiteral(":/arranque/presentacion.svg"));
+  setSizeGripEnabled(false);
   setFixedSize(dibujo_.defaultSize());
   // The drawing has its own colours, so the words over it can't follow the desktop's palette.
   setStyleSheet(

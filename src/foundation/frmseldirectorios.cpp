@@ -47,6 +47,11 @@ FrmSelDirectorios::FrmSelDirectorios(Contexto& contexto)
   for (int columna = 1; columna < carpetas_.columnCount(); ++columna)
     ui_->Carpetas->hideColumn(columna);
 
+  // Folders are read in the background: the one picked stays in sight as those above it fill up.
+  connect(&carpetas_, &QFileSystemModel::directoryLoaded, this, [this](const QString& leida) {
+    const QModelIndex actual = ui_->Carpetas->currentIndex();
+    if (carpetas_.filePath(actual).startsWith(leida)) ui_->Carpetas->scrollTo(actual);
+  });
   alElegir(ui_->Unidad, [this](int indice) { Unidad_Change(indice); });
   alPulsar(ui_->CmdAceptar, [this] { CmdAceptar_Click(); });
   alPulsar(ui_->CmdCancelar, [this] { descargar(); });

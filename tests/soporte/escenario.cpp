@@ -177,5 +177,7 @@ void Escenario::inserta(const QString& tabla,
 QStringList Escenario::errores() const {
   QFile fichero(carpetaPrograma() + QStringLiteral("/Errores.txt"));
   if (!fichero.open(QIODevice::ReadOnly)) return {};
-  return QString::fromUtf8(fichero.readAll()).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+  return QString::fromUtf8(fichero.readAll())
+      .remove(QLatin1Char('\r'))
+      .split(QLatin1Char('\n'), Qt::SkipEmptyParts);
 }
