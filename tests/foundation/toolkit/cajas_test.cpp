@@ -1,0 +1,147 @@
+// What the user really sees: boxes with Spanish buttons, modal dialogs, progress, drawings.
+#include "foundation/toolkit/cajas.h"
+
+#include <gtest/gtest.h>
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QDirIterator>
+#include <QInputDialog>
+#include <QMessageBox>
+#include <QPainter>
+#include <QProgressBar>
+#include <QTest>
+#include <QTimer>
+
+#include "foundation/data/dbengine.h"
+#include "foundation/toolkit/cajasqt.h"
+#include "foundation/toolkit/formdeprueba.h"
+#include "foundation/toolkit/progreso.h"
+#include "foundation/toolkit/tema.h"
+#include "soporte/escenario.h"
+
+namespace {
+using Lista = QStringList;
+
+// Does something with the box that comes next, once it is on the screen.
+template <class C>
+void enLaCaja(std::function<void(C&)> accion) {
+  QTimer::singleShot(0, qApp, [accion] {
+    auto* caja = qobject_cast<C*>(QApplication::activeModalWidget());
+    ASSERT_TRUE(caja);
+    activar(*caja);
+    accion(*caja);
+  });
+}
+
+Lista botonesDe(const QWidget& caja) {
+  Lista textos;
+  const auto botones = caja.findChildren<QAbstractButton*>();
+  for (const auto* boton : botones) textos << boton->text().remove(QLatin1Char('&'));
+  textos.sort();
+  return textos;
+}
+
+TEST(CajasQt, LosBotonesVanEnEspanol) {
+  DBEngine motor;
+  CajasQt cajas(motor);
+  enLaCaja<QMessageBox>([](QMessageBox& caja) {
+    EXPECT_EQ(botonesDe(caja), Lista{"Aceptar"});
+    EXPECT_EQ(caja.text(), "1 < 2 & <b>3</b>");
+    EXPECT_EQ(caja.textFormat(), Qt::PlainText);
+    QTest::keyClick(&caja, Qt::Key_Return);
+  });
+  cajas.mensaje(nullptr, "1 < 2 & <b>3</b>", "Error", Icono::Aviso);
+  enLaCaja<QInputDialog>([](QInputDialog& caja) {
+    EXPECT_EQ(botonesDe(caja), (Lista{"Aceptar", "Cancelar"}));
+    caja.accept();
+  });
+  EXPECT_EQ(cajas.entrada(nullptr, "Fecha", "Localizador", "hoy"), "hoy");
+  EXPECT_EQ(QCoreApplication::translate("QPlatformTheme", "Cancel"), "Cancelar");
+}
+
+TEST(CajasQt, PreguntaSiONo) {
+  DBEngine motor;
+  CajasQt cajas(motor);
+  const struct {
+    const char* como;
+    std::function<void(QMessageBox&)> accion;
+    bool respuesta;
+  } casos[] = {
+      {"Intro", [](QMessageBox& c) { QTest::keyClick(&c, Qt::Key_Return); }, true},
+      {"la letra del sí", [](QMessageBox& c) { QTest::keyClick(&c, Qt::Key_S); }, true},
+      {"la letra del no", [](QMessageBox& c) { QTest::keyClick(&c, Qt::Key_N); }, false},
+      {"Escape", [](QMessageBox& c) { QTest::keyClick(&c, Qt::Key_Escape); }, false},
+      {"cerrarla", [](QMessageBox& c) { c.close(); }, false},
+  };
+  for (const auto& caso : casos) {
+    SCOPED_TRACE(caso.como);
+    enLaCaja<QMessageBox>([&](QMessageBox& caja) {
+      EXPECT_EQ(botonesDe(caja), (Lista{"No", "Sí"}));
+      caso.accion(caja);
+    });
+    EXPECT_EQ(cajas.pregunta(nullptr, "¿Sigue?", "Salir"), caso.respuesta);
+  }
+}
+
+TEST(CajasQt, UnDialogoQueSeCierraAlAparecerNoDejaColgadoElPrograma) {
+  Escenario e(Escenario::Ajustes);
+  CajasQt cajas(e.ctx.motor);
+  FormDePrueba f(e.ctx);
+  e.guion.esperaMensaje("cargado");
+  FormDePrueba::alCargar = [](FormDePrueba& forma) {
+    forma.mensaje("cargado", "");
+    QTimer::singleShot(0, &forma, [&forma] { forma.descargar(); });
+  };
+  cajas.modal(f);
+  FormDePrueba::alCargar = [](FormDePrueba& forma) { forma.descargar(); };
+  FormDePrueba otra(e.ctx);
+  cajas.modal(otra);
+  FormDePrueba::alCargar = {};
+  EXPECT_FALSE(f.isVisible() || otra.isVisible());
+}
+
+TEST(Progreso, MueveLaBarraYNoTomaTeclasHastaQueAcaba) {
+  Escenario e(Escenario::Ajustes);
+  auto& f = e.abre<FormDePrueba>();
+  Teclado t(f);
+  QProgressBar barra(&f);
+  t.escribe("TxtA", "x");
+  {
+    Progreso progreso(e.ctx, barra, 100);
+    EXPECT_TRUE(barra.isVisible());
+    progreso.avanza(40);
+    t.teclea("abc");
+    t.escape();
+    t.cierra();
+    progreso.avanza();
+    e.guion.esperaMensaje("¿Sigue?");
+    f.mensaje("¿Sigue?", "");  // a box of the process itself works
+  }
+  EXPECT_EQ(barra.value(), 41);
+  EXPECT_EQ(t.textoDe("TxtA"), "x");
+  ASSERT_TRUE(f.isVisible());
+  t.teclea("y");
+  EXPECT_EQ(t.textoDe("TxtA"), "xy");
+}
+
+// A drawing that can't be read would leave a blank button.
+TEST(Tema, CadaDibujoSePinta) {
+  aplicarTema(*qApp);
+  QDirIterator it(":/iconos");
+  int cuantos = 0;
+  while (it.hasNext()) {
+    it.next();
+    ++cuantos;
+    for (const int lado : {16, 48}) {
+      const QImage imagen = icono(it.fileInfo().completeBaseName()).pixmap(lado).toImage();
+      int pintados = 0;
+      for (int y = 0; y < imagen.height(); ++y) {
+        for (int x = 0; x < imagen.width(); ++x) pintados += qAlpha(imagen.pixel(x, y)) > 128;
+      }
+      EXPECT_GT(pintados, lado * lado / 20) << qPrintable(it.fileName()) << " a " << lado;
+    }
+  }
+  EXPECT_GE(cuantos, 25);
+}
+}  // namespace
