@@ -9,3 +9,5 @@
 #include <QSignalSpy>
 #include <QTest>
 #include <QtCore>
+
+#include "soporte/textos.h"

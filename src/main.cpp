@@ -12,12 +12,16 @@
 #include "foundation/toolkit/formulario.h"
 #include "foundation/toolkit/registro.h"
 #include "foundation/toolkit/tema.h"
+#include "journal/registro.h"
+#include "reports/registro.h"
 
 namespace {
 
 void registraFormularios(Registro& registro) {
   registraFoundation(registro);
   registraCompany(registro);
+  registraJournal(registro);
+  registraReports(registro);
 }
 
 }  // namespace

@@ -2,20 +2,15 @@
 
 #include "accounts/plangeneral.h"
 #include "foundation/data/dbengine.h"
+#include "foundation/data/filas.h"
 #include "foundation/data/ignorar.h"
 
 namespace {
 
-// Runs the sets and the Update of an edit that has begun. False, with the edit dropped, if it can't
-// be.
+// The same as completa, passing over a row that can't be written.
 template <class Cambios>
-bool completa(Recordset& tabla, Cambios&& cambios) {
-  const bool hecho = ignorando([&] {
-    cambios();
-    tabla.Update();
-  });
-  if (!hecho) tabla.CancelUpdate();
-  return hecho;
+void completaSiPuede(Recordset& tabla, Cambios&& cambios) {
+  ignorando([&] { completa(tabla, cambios); });
 }
 
 void creaGrupo(Recordset& cuentas, int digitosCuenta, char grupo) {
@@ -23,17 +18,13 @@ void creaGrupo(Recordset& cuentas, int digitosCuenta, char grupo) {
     if (fila.codigo[0] != grupo) continue;
     const QString codigo = QLatin1String(fila.codigo);
     cuentas.AddNew();
-    completa(cuentas, [&] {
+    completaSiPuede(cuentas, [&] {
       cuentas.Fields(QStringLiteral("Cuenta")) = codigo.leftJustified(digitosCuenta, u'0');
       cuentas.Fields(QStringLiteral("Descripcion")) = fila.nombre;
       cuentas.Fields(QStringLiteral("GrupoN")) = codigo.left(1);
       cuentas.Fields(QStringLiteral("SubGrupoN")) = codigo.left(2);
     });
   }
-}
-
-void copiaCampos(Recordset& origen, Recordset& destino) {
-  for (int i = 0; i < origen.FieldCount(); ++i) destino.Fields(i) = origen.Fields(i).Value();
 }
 
 enum class SiFalla { Sube, SePasa };
@@ -43,12 +34,11 @@ void anadeFilas(Database& origen, Database& destino, const QString& tabla, SiFal
   const auto nuevas = destino.OpenRecordset(tabla);
   for (; !filas->Eof(); filas->MoveNext()) {
     nuevas->AddNew();
-    if (siFalla == SiFalla::SePasa) {
-      completa(*nuevas, [&] { copiaCampos(*filas, *nuevas); });
-    } else {
-      copiaCampos(*filas, *nuevas);
-      nuevas->Update();
-    }
+    const auto copia = [&] { copiaCampos(*filas, *nuevas); };
+    if (siFalla == SiFalla::SePasa)
+      completaSiPuede(*nuevas, copia);
+    else
+      completa(*nuevas, copia);
   }
 }
 
@@ -58,7 +48,7 @@ void sobrescribeFila(Database& origen, Database& destino, const QString& tabla) 
   const auto fila = destino.OpenRecordset(tabla);
   for (; !filas->Eof(); filas->MoveNext()) {
     fila->Edit();
-    completa(*fila, [&] { copiaCampos(*filas, *fila); });
+    completaSiPuede(*fila, [&] { copiaCampos(*filas, *fila); });
   }
 }
 

@@ -36,6 +36,8 @@ struct DatosEmpresa {
   QString Simbolo;
   QString IVASRE;
   QString IVARRE;
+
+  bool operator==(const DatosEmpresa&) const = default;
 };
 
 // The row on show as texts. A field that can't be read is empty.

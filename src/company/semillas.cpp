@@ -2,6 +2,7 @@
 
 #include "company/datosempresa.h"
 #include "foundation/data/dbengine.h"
+#include "foundation/data/filas.h"
 #include "foundation/data/ignorar.h"
 
 namespace {
@@ -118,14 +119,15 @@ QString dosCifras(int numero) {
 // Adds a row with these values from the first field on.
 void anade(Recordset& tabla, std::initializer_list<Variant> valores) {
   tabla.AddNew();
-  int ordinal = 0;
-  for (const Variant& valor : valores) tabla.Fields(ordinal++) = valor;
-  tabla.Update();
+  completa(tabla, [&] {
+    int ordinal = 0;
+    for (const Variant& valor : valores) tabla.Fields(ordinal++) = valor;
+  });
 }
 
-// The same, dropping a row that can't be written.
+// The same, passing over a row that can't be written.
 void anadeSiPuede(Recordset& tabla, std::initializer_list<Variant> valores) {
-  if (!ignorando([&] { anade(tabla, valores); })) ignorando([&] { tabla.CancelUpdate(); });
+  ignorando([&] { anade(tabla, valores); });
 }
 
 // Lines that hold only their code.
@@ -193,9 +195,13 @@ void siembraSubcuentasEspeciales(Database& base, int digitosCuenta, int digitosS
   const auto codigo = [](int digitos) {
     return QStringLiteral("61") + QString(digitos - 3, u'0') + u'1';
   };
-  tabla->AddNew();
-  ignorando([&] { tabla->Fields(QStringLiteral("Subcuenta")) = codigo(digitosCuenta); });
-  ignorando([&] { tabla->Fields(QStringLiteral("Cuenta")) = codigo(digitosSubcuenta); });
-  ignorando([&] { tabla->Fields(QStringLiteral("Descripcion")) = "Regularización existencias"; });
-  if (!ignorando([&] { tabla->Update(); })) tabla->CancelUpdate();
+  ignorando([&] {
+    tabla->AddNew();
+    completa(*tabla, [&] {
+      ignorando([&] { tabla->Fields(QStringLiteral("Subcuenta")) = codigo(digitosCuenta); });
+      ignorando([&] { tabla->Fields(QStringLiteral("Cuenta")) = codigo(digitosSubcuenta); });
+      ignorando(
+          [&] { tabla->Fields(QStringLiteral("Descripcion")) = "Regularización existencias"; });
+    });
+  });
 }

@@ -1,7 +1,7 @@
 #include "journal/apunte.h"
 
 #include "foundation/data/datacontrol.h"
-#include "foundation/data/errorejecucion.h"
+#include "foundation/data/filas.h"
 
 namespace {
 
@@ -21,18 +21,6 @@ constexpr struct {
     {"TipoDiario", &Apunte::TipoDiario},
     {"EmpresaZuri", &Apunte::EmpresaZuri},
 };
-
-// Runs the sets and the Update of an edit that has just begun, and drops it if any of them fails.
-template <class Filas, class Cambios>
-void completa(Filas& filas, Cambios&& cambios) {
-  try {
-    cambios();
-    filas.Update();
-  } catch (...) {
-    filas.CancelUpdate();
-    throw;
-  }
-}
 
 template <class Filas>
 int toma(Filas& empresa, const QString& contador) {

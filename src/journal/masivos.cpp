@@ -3,6 +3,8 @@
 #include <array>
 
 #include "foundation/data/dbengine.h"
+#include "foundation/data/filas.h"
+#include "foundation/data/ignorar.h"
 #include "foundation/formato.h"
 #include "journal/apunte.h"
 
@@ -16,10 +18,6 @@ std::unique_ptr<Recordset> lineasDelAsiento(Database& empresa, const QString& as
 std::unique_ptr<Recordset> registroDe(Database& empresa, const QString& codigo) {
   return empresa.OpenRecordset(
       QStringLiteral("Select * from RSIVA where Codigo ='%1'").arg(codigo));
-}
-
-void copiaCampos(Recordset& origen, Recordset& destino) {
-  for (int i = 0; i < origen.FieldCount(); ++i) destino.Fields(i) = origen.Fields(i).Value();
 }
 
 void borraTodo(Recordset& filas) {
@@ -138,12 +136,7 @@ void eliminaAsiento(Database& empresa, int asiento, const Avance& avance) {
     const QString codigo = lineas->Fields("ApunteIVA").display();
     lineas->Delete();
     if (codigo.isEmpty()) continue;
-    try {
-      const auto registro = registroDe(empresa, codigo);
-      registro->Delete();
-    } catch (const ErrorEjecucion&) {
-      // Lines of one invoice share its row: after the first it is gone already.
-      continue;
-    }
+    // Lines of one invoice share its row: after the first it is gone already.
+    ignorando([&] { registroDe(empresa, codigo)->Delete(); });
   }
 }

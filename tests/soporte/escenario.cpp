@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QDirIterator>
 #include <QFile>
 
 #include "company/crearbase.h"
@@ -10,6 +11,35 @@
 #include "foundation/creaini.h"
 #include "foundation/leeconfiguracion.h"
 #include "foundation/rutas.h"
+
+namespace {
+void copiaCarpeta(const QString& origen, const QString& destino) {
+  QDirIterator it(origen, QDir::Files, QDirIterator::Subdirectories);
+  while (it.hasNext()) {
+    const QString fichero = it.next();
+    const QString copia = destino + fichero.mid(origen.size());
+    QDir().mkpath(QFileInfo(copia).path());
+    QFile::copy(fichero, copia);
+  }
+}
+
+// A data folder with that company, built once in a test program: the building takes longer than
+// most of the tests.
+QString plantilla(const DatosEmpresa& datos) {
+  static std::vector<std::pair<DatosEmpresa, std::unique_ptr<QTemporaryDir>>> hechas;
+  for (const auto& [deCual, carpeta] : hechas) {
+    if (deCual == datos) return carpeta->path();
+  }
+  auto carpeta = std::make_unique<QTemporaryDir>();
+  const QString ruta = rutaPrograma(carpeta->path()) + QLatin1Char('\\');
+  DBEngine motor;
+  CrearInicio(motor, ruta + QStringLiteral("Inicio.mdb"));
+  creaEmpresa(motor, ruta, datos);
+  motor.flush();
+  hechas.emplace_back(datos, std::move(carpeta));
+  return hechas.back().second->path();
+}
+}  // namespace
 
 Escenario::Escenario(Hasta hasta, const DatosEmpresa& datos)
     : formularios(std::make_unique<Registro>(ctx)) {
@@ -49,10 +79,9 @@ Escenario::Escenario(Hasta hasta, const DatosEmpresa& datos)
   LeeConfiguracion(ajustes, sesion);
   if (hasta < Catalogo) return;
 
-  CrearInicio(ctx.motor, sesion.rutaCatalogo());
-  if (hasta < Empresa) return;
+  if (hasta < Empresa) return CrearInicio(ctx.motor, sesion.rutaCatalogo());
 
-  creaEmpresa(datos);
+  copiaCarpeta(plantilla(datos), carpetaDatos());
   abreEmpresa(datos.NombreEmpresa);
 }
 

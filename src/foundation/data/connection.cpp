@@ -1,7 +1,6 @@
 #include "foundation/data/connection.h"
 
 #include <sqlite3.h>
-#include <cerrno>
 #include <QDate>
 #include <QFileInfo>
 #include <QThread>
@@ -21,8 +20,7 @@ struct Wait {
   QElapsedTimer since;
 };
 
-int classicNumber(int code, Doing doing, int systemError) {
-  const bool full = systemError == ENOSPC || systemError == EDQUOT || systemError == EFBIG;
+int classicNumber(int code, Doing doing) {
   switch (code & 0xff) {
     case SQLITE_BUSY:
     case SQLITE_LOCKED: {
@@ -38,7 +36,7 @@ int classicNumber(int code, Doing doing, int systemError) {
     case SQLITE_FULL:
       return err::kSinEspacio;
     case SQLITE_IOERR:
-      return full ? err::kSinEspacio : err::kErrorDeDisco;
+      return err::kErrorDeDisco;
     case SQLITE_NOTADB:
     case SQLITE_CORRUPT:
       return err::kFormatoNoReconocido;
@@ -104,18 +102,18 @@ void Connection::create(const QString& systemPath, const QString& path, const QS
   run(QStringLiteral("INSERT INTO %1 VALUES ('', 'Locale', '")
           .arg(QLatin1String(own::kProperties)) +
       text.replace(u'\'', QStringLiteral("''")) + QStringLiteral("'); COMMIT"));
-  const int systemError = sqlite3_system_errno(db);
   sqlite3_close_v2(db);
   if (code == SQLITE_OK) return;
-  const int number = classicNumber(code, Doing::Writing, systemError);
+  const int number = classicNumber(code, Doing::Writing);
   throw ErrorEjecucion(number == err::kSinEspacio ? number : err::kErrorDeRuta, path);
 }
 
 Connection::~Connection() {
   try {
     if (inGroup_) commit();
-  } catch (const ErrorEjecucion&) {
-    // Nobody is left to be told; the journal undoes what could not be written.
+  } catch (const ErrorEjecucion& e) {
+    // No caller is left to catch it, and what wasn't written is gone.
+    if (settings_->lost) settings_->lost(e);
   }
   try {
     // An empty journal isn't left beside the file.
@@ -186,7 +184,7 @@ void Connection::dropOldestPrepared() {
 }
 
 void Connection::fail(int code, Doing doing, const QString& words) {
-  const int number = classicNumber(code, doing, sqlite3_system_errno(db_));
+  const int number = classicNumber(code, doing);
   const bool undone = inGroup_ && sqlite3_get_autocommit(db_) != 0;
   if (!undone) {
     if (number == err::kErrorDeSintaxis || number == err::kErrorDeDisco)
@@ -204,13 +202,15 @@ void Connection::fail(int code, Doing doing, const QString& words) {
                   .arg(lost));
 }
 
-void Connection::beginGroup() {
+void Connection::beginGroup(Doing doing) {
   if (inGroup_) return;
-  execute(QStringLiteral("BEGIN IMMEDIATE"), Doing::Locking);
+  // The library itself would only complain at the first row.
+  if (sqlite3_db_readonly(db_, "main")) throw ErrorEjecucion(err::kSoloLectura, path_);
+  execute(QStringLiteral("BEGIN IMMEDIATE"), doing);
   inGroup_ = true;
   groupChanges_ = 0;
   groupClock_.start();
-  Statement version = prepare(QStringLiteral("PRAGMA data_version"), Doing::Locking);
+  Statement version = prepare(QStringLiteral("PRAGMA data_version"), doing);
   lookAtDataVersion(version);
   version.reset();
   if (settings_->groupOpened) settings_->groupOpened();
@@ -233,11 +233,11 @@ void Connection::settle() {
 void Connection::touched(const QString& table) {
   ++groupChanges_;
   ++allChanges_;
-  ++tableChanges_[table.toCaseFolded()];
+  ++tableChanges_[table];
 }
 
 Stamp Connection::stamp(const QString& table) const {
-  const quint64 changes = table.isEmpty() ? allChanges_ : tableChanges_.value(table.toCaseFolded());
+  const quint64 changes = table.isEmpty() ? allChanges_ : tableChanges_.value(table);
   return {dataVersion_, generation_, changes};
 }
 
@@ -348,17 +348,18 @@ KeySet Connection::keys(const Compiled& compiled) {
 }
 
 int Connection::companyYear() {
-  const Stamp now = stamp(QStringLiteral("Empresa"));
+  const std::shared_ptr<const Schema> definitions = schema();
+  const TableDef* company = definitions->definition(QStringLiteral("Empresa"));
+  if (!company) return QDate::currentDate().year();
+  const Stamp now = stamp(company->Name);
   if (year_ != 0 && now == yearStamp_) return year_;
   year_ = QDate::currentDate().year();
   yearStamp_ = now;
-  const std::shared_ptr<const Schema> definitions = schema();
-  const Catalog::Table* company = definitions->table(QStringLiteral("Empresa"));
-  if (!company) return year_;
-  for (const Catalog::Column& c : company->columns) {
-    if (c.name.compare(QStringLiteral("Año"), Qt::CaseInsensitive) != 0) continue;
-    Statement statement = prepare(QStringLiteral("SELECT %1 FROM %2 LIMIT 1")
-                                      .arg(bracketed(c.name), bracketed(company->name)));
+  for (const Field& field : company->Fields) {
+    if (field.Name.compare(QStringLiteral("Año"), Qt::CaseInsensitive) != 0) continue;
+    Statement statement =
+        prepare(QStringLiteral("SELECT ") + bracketed(field.Name) + QStringLiteral(" FROM ") +
+                bracketed(company->Name) + QStringLiteral(" LIMIT 1"));
     if (statement.step() && statement.integer(0) > 0)
       year_ = static_cast<int>(statement.integer(0));
   }

@@ -40,10 +40,11 @@ struct Compiled {
 class Connection {
  public:
   // What the connections of a process share: the wait for locks, and who is to be told that a group
-  // was opened and will have to be committed.
+  // was opened and will have to be committed, or that one was lost at the closing of its file.
   struct Settings {
     int lockTimeout = 5000;  // milliseconds
     std::function<void()> groupOpened;
+    std::function<void(const ErrorEjecucion&)> lost;
   };
 
   // `systemPath` must be a file (3024 otherwise) and a database (3343); `path` is its name as the
@@ -63,10 +64,11 @@ class Connection {
   Statement prepare(const QString& sql, Doing doing = Doing::Reading);
   void execute(const QString& sql, Doing doing = Doing::Writing) { prepare(sql, doing).execute(); }
 
-  // The group of updates. Opening takes the file's write lock (3260, 3027); what is read afterwards
+  // The group of updates. Opening takes the file's write lock (3260, or 3186 when it is taken to
+  // write at once; 3027); what is read afterwards
   // is fresh and nobody else's. commit() raises 3186 while others are reading beyond the wait, and
   // then the group is still open; 3026 and 3043 when it has been undone.
-  void beginGroup();
+  void beginGroup(Doing doing = Doing::Locking);
   void commit();
   bool inGroup() const { return inGroup_; }
   qint64 groupAge() const { return groupClock_.elapsed(); }  // milliseconds
@@ -76,7 +78,7 @@ class Connection {
 
   // Notes that rows of a table were changed by this process.
   void touched(const QString& table);
-  // The file's state for one table, or for all of them when no name is given.
+  // The file's state for one table, spelled as the file has it, or for all of them without a name.
   Stamp stamp(const QString& table = {}) const;
   // Looks whether another station has written, if that wasn't looked at a moment ago.
   void freshen();

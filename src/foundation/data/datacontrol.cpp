@@ -25,6 +25,8 @@ void DataControl::bind(const QString& databaseName, const QString& recordSource)
 }
 
 void DataControl::unbind() {
+  // While somebody can still be told of a failure.
+  engine_.flush();
   recordset_.reset();
   Q_EMIT refreshed();
 }

@@ -29,7 +29,8 @@ class DataControl : public QObject {
   void Refresh();
   // Sets both and refreshes.
   void bind(const QString& databaseName, const QString& recordSource);
-  void unbind();  // releases the recordset, so that the file can be removed
+  // Commits and releases the recordset, so that the file can be removed. 3186, 3026, 3043.
+  void unbind();
 
   bool isOpen() const { return recordset_ != nullptr; }
   // The live recordset; 3021 before the first Refresh. Moving it directly is seen by nobody: use

@@ -18,7 +18,8 @@ constexpr int kRetry = 500;
 }  // namespace
 
 struct DBEngine::Private {
-  QHash<QString, std::weak_ptr<Connection>> pool;
+  QHash<QString, std::weak_ptr<Connection>> pool;    // by the system's path
+  QHash<QString, std::weak_ptr<Connection>> byText;  // by the path as it was asked for
   std::shared_ptr<Connection::Settings> settings = std::make_shared<Connection::Settings>();
   std::unique_ptr<Workspace> workspace;
   bool commitAsked = false;
@@ -40,11 +41,15 @@ struct DBEngine::Private {
 DBEngine::DBEngine(QObject* parent) : QObject(parent), d_(std::make_unique<Private>()) {
   d_->workspace = std::make_unique<Workspace>(*this);
   d_->settings->groupOpened = [this] { askForCommit(0); };
+  d_->settings->lost = [this](const ErrorEjecucion& e) {
+    Q_EMIT commitFailed(e.numero(), e.descripcion());
+  };
 }
 
 DBEngine::~DBEngine() {
   // Recordsets may outlive the engine: their groups end with their connection.
   d_->settings->groupOpened = nullptr;
+  d_->settings->lost = nullptr;
   try {
     flush();
   } catch (const ErrorEjecucion&) {
@@ -75,7 +80,16 @@ void DBEngine::commitFromLoop() {
 }
 
 void DBEngine::flush() {
-  for (const auto& connection : d_->open()) connection->commit();
+  // One file that can't be written doesn't keep the others from it.
+  std::exception_ptr first;
+  for (const auto& connection : d_->open()) {
+    try {
+      connection->commit();
+    } catch (const ErrorEjecucion&) {
+      if (!first) first = std::current_exception();
+    }
+  }
+  if (first) std::rethrow_exception(first);
 }
 
 void DBEngine::breathe() {
@@ -89,12 +103,14 @@ void DBEngine::breathe() {
 }
 
 std::shared_ptr<Connection> DBEngine::connection(const QString& path) {
-  const QString systemPath = rutaSistema(path);
-  const QString file = QFileInfo(systemPath).canonicalFilePath();
+  // Looking for a file costs more than reading a total from it.
+  if (auto known = d_->byText.value(path).lock()) return known;
+  const QString file = QFileInfo(rutaSistema(path)).canonicalFilePath();
   if (file.isEmpty()) throw ErrorEjecucion(err::kBaseNoEncontrada, path);
-  if (auto connection = d_->pool.value(file).lock()) return connection;
-  auto connection = std::make_shared<Connection>(file, path, d_->settings);
+  auto connection = d_->pool.value(file).lock();
+  if (!connection) connection = std::make_shared<Connection>(file, path, d_->settings);
   d_->pool.insert(file, connection);
+  d_->byText.insert(path, connection);
   return connection;
 }
 

@@ -42,6 +42,8 @@ constexpr Texto kTextos[] = {
     {err::kFormatoNoReconocido, "El fichero no es una base de datos reconocida"},
     {err::kConversionDeDatos, "El dato no se puede convertir al tipo del campo"},
     {err::kTiposEnCriterio, "Los tipos de datos comparados en la consulta no coinciden"},
+    {28601, "La plantilla del libro tiene un error"},
+    {28602, "La selección del libro no está bien escrita"},
     {28663, "No hay ninguna impresora instalada"},
 };
 

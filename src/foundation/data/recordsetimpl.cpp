@@ -172,7 +172,7 @@ void Recordset::Impl::edit() {
 
 int Recordset::Impl::update() {
   if (mode_ == EditMode::None) throw ErrorEjecucion(err::kActualizarSinEditar);
-  connection_->beginGroup();
+  connection_->beginGroup(Doing::Writing);
   const bool adding = mode_ == EditMode::Add;
   checkKey(adding);
   const int position = adding ? insert() : store();

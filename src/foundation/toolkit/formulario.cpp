@@ -114,8 +114,7 @@ void Formulario::protege(const std::function<void()>& reaccion, const QString& l
   int numero = 0;
   QString texto;
   try {
-    reaccion();
-    return;
+    return reaccion();
   } catch (const ErrorEjecucion& e) {
     numero = e.numero();
     texto = e.descripcion();
@@ -123,6 +122,10 @@ void Formulario::protege(const std::function<void()>& reaccion, const QString& l
     numero = kErrorInterno;
     texto = QString::fromUtf8(e.what());
   }
+  avisarError(numero, texto, lugar);
+}
+
+void Formulario::avisarError(int numero, const QString& texto, const QString& lugar) {
   const QString nombre = objectName();
   try {
     RegistraError(ctx.carpetaPrograma, numero, texto,

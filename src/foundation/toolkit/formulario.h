@@ -61,6 +61,8 @@ class Formulario : public QDialog {
   // The same for a control that doesn't know its form: that of the form around it.
   static void protegeEn(const QWidget* control, const std::function<void()>& reaccion,
                         const QString& lugar = {});
+  // What protege does with an error: the box and the line in the log.
+  void avisarError(int numero, const QString& texto, const QString& lugar = {});
   // How many keys have been refused with a beep.
   int pitidos() const;
 

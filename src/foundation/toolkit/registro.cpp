@@ -7,12 +7,30 @@
 #include "foundation/toolkit/contexto.h"
 #include "foundation/toolkit/formulario.h"
 
+Registro::Registro(Contexto& contexto) : contexto_(contexto) {
+  QObject::connect(&contexto.motor, &DBEngine::commitFailed, &contexto.motor,
+                   [&contexto](int numero, const QString& descripcion) {
+                     if (auto* registro = contexto.formularios) {
+                       registro->avisarDeFallo(numero, descripcion);
+                     }
+                   });
+}
+
 Registro::~Registro() {
   if (contexto_.formularios == this) contexto_.formularios = nullptr;
 }
 
 void Registro::registra(const QString& nombre, Fabrica fabrica) {
   fabricas_.insert(nombre, std::move(fabrica));
+}
+
+// Nobody is left to catch what fails at the return to the event loop: it is told over the form on
+// top. The engine tries again meanwhile, so one box at a time.
+void Registro::avisarDeFallo(int numero, const QString& descripcion) {
+  if (avisando_ || abiertos_.isEmpty()) return;
+  avisando_ = true;
+  abiertos_.last()->avisarError(numero, descripcion);
+  avisando_ = false;
 }
 
 bool Registro::mostrar(const QString& nombre) {

@@ -16,7 +16,7 @@ class Registro {
  public:
   using Fabrica = std::function<std::unique_ptr<Formulario>(Contexto&)>;
 
-  explicit Registro(Contexto& contexto) : contexto_(contexto) {}
+  explicit Registro(Contexto& contexto);
   ~Registro();
 
   void registra(const QString& nombre, Fabrica fabrica);
@@ -40,9 +40,11 @@ class Registro {
   friend class Formulario;
   void apuntar(Formulario& forma);
   void olvidar(Formulario& forma);
+  void avisarDeFallo(int numero, const QString& descripcion);
 
   Contexto& contexto_;
   QHash<QString, Fabrica> fabricas_;
+  bool avisando_ = false;
   QList<Formulario*> abiertos_;       // in order of opening
   std::unique_ptr<Formulario> base_;  // the form that stands alone at the bottom
 };

@@ -1,9 +1,9 @@
 // Rows: types and widths, adding and changing, moving, bookmarks and searches, on real files.
-#include "libro.h"
+#include "libroendisco.h"
 
 namespace {
 
-class Registros : public Libro {};
+class Registros : public LibroEnDisco {};
 
 TEST_F(Registros, LosTiposSeLeenComoSeEscribieron) {
   TableDef tabla{QStringLiteral("Tipos"), {}, {}};
@@ -54,6 +54,30 @@ TEST_F(Registros, LosTiposSeLeenComoSeEscribieron) {
   EXPECT_EQ(herramienta("SELECT DISTINCT typeof(Fecha), typeof(Doble), typeof(SiNo) FROM Tipos "
                         "WHERE Fecha = '2003-02-15'"),
             "text|null|integer");
+}
+
+TEST_F(Registros, LaDefinicionVuelveComoSeDioYSeLeeEnElFichero) {
+  const TableDef diario = db->tableDef("DIARIO"), empresa = db->tableDef("Empresa");
+  EXPECT_EQ(db->TableDefs(), (QStringList{"Empresa", "Diario"}));
+  EXPECT_EQ(diario.Fields[3].Size, 9);
+  EXPECT_EQ(diario.Fields[2].Type, FieldType::Date);
+  EXPECT_TRUE(diario.Fields[4].AllowZeroLength);
+  EXPECT_TRUE(diario.Indexes.at(0).Primary && diario.Indexes.at(0).Unique);
+  EXPECT_EQ(empresa.Fields[1].Name, "Año");
+  EXPECT_EQ(empresa.Fields[3].Type, FieldType::Boolean);
+  EXPECT_EQ(herramienta("SELECT sql FROM sqlite_schema WHERE name = 'Empresa'"),
+            "CREATE TABLE [Empresa] ([IdCodigo] INTEGER DEFAULT 1, [Año] INTEGER, "
+            "[NLinDiario] INTEGER DEFAULT 0, [Limpiar] BOOLEAN DEFAULT 0)");
+  EXPECT_EQ(herramienta("SELECT Valor FROM librano_propiedades WHERE Propiedad = 'Locale'"),
+            kLocale);
+  for (const char* nombre : {"", " x", "a]b", "a.b", "librano_x", "sqlite_x", "a'b"})
+    EXPECT_EQ(numeroDeError([&] {
+                db->appendTable({nombre, {}, {}});
+              }),
+              err::kLlamadaNoValida)
+        << nombre;
+  db->deleteTable("diario");
+  EXPECT_EQ(db->TableDefs(), QStringList{"Empresa"});
 }
 
 TEST_F(Registros, LosValoresPorDefectoEstanAntesDeGuardarYTambienParaOtrosProgramas) {

@@ -1,11 +1,11 @@
 // Running sums against a recount of the lines, whatever was done to them and by whom.
 #include <QRandomGenerator>
 
-#include "libro.h"
+#include "libroendisco.h"
 
 namespace {
 
-class Sumas : public Libro {
+class Sumas : public LibroEnDisco {
  protected:
   Sumas() {
     db->keepIndex("Diario", {"NAsiento"});

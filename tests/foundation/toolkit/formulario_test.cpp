@@ -29,11 +29,12 @@ struct Prueba {
 TEST(Formulario, UnErrorDaUnaCajaYUnaLineaYElFormularioSigue) {
   Prueba p;
   p.f.alPulsar(p.f.CmdAceptar, [] { throw ErrorEjecucion(err::kSinRegistroActivo); });
-  p.e.guion.esperaMensaje("Error 3021: " + descripcionDeError(3021), "Librano");
+  const QString texto = ErrorEjecucion(err::kSinRegistroActivo).descripcion();
+  p.e.guion.esperaMensaje("Error 3021: " + texto, "Librano");
   p.t.pulsa("CmdAceptar");
   ASSERT_EQ(p.e.errores().size(), 1);
-  EXPECT_EQ(p.e.errores()[0].trimmed(), "Error n - 3021 - " + descripcionDeError(3021) +
-                                            " - Producido en CmdAceptar_Click - FormDePrueba");
+  EXPECT_EQ(p.e.errores()[0].trimmed(),
+            "Error n - 3021 - " + texto + " - Producido en CmdAceptar_Click - FormDePrueba");
 
   p.f.alSalir(p.f.TxtA, [] { throw std::runtime_error("roto"); });
   p.t.enfoca("TxtA");
@@ -212,3 +213,4 @@ TEST(Guion, FallaSiLlegaLoNoAnunciadoONoLlegaLoAnunciado) {
 }  // namespace
 
 #include "formulario_test.moc"
+#include "moc_formdeprueba.cpp"

@@ -23,9 +23,23 @@ int numeroDeError(F&& algo) {
 
 inline const QString kLocale = QStringLiteral(";LANGID=0x0409;CP=1252;COUNTRY=0");
 
-class Libro : public testing::Test {
+class LibroEnDisco : public testing::Test {
+ public:
+  // One line through an open recordset; the fields not named stay as the table has them.
+  static void anota(Recordset& rs, int linea, int asiento, const QString& subcuenta,
+                    const QString& dh, const Variant& importe) {
+    rs.AddNew();
+    rs.Fields("NLinea") = linea;
+    rs.Fields("NAsiento") = asiento;
+    rs.Fields("Fecha") = QDate(2003, 1 + linea % 12, 15);
+    rs.Fields("Subcuenta") = subcuenta;
+    rs.Fields("DH") = dh;
+    rs.Fields("Importe") = importe;
+    rs.Update();
+  }
+
  protected:
-  Libro() {
+  LibroEnDisco() {
     db = engine.Workspaces(0).CreateDatabase(ruta, kLocale);
     TableDef empresa{QStringLiteral("Empresa"), {}, {}};
     empresa.CreateField("IdCodigo", FieldType::Long).DefaultValue = QStringLiteral("1");
@@ -49,18 +63,6 @@ class Libro : public testing::Test {
     engine.flush();
   }
 
-  // One line through an open recordset; the fields not named stay as the table has them.
-  static void anota(Recordset& rs, int linea, int asiento, const QString& subcuenta,
-                    const QString& dh, const Variant& importe) {
-    rs.AddNew();
-    rs.Fields("NLinea") = linea;
-    rs.Fields("NAsiento") = asiento;
-    rs.Fields("Fecha") = QDate(2003, 1 + linea % 12, 15);
-    rs.Fields("Subcuenta") = subcuenta;
-    rs.Fields("DH") = dh;
-    rs.Fields("Importe") = importe;
-    rs.Update();
-  }
   void anotaLineas(int cuantas) {
     const auto rs = db->OpenRecordset("Diario");
     for (int i = 1; i <= cuantas; ++i)

@@ -1,0 +1,126 @@
+// The rows of a book, read forward once (for PDF, exports and counting pages) or fetched by number
+// (for the pages that are looked at).
+#pragma once
+
+#include <map>
+#include <memory>
+#include <QHash>
+#include <QString>
+#include <QStringList>
+#include <vector>
+
+#include "foundation/data/dbengine.h"
+#include "foundation/data/rowreader.h"
+#include "reports/consulta.h"
+
+namespace reports {
+
+// An open source: its columns, and the names that stand for codes. Columns are numbered as the
+// statement gives them, the names looked up after them.
+class Fuente {
+ public:
+  // Raises as opening the statement does.
+  Fuente(std::unique_ptr<Database> base, const Consulta& consulta);
+
+  int columna(const QString& nombre) const;  // -1 when there is none
+  FieldType tipo(int ordinal) const;
+  int columnas() const { return static_cast<int>(nombres_.size()); }
+  int propias() const { return propias_; }  // columns of the statement itself
+  // The name of a column, and the code's column and names of one that is looked up.
+  const QString& nombre(int ordinal) const { return nombres_[ordinal]; }
+  int codigoDe(int ordinal) const { return buscas_[ordinal - propias_].codigo; }
+  QString nombreDe(int ordinal, const QString& codigo) const;
+
+  // `solo`, unless it is empty, are the columns that will be asked for: the reader may have just
+  // those, and `sitio` then tells where each column of the source stands in it.
+  std::unique_ptr<RowReader> lector(const std::vector<int>& solo = {},
+                                    std::vector<int>* sitio = nullptr) const;
+  std::unique_ptr<Recordset> registros() const;
+  Database& base() const { return *base_; }
+
+ private:
+  struct Tabla {
+    int codigo;
+    QHash<QString, QString> nombres;
+  };
+  std::unique_ptr<Database> base_;
+  QString sentencia_;
+  QString columnas_;     // the statement's list, as it stands in it
+  QStringList sueltas_;  // each of them, when all are plain names
+  QStringList nombres_;
+  std::vector<FieldType> tipos_;
+  int propias_ = 0;
+  std::vector<Tabla> buscas_;
+};
+
+// The row being laid out and the one before it.
+class Cursor {
+ public:
+  explicit Cursor(const Fuente& fuente) : fuente_(fuente) {}
+  virtual ~Cursor() = default;
+
+  // Makes a row the current one; false past the last, whose values stay reachable as the previous
+  // row's. A forward cursor only goes from each row to the next.
+  virtual bool situa(qint64 fila) = 0;
+
+  Variant valor(int ordinal) const;
+  Variant valorAnterior(int ordinal) const;
+  QString texto(int ordinal) const;
+  virtual double numero(int ordinal) const = 0;
+
+ protected:
+  virtual Variant celda(int ordinal) const = 0;
+  virtual Variant celdaAnterior(int ordinal) const = 0;
+  virtual QString textoCelda(int ordinal) const = 0;
+  const Fuente& fuente_;
+};
+
+// Reads forward without keeping rows. Of the previous row only the columns in `retiene` can be
+// asked; of the current one only those in `solo`, unless it is empty.
+class CursorAvance : public Cursor {
+ public:
+  CursorAvance(const Fuente& fuente, std::vector<int> retiene, const std::vector<int>& solo = {});
+  bool situa(qint64 fila) override;
+  double numero(int ordinal) const override { return lector_->number(sitio(ordinal)); }
+
+ protected:
+  Variant celda(int ordinal) const override { return lector_->value(sitio(ordinal)); }
+  Variant celdaAnterior(int ordinal) const override;
+  QString textoCelda(int ordinal) const override { return lector_->text(sitio(ordinal)); }
+
+ private:
+  int sitio(int ordinal) const {
+    return sitios_.empty() ? ordinal : sitios_[static_cast<size_t>(ordinal)];
+  }
+
+  std::vector<int> sitios_;
+  std::unique_ptr<RowReader> lector_;
+  qint64 fila_ = -1;
+  bool fin_ = false;
+  std::vector<int> retiene_;
+  std::vector<Variant> anterior_;
+};
+
+// Any row by its number.
+class CursorSuelto : public Cursor {
+ public:
+  explicit CursorSuelto(const Fuente& fuente)
+      : Cursor(fuente), registros_(fuente.registros()), total_(registros_->rowTotal()) {}
+  bool situa(qint64 fila) override {
+    fila_ = static_cast<int>(fila);
+    return fila_ < total_;
+  }
+  double numero(int ordinal) const override;
+
+ protected:
+  Variant celda(int ordinal) const override { return registros_->cell(fila_, ordinal); }
+  Variant celdaAnterior(int ordinal) const override { return registros_->cell(fila_ - 1, ordinal); }
+  QString textoCelda(int ordinal) const override { return celda(ordinal).display(); }
+
+ private:
+  std::unique_ptr<Recordset> registros_;
+  int total_;
+  int fila_ = 0;
+};
+
+}  // namespace reports

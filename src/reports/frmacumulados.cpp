@@ -1,0 +1,77 @@
+#include "reports/frmacumulados.h"
+
+#include "foundation/formato.h"
+#include "foundation/toolkit/principal.h"
+#include "ui_frmacumulados.h"
+
+namespace {
+
+constexpr int kMeses = 12;
+enum Columnas { Mes, Debe, Haber, SaldoMes, Saldo, kColumnas };
+
+}  // namespace
+
+FrmAcumulados::FrmAcumulados(Contexto& contexto)
+    : Formulario(contexto), ui(std::make_unique<Ui::FrmAcumulados>()), DtaSaldos(contexto.motor) {
+  ui->setupUi(this);
+  alPulsar(ui->Command1, [this] { descargar(); });
+  setBotonDeCierre(ui->Command1);
+}
+
+FrmAcumulados::~FrmAcumulados() = default;
+
+void FrmAcumulados::Form_Load() {
+  encabeza();
+  llena(ctx.principal->TxtSubcuenta().text());
+}
+
+void FrmAcumulados::encabeza() {
+  ui->Grid->setRowCount(kMeses + 1);
+  ui->Grid->setColumnCount(kColumnas);
+  ui->Grid->setEditTriggers(QAbstractItemView::NoEditTriggers);
+  ui->Grid->horizontalHeader()->hide();
+  ui->Grid->verticalHeader()->hide();
+  const QStringList titulos = {"", "Debe", "Haber", "Saldo mes", "Saldo"};
+  for (int c = 0; c < kColumnas; ++c) pon(0, c, titulos.at(c));
+  for (int mes = 1; mes <= kMeses; ++mes)
+    pon(mes, Mes, Format(QDate(2002, mes, 1), "mmm").toUpper());
+}
+
+void FrmAcumulados::llena(const QString& subcuenta) {
+  const QString mascara = sesion().MascaraImporte;
+  for (int mes = 1; mes <= kMeses; ++mes) {
+    for (int c = Debe; c <= Saldo; ++c) pon(mes, c, Format(0, mascara));
+    // A month without lines has no row, and keeps its zeros.
+    try {
+      DtaSaldos.bind(sesion().rutaEmpresa(),
+                     "Select * from SqlDiarioSaldosCuentasMeses where Subcuenta='" + subcuenta +
+                         "' and Mes = '" + QString::number(mes) + "'");
+      if (DtaSaldos.Eof()) continue;
+      pon(mes, Debe, Format(DtaSaldos.Fields("SumaDeDebe").Value(), mascara));
+      pon(mes, Haber, Format(DtaSaldos.Fields("SumaDeHaber").Value(), mascara));
+    } catch (const ErrorEjecucion&) {
+      continue;
+    }
+  }
+  double saldo = 0;
+  for (int mes = 1; mes <= kMeses; ++mes) {
+    pon(mes, SaldoMes, Format(importe(mes, Debe) + importe(mes, Haber), mascara));
+    saldo += importe(mes, SaldoMes);
+    pon(mes, Saldo, Format(saldo, mascara));
+  }
+}
+
+void FrmAcumulados::pon(int fila, int columna, const QString& texto) {
+  auto* celda = new QTableWidgetItem(texto);
+  const bool cabecera = fila == 0 || columna == 0;
+  celda->setTextAlignment(Qt::AlignVCenter | (columna == 0 ? Qt::AlignLeft : Qt::AlignRight));
+  if (cabecera) {
+    celda->setBackground(palette().button());
+    celda->setFlags(Qt::ItemIsEnabled);
+  }
+  ui->Grid->setItem(fila, columna, celda);
+}
+
+double FrmAcumulados::importe(int fila, int columna) const {
+  return Variant(ui->Grid->item(fila, columna)->text()).number();
+}

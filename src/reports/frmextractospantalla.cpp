@@ -1,0 +1,106 @@
+#include "reports/frmextractospantalla.h"
+
+#include <QMenuBar>
+
+#include "foundation/formato.h"
+#include "foundation/funciones.h"
+#include "foundation/toolkit/principal.h"
+#include "reports/extracto.h"
+#include "ui_frmextractospantalla.h"
+
+FrmExtractosPantalla::FrmExtractosPantalla(Contexto& contexto)
+    : Formulario(contexto),
+      ui(std::make_unique<Ui::FrmExtractosPantalla>()),
+      DtaExtracto(contexto.motor) {
+  ui->setupUi(this);
+  creaMenu();
+  ui->GridExtracto->enlazar(
+      DtaExtracto,
+      {{.campo = "Punteo", .titulo = "Punteo", .ancho = 6},
+       {.campo = "NAsiento", .titulo = "Asiento", .ancho = 9},
+       {.campo = "Fecha", .titulo = "Fecha", .ancho = 11, .tipo = Columna::Tipo::Fecha},
+       {.campo = "Descripcion", .titulo = "Descripción", .ancho = 36},
+       {.campo = "Debe", .titulo = "Debe", .ancho = 15, .tipo = Columna::Tipo::Importe},
+       {.campo = "Haber", .titulo = "Haber", .ancho = 15, .tipo = Columna::Tipo::Importe},
+       {.campo = "Saldo", .titulo = "Saldo", .ancho = 16, .tipo = Columna::Tipo::Importe}});
+  connect(ui->GridExtracto, &Rejilla::espacio, this, [this] { protege([this] { puntea(); }); });
+  connect(ui->GridExtracto, &Rejilla::dobleClic, this,
+          [this] { protege([this] { GridExtracto_DblClick(); }); });
+  alPulsar(ui->ImpresionEntreCuentas, [this] { MnuVisualizarApunte_Click(); });
+  alPulsar(ui->LocalizarFecha, [this] { MnuBuscarDesde_Click(); });
+  alPulsar(ui->CmdImpresos, [this] { MnuImprimir_Click(); });
+  alPulsar(ui->CmdSalir, [this] { descargar(); });
+}
+
+FrmExtractosPantalla::~FrmExtractosPantalla() = default;
+
+void FrmExtractosPantalla::creaMenu() {
+  auto* barra = new QMenuBar(this);
+  QMenu* menu = barra->addMenu("Utilidades y opciones");
+  menu->setObjectName("MnuUtilidades");
+  const auto entrada = [&](const char* nombre, const QString& texto, const QString& tecla,
+                           void (FrmExtractosPantalla::*reaccion)()) {
+    QAction* accion = menu->addAction(texto);
+    accion->setObjectName(nombre);
+    accion->setShortcut(QKeySequence(tecla));
+    connect(accion, &QAction::triggered, this,
+            [this, reaccion] { protege([&] { (this->*reaccion)(); }); });
+  };
+  entrada("MnuBuscarDesde", "Buscar desde", "Ctrl+B", &FrmExtractosPantalla::MnuBuscarDesde_Click);
+  entrada("MnuImprimir", "Imprimir extracto", "Ctrl+P", &FrmExtractosPantalla::MnuImprimir_Click);
+  entrada("MnuVisualizarApunte", "Visualizar apunte marcado", "Ctrl+V",
+          &FrmExtractosPantalla::MnuVisualizarApunte_Click);
+  entrada("MnuVolver", "Volver", "", &FrmExtractosPantalla::descargar);
+  layout()->setMenuBar(barra);
+}
+
+void FrmExtractosPantalla::Form_Load() {
+  resize(fontMetrics().averageCharWidth() * 130, fontMetrics().height() * 32);
+  ui->GridExtracto->setMascara(sesion().MascaraImporte);
+}
+
+void FrmExtractosPantalla::Form_Activate() {
+  Subcuenta = sesion().ValorElegido;
+  setWindowTitle("Extracto de la subcuenta " + ctx.principal->TxtNombreCuenta().text() + " - " +
+                 Subcuenta);
+  DtaExtracto.bind(sesion().rutaEmpresa(), sentenciaExtracto(Subcuenta));
+  escribeSaldos(DtaExtracto.Recordset(), sesion().MascaraImporte);
+  DtaExtracto.Refresh();
+  if (!DtaExtracto.Eof()) DtaExtracto.MoveLast();
+  ui->GridExtracto->setFocus();
+}
+
+// A line that bears a mark loses it, whatever the mark in force.
+void FrmExtractosPantalla::puntea() {
+  if (DtaExtracto.Eof()) return;
+  const bool vacia = DtaExtracto.Fields("Punteo").display().isEmpty();
+  DtaExtracto.Edit();
+  DtaExtracto.Fields("Punteo") = vacia ? sesion().MarcaPunteo : QString("");
+  DtaExtracto.Update();
+}
+
+void FrmExtractosPantalla::GridExtracto_DblClick() {
+  if (ctx.principal->punteoVisible()) return puntea();
+  const QString asiento = ui->GridExtracto->valor("NAsiento");
+  if (asiento.isEmpty())
+    return mensaje("Debe seleccionar un apunte de la lista de apuntes", "Error");
+  mostrar("FrmAsiento", 0, asiento);
+}
+
+void FrmExtractosPantalla::MnuVisualizarApunte_Click() {
+  if (!ui->GridExtracto->valor("Punteo").isEmpty()) GridExtracto_DblClick();
+}
+
+void FrmExtractosPantalla::MnuBuscarDesde_Click() {
+  const QDate hoy = ctx.reloj->hoy();
+  const auto respuesta = ctx.cajas->entrada(this, "Introduzca una fecha a localizar",
+                                            "Localizador de fecha", Format(hoy, "dd/mm/yyyy"));
+  if (!respuesta) return;
+  const QString fecha = NormalizaFecha(*respuesta, sesion().AnoActual, hoy);
+  if (EsFecha(fecha)) DtaExtracto.FindFirst("Fecha >=#" + Format(fecha, "m-d-yy") + "#");
+}
+
+// The subcuenta is the one that the window's title ends in.
+void FrmExtractosPantalla::MnuImprimir_Click() {
+  mostrar("FrmExtractos", 0, windowTitle().right(sesion().DigitosSubcuenta));
+}

@@ -1,0 +1,49 @@
+#include "reports/frmlistado.h"
+
+#include <QComboBox>
+#include <QLineEdit>
+
+#include "reports/errores.h"
+#include "reports/widgets/vistaprevia.h"
+
+FrmListado::FrmListado(Contexto& contexto)
+    : Formulario(contexto),
+      Rpt01(contexto.motor, *contexto.reloj, destinoDePantalla(contexto, this)) {}
+
+FrmListado::~FrmListado() = default;
+
+void FrmListado::lanza(const std::function<Listado()>& prepara) {
+  try {
+    lanzaSinTrampa(prepara());
+  } catch (const ErrorEjecucion& e) {
+    if (e.numero() == err::kSinImpresora)
+      mensaje("No tiene ninguna impresora instalada en su sistema", "Error de Windows");
+    else
+      mensaje("Error numero : " + QString::number(e.numero()) + " " + e.descripcion(),
+              "Error controlado");
+  }
+}
+
+void FrmListado::lanzaSinTrampa(const Listado& listado) {
+  Rpt01.WindowTitle = listado.titulo;
+  Rpt01.ReportFileName = sesion().DirDatos + listado.plantilla;
+  Rpt01.DataFiles(0) = sesion().rutaEmpresa();
+  Rpt01.SelectionFormula = listado.seleccion;
+  Rpt01.GroupSelectionFormula = listado.seleccionGrupos;
+  Rpt01.ParameterFields(0) = listado.limites ? "Limites;" + *listado.limites + ";True" : QString();
+  Rpt01.PrintReport();
+}
+
+void FrmListado::ponAnoEntero(QLineEdit* desde, QLineEdit* hasta) {
+  const QString ano = QString::number(sesion().AnoActual);
+  desde->setText("01/01/" + ano);
+  hasta->setText("31/12/" + ano);
+}
+
+void FrmListado::ponMeses(QComboBox* desde, QComboBox* hasta) {
+  for (QComboBox* combo : {desde, hasta}) {
+    combo->clear();
+    combo->addItems(listaMeses());
+  }
+  hasta->setCurrentIndex(11);
+}

@@ -1,0 +1,60 @@
+#include "reports/frmsubcuentasimpresos.h"
+
+#include "foundation/funciones.h"
+#include "ui_frmsubcuentasimpresos.h"
+
+FrmSubcuentasImpresos::FrmSubcuentasImpresos(Contexto& contexto)
+    : FrmListado(contexto),
+      ui(std::make_unique<Ui::FrmSubcuentasImpresos>()),
+      DtaSubcuentas(contexto.motor) {
+  ui->setupUi(this);
+  sinIntro(ui->TxtSubcuentasDesde);
+  alTeclear(ui->TxtSubcuentasDesde, [this](Tecla& t) { TxtSubcuentasDesde_KeyPress(t); });
+  alSalir(ui->TxtSubcuentasHasta, [this] { busca(ui->TxtSubcuentasHasta, ui->LblHasta, 31); });
+  alPulsar(ui->CmdAceptar, [this] { lanza([this] { return listado(); }); });
+  alPulsar(ui->CmdCancelar, [this] { descargar(); });
+}
+
+FrmSubcuentasImpresos::~FrmSubcuentasImpresos() = default;
+
+void FrmSubcuentasImpresos::Form_Load() {
+  for (QLineEdit* campo : {ui->TxtSubcuentasDesde, ui->TxtSubcuentasHasta})
+    campo->setMaxLength(sesion().DigitosSubcuenta);
+}
+
+void FrmSubcuentasImpresos::TxtSubcuentasDesde_KeyPress(Tecla& tecla) {
+  if (!tecla.esIntro()) return;
+  tecla.tragar();
+  if (busca(ui->TxtSubcuentasDesde, ui->LblDesde, 30)) enfocar(ui->TxtSubcuentasHasta);
+}
+
+bool FrmSubcuentasImpresos::busca(QLineEdit* campo, QLabel* nombre, int codigoAccion) {
+  try {
+    campo->setText(ExpandeCodigo(campo->text(), sesion().DigitosSubcuenta));
+    DtaSubcuentas.bind(sesion().rutaEmpresa(),
+                       "Select * from Subcuentas where subcuenta ='" + campo->text() + "'");
+    nombre->setText(DtaSubcuentas.Fields("Descripcion").text());
+    return true;
+  } catch (const ErrorEjecucion&) {
+    sesion().CodigoAccion = codigoAccion;
+    mostrar("FrmVisualizaPlan", 0, campo->text());
+    sesion().CodigoAccion = 0;
+    enfocar(campo);
+    return false;
+  }
+}
+
+// Two choices make six templates; without one of them there is none.
+Listado FrmSubcuentasImpresos::listado() const {
+  static const char* const kPlantillas[2][3] = {{"SubRed", "SubAmp", "SubSal"},
+                                                {"SubCtaRed", "SubCtaAmp", "SubCtaSal"}};
+  const int plan = opcion("OptPlan");
+  const int tipo = opcion("OptOpciones");
+  const QString plantilla =
+      plan < 0 || tipo < 0 ? QString() : QString("Impresos\\%1.rpt").arg(kPlantillas[plan][tipo]);
+  return {.titulo = "Listado de Subcuentas",
+          .plantilla = plantilla,
+          .seleccion =
+              seleccionCodigos("SqlSubcuentas con saldo.Subcuenta", ui->TxtSubcuentasDesde->text(),
+                               ui->TxtSubcuentasHasta->text())};
+}

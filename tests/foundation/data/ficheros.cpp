@@ -1,0 +1,186 @@
+// Files that aren't there, aren't databases, can't be written or don't fit; repair, compaction,
+// copies.
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "estacion.h"
+#include "foundation/data/connection.h"
+#include "libroendisco.h"
+
+namespace {
+
+class Ficheros : public LibroEnDisco {
+ protected:
+  void escribe(const QString& nombre, const QByteArray& contenido) const {
+    QFile f(carpeta.filePath(nombre));
+    ASSERT_TRUE(f.open(QIODevice::WriteOnly));
+    f.write(contenido);
+  }
+};
+
+TEST_F(Ficheros, LosQueNoSirvenDanSuError) {
+  escribe("vacio.mdb", {});
+  escribe("texto.mdb", QByteArray(5000, 'x'));
+  const struct {
+    QString nombre;
+    int error;
+  } casos[] = {{"falta.mdb", err::kBaseNoEncontrada},
+               {"carpeta/falta.mdb", err::kBaseNoEncontrada},
+               {"", err::kBaseNoEncontrada},
+               {"vacio.mdb", err::kFormatoNoReconocido},
+               {"texto.mdb", err::kFormatoNoReconocido}};
+  for (const auto& c : casos) {
+    const QString fichero = carpeta.filePath(c.nombre);
+    EXPECT_EQ(numeroDeError([&] { engine.Workspaces(0).OpenDatabase(fichero); }), c.error)
+        << c.nombre.toStdString();
+    EXPECT_EQ(numeroDeError([&] { engine.RepairDatabase(fichero); }), c.error);
+  }
+  EXPECT_EQ(numeroDeError([&] { engine.Workspaces(0).CreateDatabase(ruta, kLocale); }),
+            err::kBaseYaExiste);
+  EXPECT_EQ(numeroDeError([&] {
+              engine.Workspaces(0).CreateDatabase(carpeta.filePath("no/hay.mdb"), kLocale);
+            }),
+            err::kErrorDeRuta);
+}
+
+TEST_F(Ficheros, RepararRehaceIndicesYSumas) {
+  anotaLineas(200);
+  db->keepSums("Diario", "DH", "Importe", {"NAsiento"});
+  engine.flush();
+  // As if an older program had written without the triggers.
+  herramienta(
+      "DROP TRIGGER librano_sumas_1_INSERT; INSERT INTO Diario(NLinea, NAsiento, DH, Importe) "
+      "VALUES (900, 3, 'D', 1); UPDATE librano_sumas_1 SET SumaDebe = 7 WHERE NAsiento = 5");
+  engine.RepairDatabase(ruta);
+  herramienta("INSERT INTO Diario(NLinea, NAsiento, DH, Importe) VALUES (901, 3, 'D', 1)");
+  EXPECT_EQ(
+      herramienta("SELECT NAsiento, NumeroLineas, SumaDebe FROM librano_sumas_1 WHERE NAsiento "
+                  "IN (3, 5) ORDER BY 1"),
+      "3|4|15000000\n5|2|21000000");
+}
+
+TEST_F(Ficheros, LoQueNoSePuedeDeducirNoSeDaPorReparado) {
+  anotaLineas(2000);
+  const qint64 pagina =
+      herramienta("SELECT rootpage FROM sqlite_schema WHERE name = 'Diario'").toLongLong();
+  db.reset();
+  QFile f(ruta);
+  ASSERT_TRUE(f.open(QIODevice::ReadWrite));
+  f.seek((pagina - 1) * 4096);
+  f.write(QByteArray(4096, '\xee'));
+  f.close();
+  EXPECT_EQ(numeroDeError([&] { engine.RepairDatabase(ruta); }), err::kFormatoNoReconocido);
+}
+
+TEST_F(Ficheros, CompactarYCopiarDanLoMismoEnMenosSitio) {
+  anotaLineas(3000);
+  db->CreateQueryDef("Unos", "Select * from Diario where NAsiento = 1");
+  const auto rs = db->OpenRecordset("Diario");
+  for (int i = 0; i < 2900; ++i, rs->MoveNext()) rs->Delete();
+  engine.flush();
+  const QString compacta = carpeta.filePath("Compacta.mdb"), copia = carpeta.filePath("Copia.mdb");
+  engine.CompactDatabase(ruta, compacta);
+  engine.CopyDatabase(ruta, copia);
+  EXPECT_LT(QFileInfo(compacta).size(), QFileInfo(copia).size() / 2);
+  const auto original = db->OpenRecordset("Diario");
+  for (const QString& fichero : {compacta, copia}) {
+    const auto otra = engine.Workspaces(0).OpenDatabase(fichero);
+    const auto leida = otra->OpenRecordset("Diario");
+    for (const char* campo : {"NLinea", "Importe", "Fecha"})
+      EXPECT_EQ(columna(*leida, campo), columna(*original, campo)) << fichero.toStdString();
+    EXPECT_EQ(otra->QueryDefs(), db->QueryDefs());
+    EXPECT_TRUE(otra->tableDef("Diario").Indexes.at(0).Primary);
+  }
+  EXPECT_EQ(numeroDeError([&] { engine.CompactDatabase(ruta, compacta); }), err::kBaseYaExiste);
+  EXPECT_EQ(QDir(carpeta.path()).entryList({"*.tmp*"}), QStringList());
+}
+
+TEST_F(Ficheros, RestaurarSobreUnFicheroEnUsoEnsenaLasFilasDevueltas) {
+  anotaLineas(3);
+  const QString copia = carpeta.filePath("Copia.mdb");
+  engine.CopyDatabase(ruta, copia);
+  const auto rs = db->OpenRecordset("Diario");
+  rs->Edit();
+  rs->Fields("Importe") = 500;
+  rs->Update();
+  engine.flush();
+  engine.CopyDatabase(copia, ruta);
+  EXPECT_EQ(rs->Fields("Importe").number(), 1);
+  EXPECT_EQ(herramienta("SELECT sum(Importe) FROM Diario"), "6.0");
+  // A copy that isn't sound changes nothing.
+  escribe("mala.mdb", QByteArray(8192, 'x'));
+  EXPECT_EQ(numeroDeError([&] { engine.CopyDatabase(carpeta.filePath("mala.mdb"), ruta); }),
+            err::kFormatoNoReconocido);
+  EXPECT_EQ(rs->Fields("Importe").number(), 1);
+}
+
+TEST_F(Ficheros, DiscoLlenoDiceQueSeHaDeshecho) {
+  const auto rs = db->OpenRecordset("Diario");
+  anota(*rs, 1, 1, "430", "D", 1);
+  engine.flush();
+  db->connection()->execute("PRAGMA max_page_count = 40");
+  QString texto;
+  int numero = 0, linea = 1;
+  try {
+    while (linea < 100000) anota(*rs, ++linea, 1, "430", "D", 1);
+  } catch (const ErrorEjecucion& e) {
+    numero = e.numero();
+    texto = e.descripcion();
+  }
+  EXPECT_EQ(numero, err::kSinEspacio) << texto.toStdString();
+  // Either the last line alone or the whole group: the text and the file must agree.
+  const int guardadas = herramienta("SELECT count(*) FROM Diario").toInt();
+  EXPECT_EQ(texto.contains("deshecho lo último anotado"), guardadas == 1) << texto.toStdString();
+  EXPECT_EQ(herramienta("PRAGMA integrity_check"), "ok");
+  db->connection()->execute("PRAGMA max_page_count = 4000");
+  rs->CancelUpdate();
+  anota(*rs, 900000, 1, "430", "D", 1);
+  engine.flush();
+  EXPECT_EQ(herramienta("SELECT count(*) FROM Diario").toInt(), guardadas + 1);
+}
+
+TEST_F(Ficheros, SiElDiscoFallaAlGuardarSeDeshaceLaAccionEnteraYSeDice) {
+  db.reset();
+  EXPECT_EQ(Estacion(ruta).corre("fallo-del-disco"), "3043 1 1 3167");
+  EXPECT_EQ(herramienta("SELECT group_concat(NLinea) FROM Diario"), "1");
+  EXPECT_EQ(herramienta("PRAGMA integrity_check"), "ok");
+}
+
+TEST_F(Ficheros, UnFicheroDeSoloLecturaSeLeePeroNoSeEscribe) {
+  anotaLineas(2);
+  db.reset();
+  EXPECT_EQ(Estacion(ruta).corre("leer-y-escribir"), "1 3027 3027");
+}
+
+// A station is killed again and again while it posts: what it had told as saved is there.
+TEST_F(Ficheros, UnaMuerteEnCualquierMomentoNoDescuadraNada) {
+  db->keepSums("Diario", "DH", "Importe", {"NAsiento"});
+  db->keepIndex("Diario", {"NAsiento"});
+  const auto empresa = db->OpenRecordset("Empresa");
+  empresa->AddNew();
+  empresa->Fields("NLinDiario") = 1;
+  empresa->Update();
+  engine.flush();
+  empresa->Close();
+  db.reset();
+  const int veces = qEnvironmentVariableIsSet("LIBRANO_SOAK") ? 500 : 12;
+  for (int i = 0; i < veces; ++i) {
+    const int dichas = Estacion(ruta).mata("anotar", 20 + (i * 37) % 150);
+    EXPECT_EQ(herramienta("PRAGMA integrity_check"), "ok");
+    const QString cuenta = herramienta("SELECT count(*), max(NLinea) + 1 FROM Diario");
+    const QString contador = herramienta("SELECT NLinDiario FROM Empresa");
+    if (cuenta != "0|") {
+      EXPECT_EQ(cuenta.section('|', 1), contador) << "vuelta " << i;
+    }
+    EXPECT_EQ(cuenta.section('|', 0, 0).toInt(), contador.toInt() - 1) << "vuelta " << i;
+    EXPECT_GE(cuenta.section('|', 0, 0).toInt(), dichas) << "vuelta " << i;
+    EXPECT_EQ(
+        herramienta("SELECT total(NumeroLineas), total(SumaDebe + SumaHaber) FROM "
+                    "librano_sumas_1"),
+        herramienta("SELECT count(*) + 0.0, total(CAST(round(Importe * 1000000) AS INTEGER)) FROM "
+                    "Diario"));
+  }
+  EXPECT_GT(herramienta("SELECT count(*) FROM Diario").toInt(), 0);
+}
+
+}  // namespace
