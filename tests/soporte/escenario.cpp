@@ -79,7 +79,10 @@ Escenario::Escenario(Hasta hasta, const DatosEmpresa& datos)
   LeeConfiguracion(ajustes, sesion);
   if (hasta < Catalogo) return;
 
-  if (hasta < Empresa) return CrearInicio(ctx.motor, sesion.rutaCatalogo());
+  if (hasta < Empresa) {
+    CrearInicio(ctx.motor, sesion.rutaCatalogo());
+    return;
+  }
 
   copiaCarpeta(plantilla(datos), carpetaDatos());
   abreEmpresa(datos.NombreEmpresa);
