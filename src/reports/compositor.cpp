@@ -182,9 +182,15 @@ void Compositor::abrePagina() {
   reinicia(kAmbitoPagina);
   if (!cargada_) carga();
   if (destino_) {
-    *destino_ = Pagina();
+    // A page used again keeps its room: asking for it anew costs more than filling it.
     destino_->numero = numero_;
+    destino_->manchas.clear();
+    destino_->textos.clear();
     destino_->tramos.resize(tipografia_.cuantas());
+    for (Tramo& t : destino_->tramos) {
+      t.glifos.clear();
+      t.sitios.clear();
+    }
   }
   const Fila fila = hayFila_ ? Fila::Actual : Fila::Anterior;
   if (numero_ == 1) pon(plantilla_.cabeceraInforme, fila);
