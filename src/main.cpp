@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QStandardPaths>
 
+#include "accounts/registro.h"
 #include "company/registro.h"
 #include "foundation/instancia.h"
 #include "foundation/programas.h"
@@ -20,6 +21,7 @@ namespace {
 void registraFormularios(Registro& registro) {
   registraFoundation(registro);
   registraCompany(registro);
+  registraAccounts(registro);
   registraJournal(registro);
   registraReports(registro);
 }

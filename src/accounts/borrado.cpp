@@ -1,5 +1,7 @@
 #include "accounts/borrado.h"
 
+#include <algorithm>
+
 #include "foundation/data/datacontrol.h"
 
 bool tieneApuntes(DataControl& diario, const QString& ruta, const QString& subcuenta) {
@@ -12,4 +14,12 @@ bool tieneSubcuentas(DataControl& subcuentas, const QString& ruta, const QString
   subcuentas.bind(
       ruta, QStringLiteral("Select * from SubCuentas where cuenta='") + cuenta + QLatin1Char('\''));
   return !subcuentas.Eof();
+}
+
+void eliminaFila(DataControl& lista) {
+  const int posicion = lista.Recordset().AbsolutePosition();
+  lista.Delete();
+  lista.Refresh();
+  const int filas = lista.Recordset().rowTotal();
+  if (filas > 0) lista.setAbsolutePosition(std::min(posicion, filas - 1));
 }

@@ -10,3 +10,6 @@ bool tieneApuntes(DataControl& diario, const QString& ruta, const QString& subcu
 
 // Leaves in `subcuentas` those of a cuenta. A cuenta with subcuentas stays.
 bool tieneSubcuentas(DataControl& subcuentas, const QString& ruta, const QString& cuenta);
+
+// Deletes the current row of a list, which then stands on the one that follows, or on the last.
+void eliminaFila(DataControl& lista);

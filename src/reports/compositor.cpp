@@ -129,11 +129,15 @@ bool Compositor::cabe(const Accion& a) const {
   int limite = plantilla_.altoPapel - plantilla_.abajo - plantilla_.piePagina.alto;
   if (a.tipo == Accion::Tipo::PieInforme) return y_ + plantilla_.pieInforme.alto <= limite;
   limite -= reserva_;
-  if (a.tipo == Accion::Tipo::Detalle) return y_ + plantilla_.detalle.alto <= limite;
+  if (a.tipo == Accion::Tipo::Detalle) {
+    // Any line may be its group's last, and its total must not stand alone on the next page.
+    const int pie = grupos() > 0 ? plantilla_.grupos.back().pie.alto : 0;
+    return y_ + plantilla_.detalle.alto + pie <= limite;
+  }
   const Grupo& grupo = plantilla_.grupos[size_t(a.grupo)];
   if (a.tipo == Accion::Tipo::Pie) return y_ + grupo.pie.alto <= limite;
   if (grupo.salto && fila_ > 0) return false;
-  int alto = grupo.junto * plantilla_.detalle.alto;
+  int alto = grupo.junto * plantilla_.detalle.alto + plantilla_.grupos.back().pie.alto;
   for (int g = a.grupo; g < grupos(); ++g) alto += plantilla_.grupos[size_t(g)].cabecera.alto;
   return y_ + alto <= limite;
 }
@@ -178,9 +182,15 @@ void Compositor::abrePagina() {
   reinicia(kAmbitoPagina);
   if (!cargada_) carga();
   if (destino_) {
-    *destino_ = Pagina();
+    // A page used again keeps its room: asking for it anew costs more than filling it.
     destino_->numero = numero_;
+    destino_->manchas.clear();
+    destino_->textos.clear();
     destino_->tramos.resize(tipografia_.cuantas());
+    for (Tramo& t : destino_->tramos) {
+      t.glifos.clear();
+      t.sitios.clear();
+    }
   }
   const Fila fila = hayFila_ ? Fila::Actual : Fila::Anterior;
   if (numero_ == 1) pon(plantilla_.cabeceraInforme, fila);
@@ -240,6 +250,10 @@ void Compositor::ponCampo(const Campo& campo, int y, Fila fila) {
       texto += parte;
     }
     if (datos && vacio) return;
+  }
+  // Masks may end in a blank for one sign only; figures must stand under each other.
+  if (campo.alineacion == Alineacion::Derecha) {
+    while (texto.endsWith(u' ')) texto.chop(1);
   }
   if (texto.isEmpty()) return;
   double ancho = tipografia_.ancho(campo.letra, texto);

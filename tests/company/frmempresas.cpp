@@ -1,6 +1,12 @@
 // Creating a company and changing its settings.
 #include "company/frmempresas.h"
 
+#include <QCheckBox>
+#include <QFileInfo>
+#include <QTabBar>
+#include <QTabWidget>
+#include <QTest>
+
 #include "company/registro.h"
 #include "foundation/rutas.h"
 #include "soporte/escenario.h"

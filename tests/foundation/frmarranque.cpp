@@ -1,4 +1,10 @@
 // From the start of the program to the main window: presentation, login, reinitialisation.
+#include <QFile>
+#include <QFileInfo>
+#include <QProgressBar>
+#include <QTemporaryDir>
+#include <QTimer>
+
 #include "company/registro.h"
 #include "foundation/cini.h"
 #include "foundation/creaini.h"

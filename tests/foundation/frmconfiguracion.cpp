@@ -1,4 +1,11 @@
 // The installation's settings, users and companies.
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QFileSystemModel>
+#include <QTabWidget>
+#include <QTreeView>
+
 #include "foundation/cini.h"
 #include "foundation/creaini.h"
 #include "foundation/registro.h"

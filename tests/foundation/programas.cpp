@@ -1,8 +1,15 @@
 #include "foundation/programas.h"
 
+#include <gtest/gtest.h>
+
 #include <sys/wait.h>
 #include <unistd.h>
 #include <csignal>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QTemporaryDir>
+#include <QTest>
 
 #include "foundation/data/errorejecucion.h"
 #include "foundation/instancia.h"

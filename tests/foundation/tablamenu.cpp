@@ -1,5 +1,9 @@
 #include "foundation/menu/tablamenu.h"
 
+#include <gtest/gtest.h>
+
+#include <QFile>
+#include <QFileInfo>
 #include <QSet>
 
 // The window is built from the table without further checks, so a slip in it would be a menu that

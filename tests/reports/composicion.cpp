@@ -87,7 +87,7 @@ class Composicion : public testing::Test {
     return Impreso(libros, ruta, {});
   }
   static constexpr int kLineas = 26;
-  static constexpr int kPrimeras = 5;  // in the second subcuenta by code
+  static constexpr int kPrimeras = 8;  // in the second subcuenta by code
   Libros libros;
 };
 
@@ -137,47 +137,58 @@ TEST_F(Composicion, cortesSumasYCabeceras) {
   Impreso libro = abre(QString::fromUtf8(kBandas));
   EXPECT_TRUE(renglones(libro, 1).startsWith(u"Hoja 1/…\n"));  // not counted yet
   libro.documento().cuenta();
+  const QString sigue = QStringLiteral("Cuenta 43000001 (continuación)\nanterior ");
+  const QString segunda = QStringLiteral("Cuenta 57200001 (continuación)\nanterior ");
   const QStringList paginas{
-      "Hoja 1/6\nCuenta 43000001\n6 -6,00 6,00\n7 1,00\n8 -7,00 8,00\n9 2,00\n10 -8,00 10,00\n"
-      "11 3,00\nsigue 3,00\npagina 3,00\n",
-      "Hoja 2/6\nCuenta 43000001 (continuación)\nanterior 3,00\n12 -9,00 12,00\n13 4,00\n"
-      "14 -10,00 14,00\n15 5,00\n16 -11,00 16,00\nsigue -11,00\npagina -14,00\n",
-      "Hoja 3/6\nCuenta 43000001 (continuación)\nanterior -11,00\n17 6,00\n18 -12,00 18,00\n"
-      "19 7,00\n20 -13,00 20,00\n21 8,00\nsigue 8,00\npagina 19,00\n",
-      "Hoja 4/6\nCuenta 43000001 (continuación)\nanterior 8,00\n22 -14,00 22,00\n23 9,00\n"
-      "24 -15,00 24,00\n25 10,00\n26 -16,00 26,00\nsigue -16,00\npagina -24,00\n",
-      "Hoja 5/6\nCuenta 43000001 (continuación)\nanterior -16,00\ntotal 43000001 -16,00\n"
-      "Cuenta 57200001\n1 1,00\n2 -1,00 2,00\n3 2,00\nsigue 2,00\npagina 2,00\n",
-      "Hoja 6/6\nCuenta 57200001 (continuación)\nanterior 2,00\n4 -2,00 4,00\n5 3,00\n"
-      "total 57200001 3,00\ntodo -13,00\npagina 1,00\n"};
+      "Hoja 1/7\nCuenta 43000001\n9 9,00\n10 -1,00 10,00\n11 10,00\n12 -2,00 12,00\n13 11,00\n"
+      "sigue 11,00\npagina 11,00\n",
+      "Hoja 2/7\n" + sigue +
+          "11,00\n14 -3,00 14,00\n15 12,00\n16 -4,00 16,00\n17 13,00\n"
+          "sigue 13,00\npagina 2,00\n",
+      "Hoja 3/7\n" + sigue +
+          "13,00\n18 -5,00 18,00\n19 14,00\n20 -6,00 20,00\n21 15,00\n"
+          "sigue 15,00\npagina 2,00\n",
+      "Hoja 4/7\n" + sigue +
+          "15,00\n22 -7,00 22,00\n23 16,00\n24 -8,00 24,00\n25 17,00\n"
+          "sigue 17,00\npagina 2,00\n",
+      "Hoja 5/7\n" + sigue +
+          "17,00\n26 -9,00 26,00\ntotal 43000001 -9,00\n"
+          "Cuenta 57200001\n1 1,00\nsigue 1,00\npagina -25,00\n",
+      "Hoja 6/7\n" + segunda +
+          "1,00\n2 -1,00 2,00\n3 2,00\n4 -2,00 4,00\n5 3,00\n"
+          "sigue 3,00\npagina 2,00\n",
+      "Hoja 7/7\n" + segunda +
+          "3,00\n6 -3,00 6,00\n7 4,00\n8 -4,00 8,00\n"
+          "total 57200001 -4,00\ntodo -13,00\npagina -7,00\n"};
   ASSERT_EQ(libro.documento().paginas(), paginas.size());
   // Alone and in any order, and one after another, pages are the same.
-  for (const int n : {6, 1, 5, 2, 4, 3}) {
+  for (const int n : {6, 1, 5, 7, 2, 4, 3}) {
     EXPECT_EQ(renglones(libro, n).toStdString(), paginas[n - 1].toStdString());
   }
   Recorrido recorrido(libro.documento());
   Pagina pagina;
-  for (int n = 1; n <= 6; ++n) {
+  for (int n = 1; n <= 7; ++n) {
     ASSERT_TRUE(recorrido.siguiente(&pagina));
     EXPECT_EQ(textosDe(pagina), textosDe(*libro.documento().pagina(n)));
   }
   EXPECT_FALSE(recorrido.siguiente(&pagina));
-  EXPECT_EQ(libro.documento().pagina(7), nullptr);
+  EXPECT_EQ(libro.documento().pagina(8), nullptr);
 }
 
 TEST_F(Composicion, cadaGrupoEnSuPaginaYCabecerasConSusFilas) {
   QString bandas = QString::fromUtf8(kBandas);
   Impreso salto = abre(QString(bandas).replace("repite = si", "repite = si\nsalto = si"));
   salto.documento().cuenta();
-  EXPECT_TRUE(
-      renglones(salto, salto.documento().paginas()).contains(u"\nCuenta 57200001\n1 1,00\n"));
+  EXPECT_TRUE(renglones(salto, 5).endsWith(u"total 43000001 -9,00\npagina -26,00\n"));
+  EXPECT_TRUE(renglones(salto, 6).contains(u"\nCuenta 57200001\n1 1,00\n"));
 
-  // With four lines to keep together, the second group no longer fits under the first one's total.
+  // With four lines to keep together, the second group no longer fits under the first one's
+  // total.
   Impreso junto = abre(QString(bandas).replace("repite = si", "repite = si\njunto = 4"));
   junto.documento().cuenta();
   EXPECT_EQ(renglones(junto, 5),
-            QStringLiteral("Hoja 5/6\nCuenta 43000001 (continuación)\nanterior -16,00\n"
-                           "total 43000001 -16,00\npagina 0,00\n"));
+            QStringLiteral("Hoja 5/7\nCuenta 43000001 (continuación)\nanterior 17,00\n"
+                           "26 -9,00 26,00\ntotal 43000001 -9,00\npagina -26,00\n"));
 }
 
 TEST_F(Composicion, loQueNoCabe) {
@@ -186,9 +197,8 @@ TEST_F(Composicion, loQueNoCabe) {
                           "15 2 der \"{Importe}\"\n20 30 izq \"Provincia {provincia}\"\n"));
   const QStringList textos = textosDe(*libro.documento().pagina(1));
   EXPECT_EQ(textos.size(), 20) << "a label without its value";
-  EXPECT_TRUE(textos[0].endsWith(u"…") && textos[0].startsWith(u"Lín"))
-      << textos[0].toStdString();
-  EXPECT_TRUE(textos[1].contains(u'#') && !textos[1].contains(u'6')) << textos[1].toStdString();
+  EXPECT_TRUE(textos[0].endsWith(u"…") && textos[0].startsWith(u"Lín")) << textos[0].toStdString();
+  EXPECT_TRUE(textos[1].contains(u'#') && !textos[1].contains(u'9')) << textos[1].toStdString();
 }
 
 TEST_F(Composicion, busquedaSinAcentosNiMayusculas) {
@@ -216,7 +226,7 @@ TEST_F(Composicion, exportaLasFilas) {
                           "{Fecha}\n\"Texto\" 30 {Descripcion}\n\"Haber\" 12 "
                           "{Importe:acreedor}\n"));
   DataControl diario(libros.motor);
-  diario.bind(libros.rutaEmpresa(), QStringLiteral("Select * from Diario where NLinea = 8"));
+  diario.bind(libros.rutaEmpresa(), QStringLiteral("Select * from Diario where NLinea = 11"));
   diario.Edit();
   diario.Fields("Descripcion") = "con \"comillas\"; y más";
   diario.Update();
@@ -233,9 +243,9 @@ TEST_F(Composicion, exportaLasFilas) {
   const QStringList lineas = QString::fromUtf8(todo).split(QStringLiteral("\r\n"));
   EXPECT_EQ(lineas.size(), kLineas + 2);
   EXPECT_EQ(lineas[0].toStdString(), "Línea;Fecha;Texto;Haber");
-  EXPECT_EQ(lineas[1].toStdString(), "6;07/01/2024;Línea ñ 6;6,00");
-  EXPECT_EQ(lineas[2].toStdString(), "7;08/01/2024;Línea ñ 7;");
-  EXPECT_EQ(lineas[3].toStdString(), "8;09/01/2024;\"con \"\"comillas\"\"; y más\";8,00");
+  EXPECT_EQ(lineas[1].toStdString(), "9;10/01/2024;Línea ñ 9;");
+  EXPECT_EQ(lineas[2].toStdString(), "10;11/01/2024;Línea ñ 10;10,00");
+  EXPECT_EQ(lineas[3].toStdString(), "11;12/01/2024;\"con \"\"comillas\"\"; y más\";");
 
   try {
     exportaCsv(libro.compartido(), carpeta.filePath(QStringLiteral("no/hay/carpeta.csv")));

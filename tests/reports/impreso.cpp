@@ -81,7 +81,3 @@ QStringList textosDe(const Pagina& pagina) {
   for (const Texto& t : pagina.textos) todos << t.texto.trimmed();
   return todos;
 }
-
-void PrintTo(const QString& texto, std::ostream* salida) {
-  *salida << texto.toStdString();
-}

@@ -5,6 +5,7 @@
 
 #include "reports/informe.h"
 #include "soporte/libros.h"
+#include "soporte/textos.h"
 
 class Impreso {
  public:
@@ -30,7 +31,5 @@ class Impreso {
 
 // The texts of a laid-out page, in order.
 QStringList textosDe(const reports::Pagina& pagina);
-// How failures tell a text.
-void PrintTo(const QString& texto, std::ostream* salida);
 // The folder of the delivered templates, as the program writes paths.
 QString carpetaImpresos();

@@ -143,9 +143,12 @@ void Formulario::Privado::cambioDeFoco(QWidget* ahora) {
   entrado = false;
   const QPointer<Formulario> viva(&forma);
   if (anterior) salirDe(anterior);
-  // The reaction may have closed the form or moved the focus elsewhere.
-  if (!viva || cerrado || actual != nuevo || entrado) return;
-  if (conRaton && QGuiApplication::mouseButtons() == Qt::NoButton) pulsacionVacia = nuevo;
+  if (!viva || cerrado) return;
+  const bool rechazado = actual != nuevo || entrado;  // the reaction sent the focus elsewhere
+  if (conRaton && (rechazado || QGuiApplication::mouseButtons() == Qt::NoButton)) {
+    pulsacionVacia = nuevo;
+  }
+  if (rechazado) return;
   entrado = true;
   entrarEn(nuevo);
 }
@@ -282,8 +285,8 @@ bool Formulario::Privado::eventoDeRaton(QWidget* campo, QEvent& evento) {
   switch (evento.type()) {
     case QEvent::MouseButtonPress:
       if (pulsacionVacia == campo) {
-        // A leaving reaction showed a box under which the button was released: the press alone
-        // would leave the control held down.
+        // A leaving reaction refused to let go, or showed a box under which the button was
+        // released: the press alone would leave the control held down.
         pulsacionVacia.clear();
         return true;
       }
@@ -353,7 +356,8 @@ bool Formulario::eventFilter(QObject* objeto, QEvent* evento) {
       if (auto* boton = qobject_cast<QAbstractButton*>(objeto);
           boton && !static_cast<QShortcutEvent*>(evento)->isAmbiguous()) {
         boton->setFocus(Qt::ShortcutFocusReason);
-        if (!p_->cerrado && boton->isEnabled()) boton->click();
+        // A field that refuses to be left keeps the focus, and the click doesn't happen.
+        if (!p_->cerrado && boton->isEnabled() && focusWidget() == boton) boton->click();
         return true;
       }
       break;

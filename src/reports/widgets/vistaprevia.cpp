@@ -43,6 +43,7 @@ VistaPrevia::VistaPrevia(Contexto& contexto, std::shared_ptr<Documento> document
       ctx_(contexto),
       documento_(std::move(documento)),
       titulo_(titulo) {
+  Q_INIT_RESOURCE(iconosinforme);
   setObjectName(QStringLiteral("VistaPrevia"));
   setAttribute(Qt::WA_DeleteOnClose);
   setWindowTitle(titulo);

@@ -34,6 +34,18 @@ int findColumn(const Source& source, QStringView name) {
   return -1;
 }
 
+// All rows and columns of one source.
+std::unique_ptr<Query> allOf(Source source) {
+  auto query = std::make_unique<Query>();
+  query->from = std::make_unique<From>();
+  query->from->source = std::move(source);
+  const Source& only = query->from->source;
+  for (int i = 0; i < columnCount(only); ++i) {
+    query->outputs.push_back({columnName(only, i), columnOf(only, i)});
+  }
+  return query;
+}
+
 // The table as the catalog keeps it, without owning it.
 std::shared_ptr<const Catalog::Table> borrowed(const Catalog::Table* table) {
   return {std::shared_ptr<const void>(), table};
@@ -63,20 +75,17 @@ std::unique_ptr<Query> Binder::source(const QString& source) {
 }
 
 std::unique_ptr<Query> Binder::filtered(const QString& source, const QString& criterion) {
-  auto query = std::make_unique<Query>();
-  query->from = std::make_unique<From>();
-  Source& only = query->from->source;
+  Source only;
   only.id = newSourceId();
   only.query = this->source(source);
-  const std::vector<const Source*> inner = sourcesOf(std::as_const(*only.query->from));
-  only.alias = !isStatement(source) ? sourceName(source)
-               : inner.size() == 1  ? inner.front()->alias
-                                    : QString();
-  for (int i = 0; i < columnCount(only); ++i) {
-    query->outputs.push_back({columnName(only, i), columnOf(only, i)});
+  if (!isStatement(source)) {
+    only.alias = sourceName(source);
+  } else if (only.query->from->kind == From::Kind::Source) {
+    only.alias = only.query->from->source.alias;
   }
+  auto query = allOf(std::move(only));
   Scope scope;
-  scope.sources = {&only};
+  scope.sources = {&query->from->source};
   query->where = condition(*parseCriterion(tokens(criterion), ano_), scope);
   if (hasAggregate(*query->where)) throw ErrorEjecucion(err::kErrorDeSintaxis, criterion);
   return query;
@@ -99,16 +108,11 @@ std::unique_ptr<Query> Binder::stored(const QString& name) {
 std::unique_ptr<Query> Binder::named(const QString& name) {
   const Catalog::Table* table = catalog_.table(name);
   if (!table) return stored(name);
-  auto query = std::make_unique<Query>();
-  query->from = std::make_unique<From>();
-  Source& only = query->from->source;
+  Source only;
   only.id = newSourceId();
   only.alias = table->name;
   only.table = borrowed(table);
-  for (int i = 0; i < columnCount(only); ++i) {
-    query->outputs.push_back({columnName(only, i), columnOf(only, i)});
-  }
-  return query;
+  return allOf(std::move(only));
 }
 
 std::unique_ptr<Query> Binder::statement(const SelectNode& node) {
@@ -138,10 +142,10 @@ std::unique_ptr<Query> Binder::statement(const SelectNode& node) {
     });
     if (varies) query->orderBy.push_back({std::move(by), item.descending});
   }
-  checkGrouping(*query);
   query->grouped = !query->groupBy.empty();
   eachExpr(std::as_const(*query),
            [&query](const Expr& part) { query->grouped = query->grouped || hasAggregate(part); });
+  if (query->grouped) checkGrouping(*query);
   if (query->having && !query->grouped) {
     throw ErrorEjecucion(err::kErrorDeSintaxis, QStringLiteral("HAVING"));
   }
@@ -252,22 +256,20 @@ void Binder::nameOutputs(const std::vector<Item>& items, Query& query) const {
   }
 }
 
+// Totals stand in what is shown, and beside them only what is the same for the whole group.
 void Binder::checkGrouping(const Query& query) const {
-  const auto fail = [](const Expr&) {
-    throw ErrorEjecucion(err::kErrorDeSintaxis,
-                         QStringLiteral("función de totales fuera de su sitio"));
-  };
-  if (query.where && hasAggregate(*query.where)) fail(*query.where);
-  bool grouped = !query.groupBy.empty();
-  for (const ExprPtr& key : query.groupBy) {
-    if (hasAggregate(*key)) fail(*key);
+  std::vector<ExprPtr> before = query.groupBy;
+  if (query.where) before.push_back(query.where);
+  for (const ExprPtr& expr : before) {
+    if (hasAggregate(*expr)) {
+      throw ErrorEjecucion(err::kErrorDeSintaxis,
+                           QStringLiteral("función de totales fuera de su sitio"));
+    }
   }
   std::vector<const Expr*> shown;
   for (const Output& output : query.outputs) shown.push_back(output.expr.get());
   for (const Order& order : query.orderBy) shown.push_back(order.expr.get());
   if (query.having) shown.push_back(query.having.get());
-  for (const Expr* expr : shown) grouped = grouped || hasAggregate(*expr);
-  if (!grouped) return;
 
   const std::function<void(const Expr&)> check = [&](const Expr& expr) {
     if (expr.kind == Expr::Kind::Aggregate) return;

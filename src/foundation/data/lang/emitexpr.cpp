@@ -61,7 +61,7 @@ const Expr& withoutCase(const Expr& expr) {
 }  // namespace
 
 QString Emitter::value(const Expr& expr) {
-  const QString sql =
+  QString sql =
       expr.isCondition() ? QStringLiteral("(-") + condition(expr) + u')' : plainValue(expr);
   if (sql.size() > kMaxText) {
     throw ErrorEjecucion(err::kErrorDeSintaxis, QStringLiteral("expresión demasiado larga"));
@@ -121,7 +121,7 @@ QString Emitter::condition(const Expr& expr) {
 
 // The value as the text that a bookkeeper would read.
 QString Emitter::text(const Expr& expr) {
-  const QString plain = value(expr);
+  QString plain = value(expr);
   if (expr.type == Type::Date) return QStringLiteral("strftime('%d/%m/%Y', ") + plain + u')';
   if (expr.type != Type::Double) return plain;
   return dialect_ == Dialect::View ? QStringLiteral("CAST(") + plain + QStringLiteral(" AS TEXT)")
@@ -216,6 +216,9 @@ QString Emitter::likeLiteral(const Expr& subject, const Expr& pattern) {
 }
 
 QString Emitter::viewLike(const QString& subject, const Expr& pattern) const {
+  if (pattern.kind != Kind::Literal) {
+    throw ErrorEjecucion(err::kErrorDeSintaxis, QStringLiteral("LIKE"));
+  }
   const QString written = pattern.value.display();
   QString translated;
   if (!written.contains(u'#') && !written.contains(u'[')) {

@@ -1,5 +1,6 @@
 #include "foundation/data/lang/lexer.h"
 
+#include <cmath>
 #include <iterator>
 #include <QDateTime>
 
@@ -174,7 +175,9 @@ Literal literalOf(const Token& token, int ano) {
     bool isLong = false;
     const int whole = token.text.toInt(&isLong);
     if (isLong) return {Variant(whole), LiteralKind::Long};
-    return {Variant(token.text.toDouble()), LiteralKind::Double};
+    const double number = token.text.toDouble();
+    if (!std::isfinite(number)) throw ErrorEjecucion(err::kErrorDeSintaxis, token.text.toString());
+    return {Variant(number), LiteralKind::Double};
   }
   if (token.kind == TokenKind::Date) {
     const QString date = dateLiteral(token.text, ano);

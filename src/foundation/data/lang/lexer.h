@@ -5,7 +5,6 @@
 #pragma once
 
 #include <QString>
-#include <QStringView>
 #include <vector>
 
 #include "foundation/data/variant.h"

@@ -95,8 +95,7 @@ FindPlan compileCriterion(const QString& source, const QString& criterion, const
   Binder binder(catalog, ano);
   const std::unique_ptr<Query> query = binder.filtered(source, criterion);
   // As a column too, so that it is read through to the same tables as the rest.
-  query->outputs.push_back({{}, query->where});
-  const ExprPtr condition = std::exchange(query->where, nullptr);
+  query->outputs.push_back({{}, std::exchange(query->where, nullptr)});
   flatten(*query);
   const ExprPtr found = query->outputs.back().expr;
 

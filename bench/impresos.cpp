@@ -1,0 +1,131 @@
+// The diary and the trial balance of journals of ten thousand, a hundred thousand and a million
+// lines, against reading the same rows directly.
+#include <benchmark/benchmark.h>
+
+#include <QFile>
+
+#include "libros.h"
+#include "reports/informe.h"
+#include "reports/pintor.h"
+
+namespace {
+
+using banco::Directo;
+using banco::Libros;
+
+void tamanos(benchmark::internal::Benchmark* b) {
+  b->Arg(10'000)->Arg(100'000)->Arg(1'000'000)->UseRealTime()->Unit(benchmark::kMillisecond);
+}
+
+Libros& libros(const benchmark::State& estado) {
+  return Libros::de(static_cast<int>(estado.range(0)));
+}
+
+std::shared_ptr<reports::Documento> abre(Libros& l, DBEngine& motor, const QString& plantilla,
+                                         const QString& seleccion) {
+  const Reloj reloj;
+  std::shared_ptr<reports::Documento> abierto;
+  Informe informe(motor, reloj,
+                  {[] { return QStringList{"PDF"}; },
+                   [&](auto documento, const QString&) { abierto = std::move(documento); }});
+  informe.ReportFileName = LIBRANO_IMPRESOS + plantilla;
+  informe.DataFiles(0) = l.ruta();
+  informe.SelectionFormula = seleccion;
+  informe.PrintReport();
+  return abierto;
+}
+
+std::shared_ptr<reports::Documento> abreDiario(Libros& l, DBEngine& motor) {
+  return abre(l, motor, "Diario.rpt",
+              "{SqlDiarioPrincipal.Fecha} >= date(2024,1,1) and {SqlDiarioPrincipal.Fecha} <= "
+              "date(2024,12,31) and {SqlDiarioPrincipal.NAsiento}>=0 and "
+              "{SqlDiarioPrincipal.NAsiento}<=9999999999999");
+}
+
+// Megabytes that the process keeps in memory.
+double residente() {
+  QFile estado("/proc/self/status");
+  if (!estado.open(QIODevice::ReadOnly)) return 0;
+  for (const QByteArray& linea : estado.readAll().split('\n')) {
+    if (linea.startsWith("VmRSS:")) return linea.mid(6).chopped(2).trimmed().toDouble() / 1024;
+  }
+  return 0;
+}
+
+void primera_librano(benchmark::State& estado) {
+  Libros& l = libros(estado);
+  for (auto _ : estado) {
+    DBEngine motor;
+    benchmark::DoNotOptimize(abreDiario(l, motor)->pagina(1));
+  }
+}
+
+void ultima_librano(benchmark::State& estado) {
+  Libros& l = libros(estado);
+  for (auto _ : estado) {
+    DBEngine motor;
+    const auto documento = abreDiario(l, motor);
+    documento->cuenta();
+    benchmark::DoNotOptimize(documento->pagina(documento->paginas()));
+  }
+}
+
+void pdf_librano(benchmark::State& estado) {
+  constexpr double kCrecimiento = 64;  // megabytes, keys of the lines included
+  Libros& l = libros(estado);
+  for (auto _ : estado) {
+    DBEngine motor;
+    const auto documento = abreDiario(l, motor);
+    reports::TareaPdf tarea(documento, l.carpeta() + "diario.pdf", "Diario", 1, INT_MAX);
+    double comienzo = 0;
+    while (tarea.paso()) {
+      if (comienzo == 0 && tarea.hecho() > 100) comienzo = residente();
+    }
+    if (comienzo > 0 && residente() > comienzo + kCrecimiento)
+      estado.SkipWithError("la memoria crece con las páginas");
+  }
+}
+
+void directo(benchmark::State& estado, const char* sql) {
+  Libros& l = libros(estado);
+  for (auto _ : estado) {
+    Directo base(l.rutaSistema());
+    benchmark::DoNotOptimize(Directo::recorre(base.prepara(sql)));
+  }
+}
+
+void sumas_librano(benchmark::State& estado) {
+  Libros& l = libros(estado);
+  for (auto _ : estado) {
+    DBEngine motor;
+    const auto documento = abre(l, motor, "SumSalN4.rpt",
+                                "{Diario.Subcuenta} >= '00000000' and {Diario.Subcuenta} <= "
+                                "'99999999' and {@mes} >= 01 and {@Mes} <= 12");
+    documento->cuenta();
+    benchmark::DoNotOptimize(documento->pagina(documento->paginas()));
+  }
+}
+
+constexpr const char* kTodas =
+    "SELECT NAsiento, Fecha, Subcuenta, Descripcion, DH, Importe FROM Diario ORDER BY NAsiento, "
+    "rowid";
+
+BENCHMARK(primera_librano)->Name("diario, primera página/librano")->Apply(tamanos);
+BENCHMARK_CAPTURE(
+    directo, primera,
+    "SELECT NAsiento, Fecha, Subcuenta, Descripcion, DH, Importe FROM Diario ORDER BY "
+    "NAsiento, rowid LIMIT 60")
+    ->Name("diario, primera página/directo")
+    ->Apply(tamanos);
+BENCHMARK(ultima_librano)->Name("diario, última página/librano")->Apply(tamanos);
+BENCHMARK_CAPTURE(directo, ultima, kTodas)->Name("diario, última página/directo")->Apply(tamanos);
+BENCHMARK(pdf_librano)->Name("diario en PDF/librano")->Apply(tamanos)->Iterations(1);
+BENCHMARK_CAPTURE(directo, pdf, kTodas)->Name("diario en PDF/directo")->Apply(tamanos);
+BENCHMARK(sumas_librano)->Name("sumas y saldos/librano")->Apply(tamanos);
+BENCHMARK_CAPTURE(directo, sumas,
+                  "SELECT Subcuenta, SUM(CASE WHEN DH='D' THEN Importe ELSE 0 END), SUM(CASE WHEN "
+                  "DH='D' THEN 0 ELSE Importe END) FROM Diario GROUP BY Subcuenta")
+    ->Name("sumas y saldos/directo")
+    ->Apply(tamanos);
+
+}  // namespace

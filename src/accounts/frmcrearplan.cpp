@@ -1,0 +1,87 @@
+#include "accounts/frmcrearplan.h"
+
+#include "accounts/crearplan.h"
+#include "foundation/toolkit/registro.h"
+#include "ui_frmcrearplan.h"
+
+namespace {
+constexpr int kDeEmpresa = 1;
+}
+
+FrmCrearPlan::FrmCrearPlan(Contexto& contexto)
+    : Formulario(contexto), ui_(std::make_unique<Ui::FrmCrearPlan>()), DtaEmpresas(contexto.motor) {
+  ui_->setupUi(this);
+  DtaEmpresas.setObjectName("DtaEmpresas");
+  ui_->TxtEmpresa->enlazar(DtaEmpresas, "NombreEmpresa");
+  alElegirOpcion("OptCreaAPartirDe", [this](int origen) { OptCreaAPartirDe_Click(origen); });
+  alPulsar(ui_->CmdAceptar, [this] { CmdAceptar_Click(); });
+  alPulsar(ui_->CmdCancelar, [this] { cierra(); });
+}
+
+FrmCrearPlan::~FrmCrearPlan() = default;
+
+void FrmCrearPlan::Form_Load() {
+  DtaEmpresas.bind(sesion().rutaCatalogo(), "Select * from Empresas order by NombreEmpresa");
+  setOpcion("OptCreaAPartirDe", 0);
+}
+
+void FrmCrearPlan::OptCreaAPartirDe_Click(int origen) {
+  const bool deEmpresa = origen == kDeEmpresa;
+  ui_->TxtEmpresa->setEnabled(deEmpresa);
+  if (!deEmpresa) ui_->TxtEmpresa->setCurrentIndex(-1);
+  for (QCheckBox* casilla :
+       {ui_->ChkSubcuentas, ui_->ChkTipoIva, ui_->ChkTipoCartera, ui_->ChkRestoCartera}) {
+    casilla->setEnabled(deEmpresa);
+    if (!deEmpresa) casilla->setChecked(false);
+  }
+}
+
+FrmCrearPlan::Destino FrmCrearPlan::destino() const {
+  const Formulario* nueva = ctx.formularios->abierto("FrmEmpresas");
+  if (!nueva)
+    return {ctx.sesion.EmpresaActual, ctx.sesion.DigitosCuenta, ctx.sesion.DigitosSubcuenta};
+  const auto campo = [nueva](const char* nombre) {
+    return nueva->findChild<QLineEdit*>(nombre)->text();
+  };
+  return {campo("TxtNombreEmpresa"), campo("TxtMayNivel").toInt(), campo("TxtSubNivel").toInt()};
+}
+
+void FrmCrearPlan::CmdAceptar_Click() {
+  const Destino empresa = destino();
+  if (opcion("OptCreaAPartirDe") == kDeEmpresa) {
+    if (!copia(empresa)) return;
+  } else {
+    siembraPlan(*ctx.motor.Workspaces(0).OpenDatabase(sesion().rutaEmpresa(empresa.empresa)),
+                empresa.digitosCuenta);
+  }
+  cierra();
+}
+
+bool FrmCrearPlan::copia(const Destino& destino) {
+  const QString elegida = ui_->TxtEmpresa->texto();
+  if (elegida.compare(destino.empresa, Qt::CaseInsensitive) == 0) {
+    mensaje("No puede copiar un plan de cuentas sobre la misma empresa", "Librano");
+    return false;
+  }
+  Workspace& area = ctx.motor.Workspaces(0);
+  const auto origen = area.OpenDatabase(sesion().rutaEmpresa(elegida));
+  if (!anchurasCopiables(*origen, destino.digitosCuenta, destino.digitosSubcuenta)) {
+    mensaje(
+        "El tamaño de las subcuentas es diferente en la empresa seleccionada y no se podra "
+        "copiar el plan.",
+        "Error");
+    return false;
+  }
+  copiaPlan(*origen, *area.OpenDatabase(sesion().rutaEmpresa(destino.empresa)),
+            {.Subcuentas = ui_->ChkSubcuentas->isChecked(),
+             .TiposIva = ui_->ChkTipoIva->isChecked(),
+             .TiposCartera = ui_->ChkTipoCartera->isChecked(),
+             .RestoCartera = ui_->ChkRestoCartera->isChecked()});
+  return true;
+}
+
+// A company being created is done with when its plan is, or when there is to be none.
+void FrmCrearPlan::cierra() {
+  descargar();
+  if (Formulario* nueva = ctx.formularios->abierto("FrmEmpresas")) nueva->descargar();
+}

@@ -1,0 +1,129 @@
+#include "accounts/frmcuentas.h"
+
+#include "accounts/llamada.h"
+#include "foundation/data/ignorar.h"
+#include "foundation/toolkit/comboenlazado.h"
+#include "ui_frmcuentas.h"
+
+FrmCuentas::FrmCuentas(Contexto& contexto)
+    : Formulario(contexto),
+      ui_(std::make_unique<Ui::FrmCuentas>()),
+      DtaCuentas(contexto.motor),
+      DtaNivel1(contexto.motor),
+      DtaNivel2(contexto.motor) {
+  ui_->setupUi(this);
+  DtaCuentas.setObjectName("DtaCuentas");
+  DtaNivel1.setObjectName("DtaNivel1");
+  DtaNivel2.setObjectName("DtaNivel2");
+  ui_->TxtN01T->enlazar(DtaNivel1, "Descripcion");
+  ui_->TxtN02T->enlazar(DtaNivel2, "Descripcion");
+
+  soloNumero(ui_->TxtCuenta);
+  soloNumero(ui_->TxtN01N);
+  soloNumero(ui_->TxtN02N);
+  alCambiar(ui_->TxtN01N, [this] { TxtN01N_Change(); });
+  alElegir(ui_->TxtN01T, [this](int) { TxtN01T_Click(); });
+  alSalir(ui_->TxtN02N, [this] { TxtN02N_LostFocus(); });
+  alElegir(ui_->TxtN02T, [this](int) { TxtN02T_Click(); });
+  alPulsar(ui_->CmdAceptar, [this] { CmdAceptar_Click(); });
+  alPulsar(ui_->CmdCancelar, [this] { descargar(); });
+}
+
+FrmCuentas::~FrmCuentas() = default;
+
+void FrmCuentas::Form_Load() {
+  ui_->TxtCuenta->setMaxLength(sesion().DigitosCuenta);
+  DtaNivel1.bind(sesion().rutaEmpresa(), "Select * from Nivel01");
+  DtaNivel2.bind(sesion().rutaEmpresa(), "Select * from Nivel02");
+  if (sesion().CodigoLlamada == kModificacion)
+    abreModificacion();
+  else if (sesion().CodigoLlamada == kAlta)
+    abreAlta();
+}
+
+void FrmCuentas::abreModificacion() {
+  ui_->TxtCuenta->setEnabled(false);
+  DtaCuentas.bind(sesion().rutaEmpresa(),
+                  "Select * from Cuentas where Cuenta='" + sesion().ValorElegido + "'");
+  if (DtaCuentas.Eof()) return;
+  ui_->TxtCuenta->setText(DtaCuentas.Fields("Cuenta").display());
+  ui_->TxtDescripcion->setText(DtaCuentas.Fields("Descripcion").display());
+  ui_->TxtN01N->setText(DtaCuentas.Fields("GrupoN").display());
+  ui_->TxtN02N->setText(DtaCuentas.Fields("SubGrupoN").display());
+  muestraNivel(DtaNivel2, ui_->TxtN02N->text(), *ui_->TxtN02T);
+  ui_->TxtAbrirFicha->setChecked(DtaCuentas.Fields("DatosAuxiliares").Value().toBool());
+}
+
+void FrmCuentas::abreAlta() {
+  setWindowTitle("Alta de cuenta");
+  const QString codigo = sesion().ValorElegido;
+  if (codigo.isEmpty()) return;
+  ui_->TxtCuenta->setText(codigo);
+  ui_->TxtN01N->setText(codigo.left(1));
+  ui_->TxtN02N->setText(codigo.left(2));
+  TxtN02N_LostFocus();
+}
+
+// Looks from the row on show onwards, and past the last from the first: a level above the one on
+// show is there too.
+bool FrmCuentas::muestraNivel(DataControl& niveles, const QString& nivel, ComboEnlazado& nombre) {
+  nombre.setCurrentIndex(-1);
+  if (nivel.isEmpty()) return true;
+  const QString criterio = "NNivel='" + nivel + "'";
+  const bool buscado = ignorando([&] {
+    niveles.FindNext(criterio);
+    if (niveles.Recordset().NoMatch()) niveles.FindFirst(criterio);
+  });
+  if (!buscado || niveles.Recordset().NoMatch()) return false;
+  nombre.ponerTexto(niveles.Fields("Descripcion").display());
+  return true;
+}
+
+void FrmCuentas::nivelDesconocido() {
+  mensaje("El nivel que ha escrito no existe", "Error");
+}
+
+void FrmCuentas::TxtN01N_Change() {
+  if (!muestraNivel(DtaNivel1, ui_->TxtN01N->text(), *ui_->TxtN01T)) nivelDesconocido();
+}
+
+void FrmCuentas::TxtN01T_Click() {
+  ui_->TxtN01N->setText(DtaNivel1.Fields("NNivel").display());
+  DtaNivel2.setRecordSource("Select * from Nivel02 where NNivel01='" + ui_->TxtN01N->text() + "'");
+  DtaNivel2.Refresh();
+}
+
+void FrmCuentas::TxtN02N_LostFocus() {
+  const QString nivel = ui_->TxtN02N->text();
+  if (!muestraNivel(DtaNivel2, nivel, *ui_->TxtN02T))
+    nivelDesconocido();
+  else if (!nivel.isEmpty())
+    ui_->TxtN01N->setText(nivel.left(1));
+}
+
+void FrmCuentas::TxtN02T_Click() {
+  const QString nivel = DtaNivel2.Fields("NNivel").display();
+  ui_->TxtN02N->setText(nivel);
+  ui_->TxtN01N->setText(nivel.left(1));
+}
+
+void FrmCuentas::CmdAceptar_Click() {
+  if (sesion().CodigoLlamada == kModificacion) {
+    DtaCuentas.Edit();
+  } else {
+    DtaCuentas.bind(sesion().rutaEmpresa(), "Select * from Cuentas");
+    DtaCuentas.AddNew();
+  }
+  try {
+    DtaCuentas.Fields("Cuenta") = ui_->TxtCuenta->text();
+    DtaCuentas.Fields("Descripcion") = ui_->TxtDescripcion->text();
+    DtaCuentas.Fields("GrupoN") = ui_->TxtN01N->text();
+    DtaCuentas.Fields("SubGrupoN") = ui_->TxtN02N->text();
+    DtaCuentas.Fields("DatosAuxiliares") = ui_->TxtAbrirFicha->isChecked();
+    DtaCuentas.Update();
+  } catch (const ErrorEjecucion&) {
+    DtaCuentas.CancelUpdate();  // the message is the house's own, but no edit may stay open
+    throw;
+  }
+  descargar();
+}

@@ -1,0 +1,46 @@
+#include "accounts/frmdatosauxiliares.h"
+
+#include "foundation/data/ignorar.h"
+#include "foundation/toolkit/registro.h"
+#include "ui_frmdatosauxiliares.h"
+
+FrmDatosAuxiliares::FrmDatosAuxiliares(Contexto& contexto)
+    : Formulario(contexto),
+      ui_(std::make_unique<Ui::FrmDatosAuxiliares>()),
+      DtaSubcuenta(contexto.motor) {
+  ui_->setupUi(this);
+  DtaSubcuenta.setObjectName("DtaSubcuenta");
+  campos_ = {ui_->TxtDireccion, ui_->TxtProvincia, ui_->TxtCodigoPostal,
+             ui_->TxtPoblacion, ui_->TxtPais,      ui_->TxtNif,
+             ui_->TxtTelefono,  ui_->TxtFax,       ui_->TxtGerente};
+  alPulsar(ui_->CmdAceptar, [this] { CmdAceptar_Click(); });
+  alPulsar(ui_->CmdCancelar, [this] { descargar(); });
+}
+
+FrmDatosAuxiliares::~FrmDatosAuxiliares() = default;
+
+void FrmDatosAuxiliares::Form_Load() {
+  if (const Formulario* subcuenta = ctx.formularios->abierto("FrmSubCuentas")) {
+    for (QLabel* rotulo : {ui_->TxtSubcuenta, ui_->TxtDescripcion})
+      rotulo->setText(subcuenta->findChild<QLineEdit*>(rotulo->objectName())->text());
+  }
+  // A code typed over and not yet accepted has no row: the card is empty.
+  ignorando([this] {
+    DtaSubcuenta.bind(sesion().rutaEmpresa(), "Select * from Subcuentas where subcuenta='" +
+                                                  ui_->TxtSubcuenta->text() + "'");
+    for (int i = 0; i < int(campos_.size()); ++i)
+      campos_[i]->setText(DtaSubcuenta.Fields(kPrimerCampo + i).display());
+  });
+}
+
+void FrmDatosAuxiliares::CmdAceptar_Click() {
+  if (!ignorando([this] { graba(); })) ignorando([this] { DtaSubcuenta.CancelUpdate(); });
+  descargar();
+}
+
+void FrmDatosAuxiliares::graba() {
+  DtaSubcuenta.Edit();
+  for (int i = 0; i < int(campos_.size()); ++i)
+    DtaSubcuenta.Fields(kPrimerCampo + i) = campos_[i]->text();
+  DtaSubcuenta.Update();
+}

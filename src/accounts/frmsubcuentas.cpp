@@ -1,0 +1,145 @@
+#include "accounts/frmsubcuentas.h"
+
+#include "accounts/frmvisualizaplan.h"
+#include "accounts/llamada.h"
+#include "foundation/data/ignorar.h"
+#include "foundation/funciones.h"
+#include "foundation/toolkit/registro.h"
+#include "ui_frmsubcuentas.h"
+
+FrmSubCuentas::FrmSubCuentas(Contexto& contexto)
+    : Formulario(contexto),
+      ui_(std::make_unique<Ui::FrmSubCuentas>()),
+      DtaCuentas(contexto.motor),
+      DtaCuentas2(contexto.motor),
+      DtaSubcuenta(contexto.motor) {
+  ui_->setupUi(this);
+  DtaCuentas.setObjectName("DtaCuentas");
+  DtaCuentas2.setObjectName("DtaCuentas2");
+  DtaSubcuenta.setObjectName("DtaSubcuenta");
+  ui_->GrigSubCuentas->enlazar(DtaCuentas2,
+                               {{.campo = "Cuenta", .titulo = "Cuenta", .ancho = 10},
+                                {.campo = "Descripcion", .titulo = "Descripción", .ancho = 40}});
+  ui_->GrigSubCuentas->hide();
+  ui_->CmdDesplega->hide();
+  ui_->CmdDatosAuxiliares->hide();
+
+  soloNumero(ui_->TxtSubcuenta);
+  alCambiar(ui_->TxtSubcuenta, [this] { TxtSubcuenta_Change(); });
+  alSalir(ui_->TxtSubcuenta, [this] { TxtSubcuenta_LostFocus(); });
+  alPulsar(ui_->CmdDesplega, [this] { CmdDesplega_Click(); });
+  alPulsar(ui_->CmdDatosAuxiliares, [this] { mostrar("FrmDatosAuxiliares"); });
+  alPulsar(ui_->CmdAceptar, [this] { CmdAceptar_Click(); });
+  alPulsar(ui_->CmdCancelar, [this] { descargar(); });
+}
+
+FrmSubCuentas::~FrmSubCuentas() = default;
+
+void FrmSubCuentas::Form_Activate() {
+  const int digitos = sesion().DigitosSubcuenta;
+  ui_->TxtSubcuenta->setMaxLength(digitos);
+  ui_->TxtSubcuenta->setMinimumWidth(fontMetrics().horizontalAdvance(QString(digitos + 3, u'0')));
+  if (!sesion().ValorElegido.isEmpty()) ui_->TxtSubcuenta->setText(sesion().ValorElegido);
+  if (sesion().CodigoLlamada == kAlta) {
+    setWindowTitle("Alta de subcuenta");
+    ui_->CmdDesplega->show();
+    DtaCuentas2.bind(sesion().rutaEmpresa(), "Select * from Cuentas");
+  } else if (sesion().CodigoLlamada == kModificacion) {
+    setWindowTitle("Modificación de subcuenta");
+    abreModificacion();
+  }
+}
+
+void FrmSubCuentas::abreModificacion() {
+  const QString codigo = sesion().ValorElegido;
+  DtaCuentas.bind(sesion().rutaEmpresa(), "Select * from Cuentas where Cuenta='" +
+                                              codigo.left(sesion().DigitosCuenta) + "'");
+  ui_->CmdDatosAuxiliares->setVisible(tieneFicha());
+  DtaSubcuenta.bind(sesion().rutaEmpresa(),
+                    "Select * from Subcuentas where subcuenta='" + codigo + "'");
+  if (DtaSubcuenta.Eof()) return;
+  ui_->TxtSubcuenta->setText(DtaSubcuenta.Fields("Subcuenta").display());
+  ui_->TxtDescripcion->setText(DtaSubcuenta.Fields("Descripcion").display());
+}
+
+void FrmSubCuentas::CmdDesplega_Click() {
+  despliega(ui_->CmdDesplega->text() == ">>");
+}
+
+void FrmSubCuentas::despliega(bool si) {
+  ui_->GrigSubCuentas->setVisible(si);
+  ui_->CmdDesplega->setText(si ? "<<" : ">>");
+  layout()->activate();
+  resize(width(), sizeHint().height());
+}
+
+void FrmSubCuentas::TxtSubcuenta_Change() {
+  // The list is a help beside the typing: what it can't find stops nobody.
+  ignorando([this] { DtaCuentas2.FindFirst("Cuenta = '" + ui_->TxtSubcuenta->text() + "'"); });
+}
+
+bool FrmSubCuentas::tieneFicha() const {
+  return DtaCuentas.isOpen() && !DtaCuentas.Eof() &&
+         DtaCuentas.Fields("DatosAuxiliares").Value().toBool();
+}
+
+QString FrmSubCuentas::cuentaEscrita() const {
+  return ui_->TxtSubcuenta->text().left(ctx.sesion.DigitosCuenta);
+}
+
+void FrmSubCuentas::TxtSubcuenta_LostFocus() {
+  if (ui_->TxtSubcuenta->text().isEmpty()) return;
+  ui_->TxtSubcuenta->setText(ExpandeCodigo(ui_->TxtSubcuenta->text(), sesion().DigitosSubcuenta));
+  DtaCuentas.bind(sesion().rutaEmpresa(),
+                  "Select * from Cuentas where Cuenta='" + cuentaEscrita() + "'");
+  if (!DtaCuentas.Eof()) return;
+  if (pregunta("La cuenta no existe en el plan de cuentas, ¿ Desea crear una cuenta ?", "Error"))
+    creaCuenta(cuentaEscrita());
+  else
+    ui_->TxtSubcuenta->clear();
+  enfocar(ui_->TxtSubcuenta);
+}
+
+// Creating is what was asked, also when the subcuenta is being changed; the mode comes back after.
+void FrmSubCuentas::creaCuenta(const QString& cuenta) {
+  const int modo = sesion().CodigoLlamada;
+  mostrar("FrmCuentas", kAlta, cuenta);
+  sesion().CodigoLlamada = modo;
+  if (DtaCuentas2.isOpen()) DtaCuentas2.Refresh();
+}
+
+void FrmSubCuentas::CmdAceptar_Click() {
+  const QString codigo = ui_->TxtSubcuenta->text();
+  try {
+    graba();
+  } catch (const ErrorEjecucion& error) {
+    if (DtaSubcuenta.isOpen()) DtaSubcuenta.CancelUpdate();
+    if (error.numero() == err::kClaveDuplicada) {
+      mensaje("La subcuenta que esta introduciendo ya existe", "Error");
+      descargar();
+    } else {
+      RegistraError(ctx.carpetaPrograma, error.numero(), error.descripcion(),
+                    "CmdAceptar_Click FrmSubcuentas");
+      mensaje(error.descripcion(), "Error");
+    }
+    return;
+  }
+  if (auto* plan = qobject_cast<FrmVisualizaPlan*>(ctx.formularios->abierto("FrmVisualizaPlan")))
+    ignorando([&] { plan->situaEn(codigo); });
+  descargar();
+}
+
+void FrmSubCuentas::graba() {
+  const bool alta = sesion().CodigoLlamada == kAlta;
+  if (alta) {
+    DtaSubcuenta.bind(sesion().rutaEmpresa(), "Select * from Subcuentas");
+    DtaSubcuenta.AddNew();
+  } else {
+    DtaSubcuenta.Edit();
+  }
+  DtaSubcuenta.Fields("Subcuenta") = ui_->TxtSubcuenta->text();
+  DtaSubcuenta.Fields("Cuenta") = cuentaEscrita();
+  DtaSubcuenta.Fields("Descripcion") = ui_->TxtDescripcion->text();
+  DtaSubcuenta.Update();
+  if (alta && tieneFicha()) mostrar("FrmDatosAuxiliares");
+}

@@ -1,0 +1,154 @@
+#include "accounts/frmvisualizaplan.h"
+
+#include <QKeyEvent>
+#include <utility>
+
+#include "accounts/borrado.h"
+#include "accounts/llamada.h"
+#include "foundation/data/ignorar.h"
+#include "foundation/toolkit/consulta.h"
+#include "foundation/toolkit/principal.h"
+#include "foundation/toolkit/registro.h"
+#include "ui_frmvisualizaplan.h"
+
+namespace {
+
+constexpr int kPorCodigo = 0;
+constexpr int kPorNombre = 1;
+const char* const kOrigenes[] = {"Select * from Subcuentas order by Subcuenta",
+                                 "Select * from Subcuentas order by Descripcion"};
+constexpr int kLargoNombre = 50;
+
+}  // namespace
+
+FrmVisualizaPlan::FrmVisualizaPlan(Contexto& contexto)
+    : Formulario(contexto),
+      ui_(std::make_unique<Ui::FrmVisualizaPlan>()),
+      DtaSubcuentas(contexto.motor) {
+  ui_->setupUi(this);
+  DtaSubcuentas.setObjectName("DtaSubcuentas");
+  ui_->GrigSubCuentas->enlazar(DtaSubcuentas,
+                               {{.campo = "Subcuenta", .titulo = "Subcuenta", .ancho = 12},
+                                {.campo = "Descripcion", .titulo = "Descripción", .ancho = 44},
+                                {.campo = "Nif", .titulo = "NIF", .ancho = 14}});
+  ui_->CmdImpresos->setEnabled(contexto.formularios->existe("FrmSubcuentasImpresos"));
+
+  alRecolocar(DtaSubcuentas, [this] { DtaSubcuentas_Reposition(); });
+  alElegirOpcion("OptClasifica", [this](int orden) { OptClasifica_Click(orden); });
+  alCambiar(ui_->TxtBusquedaCuentas, [this] { TxtBusquedaCuentas_Change(); });
+  alBajarTecla(ui_->TxtBusquedaCuentas,
+               [this](QKeyEvent& evento) { return TxtBusquedaCuentas_KeyDown(evento); });
+  alTeclear(ui_->TxtBusquedaCuentas, [this](Tecla& tecla) { TxtBusquedaCuentas_KeyPress(tecla); });
+  alPulsarMatriz("CmdMayor", [this](int grupo) { busca(QString::number(grupo)); });
+  connect(ui_->GrigSubCuentas, &Rejilla::dobleClic, this, [this] { descargar(); });
+  connect(ui_->GrigSubCuentas, &Rejilla::intro, this, [this] { descargar(); });
+  connect(ui_->GrigSubCuentas, &Rejilla::mas, this,
+          [this] { protege([this] { CmdAltas_Click(); }, "CmdAltas_Click"); });
+  alPulsar(ui_->CmdAltas, [this] { CmdAltas_Click(); });
+  alPulsar(ui_->CmdBajas, [this] { CmdBajas_Click(); });
+  alPulsar(ui_->CmdModifica, [this] { CmdModifica_Click(); });
+  alPulsar(ui_->CmdImpresos, [this] { CmdImpresos_Click(); });
+  alPulsar(ui_->Command2, [this] { mostrar("FrmCuentasLista"); });
+  alPulsar(ui_->CmdSalir, [this] { descargar(); });
+}
+
+FrmVisualizaPlan::~FrmVisualizaPlan() = default;
+
+void FrmVisualizaPlan::Form_Load() {
+  DtaSubcuentas.setDatabaseName(sesion().rutaEmpresa());
+  const QString inicio = std::exchange(sesion().ValorElegido, {});
+  ui_->TxtBusquedaCuentas->setText(inicio);  // sets the order that its text asks for
+  if (inicio.isEmpty()) setOpcion("OptClasifica", kPorCodigo);
+  ui_->GrigSubCuentas->setFocus();
+}
+
+void FrmVisualizaPlan::situaEn(const QString& codigo) {
+  DtaSubcuentas.Refresh();
+  busca(codigo);
+}
+
+// Searching again for the text on show brings the list back to it.
+void FrmVisualizaPlan::busca(const QString& texto) {
+  if (ui_->TxtBusquedaCuentas->text() == texto)
+    TxtBusquedaCuentas_Change();
+  else
+    ui_->TxtBusquedaCuentas->setText(texto);
+}
+
+void FrmVisualizaPlan::OptClasifica_Click(int orden) {
+  DtaSubcuentas.setRecordSource(kOrigenes[orden]);
+  DtaSubcuentas.Refresh();
+}
+
+// The order changes only with the kind of text: reading 50 thousand rows in another order at each
+// letter would be felt.
+void FrmVisualizaPlan::TxtBusquedaCuentas_Change() {
+  const QString texto = ui_->TxtBusquedaCuentas->text();
+  if (texto.isEmpty()) return;
+  const bool porCodigo = texto[0] < u'A';
+  const int orden = porCodigo ? kPorCodigo : kPorNombre;
+  if (opcion("OptClasifica") != orden) setOpcion("OptClasifica", orden);
+  ui_->TxtBusquedaCuentas->setMaxLength(porCodigo ? sesion().DigitosSubcuenta : kLargoNombre);
+  // A half-typed text may be no criterion, as one with a quote: like a search without a match, it
+  // leaves the list where it is.
+  ignorando([&] {
+    DtaSubcuentas.FindFirst(porCodigo ? "Subcuenta Like '" + texto + "*'"
+                                      : "Ucase([Descripcion]) Like '" + texto.toUpper() + "*'");
+  });
+}
+
+bool FrmVisualizaPlan::TxtBusquedaCuentas_KeyDown(QKeyEvent& evento) {
+  if (evento.key() != Qt::Key_Down && evento.key() != Qt::Key_Up) return false;
+  const bool baja = evento.key() == Qt::Key_Down;
+  ignorando([&] {  // an empty list has nowhere to go
+    if (baja)
+      DtaSubcuentas.MoveNext();
+    else
+      DtaSubcuentas.MovePrevious();
+    // Past either end the list would stand on no row.
+    if (DtaSubcuentas.Eof()) DtaSubcuentas.MoveLast();
+    if (DtaSubcuentas.Recordset().Bof()) DtaSubcuentas.MoveFirst();
+  });
+  return true;
+}
+
+void FrmVisualizaPlan::TxtBusquedaCuentas_KeyPress(Tecla& tecla) {
+  if (!tecla.esIntro()) return;
+  tecla.tragar();
+  descargar();
+}
+
+void FrmVisualizaPlan::DtaSubcuentas_Reposition() {
+  // Between two orders, and past the ends, the list stands on no row.
+  ignorando([this] {
+    const QString codigo = DtaSubcuentas.Fields("Subcuenta").text();
+    if (ctx.principal) ctx.principal->TxtSubcuenta().setText(codigo);
+    entregarConsulta(ctx, destinosDeSubcuenta(), codigo);
+  });
+}
+
+void FrmVisualizaPlan::CmdAltas_Click() {
+  mostrar("FrmSubCuentas", kAlta);
+}
+
+void FrmVisualizaPlan::CmdModifica_Click() {
+  mostrar("FrmSubCuentas", kModificacion, ui_->GrigSubCuentas->valor("Subcuenta"));
+}
+
+void FrmVisualizaPlan::CmdBajas_Click() {
+  const QString codigo = ui_->GrigSubCuentas->valor("Subcuenta");
+  if (codigo.isEmpty()) return;
+  DataControl diario(ctx.motor);
+  if (tieneApuntes(diario, sesion().rutaEmpresa(), codigo))
+    mensaje(
+        "No se puede eliminar la subcuenta, existen apuntes en el diario, elimine esos "
+        "apuntes para eliminarla",
+        "Error");
+  else if (pregunta("Esta seguro de eliminar la subcuenta " + codigo, "Eliminar"))
+    eliminaFila(DtaSubcuentas);
+}
+
+void FrmVisualizaPlan::CmdImpresos_Click() {
+  descargar();
+  mostrar("FrmSubcuentasImpresos");
+}

@@ -1,0 +1,42 @@
+// The plan's subcuentas in a list: the look-up that every account field falls back on.
+//
+// ValorElegido is the text to start from, a code or a name, and CodigoAccion says which field of
+// which form is to receive the code. It is delivered while the list moves, not at closing, and the
+// main window's entry line follows always.
+#pragma once
+
+#include <memory>
+
+#include "foundation/data/datacontrol.h"
+#include "foundation/toolkit/formulario.h"
+
+namespace Ui {
+class FrmVisualizaPlan;
+}
+
+class FrmVisualizaPlan : public Formulario {
+  Q_OBJECT
+ public:
+  explicit FrmVisualizaPlan(Contexto& contexto);
+  ~FrmVisualizaPlan() override;
+  void Form_Load() override;
+
+  // Reads the list again and stands on a code, for the dialog that has just written it.
+  void situaEn(const QString& codigo);
+
+ private:
+  void OptClasifica_Click(int orden);
+  void TxtBusquedaCuentas_Change();
+  bool TxtBusquedaCuentas_KeyDown(QKeyEvent& evento);
+  void TxtBusquedaCuentas_KeyPress(Tecla& tecla);
+  void DtaSubcuentas_Reposition();
+  void CmdAltas_Click();
+  void CmdBajas_Click();
+  void CmdModifica_Click();
+  void CmdImpresos_Click();
+
+  void busca(const QString& texto);
+
+  std::unique_ptr<Ui::FrmVisualizaPlan> ui_;
+  DataControl DtaSubcuentas;
+};

@@ -1,0 +1,6 @@
+// The forms of the chart of accounts, by name.
+#pragma once
+
+class Registro;
+
+void registraAccounts(Registro& formularios);

@@ -1,0 +1,133 @@
+// Creating and changing cuentas, with their levels, and the lists they are deleted from.
+#include <gtest/gtest.h>
+
+#include "accounts/plan.h"
+#include "foundation/toolkit/rejilla.h"
+
+namespace {
+
+const char* const kSinNivel = "El nivel que ha escrito no existe";
+
+QString niveles(const Teclado& t) {
+  QStringList textos;
+  for (const char* campo : {"TxtN01N", "TxtN01T", "TxtN02N", "TxtN02T"}) textos << t.textoDe(campo);
+  return textos.join('|');
+}
+
+TEST(FrmCuentas, LosNivelesSeBuscanPorCodigoYPorNombreHaciaAbajoYHaciaArriba) {
+  EscenarioPlan e;
+  Teclado t = e.abreCon("FrmCuentas", 1);
+  t.escribe("TxtN01N", "6");
+  EXPECT_EQ(niveles(t), "6|Compras y gastos||");
+  t.escribe("TxtN02N", "10");
+  t.intro();
+  EXPECT_EQ(niveles(t), "1|Financiacion Basica|10|Capital");
+  t.elige("TxtN02T", "Tributos");
+  EXPECT_EQ(niveles(t), "6|Compras y gastos|63|Tributos");
+  t.elige("TxtN01T", "Cuentas financieras");
+  EXPECT_EQ(t.textoDe("TxtN01N"), "5");
+  // The subgroups are by now those of the group picked.
+  EXPECT_EQ(t.control<QComboBox>("TxtN02T").count(), 10);
+  t.escribe("TxtN02N", "43");
+  e.guion.esperaMensaje(kSinNivel, "Error");
+  t.intro();
+  t.enfoca("TxtN01N");
+  e.guion.esperaMensaje(kSinNivel, "Error");
+  t.escribe("TxtN01N", "9");
+}
+
+TEST(FrmCuentas, UnaRepetidaSeDiceYSePuedeCorregir) {
+  EscenarioPlan e;
+  Teclado t = e.abreCon("FrmCuentas", 1, "430");
+  EXPECT_EQ(t.forma().windowTitle(), "Alta de cuenta");
+  EXPECT_EQ(niveles(t), "4|Acreedores y deudores por operaciones de tráfico|43|Clientes");
+  t.escribe("TxtDescripcion", "Clientes, efectos");
+  t.marca("TxtAbrirFicha");
+  e.guion.esperaMensaje("Error 3022: " + ErrorEjecucion(err::kClaveDuplicada).descripcion(),
+                        "Librano");
+  t.pulsa("CmdAceptar");
+  EXPECT_TRUE(e.abierto("FrmCuentas"));
+  t.escribe("TxtCuenta", "4319");  // one digit too many
+  t.pulsa("CmdAceptar");
+  EXPECT_FALSE(e.abierto("FrmCuentas"));
+  EXPECT_EQ(e.filas("Select * from Cuentas where Cuenta='431'")[0].join('|'),
+            "431|Clientes, efectos|4|43|Verdadero");
+  EXPECT_EQ(e.valor("Select Descripcion from Cuentas where Cuenta='430'"), "Clientes");
+}
+
+TEST(FrmCuentas, AlModificarElCodigoNoCambia) {
+  EscenarioPlan e;
+  Teclado t = e.abreCon("FrmCuentas", 2, "430");
+  EXPECT_FALSE(t.control("TxtCuenta").isEnabled());
+  EXPECT_EQ(niveles(t), "4|Acreedores y deudores por operaciones de tráfico|43|Clientes");
+  t.marca("TxtAbrirFicha", false);
+  t.escribe("TxtDescripcion", "Clientes varios");
+  t.pulsa("CmdAceptar");
+  EXPECT_EQ(e.filas("Select * from Cuentas where Cuenta='430'")[0].join('|'),
+            "430|Clientes varios|4|43|Falso");
+}
+
+TEST(FrmCuentasLista, DaDeAltaModificaYSoloBorraLaQueEstaVacia) {
+  EscenarioPlan e;
+  Teclado t = e.abreCon("FrmCuentasLista", 0);
+  auto& lista = t.control<Rejilla>("GrigCuentas");
+  const char* const kPregunta = "¿Desea eliminar la cuenta de su plan contable?";
+  e.guion.esperaPregunta(kPregunta, true, "Eliminar");
+  e.guion.esperaMensaje(
+      "Esta cuenta no puede ser eliminada, porque tiene subcuentas creadas, elimine primero las "
+      "subcuentas asociadas",
+      "Eliminar");
+  t.pulsa("CmdBajas");
+  EXPECT_EQ(lista.filas(), 2);
+
+  e.guion.esperaDialogo("FrmCuentas", [](Teclado& d) {
+    for (const char* texto : {"570", "Caja", "5"}) {
+      d.teclea(texto);
+      d.intro();
+    }
+    d.pulsa("CmdAceptar");
+  });
+  t.pulsa("CmdAltas");
+  EXPECT_EQ(lista.valor("Cuenta"), "570");
+  e.guion.esperaDialogo("FrmCuentas", [](Teclado& d) {
+    d.escribe("TxtDescripcion", "Caja, euros");
+    d.pulsa("CmdAceptar");
+  });
+  t.pulsa("CmdModifica");
+  EXPECT_EQ(lista.valor("Descripcion"), "Caja, euros");
+
+  e.guion.esperaPregunta(kPregunta, false, "Eliminar");
+  t.pulsa("CmdBajas");
+  EXPECT_EQ(lista.filas(), 3);
+  e.guion.esperaPregunta(kPregunta, true, "Eliminar");
+  t.pulsa("CmdBajas");
+  EXPECT_EQ(lista.filas(), 2);
+  EXPECT_EQ(lista.valor("Cuenta"), "572");
+  EXPECT_EQ(e.filas("Cuentas").size(), 2u);
+}
+
+TEST(FrmTabla, LoTecleadoQuedaEnElFicheroAlDejarLaCelda) {
+  const struct {
+    const char* formulario;
+    const char* fuente;
+    int filas;
+  } casos[] = {{"FrmConceptos", "Select NConcepto, Descripcion from Conceptos", 99},
+               {"FrmNivel1", "Select NNivel, Descripcion from Nivel01", 7},
+               {"FrmNivel2", "Select NNivel, Descripcion from Nivel02", 64}};
+  for (const auto& caso : casos) {
+    SCOPED_TRACE(caso.formulario);
+    EscenarioPlan e;
+    Teclado t = e.abreCon(caso.formulario, 0);
+    EXPECT_EQ(t.control<Rejilla>("DBGrid1").filas(), caso.filas);
+    t.enfoca("DBGrid1");
+    t.tecla(Qt::Key_Down);
+    t.tecla(Qt::Key_Right);
+    t.teclea("Texto nuevo");
+    t.pulsa("CmdSalir");
+    EXPECT_FALSE(e.abierto(caso.formulario));
+    EXPECT_EQ(e.filas(caso.fuente)[1].value(1), "Texto nuevo");
+    EXPECT_NE(e.filas(caso.fuente)[0].value(1), "Texto nuevo");
+  }
+}
+
+}  // namespace

@@ -1,0 +1,184 @@
+// The plan browser over the main window: searching, moving, delivering the code, and its buttons.
+#include <gtest/gtest.h>
+
+#include <QLineEdit>
+
+#include "accounts/plan.h"
+#include "foundation/toolkit/rejilla.h"
+#include "journal/registro.h"
+
+namespace {
+
+// A form of another folder with a field that takes a subcuenta.
+class FrmRecibos : public Formulario {
+ public:
+  explicit FrmRecibos(Contexto& contexto) : Formulario(contexto), TxtCuenta(this) {
+    TxtCuenta.setObjectName("TxtCuenta");
+  }
+  QLineEdit TxtCuenta;
+};
+
+class EscenarioConsulta : public EscenarioPlan {
+ public:
+  EscenarioConsulta() {
+    registraJournal(*formularios);
+    principal = &abre("FrmMenu");
+  }
+  // Opens the browser as a field does, and drives it.
+  void consulta(const QString& texto, std::function<void(Teclado&)> paso) {
+    ctx.sesion.ValorElegido = texto;
+    guion.esperaDialogo("FrmVisualizaPlan", std::move(paso));
+    formularios->mostrar("FrmVisualizaPlan");
+    EXPECT_EQ(ctx.sesion.ValorElegido, "");
+  }
+  QString linea() const { return Teclado(*principal).textoDe("TxtSubcuenta"); }
+
+  Formulario* principal;
+};
+
+QString fila(const Teclado& d) {
+  return d.control<Rejilla>("GrigSubCuentas").valor("Subcuenta");
+}
+
+TEST(FrmVisualizaPlan, SigueLoQueSeTecleaPorCodigoOPorNombre) {
+  const struct {
+    const char* inicio;
+    const char* teclas;
+    const char* fila;
+    int orden;
+  } casos[] = {
+      {"", "", "43000001", 0},  // 611 comes after
+      {"", "57", "57200001", 0},        {"", "572 ", "57200001", 0},
+      {"", "bodegas l", "43000002", 1}, {"", "Á", "43000001", 1},
+      {"", "zeta", "57200001", 1},  // nothing found: the first by name stays
+      {"", "o'", "57200001", 1},    // nor can a quote be looked for
+      {"banco", "", "57200001", 1},     {"43000002", "", "43000002", 0},
+      {"banco", "47", "47200001", 0},
+  };
+  for (const auto& caso : casos) {
+    SCOPED_TRACE(testing::Message() << caso.inicio << '+' << caso.teclas);
+    EscenarioConsulta e;
+    e.consulta(caso.inicio, [&](Teclado& d) {
+      EXPECT_EQ(d.enfocado(), "GrigSubCuentas");
+      d.enfoca("TxtBusquedaCuentas");
+      d.teclea(caso.teclas);
+      EXPECT_EQ(fila(d), caso.fila);
+      EXPECT_TRUE(
+          d.control<QAbstractButton>(caso.orden ? "OptClasifica_1" : "OptClasifica_0").isChecked());
+      EXPECT_EQ(d.control<QLineEdit>("TxtBusquedaCuentas").maxLength() == 50, caso.orden == 1);
+      d.intro();
+    });
+    EXPECT_FALSE(e.abierto("FrmVisualizaPlan"));
+    EXPECT_EQ(e.linea(), caso.fila);
+  }
+}
+
+TEST(FrmVisualizaPlan, LasFlechasLosGruposYElOrdenMuevenLaLista) {
+  EscenarioConsulta e;
+  e.consulta("4300", [&](Teclado& d) {
+    d.enfoca("TxtBusquedaCuentas");
+    QStringList vistas;
+    for (const auto tecla : {Qt::Key_Down, Qt::Key_Down, Qt::Key_Up, Qt::Key_Up, Qt::Key_Up}) {
+      d.tecla(tecla);
+      vistas << fila(d);
+      EXPECT_EQ(e.linea(), fila(d));
+    }
+    EXPECT_EQ(vistas.join(' '), "43000002 47200001 43000002 43000001 43000001");
+    d.pulsa("CmdMayor_7");
+    EXPECT_EQ(fila(d), "70000001");
+    for (int i = 0; i < 3; ++i) {  // no further than the last
+      d.enfoca("TxtBusquedaCuentas");
+      d.tecla(Qt::Key_Down);
+    }
+    EXPECT_EQ(fila(d), "70000001");
+    d.pulsa("CmdMayor_5");
+    d.enfoca("GrigSubCuentas");
+    d.tecla(Qt::Key_Up);
+    d.pulsa("CmdMayor_5");  // again, with its digit still on show
+    EXPECT_EQ(fila(d), "57200001");
+    d.pulsa("OptClasifica_1");
+    EXPECT_EQ(fila(d), "57200001");
+    d.enfoca("GrigSubCuentas");
+    d.tecla(Qt::Key_Down);
+    EXPECT_EQ(fila(d), "43000002");
+    d.intro();
+  });
+  EXPECT_EQ(e.linea(), "43000002");
+}
+
+TEST(FrmVisualizaPlan, ElCodigoLlegaALaLineaYAlCampoQueLoPide) {
+  const struct {
+    int codigoAccion;
+    const char* campo;
+  } casos[] = {{60, "57200001"}, {21, ""}, {0, ""}};
+  for (const auto& caso : casos) {
+    SCOPED_TRACE(caso.codigoAccion);
+    EscenarioConsulta e;
+    e.formularios->registra("FrmRecibos",
+                            [](Contexto& c) { return std::make_unique<FrmRecibos>(c); });
+    e.guion.esperaDialogo("FrmRecibos", [&](Teclado& r) {
+      e.ctx.sesion.CodigoAccion = caso.codigoAccion;
+      e.consulta("Banco", [](Teclado& d) { d.escape(); });
+      EXPECT_EQ(r.textoDe("TxtCuenta"), caso.campo);
+      r.forma().close();
+    });
+    e.formularios->mostrar("FrmRecibos");
+    EXPECT_EQ(e.linea(), "57200001");
+  }
+}
+
+TEST(FrmVisualizaPlan, DaDeAltaConElMasModificaYSeQuedaEnLoEscrito) {
+  EscenarioConsulta e;
+  e.consulta("ba", [&](Teclado& d) {
+    e.guion.esperaDialogo("FrmSubCuentas", [](Teclado& s) {
+      EXPECT_EQ(s.textoDe("TxtSubcuenta"), "");
+      s.teclea("572.9");
+      s.intro();
+      s.teclea("Banco Tajo");
+      s.pulsa("CmdAceptar");
+    });
+    d.teclea("+");
+    EXPECT_EQ(fila(d), "57200009");
+    EXPECT_EQ(d.textoDe("TxtBusquedaCuentas"), "57200009");
+    e.guion.esperaDialogo("FrmSubCuentas", [](Teclado& s) {
+      EXPECT_EQ(s.textoDe("TxtDescripcion"), "Banco Tajo");
+      s.escribe("TxtDescripcion", "Banco Ebro");
+      s.pulsa("CmdAceptar");
+    });
+    d.pulsa("CmdModifica");
+    EXPECT_EQ(fila(d), "57200009");
+    EXPECT_EQ(e.subcuenta("57200009"), "572|Banco Ebro");
+    d.pulsa("CmdSalir");
+  });
+}
+
+TEST(FrmVisualizaPlan, SoloSeBorraLaQueNoTieneApuntes) {
+  EscenarioConsulta e;
+  e.inserta("Diario", {{"NLinea", 1},
+                       {"NAsiento", 1},
+                       {"Fecha", QDate(2003, 1, 2)},
+                       {"Subcuenta", "43000001"},
+                       {"DH", "D"},
+                       {"Importe", 1.0}});
+  e.consulta("43000001", [&](Teclado& d) {
+    e.guion.esperaMensaje(
+        "No se puede eliminar la subcuenta, existen apuntes en el diario, elimine esos apuntes "
+        "para eliminarla",
+        "Error");
+    d.pulsa("CmdBajas");
+    EXPECT_EQ(fila(d), "43000001");
+    d.enfoca("TxtBusquedaCuentas");
+    d.tecla(Qt::Key_Down);
+    const char* const kPregunta = "Esta seguro de eliminar la subcuenta 43000002";
+    e.guion.esperaPregunta(kPregunta, false, "Eliminar");
+    d.pulsa("CmdBajas");
+    e.guion.esperaPregunta(kPregunta, true, "Eliminar");
+    d.pulsa("CmdBajas");
+    EXPECT_EQ(fila(d), "47200001");
+    d.escape();
+  });
+  EXPECT_EQ(e.subcuenta("43000001"), "430|Álvarez");
+  EXPECT_EQ(e.subcuenta("43000002"), "");
+}
+
+}  // namespace

@@ -1,0 +1,39 @@
+// A company with a short plan, and its screens: 430 opens cards, 572 doesn't, and what begins
+// otherwise has no cuenta.
+#pragma once
+
+#include "accounts/registro.h"
+#include "soporte/escenario.h"
+
+class EscenarioPlan : public Escenario {
+ public:
+  EscenarioPlan() {
+    registraAccounts(*formularios);
+    inserta("Cuentas", {{"Cuenta", "430"},
+                        {"Descripcion", "Clientes"},
+                        {"GrupoN", "4"},
+                        {"SubGrupoN", "43"},
+                        {"DatosAuxiliares", true}});
+    inserta("Cuentas",
+            {{"Cuenta", "572"}, {"Descripcion", "Bancos"}, {"GrupoN", "5"}, {"SubGrupoN", "57"}});
+    for (const auto& [codigo, nombre] : {std::pair{"43000001", "Álvarez"},
+                                         {"43000002", "Bodegas Luna"},
+                                         {"57200001", "Banco Duero"}})
+      inserta(
+          "Subcuentas",
+          {{"Subcuenta", codigo}, {"Cuenta", QString(codigo).left(3)}, {"Descripcion", nombre}});
+  }
+
+  // Opens a screen as its caller does, with the codes of the dialog protocol.
+  Teclado abreCon(const QString& nombre, int codigoLlamada, const QString& valorElegido = {}) {
+    ctx.sesion.CodigoLlamada = codigoLlamada;
+    ctx.sesion.ValorElegido = valorElegido;
+    return Teclado(abre(nombre));
+  }
+  bool abierto(const QString& nombre) const { return formularios->abierto(nombre) != nullptr; }
+  QString subcuenta(const QString& codigo) const {
+    const auto todas =
+        filas("Select Cuenta, Descripcion from Subcuentas where Subcuenta='" + codigo + "'");
+    return todas.empty() ? QString() : todas[0].join('|');
+  }
+};
