@@ -60,7 +60,9 @@ Rejilla::Rejilla(QWidget* padre) : QTableView(padre), modelo_(new ModeloRejilla(
   connect(qApp, &QApplication::focusChanged, this, &Rejilla::alCambiarFoco);
 }
 
-Rejilla::~Rejilla() = default;
+Rejilla::~Rejilla() {
+  disconnect(qApp, nullptr, this, nullptr);  // the focus goes once more while it is destroyed
+}
 
 void Rejilla::enlazar(DataControl& datos, std::vector<Columna> columnas) {
   if (modelo_->datos()) disconnect(modelo_->datos(), nullptr, this, nullptr);

@@ -36,15 +36,34 @@ class Estilo : public QProxyStyle {
 
   void drawPrimitive(PrimitiveElement elemento, const QStyleOption* opcion, QPainter* pintor,
                      const QWidget* control) const override {
-    if (elemento != PE_FrameFocusRect) {
-      return QProxyStyle::drawPrimitive(elemento, opcion, pintor, control);
-    }
-    pintor->save();
-    pintor->setRenderHint(QPainter::Antialiasing);
-    pintor->setPen(QPen(opcion->palette.color(QPalette::Highlight), 1.5));
-    pintor->setBrush(Qt::NoBrush);
-    pintor->drawRoundedRect(QRectF(opcion->rect).adjusted(1, 1, -1, -1), 2, 2);
-    pintor->restore();
+    if (elemento == PE_FrameFocusRect) return marcarFoco(*opcion, *pintor);
+    QProxyStyle::drawPrimitive(elemento, opcion, pintor, control);
+  }
+
+  // The style below marks a button only when it was reached by Tab.
+  void drawControl(ControlElement elemento, const QStyleOption* opcion, QPainter* pintor,
+                   const QWidget* control) const override {
+    QProxyStyle::drawControl(elemento, opcion, pintor, control);
+    if (elemento == CE_PushButton && opcion->state & State_HasFocus) marcarFoco(*opcion, *pintor);
+  }
+
+  void drawComplexControl(ComplexControl elemento, const QStyleOptionComplex* opcion,
+                          QPainter* pintor, const QWidget* control) const override {
+    QProxyStyle::drawComplexControl(elemento, opcion, pintor, control);
+    if (elemento == CC_ToolButton && opcion->state & State_HasFocus) marcarFoco(*opcion, *pintor);
+  }
+
+ private:
+  static void marcarFoco(const QStyleOption& opcion, QPainter& pintor) {
+    pintor.save();
+    pintor.setRenderHint(QPainter::Antialiasing);
+    // On the current row of a list the usual colour is the ground.
+    const bool enFila = opcion.state & State_Item && opcion.state & State_Selected;
+    pintor.setPen(
+        QPen(opcion.palette.color(enFila ? QPalette::HighlightedText : QPalette::Highlight), 1.5));
+    pintor.setBrush(Qt::NoBrush);
+    pintor.drawRoundedRect(QRectF(opcion.rect).adjusted(1, 1, -1, -1), 2, 2);
+    pintor.restore();
   }
 };
 
