@@ -4,6 +4,7 @@
 #include <QMenu>
 
 #include "journal/menuabierto.h"
+#include "journal/registro.h"
 
 namespace {
 
@@ -110,6 +111,44 @@ TEST(FrmMenuDiario, SaysWhichLinesCanNotBeChangedHere) {
                                        "intracomunitario, elimine la partida y cree una nueva"),
                         QStringLiteral("Partida intracomunitaria"));
   e.t->pulsa("CmdModificaApunte");
+}
+
+TEST(FrmMenuDiario, ChangesLocatesAndDeletesThroughItsDialogs) {
+  MenuAbierto e;
+  registraJournal(*e.formularios);
+  e.abreMenu();
+  for (const char* importe : {"100", "30"}) {
+    e.linea("57000001", QString::fromLatin1(importe), {}, kFecha);
+    e.linea("43000001", {}, QString::fromLatin1(importe));
+  }
+  const auto& rejilla = e.t->control<Rejilla>("GrdApuntes");
+  e.guion.esperaDialogo(QStringLiteral("FrmPartida"), [](Teclado& partida) {
+    EXPECT_EQ(partida.textoDe("TxtConcepto"), "Apunte");
+    partida.escribe("TxtDebeHaber", QStringLiteral("20"));
+    partida.pulsa("CmdAceptar");
+  });
+  e.t->enfoca("GrdApuntes");
+  e.t->intro();
+  EXPECT_EQ(e.totales("Total"), QStringList({"130,00 ", "-120,00", "10,00 "}));
+
+  e.guion.esperaDialogo(QStringLiteral("FrmBusSub"), [](Teclado& busca) {
+    busca.escribe("TxtSubcuenta", QStringLiteral("57.1"));
+    busca.pulsa("CmdAceptar");
+  });
+  e.t->pulsa("CmdCodigo");
+  EXPECT_EQ(rejilla.filas(), 2);
+
+  // The asiento that may go is on show while its dialog asks.
+  e.guion.esperaDialogo(QStringLiteral("FrmEliminaAsiento"), [&rejilla](Teclado& elimina) {
+    EXPECT_EQ(rejilla.filas(), 2);
+    EXPECT_EQ(rejilla.texto(1, 1), "43000001");
+    elimina.cierra();
+  });
+  e.t->pulsa("CmdEliminarApunte");
+
+  e.guion.esperaDialogo(QStringLiteral("FrmCalendario"), [](Teclado& dias) { dias.cierra(); });
+  e.t->pulsa("CmdLinFecha");
+  EXPECT_EQ(e.t->enfocado(), "TxtFecha");
 }
 
 TEST(FrmMenuDiario, ShowsTheAsientosOutOfBalanceOneByOne) {
