@@ -46,8 +46,8 @@ FrmVisualizaPlan::FrmVisualizaPlan(Contexto& contexto)
                [this](QKeyEvent& evento) { return TxtBusquedaCuentas_KeyDown(evento); });
   alTeclear(ui_->TxtBusquedaCuentas, [this](Tecla& tecla) { TxtBusquedaCuentas_KeyPress(tecla); });
   alPulsarMatriz("CmdMayor", [this](int grupo) { busca(QString::number(grupo)); });
-  connect(ui_->GrigSubCuentas, &Rejilla::dobleClic, this, [this] { descargar(); });
-  connect(ui_->GrigSubCuentas, &Rejilla::intro, this, [this] { descargar(); });
+  connect(ui_->GrigSubCuentas, &Rejilla::dobleClic, this, [this] { GrigSubCuentas_DblClick(); });
+  connect(ui_->GrigSubCuentas, &Rejilla::intro, this, [this] { GrigSubCuentas_DblClick(); });
   connect(ui_->GrigSubCuentas, &Rejilla::mas, this,
           [this] { protege([this] { CmdAltas_Click(); }, "CmdAltas_Click"); });
   alPulsar(ui_->CmdAltas, [this] { CmdAltas_Click(); });
@@ -63,8 +63,15 @@ FrmVisualizaPlan::~FrmVisualizaPlan() = default;
 void FrmVisualizaPlan::Form_Load() {
   DtaSubcuentas.setDatabaseName(sesion().rutaEmpresa());
   const QString inicio = std::exchange(sesion().ValorElegido, {});
-  ui_->TxtBusquedaCuentas->setText(inicio);  // sets the order that its text asks for
-  if (inicio.isEmpty()) setOpcion("OptClasifica", kPorCodigo);
+  if (inicio.isEmpty()) {
+    setOpcion("OptClasifica", kPorCodigo);
+  } else {
+    // The first row, on show where nothing is found, is no answer to what was typed.
+    entrega_ = false;
+    ui_->TxtBusquedaCuentas->setText(inicio);  // sets the order that its text asks for
+    entrega_ = true;
+    if (encontrada_) DtaSubcuentas_Reposition();
+  }
   ui_->GrigSubCuentas->setFocus();
 }
 
@@ -97,10 +104,12 @@ void FrmVisualizaPlan::TxtBusquedaCuentas_Change() {
   ui_->TxtBusquedaCuentas->setMaxLength(porCodigo ? sesion().DigitosSubcuenta : kLargoNombre);
   // A half-typed text may be no criterion, as one with a quote: like a search without a match, it
   // leaves the list where it is.
-  ignorando([&] {
-    DtaSubcuentas.FindFirst(porCodigo ? "Subcuenta Like '" + texto + "*'"
-                                      : "Ucase([Descripcion]) Like '" + texto.toUpper() + "*'");
-  });
+  encontrada_ =
+      ignorando([&] {
+        DtaSubcuentas.FindFirst(porCodigo ? "Subcuenta Like '" + texto + "*'"
+                                          : "Ucase([Descripcion]) Like '" + texto.toUpper() + "*'");
+      }) &&
+      !DtaSubcuentas.Recordset().NoMatch();
 }
 
 bool FrmVisualizaPlan::TxtBusquedaCuentas_KeyDown(QKeyEvent& evento) {
@@ -125,12 +134,18 @@ void FrmVisualizaPlan::TxtBusquedaCuentas_KeyPress(Tecla& tecla) {
 }
 
 void FrmVisualizaPlan::DtaSubcuentas_Reposition() {
+  if (!entrega_) return;
   // Between two orders, and past the ends, the list stands on no row.
   ignorando([this] {
     const QString codigo = DtaSubcuentas.Fields("Subcuenta").text();
     if (ctx.principal) muestraEn(ctx.principal->TxtSubcuenta(), codigo);
     entregarConsulta(ctx, destinosDeSubcuenta(), codigo);
   });
+}
+
+void FrmVisualizaPlan::GrigSubCuentas_DblClick() {
+  DtaSubcuentas_Reposition();  // the row is chosen even if the list hasn't moved to it
+  descargar();
 }
 
 void FrmVisualizaPlan::CmdAltas_Click() {

@@ -2,7 +2,8 @@
 //
 // ValorElegido is the text to start from, a code or a name, and CodigoAccion says which field of
 // which form is to receive the code. It is delivered while the list moves, not at closing, and the
-// main window's entry line follows always.
+// main window's entry line follows always. A text that finds nothing leaves them as they are until
+// a row is gone to or chosen.
 #pragma once
 
 #include <memory>
@@ -30,6 +31,7 @@ class FrmVisualizaPlan : public Formulario {
   bool TxtBusquedaCuentas_KeyDown(QKeyEvent& evento);
   void TxtBusquedaCuentas_KeyPress(Tecla& tecla);
   void DtaSubcuentas_Reposition();
+  void GrigSubCuentas_DblClick();
   void CmdAltas_Click();
   void CmdBajas_Click();
   void CmdModifica_Click();
@@ -39,4 +41,6 @@ class FrmVisualizaPlan : public Formulario {
 
   std::unique_ptr<Ui::FrmVisualizaPlan> ui_;
   DataControl DtaSubcuentas;
+  bool entrega_ = true;      // the code of each row goes to the fields
+  bool encontrada_ = false;  // the last search found a row
 };

@@ -128,7 +128,8 @@ void altaConCuentaYFicha(EscenarioPlanTecleado& e, Teclado& t) {
   EXPECT_EQ(e.valor("Select GrupoN from Cuentas where Cuenta='438'"), "4");
 }
 
-// A code mistyped: the browser comes instead of the dialog, and one that is there stays as it is.
+// A code mistyped: the browser comes instead of the dialog and, left, answers nothing; and a
+// subcuenta that is there stays as it is.
 void codigosEquivocados(EscenarioPlanTecleado& e, Teclado& t) {
   e.guion.esperaPregunta(kNoExiste, false, "Error");
   e.guion.esperaDialogo("FrmVisualizaPlan", [&e](Teclado& plan) {
@@ -144,8 +145,12 @@ void codigosEquivocados(EscenarioPlanTecleado& e, Teclado& t) {
   t.teclea("570.9");
   t.intro();
   t.atras();
+  EXPECT_EQ(t.textoDe("TxtSubcuenta"), "57000009");
+  EXPECT_EQ(t.textoDe("TxtNombreCuenta"), "");
   EXPECT_EQ(e.nombreDe("57000001"), "Caja");
   EXPECT_EQ(e.nombreDe("57000009"), "");
+  t.teclea("57000001");
+  EXPECT_EQ(t.textoDe("TxtNombreCuenta"), "Caja");
 }
 
 // What may not be deleted, and what the user thinks better of.
