@@ -74,6 +74,11 @@ void Formulario::done(int resultado) {
   if (ctx.formularios) ctx.formularios->olvidar(*this);
 }
 
+void Formulario::retirar() {
+  p_->retirada = true;
+  if (p_->enCurso == 0) deleteLater();
+}
+
 void Formulario::setBotonDeCierre(QAbstractButton* boton) {
   p_->botonDeCierre = boton;
 }
@@ -111,6 +116,7 @@ QString Formulario::Privado::lugar(const QObject* control, const char* evento) c
 }
 
 void Formulario::protege(const std::function<void()>& reaccion, const QString& lugar) {
+  const Privado::EnCurso guarda(*p_);
   int numero = 0;
   QString texto;
   try {
