@@ -20,13 +20,14 @@ void tamanos(benchmark::internal::Benchmark* b) {
 struct Pantalla {
   explicit Pantalla(int lineas) : libros(Libros::de(lineas)), diario(libros.motor()) {
     rejilla.setMascara("#,##0.00 ;-#,##0.00");
-    rejilla.enlazar(diario, {{.campo = "Punteo"},
-                             {.campo = "Subcuenta"},
-                             {.campo = "Fecha", .tipo = Columna::Tipo::Fecha},
-                             {.campo = "NAsiento"},
-                             {.campo = "Descripcion", .ancho = 40},
-                             {.campo = "Debe", .tipo = Columna::Tipo::Importe},
-                             {.campo = "Haber", .tipo = Columna::Tipo::Importe}});
+    rejilla.enlazar(diario,
+                    {{.campo = "Punteo", .titulo = "Punteo"},
+                     {.campo = "Subcuenta", .titulo = "Subcuenta"},
+                     {.campo = "Fecha", .titulo = "Fecha", .tipo = Columna::Tipo::Fecha},
+                     {.campo = "NAsiento", .titulo = "NAsiento"},
+                     {.campo = "Descripcion", .titulo = "Descripción", .ancho = 40},
+                     {.campo = "Debe", .titulo = "Debe", .tipo = Columna::Tipo::Importe},
+                     {.campo = "Haber", .titulo = "Haber", .tipo = Columna::Tipo::Importe}});
     rejilla.resize(1000, 500);
     rejilla.show();
     recarga();

@@ -14,16 +14,21 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
           Formula(texto, clase).condicion([](const Formula::Referencia& c, bool) {
             return u'[' + c.tabla + u'.' + c.campo + u']';
           });
-      bool dentro = false;
+      bool dentro = false, nombre = false;
       int hondura = 0;
       for (const QChar c : condicion) {
-        if (c == u'\'') dentro = !dentro;
+        if (c == u'\'' && !nombre) dentro = !dentro;
         if (dentro) continue;
+        if (c == u'[' || c == u']') {
+          if (nombre == (c == u'[')) std::abort();
+          nombre = c == u'[';
+        }
+        if (nombre) continue;
         if (c == u'(') ++hondura;
         if (c == u')' && --hondura < 0) std::abort();
         if (c == u';') std::abort();
       }
-      if (dentro || hondura != 0) std::abort();
+      if (dentro || nombre || hondura != 0) std::abort();
     } catch (const ErrorEjecucion&) {
     }
   }

@@ -15,6 +15,8 @@ FrmPartida::FrmPartida(Contexto& contexto)
       DtaSubcuentas(contexto.motor) {
   ui->setupUi(this);
   ui->TxtConcepto->enlazar(DtaConceptos, "Descripcion");
+  ui->TxtConcepto->lineEdit()->setMaxLength(50);
+  ui->TxtConcepto->setCompleter(nullptr);
   soloNumero(ui->TxtAsiento);
   alSalir(ui->TxtFecha, [this] { TxtFecha_LostFocus(); });
   alSalir(ui->TxtSubcuenta, [this] { TxtSubcuenta_LostFocus(); });

@@ -14,6 +14,7 @@
 #include "journal/frmcuadrarasientos.h"
 #include "journal/frmduplicarasiento.h"
 #include "journal/frmeliminaasiento.h"
+#include "journal/frmmenu.h"
 #include "journal/frmpartida.h"
 #include "journal/frmrenumera.h"
 
@@ -31,6 +32,7 @@ void registraJournal(Registro& registro) {
   registro.registra<FrmCuadrarAsientos>();
   registro.registra<FrmDuplicarAsiento>();
   registro.registra<FrmEliminaAsiento>();
+  registro.registra<FrmMenu>();
   registro.registra<FrmPartida>();
   registro.registra<FrmRenumera>();
 }

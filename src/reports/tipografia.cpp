@@ -25,8 +25,8 @@ Tipografia::Tipografia(const std::vector<Letra>& letras) {
   }
 }
 
-const Tipografia::Glifo& Tipografia::glifo(const Fuente& fuente, QChar c) const {
-  auto& glifos = const_cast<Fuente&>(fuente).glifos;
+const Tipografia::Glifo& Tipografia::glifo(Fuente& fuente, QChar c) {
+  auto& glifos = fuente.glifos;
   const size_t i = c.unicode();
   if (i >= glifos.size()) glifos.resize(i < 0x180 ? 0x180 : kCaracteres);
   Glifo& g = glifos[i];
@@ -39,14 +39,14 @@ const Tipografia::Glifo& Tipografia::glifo(const Fuente& fuente, QChar c) const 
 }
 
 double Tipografia::ancho(int letra, QStringView texto) const {
-  const Fuente& f = fuentes_[size_t(letra)];
+  Fuente& f = fuentes_[size_t(letra)];
   double suma = 0;
   for (const QChar c : texto) suma += glifo(f, c).avance;
   return suma;
 }
 
 QString Tipografia::cabe(int letra, const QString& texto, double ancho) const {
-  const Fuente& f = fuentes_[size_t(letra)];
+  Fuente& f = fuentes_[size_t(letra)];
   const double queda = ancho - glifo(f, kPuntos).avance;
   double suma = 0;
   qsizetype corte = 0;
@@ -62,7 +62,7 @@ QString Tipografia::cabe(int letra, const QString& texto, double ancho) const {
 }
 
 void Tipografia::coloca(int letra, QStringView texto, double x, int base, Tramo& tramo) const {
-  const Fuente& f = fuentes_[size_t(letra)];
+  Fuente& f = fuentes_[size_t(letra)];
   for (const QChar c : texto) {
     const Glifo& g = glifo(f, c);
     if (!c.isSpace()) {

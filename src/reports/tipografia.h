@@ -44,7 +44,8 @@ class Tipografia {
     int alto = 0;
     std::vector<Glifo> glifos;  // by character
   };
-  const Glifo& glifo(const Fuente& fuente, QChar c) const;
+  static const Glifo& glifo(Fuente& fuente, QChar c);
+  // Looking a character up for the first time notes it.
   mutable std::vector<Fuente> fuentes_;
 };
 

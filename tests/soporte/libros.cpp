@@ -79,10 +79,9 @@ QStringList Libros::filas(const QString& fuente, const QString& empresa) {
   return lineas;
 }
 
-void Libros::asientaTrimestre(const QString& empresa) {
-  const auto base = abre(empresa);
-  siembraPlan(*base, 3);
-  const auto subcuentas = base->OpenRecordset(QStringLiteral("Subcuentas"));
+void altaSubcuentasTrimestre(Database& empresa) {
+  siembraPlan(empresa, 3);
+  const auto subcuentas = empresa.OpenRecordset(QStringLiteral("Subcuentas"));
   for (const QStringList& fila : leeCsv(QStringLiteral("trimestre/subcuentas.csv"))) {
     subcuentas->AddNew();
     subcuentas->Fields(QStringLiteral("Subcuenta")) = fila[0];
@@ -91,7 +90,10 @@ void Libros::asientaTrimestre(const QString& empresa) {
     // The special ones are there since the company was made.
     if (!ignorando([&] { subcuentas->Update(); })) subcuentas->CancelUpdate();
   }
+}
 
+void Libros::asientaTrimestre(const QString& empresa) {
+  altaSubcuentasTrimestre(*abre(empresa));
   DataControl diario(motor), contadores(motor);
   diario.bind(rutaEmpresa(empresa), QStringLiteral("SqlDiarioPrincipalBlanco"));
   contadores.bind(rutaEmpresa(empresa), QStringLiteral("Select * from Empresa"));

@@ -38,5 +38,8 @@ class Libros {
   QTemporaryDir carpeta_;
 };
 
+// The plan of accounts and the subcuentas of the quarter, for a company of 3 and 8 digits.
+void altaSubcuentasTrimestre(Database& empresa);
+
 // The rows of a file of tests/datos with semicolons between fields, without its first line.
 QList<QStringList> leeCsv(const QString& fichero);

@@ -1,0 +1,256 @@
+#include "journal/frmmenu.h"
+
+#include <QKeyEvent>
+#include <QMenu>
+#include <QMenuBar>
+#include <utility>
+
+#include "company/sesionempresa.h"
+#include "foundation/cini.h"
+#include "foundation/data/ignorar.h"
+#include "foundation/formato.h"
+#include "foundation/funciones.h"
+#include "foundation/toolkit/registro.h"
+#include "foundation/toolkit/tema.h"
+#include "journal/widgets/menuprincipal.h"
+#include "ui_frmmenu.h"
+
+FrmMenu::FrmMenu(Contexto& contexto)
+    : Formulario(contexto),
+      ui(std::make_unique<Ui::FrmMenu>()),
+      DtaEmpresa_(contexto.motor),
+      DtaEmpresaActual_(contexto.motor),
+      DtaDiarioLista_(contexto.motor),
+      DtaConceptos_(contexto.motor),
+      DtaSubcuenta_(contexto.motor),
+      DtaTotal_(contexto.motor),
+      DtaDescuadres_(contexto.motor),
+      DtaIVA_(contexto.motor) {
+  ui->setupUi(this);
+  menu_ = std::make_unique<MenuPrincipal>(*this, *ctx.formularios, [this](const EntradaMenu& e) {
+    protege([&] { ejecutaEntrada(e); });
+  });
+  layout()->setMenuBar(menu_->barra());
+  menu_->creaBotones(SitioBoton::Barra, *ui->BarraHerramientas);
+  ui->BarraHerramientas->addStretch();
+  alineaBusqueda();
+  totales_.tomaTextos(*this);
+  ctx.principal = this;
+
+  preparaAspecto();
+  conectaVentana();
+  conectaLinea();
+  conectaDiario();
+  conectaAyudante();
+}
+
+FrmMenu::~FrmMenu() {
+  if (ctx.principal == this) ctx.principal = nullptr;
+}
+
+void FrmMenu::preparaAspecto() {
+  // A window of its own, not a dialog over another.
+  setWindowFlags(Qt::Window);
+  const QPixmap cerrado = icono(QStringLiteral("cerrada")).pixmap(22, 22);
+  for (QLabel* imagen : {ui->ImpEmp1, ui->ImpEmp2, ui->ImpEmp3}) {
+    imagen->setPixmap(cerrado);
+    // The journal must not jump when a closed year is opened.
+    QSizePolicy politica = imagen->sizePolicy();
+    politica.setRetainSizeWhenHidden(true);
+    imagen->setSizePolicy(politica);
+    imagen->hide();
+  }
+  ui->Bar->hide();
+  ui->FrmPunteo->hide();
+  ui->TxtConcepto->lineEdit()->setMaxLength(50);
+  // What is typed is the bookkeeper's own text: nothing may complete it.
+  ui->TxtConcepto->setCompleter(nullptr);
+
+  const std::pair<QToolButton*, const char*> flechas[] = {{ui->CmdPrimero, "primero"},
+                                                          {ui->CmdAnterior, "anterior"},
+                                                          {ui->CmdSiguiente, "siguiente"},
+                                                          {ui->CmdUltimo, "ultimo"}};
+  for (const auto& [boton, dibujo] : flechas) boton->setIcon(icono(QLatin1String(dibujo)));
+  for (QAbstractButton* boton : findChildren<QAbstractButton*>()) {
+    if (auto* pulsador = qobject_cast<QPushButton*>(boton)) pulsador->setAutoDefault(false);
+    // Tab goes from field to field of the entry line; buttons are for the mouse and their keys.
+    const bool graba = boton == ui->CmdLinDebe || boton == ui->CmdLinHaber;
+    boton->setFocusPolicy(graba ? Qt::StrongFocus : Qt::ClickFocus);
+  }
+  ui->TxtNombreCuenta->setFocusPolicy(Qt::ClickFocus);
+  for (QToolButton* tecla : ui->Frame1->findChildren<QToolButton*>()) {
+    tecla->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    tecla->setMinimumSize(28, 28);
+  }
+}
+
+void FrmMenu::conectaVentana() {
+  setBotonDeCierre(&menu_->boton(u"CmdSalir"));
+  connect(ui->TxtEmpresa, &ComboEnlazado::elegido, this, &FrmMenu::TxtEmpresa_Change);
+  alElegir(ui->TxtEmpresa, [this](int) { TxtEmpresa_Click(); });
+  for (const BotonMenu& boton : botonesPrincipal()) {
+    alPulsar(&menu_->boton(boton.control), [this, &boton] {
+      enfocar(ui->TxtSubcuenta);
+      if (const EntradaMenu* entrada = entradaMenu(boton.igualQue)) {
+        ejecutaEntrada(*entrada);
+      } else {
+        ejecutaRutina(boton.control);
+      }
+    });
+  }
+}
+
+// The wheel over the company must not open another one.
+bool FrmMenu::eventFilter(QObject* objeto, QEvent* evento) {
+  if (objeto == ui->TxtEmpresa && evento->type() == QEvent::Wheel) return true;
+  return Formulario::eventFilter(objeto, evento);
+}
+
+// The form that takes its place may need the company's file free.
+void FrmMenu::done(int resultado) {
+  Formulario::done(resultado);
+  for (DataControl* datos : {&DtaEmpresa_, &DtaEmpresaActual_, &DtaDiarioLista_, &DtaConceptos_,
+                             &DtaSubcuenta_, &DtaTotal_, &DtaDescuadres_, &DtaIVA_}) {
+    datos->unbind();
+  }
+}
+
+// Escape leaves dialogs; it must not offer to leave the day's work.
+void FrmMenu::keyPressEvent(QKeyEvent* evento) {
+  if (evento->key() == Qt::Key_Escape) return;
+  Formulario::keyPressEvent(evento);
+}
+
+QLineEdit& FrmMenu::TxtAsiento() {
+  return *ui->TxtAsiento;
+}
+QLineEdit& FrmMenu::TxtFecha() {
+  return *ui->TxtFecha;
+}
+QLineEdit& FrmMenu::TxtSubcuenta() {
+  return *ui->TxtSubcuenta;
+}
+QLineEdit& FrmMenu::TxtNombreCuenta() {
+  return *ui->TxtNombreCuenta;
+}
+QComboBox& FrmMenu::TxtConcepto() {
+  return *ui->TxtConcepto;
+}
+QLineEdit& FrmMenu::TxtDebeHaber() {
+  return *ui->TxtDebeHaber;
+}
+QProgressBar& FrmMenu::Bar() {
+  return *ui->Bar;
+}
+bool FrmMenu::punteoVisible() const {
+  return !ui->FrmPunteo->isHidden();
+}
+
+QString FrmMenu::cero() const {
+  return Format(QStringLiteral("0"), ctx.sesion.MascaraImporte);
+}
+
+void FrmMenu::Form_Load() {
+  DtaEmpresa_.bind(sesion().rutaCatalogo(),
+                   QStringLiteral("Select * from Empresas order by NombreEmpresa"));
+  ui->TxtEmpresa->enlazar(DtaEmpresa_, QStringLiteral("NombreEmpresa"));
+  const QString empresa = sesion().EmpresaActual;
+  if (!empresa.isEmpty()) {
+    // The concepts on offer are those of the company that was open when the window came up, also
+    // after another one is picked: a bookkeeper who keeps several sets of books for one client
+    // works with one list of concepts.
+    ignorando([&] {
+      DtaConceptos_.bind(sesion().rutaEmpresa(), QStringLiteral("Select * from Conceptos"));
+    });
+    ui->TxtConcepto->enlazar(DtaConceptos_, QStringLiteral("Descripcion"));
+    if (!ui->TxtEmpresa->ponerTexto(empresa)) protege([&] { abreEmpresa(empresa); });
+  }
+  totales_.ponerCero(sesion().MascaraImporte);
+  EmpresaCerrada();
+  ATotal();
+  recienCargada_ = true;
+}
+
+void FrmMenu::Form_Activate() {
+  setWindowTitle(QStringLiteral("Librano ") + sesion().VersionPrograma);
+  setOpcion(QStringLiteral("OptPunteo"), 0);
+  ui->TxtFecha->setText(NormalizaFecha(ctx.reloj->hoy().toString(QStringLiteral("dd/MM/yyyy")),
+                                       sesion().AnoActual, ctx.reloj->hoy()));
+  // Loading has just put the journal on show: a long one isn't read twice.
+  if (std::exchange(recienCargada_, false)) {
+    enfocar(ui->TxtSubcuenta);
+  } else if (DtaEmpresaActual_.isOpen()) {
+    CmdRecargar_Click();
+  }
+  avisaDeVersion();
+}
+
+void FrmMenu::avisaDeVersion() {
+  if (sesion().VersionPrograma == sesion().VersionConfig) return;
+  mensaje(
+      QStringLiteral("Atención su copia de Librano se ha actualizado, siga los pasos que le marcan "
+                     "en la actualización y recuerde reindexar las empresas."),
+      QStringLiteral("Librano"));
+  CIni().Grabar(ctx.carpetaPrograma + QStringLiteral("Config.ini"), QStringLiteral("Version"),
+                QStringLiteral("Version"), sesion().VersionPrograma);
+  sesion().VersionConfig = sesion().VersionPrograma;
+}
+
+// After a dialog where companies may have come and gone, or the open one has got another mask. The
+// open one stays picked.
+void FrmMenu::refrescaEmpresa() {
+  const QSignalBlocker callado(ui->TxtEmpresa);
+  DtaEmpresa_.Refresh();
+  ui->TxtEmpresa->ponerTexto(sesion().EmpresaActual);
+  if (!DtaEmpresaActual_.isOpen()) return;
+  ui->GrdApuntes->setMascara(sesion().MascaraImporte);
+  totales_.ponerCero(sesion().MascaraImporte);
+  AAsiento();
+  AMarcado();
+  ACuenta();
+  ATotal();
+}
+
+void FrmMenu::TxtEmpresa_Change() {
+  const QString elegida = ui->TxtEmpresa->texto();
+  abreEmpresa(elegida.isEmpty() ? sesion().EmpresaActual : elegida);
+}
+
+void FrmMenu::TxtEmpresa_Click() {
+  CIni().Grabar(ctx.carpetaPrograma + QStringLiteral("Config.ini"), QStringLiteral("Entrada"),
+                QStringLiteral("UltimaEmpresa"), ui->TxtEmpresa->texto());
+}
+
+void FrmMenu::abreEmpresa(const QString& nombre) {
+  const QString fuente = QStringLiteral("Select * from Empresa");
+  try {
+    DtaEmpresaActual_.bind(sesion().rutaEmpresa(nombre), fuente);
+  } catch (const ErrorEjecucion&) {
+    if (sesion().EmpresaActual.isEmpty() || sesion().EmpresaActual == nombre) throw;
+    // The company that was open stays so, and the combo says it.
+    const QSignalBlocker callado(ui->TxtEmpresa);
+    ui->TxtEmpresa->ponerTexto(sesion().EmpresaActual);
+    DtaEmpresaActual_.bind(sesion().rutaEmpresa(), fuente);
+    throw;
+  }
+  leeEmpresa(DtaEmpresaActual_.Recordset(), sesion());
+  ui->TxtAñoActual->setText(QString::number(sesion().AnoActual));
+  ui->TxtSubcuenta->setMaxLength(sesion().DigitosSubcuenta);
+  ui->GrdApuntes->setMascara(sesion().MascaraImporte);
+  EmpresaCerrada();
+  CmdRecargar_Click();
+  AAsiento();
+  AMarcado();
+  ACuenta();
+  ATotal();
+  ui->TxtFecha->setText(
+      NormalizaFecha(ui->TxtFecha->text().left(6) + QString::number(sesion().AnoActual),
+                     sesion().AnoActual, ctx.reloj->hoy()));
+}
+
+// A sign, not a lock: nothing in the entry line asks for it.
+void FrmMenu::EmpresaCerrada() {
+  const bool cerrada = empresaCerrada(sesion());
+  for (QLabel* imagen : {ui->ImpEmp1, ui->ImpEmp2, ui->ImpEmp3}) imagen->setVisible(cerrada);
+  menu_->barra()->findChild<QAction*>(QStringLiteral("MnuInvertirCierre"))->setVisible(cerrada);
+}

@@ -1,0 +1,55 @@
+#include "foundation/formato.h"
+#include "journal/frmmenu.h"
+#include "ui_frmmenu.h"
+
+// The Ayudante: a small calculator that feeds the amount of the entry line.
+
+void FrmMenu::conectaAyudante() {
+  alPulsarMatriz(QStringLiteral("CmdNumeros"), [this](int indice) { CmdNumeros_Click(indice); });
+  alPulsar(ui->CmdC, [this] { CmdC_Click(); });
+  alPulsar(ui->CmdCE, [this] { CmdCE_Click(); });
+  alPulsar(ui->CmdSuma, [this] { opera(u'+'); });
+  alPulsar(ui->CmdResta, [this] { opera(u'-'); });
+  alPulsar(ui->CmdMultiplica, [this] { opera(u'*'); });
+  alPulsar(ui->CmdDivide, [this] { opera(u'/'); });
+}
+
+void FrmMenu::CmdNumeros_Click(int indice) {
+  const auto* tecla = findChild<QAbstractButton*>(QStringLiteral("CmdNumeros_%1").arg(indice));
+  const QString antes = ui->TxtCalImp->text();
+  ui->TxtCalImp->setText((antes == u"0" ? QString() : antes) + tecla->text());
+  enfocar(ui->TxtSubcuenta);
+}
+
+void FrmMenu::CmdC_Click() {
+  enfocar(ui->TxtSubcuenta);
+  ui->TxtCalImp->setText(QStringLiteral("0"));
+}
+
+void FrmMenu::CmdCE_Click() {
+  CmdC_Click();
+  ui->TxtDebeHaber->setText(cero());
+}
+
+// The amount of the line operated with that of the Ayudante. Multiplying or dividing a zero amount
+// takes the Ayudante's as the first operand.
+void FrmMenu::opera(QChar operacion) {
+  if (ui->TxtDebeHaber->text().isEmpty()) ui->TxtDebeHaber->setText(cero());
+  const double ayudante = Variant(ui->TxtCalImp->text()).number();
+  double importe = Variant(ui->TxtDebeHaber->text()).number();
+  const bool primero = ui->TxtDebeHaber->text() == cero();
+  if (operacion == u'+') {
+    importe += ayudante;
+  } else if (operacion == u'-') {
+    importe -= ayudante;
+  } else if (primero) {
+    importe = ayudante;
+  } else if (operacion == u'*') {
+    importe *= ayudante;
+  } else {
+    if (ayudante == 0) throw ErrorEjecucion(err::kDivisionPorCero);
+    importe /= ayudante;
+  }
+  ui->TxtDebeHaber->setText(Variant(importe).text());
+  CmdC_Click();
+}

@@ -1,0 +1,84 @@
+#include <QAction>
+
+#include "foundation/funciones.h"
+#include "foundation/menu/tablamenu.h"
+#include "foundation/toolkit/registro.h"
+#include "journal/frmmenu.h"
+#include "ui_frmmenu.h"
+
+// True when the condition of an entry holds, once the user has read or answered its notice.
+bool FrmMenu::permiteEntrada(const EntradaMenu& entrada) {
+  const QString aviso = entrada.aviso.toString();
+  const QString titulo = entrada.titulo.toString();
+  switch (entrada.condicion) {
+    case CondicionMenu::Ninguna:
+      return true;
+    case CondicionMenu::SubcuentaEnDiario:
+      if (!ui->GrdApuntes->valor(QStringLiteral("Subcuenta")).isEmpty()) return true;
+      mensaje(aviso, titulo);
+      return false;
+    case CondicionMenu::TextoEnSubcuenta:
+      return !ui->TxtSubcuenta->text().isEmpty();
+    case CondicionMenu::Aceptado:
+      mensaje(aviso, titulo, Icono::Alto);
+      return true;
+    case CondicionMenu::Preguntado:
+      return pregunta(aviso, titulo);
+  }
+  return false;
+}
+
+void FrmMenu::ejecutaEntrada(const EntradaMenu& entrada) {
+  if (!permiteEntrada(entrada)) return;
+  const QString destino = entrada.destino.toString();
+  switch (entrada.accion) {
+    case AccionMenu::Modal:
+      mostrar(destino, entrada.codigoLlamada);
+      if (entrada.codigoLlamada == kIVASoportado || entrada.codigoLlamada == kIVARepercutido) {
+        refrescaDiario();
+      }
+      if (destino == u"FrmEmpresas" || destino == u"FrmConfiguracion") refrescaEmpresa();
+      return;
+    case AccionMenu::Sale:
+      ctx.formularios->cambiarA(destino);
+      return;
+    case AccionMenu::Rutina:
+      ejecutaRutina(entrada.control);
+      return;
+    case AccionMenu::Programa:
+    case AccionMenu::ProgramaYTermina:
+      ctx.ejecutar(
+          AjustaBarra(sesion().DirPrograma) + destino,
+          entrada.argumento.isEmpty() ? QStringList() : QStringList(entrada.argumento.toString()));
+      if (entrada.accion == AccionMenu::ProgramaYTermina) ctx.terminar();
+      return;
+    case AccionMenu::Menu:
+    case AccionMenu::Nada:
+      return;
+  }
+}
+
+void FrmMenu::ejecutaRutina(QStringView control) {
+  static constexpr std::pair<QStringView, void (FrmMenu::*)()> kRutinas[] = {
+      {u"MnuSalir", &FrmMenu::MnuSalir_Click},
+      {u"MnuEliminarapunte", &FrmMenu::MnuEliminarapunte_Click},
+      {u"MnuEliminarPartida", &FrmMenu::MnuEliminarPartida_Click},
+      {u"MnuModificarApunte", &FrmMenu::MnuModificarApunte_Click},
+      {u"MnuDescuadre", &FrmMenu::MnuDescuadre_Click},
+      {u"CmdRecargar", &FrmMenu::CmdRecargar_Click},
+  };
+  for (const auto& [nombre, rutina] : kRutinas) {
+    if (nombre == control) (this->*rutina)();
+  }
+}
+
+// A journal that doesn't square deserves a harder question.
+void FrmMenu::MnuSalir_Click() {
+  const bool cuadra = totales_.cuadra(PanelTotales::Total, sesion().MascaraImporte);
+  const bool salir = cuadra
+                         ? pregunta(QStringLiteral("¿ Deseas salir de Librano ?"),
+                                    QStringLiteral("Salida de Librano"))
+                         : pregunta(QStringLiteral("¿ Tiene descuadres en el diario desea salir ?"),
+                                    QStringLiteral("Atención"), Icono::Alto);
+  if (salir) ctx.terminar();
+}

@@ -1,0 +1,57 @@
+// The main window over the company "Prueba" of 2003 with three subcuentas, on 15/03/2003.
+#pragma once
+
+#include "foundation/toolkit/rejilla.h"
+#include "journal/frmmenu.h"
+#include "soporte/escenario.h"
+#include "soporte/tecleo.h"
+
+struct MenuAbierto : Escenario {
+  explicit MenuAbierto(const DatosEmpresa& datos = empresaDePrueba()) : Escenario(Empresa, datos) {
+    const std::pair<const char*, const char*> subcuentas[] = {
+        {"43000001", "Almacenes Ruiz"}, {"57000001", "Caja"}, {"57200001", "Banco"}};
+    for (const auto& [codigo, nombre] : subcuentas) {
+      inserta(QStringLiteral("Subcuentas"), {{QStringLiteral("Subcuenta"), codigo},
+                                             {QStringLiteral("Cuenta"), QString(codigo).left(3)},
+                                             {QStringLiteral("Descripcion"), nombre}});
+    }
+  }
+
+  FrmMenu& abreMenu() {
+    FrmMenu& forma = abre<FrmMenu>();
+    t = std::make_unique<Teclado>(forma);
+    return forma;
+  }
+  // One line through the keyboard, in a new asiento if it is given a date.
+  void linea(const char* subcuenta, const QString& debe, const QString& haber,
+             const QString& fecha = {}) {
+    const LineaDiario datos{{}, fecha, subcuenta, QStringLiteral("Apunte"), debe, haber};
+    tecleaLinea(*t, guion, ctx.sesion, datos, !fecha.isEmpty());
+  }
+  // Changes a field of the first row of a source.
+  void cambia(const QString& fuente, const QString& campo, const Variant& valor) {
+    DataControl datos(ctx.motor);
+    datos.bind(ctx.sesion.rutaEmpresa(), fuente);
+    datos.Edit();
+    datos.Fields(campo) = valor;
+    datos.Update();
+    ctx.motor.flush();
+  }
+  void vacia(const char* campo) {
+    t->enfoca(campo);
+    t->tecla(Qt::Key_A, Qt::ControlModifier);
+    t->tecla(Qt::Key_Delete);
+  }
+  QStringList totales(const QString& fila) const {
+    QStringList textos;
+    for (const char* columna : {"Debe", "Haber", "Descuadre"}) {
+      textos << t->textoDe(qPrintable(QStringLiteral("Txt") + fila + QLatin1String(columna)));
+    }
+    return textos;
+  }
+  QString contador(const char* campo) const {
+    return valor(QStringLiteral("Select %1 from Empresa").arg(QLatin1String(campo)));
+  }
+
+  std::unique_ptr<Teclado> t;
+};

@@ -1,0 +1,41 @@
+// Books typed into the entry line of the main window, key by key, as a bookkeeper does.
+#pragma once
+
+#include <functional>
+#include <QString>
+#include <vector>
+
+class Formulario;
+class Guion;
+class Teclado;
+struct Contexto;
+struct Sesion;
+
+// A line as it stands on paper. One of the two amounts is empty.
+struct LineaDiario {
+  QString Asiento;
+  QString Fecha;  // dd/mm/yyyy
+  QString Subcuenta;
+  QString Concepto;
+  QString Debe;
+  QString Haber;
+};
+
+// The journal of tests/datos/trimestre, in the order of typing.
+std::vector<LineaDiario> diarioTrimestre();
+
+// Types one line from where the last one left the focus, TxtSubcuenta: a new asiento goes back to
+// TxtAsiento, takes the next number with "*" and gives the date as four digits. The question that
+// comes when the line before was one of IVA is answered No.
+void tecleaLinea(Teclado& teclado, Guion& guion, const Sesion& sesion, const LineaDiario& linea,
+                 bool nuevoAsiento);
+
+// What a new user does: the start form, the first installation, a company of 3 and 8 digits with
+// the defaults of its screen, and into the main window, which is returned. The forms must be
+// registered and the folder empty. `mirar` is shown each form on the way, ready for a picture.
+Formulario& empiezaEmpresa(Contexto& ctx, Guion& guion, const QString& empresa,
+                           const std::function<void(Formulario&)>& mirar = {});
+
+// Types the whole quarter into the main window; `tras` runs after each line.
+void tecleaTrimestre(Contexto& ctx, Guion& guion, Formulario& menu,
+                     const std::function<void(const LineaDiario&)>& tras = {});
