@@ -41,15 +41,13 @@ Formulario::~Formulario() {
 }
 
 bool Formulario::cargar() {
-  // Loading may hand the screen over to another form, and this one be gone by then.
-  const QPointer<Formulario> viva(this);
   if (!p_->cargado) {
     p_->cargado = true;
     if (ctx.formularios) ctx.formularios->apuntar(*this);
     p_->vigilarHijos();
     protege([this] { Form_Load(); }, QStringLiteral("Form_Load"));
   }
-  return viva && !p_->cerrado;
+  return !p_->cerrado;
 }
 
 void Formulario::setVisible(bool visible) {
