@@ -90,6 +90,59 @@ void copiaPlantillas(const QString& destino) {
     QFile::copy(origen.filePath(nombre), destino + nombre);
 }
 
+// The screens that the quarter itself doesn't go through, each over the books as they stand.
+void recorrePantallas(Contexto& ctx, Guion& guion, const std::function<void(Formulario&)>& mirar) {
+  const struct {
+    const char* nombre;
+    int codigoLlamada;
+    const char* valorElegido;
+  } pantallas[] = {
+      {"FrmConfiguracion", 0, ""},
+      {"FrmEmpresas", 2, ""},
+      {"FrmVisualizaPlan", 0, "43"},
+      {"FrmSubCuentas", 1, "43000008"},
+      {"FrmCuentasLista", 0, ""},
+      {"FrmCuentas", 2, "430"},
+      {"FrmCrearPlan", 0, ""},
+      {"FrmConceptos", 0, ""},
+      {"FrmNivel2", 0, ""},
+      {"FrmPartida", 0, ""},
+      {"FrmBusApu", 0, ""},
+      {"FrmBusSub", 0, ""},
+      {"FrmBusFec", 0, ""},
+      {"FrmBusImp", 0, ""},
+      {"FrmCalendario", 20, ""},
+      {"FrmDuplicarAsiento", 0, ""},
+      {"FrmCambiadatos", 0, ""},
+      {"FrmEliminaAsiento", 0, "120"},
+      {"FrmCuadrarAsientos", 0, ""},
+      {"FrmCompruebaFechasAsientos", 0, ""},
+      {"FrmRenumera", 0, ""},
+      {"FrmExtractosPantalla", 0, "57200001"},
+      {"FrmAsiento", 0, "3"},
+      {"FrmExtractos", 0, "57200001"},
+      {"FrmExtractoEntraCtas", 0, ""},
+      {"FrmAcumulados", 0, ""},
+      {"FrmDiarioImprimir", 0, ""},
+      {"FrmSumasSaldosImpresos", 0, ""},
+      {"FrmSubcuentasImpresos", 0, ""},
+      {"FrmPerdidasYGananciasImpresos", 0, ""},
+      {"FrmBalanceImpresos", 0, ""},
+  };
+  for (const auto& p : pantallas) {
+    guion.esperaDialogo(p.nombre, [&](Teclado& t) {
+      auto& forma = static_cast<Formulario&>(t.forma());
+      mirar(forma);
+      forma.descargar();
+    });
+    ctx.sesion.CodigoLlamada = p.codigoLlamada;
+    ctx.sesion.ValorElegido = p.valorElegido;
+    ctx.formularios->mostrar(p.nombre);
+    ctx.sesion.CodigoLlamada = 0;
+    ctx.sesion.ValorElegido.clear();
+  }
+}
+
 void demostracion(const QString& carpeta) {
   QDir(carpeta).mkpath("Librano");
   QDir(carpeta).mkpath("pantallas");
@@ -126,7 +179,8 @@ void demostracion(const QString& carpeta) {
   int lineas = 0;
   tecleaTrimestre(ctx, guion, menu, [&](const LineaDiario&) { ++lineas; });
   mirar(menu);
-  printf("...%d partidas; imprime sus libros.\n", lineas);
+  printf("...%d partidas; mira las demás pantallas e imprime sus libros.\n", lineas);
+  recorrePantallas(ctx, guion, mirar);
   imprime(ctx, carpeta + "libros/");
   registro.abierto("FrmMenu")->descargar();
 }
