@@ -18,8 +18,8 @@ FrmSubCuentas::FrmSubCuentas(Contexto& contexto)
   DtaCuentas2.setObjectName("DtaCuentas2");
   DtaSubcuenta.setObjectName("DtaSubcuenta");
   ui_->GrigSubCuentas->enlazar(DtaCuentas2,
-                               {{.campo = "Cuenta", .titulo = "Cuenta", .ancho = 10},
-                                {.campo = "Descripcion", .titulo = "Descripción", .ancho = 40}});
+                               {{.campo = "Cuenta", .titulo = "Cuenta", .ancho = 8},
+                                {.campo = "Descripcion", .titulo = "Descripción", .ancho = 28}});
   ui_->GrigSubCuentas->hide();
   ui_->CmdDesplega->hide();
   ui_->CmdDatosAuxiliares->hide();

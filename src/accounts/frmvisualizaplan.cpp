@@ -19,6 +19,12 @@ const char* const kOrigenes[] = {"Select * from Subcuentas order by Subcuenta",
                                  "Select * from Subcuentas order by Descripcion"};
 constexpr int kLargoNombre = 50;
 
+// A field that will have the focus again stands as on entering it: the next code is typed over.
+void muestraEn(QLineEdit& campo, const QString& codigo) {
+  campo.setText(codigo);
+  if (campo.window()->focusWidget() == &campo) campo.selectAll();
+}
+
 }  // namespace
 
 FrmVisualizaPlan::FrmVisualizaPlan(Contexto& contexto)
@@ -122,7 +128,7 @@ void FrmVisualizaPlan::DtaSubcuentas_Reposition() {
   // Between two orders, and past the ends, the list stands on no row.
   ignorando([this] {
     const QString codigo = DtaSubcuentas.Fields("Subcuenta").text();
-    if (ctx.principal) ctx.principal->TxtSubcuenta().setText(codigo);
+    if (ctx.principal) muestraEn(ctx.principal->TxtSubcuenta(), codigo);
     entregarConsulta(ctx, destinosDeSubcuenta(), codigo);
   });
 }

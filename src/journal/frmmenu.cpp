@@ -3,6 +3,7 @@
 #include <QKeyEvent>
 #include <QMenu>
 #include <QMenuBar>
+#include <QScreen>
 #include <utility>
 
 #include "company/sesionempresa.h"
@@ -14,6 +15,12 @@
 #include "foundation/toolkit/tema.h"
 #include "journal/widgets/menuprincipal.h"
 #include "ui_frmmenu.h"
+
+namespace {
+constexpr int kLetrasDeAncho = 180;
+constexpr int kLineasDeAlto = 44;
+constexpr double kParteDePantalla = 0.9;
+}  // namespace
 
 FrmMenu::FrmMenu(Contexto& contexto)
     : Formulario(contexto),
@@ -65,6 +72,11 @@ void FrmMenu::preparaAspecto() {
   ui->TxtConcepto->lineEdit()->setMaxLength(50);
   // What is typed is the bookkeeper's own text: nothing may complete it.
   ui->TxtConcepto->setCompleter(nullptr);
+
+  // The journal is what is looked at all day: it gets the height that the screen has.
+  const QSize amplia(fontMetrics().averageCharWidth() * kLetrasDeAncho,
+                     fontMetrics().height() * kLineasDeAlto);
+  resize(amplia.boundedTo(screen()->availableSize() * kParteDePantalla));
 
   const std::pair<QToolButton*, const char*> flechas[] = {{ui->CmdPrimero, "primero"},
                                                           {ui->CmdAnterior, "anterior"},

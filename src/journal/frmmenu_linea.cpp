@@ -177,6 +177,7 @@ void FrmMenu::ofreceAlta(const QString& codigo) {
                    "El código de la subcuenta introducido no existe, ¿ Desea darlo de alta ? "),
                QStringLiteral("Error")) &&
       mostrar(QStringLiteral("FrmSubCuentas"), kAlta, codigo)) {
+    ignorando([this] { buscaSubcuenta(); });  // given up, or created under another code
     return;
   }
   mostrar(QStringLiteral("FrmVisualizaPlan"), 0, codigo);

@@ -29,7 +29,7 @@ TEST(Trimestre, FromAnEmptyFolderToItsBalances) {
   Formulario& menu = empiezaEmpresa(e.ctx, e.guion, QStringLiteral("Comercial Ejemplo"));
   EXPECT_EQ(e.ctx.sesion.DigitosCuenta, 3);
   EXPECT_EQ(e.ctx.sesion.DigitosSubcuenta, 8);
-  altaSubcuentasTrimestre(*e.ctx.motor.Workspaces(0).OpenDatabase(e.ctx.sesion.rutaEmpresa()));
+  tecleaPlanTrimestre(e.ctx, e.guion, menu);
 
   Teclado t(menu);
   const QString mascara = e.ctx.sesion.MascaraImporte;

@@ -18,7 +18,8 @@
 
 namespace {
 constexpr int kMitadDeMarca = 8;
-}
+constexpr int kControlesDeUnaForma = 100;
+}  // namespace
 
 void reposar() {
   // A queued call may queue another one: a few turns settle them.
@@ -57,6 +58,12 @@ void Teclado::teclea(const QString& texto) {
 
 void Teclado::mnemonico(QChar letra) {
   tecla(static_cast<Qt::Key>(letra.toUpper().unicode()), Qt::AltModifier);
+}
+
+void Teclado::llega(const char* campo) {
+  const QString destino = QString::fromUtf8(campo);
+  for (int i = 0; i < kControlesDeUnaForma && enfocado() != destino; ++i) tab();
+  EXPECT_EQ(enfocado(), destino);
 }
 
 void Teclado::pulsa(const char* boton) {

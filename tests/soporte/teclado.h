@@ -33,6 +33,8 @@ class Teclado {
   void escape() { tecla(Qt::Key_Escape); }
   void mnemonico(QChar letra);  // Alt and the letter
 
+  void llega(const char* campo);  // Tab, as often as it takes
+
   void pulsa(const char* boton);      // with the mouse
   void dobleClic(const char* campo);  // in its middle
   void enfoca(const char* campo);     // as by Tab: the field left reacts

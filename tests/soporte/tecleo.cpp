@@ -1,7 +1,9 @@
 #include "soporte/tecleo.h"
 
+#include <QRegularExpression>
 #include <QTimer>
 
+#include "foundation/data/dbengine.h"
 #include "foundation/sesion.h"
 #include "foundation/toolkit/contexto.h"
 #include "foundation/toolkit/formulario.h"
@@ -52,6 +54,44 @@ void tecleaLinea(Teclado& teclado, Guion& guion, const Sesion& sesion, const Lin
   }
 }
 
+void tecleaEmpresa(Teclado& alta, Guion& guion, const QString& empresa,
+                   const std::function<void(Teclado&)>& plan) {
+  alta.llega("TxtNombreEmpresa");
+  alta.teclea(empresa);
+  alta.llega("OptCreaPlan");
+  alta.tecla(Qt::Key_Space);
+  guion.esperaDialogo(QStringLiteral("FrmCrearPlan"), plan);
+  alta.mnemonico(u'a');
+}
+
+void tecleaNombre(Teclado& alta, const QString& nombre) {
+  alta.llega("TxtDescripcion");
+  alta.teclea(nombre);
+  alta.mnemonico(u'a');
+}
+
+void tecleaSubcuenta(Teclado& menu, Guion& guion, const QString& codigo, const QString& nombre) {
+  static const QRegularExpression kCeros(QStringLiteral("^(.+?)0+([1-9]+)$"));
+  menu.teclea(QString(codigo).replace(kCeros, QStringLiteral("\\1.\\2")));
+  guion.esperaPregunta(
+      QStringLiteral("El código de la subcuenta introducido no existe, ¿ Desea darlo de alta ? "),
+      true, QStringLiteral("Error"));
+  guion.esperaDialogo(QStringLiteral("FrmSubCuentas"),
+                      [nombre](Teclado& alta) { tecleaNombre(alta, nombre); });
+  menu.intro();
+  menu.atras();
+}
+
+void tecleaPlanTrimestre(Contexto& ctx, Guion& guion, Formulario& menu) {
+  Teclado teclado(menu);
+  const auto empresa = ctx.motor.Workspaces(0).OpenDatabase(ctx.sesion.rutaEmpresa());
+  for (const QStringList& fila : leeCsv(QStringLiteral("trimestre/subcuentas.csv"))) {
+    const auto ya = empresa->OpenRecordset(
+        QStringLiteral("Select * from Subcuentas where Subcuenta='%1'").arg(fila[0]));
+    if (ya->Eof()) tecleaSubcuenta(teclado, guion, fila[0], fila[1]);
+  }
+}
+
 Formulario& empiezaEmpresa(Contexto& ctx, Guion& guion, const QString& empresa,
                            const std::function<void(Formulario&)>& mirar) {
   const auto abierta = [&](const char* nombre) -> Formulario& {
@@ -64,16 +104,18 @@ Formulario& empiezaEmpresa(Contexto& ctx, Guion& guion, const QString& empresa,
   ctx.formularios->cambiarA(QStringLiteral("FrmPresentacion"));
   abierta("FrmPresentacion").findChild<QTimer*>(QStringLiteral("TMR"))->setInterval(0);
   while (!ctx.formularios->abierto(QStringLiteral("FrmInicioSoftware"))) reposar();
-  Teclado(abierta("FrmInicioSoftware")).pulsa("CmdAceptar");
+  Teclado(abierta("FrmInicioSoftware")).mnemonico(u'a');
 
   Teclado seleccion(abierta("FrmSeleccion"));
   guion.esperaDialogo(QStringLiteral("FrmEmpresas"), [&](Teclado& alta) {
-    alta.escribe("TxtNombreEmpresa", empresa);
-    alta.intro();
-    alta.pulsa("CmdAceptar");
+    abierta("FrmEmpresas");
+    tecleaEmpresa(alta, guion, empresa, [&](Teclado& plan) {
+      abierta("FrmCrearPlan");
+      plan.mnemonico(u'a');
+    });
   });
-  seleccion.pulsa("CmdEmpresaAlta");
-  seleccion.pulsa("CmdAceptar");
+  seleccion.mnemonico(u'n');
+  seleccion.mnemonico(u'a');
   return abierta("FrmMenu");
 }
 

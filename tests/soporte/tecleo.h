@@ -31,10 +31,23 @@ void tecleaLinea(Teclado& teclado, Guion& guion, const Sesion& sesion, const Lin
                  bool nuevoAsiento);
 
 // What a new user does: the start form, the first installation, a company of 3 and 8 digits with
-// the defaults of its screen, and into the main window, which is returned. The forms must be
-// registered and the folder empty. `mirar` is shown each form on the way, ready for a picture.
+// the defaults of its screen and the standing plan, and into the main window, which is returned.
+// The forms must be registered and the folder empty. `mirar` is shown each form on the way, ready
+// for a picture.
 Formulario& empiezaEmpresa(Contexto& ctx, Guion& guion, const QString& empresa,
                            const std::function<void(Formulario&)>& mirar = {});
+
+// In the dialog of a new company: its name, and the plan asked for, which `plan` then creates.
+void tecleaEmpresa(Teclado& alta, Guion& guion, const QString& empresa,
+                   const std::function<void(Teclado&)>& plan);
+
+// Creates a subcuenta from TxtSubcuenta of the main window, where the focus stays: its code with a
+// dot for the zeros, Yes to the offer, and the name in the dialog that comes.
+void tecleaSubcuenta(Teclado& menu, Guion& guion, const QString& codigo, const QString& nombre);
+// Fills the dialog of a new subcuenta, whose code stands there already, and accepts it.
+void tecleaNombre(Teclado& alta, const QString& nombre);
+// Creates the subcuentas of the quarter that the open company hasn't got; its plan has all cuentas.
+void tecleaPlanTrimestre(Contexto& ctx, Guion& guion, Formulario& menu);
 
 // Types the whole quarter into the main window; `tras` runs after each line.
 void tecleaTrimestre(Contexto& ctx, Guion& guion, Formulario& menu,

@@ -8,6 +8,7 @@
 #include <QMimeData>
 #include <QMouseEvent>
 #include <QScopedValueRollback>
+#include <QScrollBar>
 #include <QStyledItemDelegate>
 #include <QTimer>
 
@@ -82,6 +83,7 @@ void Rejilla::enlazar(DataControl& datos, std::vector<Columna> columnas) {
     aplazarSincronia();
   });
   sinAnchos_ = true;
+  updateGeometry();
   aplazarSincronia();
 }
 
@@ -201,15 +203,28 @@ int Rejilla::filaActual() const {
   return currentIndex().isValid() ? currentIndex().row() : -1;
 }
 
+int Rejilla::anchoDe(const Columna& columna) const {
+  return fontMetrics().horizontalAdvance(QLatin1Char('0')) * (columna.ancho + 2);
+}
+
+// As wide as its columns, whatever the size of the letters. A grid under buttons has their width.
+QSize Rejilla::sizeHint() const {
+  QSize deseo = QTableView::sizeHint();
+  if (!reparto_.empty()) return deseo;
+  int ancho = verticalScrollBar()->sizeHint().width() + 2 * frameWidth();
+  for (const Columna& columna : modelo_->columnas()) ancho += anchoDe(columna);
+  deseo.setWidth(std::max(deseo.width(), ancho));
+  return deseo;
+}
+
 void Rejilla::ajustarAnchos() {
   const auto& columnas = modelo_->columnas();
   if (columnas.empty()) return;
   sinAnchos_ = false;
   verticalHeader()->setDefaultSectionSize(fontMetrics().height() + kAireDeFila);
   if (reparto_.empty()) {
-    const int cifra = fontMetrics().horizontalAdvance(QLatin1Char('0'));
     for (size_t i = 0; i < columnas.size(); ++i) {
-      setColumnWidth(static_cast<int>(i), cifra * (columnas[i].ancho + 2));
+      setColumnWidth(static_cast<int>(i), anchoDe(columnas[i]));
     }
     return;
   }

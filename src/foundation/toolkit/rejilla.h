@@ -67,6 +67,8 @@ class Rejilla : public QTableView {
   void permitirArrastre(bool si) { arrastre_ = si; }
   static const char* const kTipoArrastre;  // the mime type of what is dragged
 
+  QSize sizeHint() const override;
+
  Q_SIGNALS:
   void dobleClic();
   void intro();                             // Enter, with no cell being edited
@@ -95,6 +97,7 @@ class Rejilla : public QTableView {
   void aplazarSincronia();
   void sincronizar();
   void recolocar(int columna);
+  int anchoDe(const Columna& columna) const;
   void ajustarAnchos();
   void alCambiarFoco(QWidget* antes, QWidget* ahora);
   bool tratarTecla(QKeyEvent& evento);

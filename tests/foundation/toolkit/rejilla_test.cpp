@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <QContextMenuEvent>
+#include <QScrollBar>
 #include <QSignalSpy>
 
 #include "foundation/data/datacontrol.h"
@@ -76,6 +77,16 @@ TEST(Rejilla, MuestraCadaTipoASuModo) {
   EXPECT_EQ(p.g.texto(0, 1), "");  // Null
   EXPECT_EQ(p.g.texto(0, 2), "1.234,50 ");
   EXPECT_EQ(p.g.texto(0, 3), "");
+}
+
+TEST(Rejilla, PideElAnchoDeSusColumnasConCualquierLetra) {
+  for (const double veces : {1.0, 1.5}) {
+    const LetraAumentada letra(veces);
+    Prueba p;
+    p.f.resize(p.f.sizeHint());
+    reposar();
+    EXPECT_EQ(p.g.horizontalScrollBar()->maximum(), 0) << veces;
+  }
 }
 
 TEST(Rejilla, UnImporteQueEsTextoVacioSeVeVacio) {
