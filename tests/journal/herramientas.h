@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QAction>
+#include <QProcess>
 
 #include "journal/menuabierto.h"
 #include "journal/registro.h"
