@@ -5,6 +5,7 @@
 #include "foundation/formato.h"
 #include "foundation/funciones.h"
 #include "foundation/toolkit/principal.h"
+#include "foundation/toolkit/tema.h"
 #include "reports/extracto.h"
 #include "ui_frmextractospantalla.h"
 
@@ -13,6 +14,10 @@ FrmExtractosPantalla::FrmExtractosPantalla(Contexto& contexto)
       ui(std::make_unique<Ui::FrmExtractosPantalla>()),
       DtaExtracto(contexto.motor) {
   ui->setupUi(this);
+  ui->ImpresionEntreCuentas->setIcon(icono("consulta"));
+  ui->LocalizarFecha->setIcon(icono("buscar-fecha"));
+  ui->CmdImpresos->setIcon(icono("imprimir"));
+  ui->CmdSalir->setIcon(icono("salir"));
   creaMenu();
   ui->GridExtracto->enlazar(
       DtaExtracto,
