@@ -138,6 +138,9 @@ TEST(FrmSumasSaldosImpresos, LaunchesWithoutTrap) {
 
 TEST(FrmSubcuentasImpresos, ChecksItsLimitsAgainstThePlan) {
   ListadoAbierto e;
+  const QString banco = QStringLiteral("Select * from Subcuentas where Subcuenta='57200001'");
+  e.cambia(banco, QStringLiteral("Nif"), "A99887766");
+  e.cambia(banco, QStringLiteral("Direccion"), "Calle Mayor, 3");
   e.guion.esperaDialogo(QStringLiteral("FrmVisualizaPlan"), [&](Teclado& plan) {
     e.guion.esperaDialogo(QStringLiteral("FrmSubcuentasImpresos"), [&](Teclado& t) {
       e.guion.esperaMensaje(controlado(53), QStringLiteral("Error controlado"));
@@ -166,10 +169,10 @@ TEST(FrmSubcuentasImpresos, ChecksItsLimitsAgainstThePlan) {
         QString banco;
         bool cuentas;
       } casos[] = {{"OptPlan_0", "OptOpciones_0", "57200001 Banco", false},
-                   {"OptPlan_0", "OptOpciones_1", "57200001 Banco", false},
+                   {"OptPlan_0", "OptOpciones_1", "57200001 Banco A99887766", false},
                    {"OptPlan_0", "OptOpciones_2", "57200001 Banco 230,01 50,00 180,01", false},
                    {"OptPlan_1", "OptOpciones_0", "57200001 Banco", true},
-                   {"OptPlan_1", "OptOpciones_1", "57200001 Banco", true},
+                   {"OptPlan_1", "OptOpciones_1", "57200001 Banco A99887766", true},
                    {"OptPlan_1", "OptOpciones_2", "57200001 Banco 230,01 50,00 180,01", true}};
       for (const auto& c : casos) {
         t.marca(c.plan);
@@ -178,6 +181,7 @@ TEST(FrmSubcuentasImpresos, ChecksItsLimitsAgainstThePlan) {
         EXPECT_EQ(libro.titulo, "Listado de Subcuentas");
         EXPECT_EQ(libro.linea("57200001"), c.banco) << c.plan << c.tipo;
         EXPECT_EQ(libro.linea("572 ").isEmpty(), !c.cuentas) << c.plan << c.tipo;
+        EXPECT_EQ(libro.linea("Calle Mayor, 3").isEmpty(), c.tipo != QString("OptOpciones_1"));
         EXPECT_TRUE(libro.linea("43000001").isEmpty());
       }
       t.pulsa("CmdCancelar");
