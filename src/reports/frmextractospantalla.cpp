@@ -24,10 +24,10 @@ FrmExtractosPantalla::FrmExtractosPantalla(Contexto& contexto)
       {{.campo = "Punteo", .titulo = "Punteo", .ancho = 6},
        {.campo = "NAsiento", .titulo = "Asiento", .ancho = 9},
        {.campo = "Fecha", .titulo = "Fecha", .ancho = 11, .tipo = Columna::Tipo::Fecha},
-       {.campo = "Descripcion", .titulo = "Descripción", .ancho = 36},
-       {.campo = "Debe", .titulo = "Debe", .ancho = 15, .tipo = Columna::Tipo::Importe},
-       {.campo = "Haber", .titulo = "Haber", .ancho = 15, .tipo = Columna::Tipo::Importe},
-       {.campo = "Saldo", .titulo = "Saldo", .ancho = 16, .tipo = Columna::Tipo::Importe}});
+       {.campo = "Descripcion", .titulo = "Descripción", .ancho = 32},
+       {.campo = "Debe", .titulo = "Debe", .ancho = 14, .tipo = Columna::Tipo::Importe},
+       {.campo = "Haber", .titulo = "Haber", .ancho = 14, .tipo = Columna::Tipo::Importe},
+       {.campo = "Saldo", .titulo = "Saldo", .ancho = 14, .tipo = Columna::Tipo::Importe}});
   connect(ui->GridExtracto, &Rejilla::espacio, this, [this] { protege([this] { puntea(); }); });
   connect(ui->GridExtracto, &Rejilla::dobleClic, this,
           [this] { protege([this] { GridExtracto_DblClick(); }); });
@@ -60,7 +60,7 @@ void FrmExtractosPantalla::creaMenu() {
 }
 
 void FrmExtractosPantalla::Form_Load() {
-  resize(fontMetrics().averageCharWidth() * 130, fontMetrics().height() * 32);
+  resize(fontMetrics().horizontalAdvance('0') * 124, fontMetrics().height() * 36);
   ui->GridExtracto->setMascara(sesion().MascaraImporte);
 }
 
