@@ -149,7 +149,7 @@ TEST(FrmExtractos, PrintsTheBalancesThatTheExtractLeft) {
       EXPECT_EQ(mayor.textoDe("TxtSubcuenta"), "57200001");
       EXPECT_EQ(mayor.textoDe("TxtDesde"), "01/01/2003");
       EXPECT_EQ(mayor.textoDe("TxtHasta"), "31/12/2003");
-      mayor.escribe("TxtDesde", QStringLiteral("1001"));
+      mayor.teclea(QStringLiteral("1001"));
       mayor.intro();
       EXPECT_EQ(mayor.textoDe("TxtDesde"), "10/01/2003");
       EXPECT_EQ(mayor.enfocado(), "TxtHasta");
