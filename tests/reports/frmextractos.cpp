@@ -47,6 +47,19 @@ TEST(FrmExtractosPantalla, ShowsTheWholeYearAndStoresItsBalances) {
   EXPECT_EQ(e.saldos("57200001"), QStringList({"40", "140", "240", "190"}));
 }
 
+TEST(FrmExtractosPantalla, OpensOnItsLastLine) {
+  ListadoAbierto e;
+  for (int i = 10; i < 70; ++i) e.asiento(i, QDate(2003, 3, 1), "57200001", "57000001", 1);
+  e.elige("57200001");
+  e.dialogo("MnuExtractos", QStringLiteral("FrmExtractosPantalla"), [](Teclado& t) {
+    auto& rejilla = t.control<Rejilla>("GridExtracto");
+    EXPECT_EQ(rejilla.filaActual(), 63);
+    const QRect celda = rejilla.visualRect(rejilla.currentIndex());
+    EXPECT_TRUE(rejilla.viewport()->rect().contains(celda.center())) << celda.y();
+    t.escape();
+  });
+}
+
 TEST(FrmExtractosPantalla, NeedsAWholeSubcuenta) {
   ListadoAbierto e;
   e.t->escribe("TxtSubcuenta", QStringLiteral("5720000"));
