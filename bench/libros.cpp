@@ -33,19 +33,7 @@ QString codigo(int i) {
       .arg(i % 100 + (i / 100 == 0 ? 100 : 1), 5, 10, QLatin1Char('0'));
 }
 
-}  // namespace
-
-Libros& Libros::de(int lineas) {
-  static std::map<int, std::unique_ptr<Libros>> todos;
-  auto& libros = todos[lineas];
-  if (!libros) libros.reset(new Libros(lineas));
-  return *libros;
-}
-
-Libros::Libros(int lineas)
-    : lineas_(lineas), carpeta_(carpetaComun().path() + QString("/d%1/").arg(lineas)) {
-  QDir().mkpath(carpeta_);
-  CrearInicio(motor_, carpeta_ + "Inicio.mdb");
+DatosEmpresa datosDelBanco() {
   DatosEmpresa datos;
   datos.NombreEmpresa = kEmpresa;
   datos.Ano = "2024";
@@ -61,7 +49,23 @@ Libros::Libros(int lineas)
   datos.Asiento = "1";
   datos.MesInicio = "1";
   datos.Mascara = "#,##0.00 ;-#,##0.00";
-  creaEmpresa(motor_, carpeta_, datos);
+  return datos;
+}
+
+}  // namespace
+
+Libros& Libros::de(int lineas) {
+  static std::map<int, std::unique_ptr<Libros>> todos;
+  auto& libros = todos[lineas];
+  if (!libros) libros.reset(new Libros(lineas));
+  return *libros;
+}
+
+Libros::Libros(int lineas)
+    : lineas_(lineas), carpeta_(carpetaComun().path() + QString("/d%1/").arg(lineas)) {
+  QDir().mkpath(carpeta_);
+  CrearInicio(motor_, carpeta_ + "Inicio.mdb");
+  creaEmpresa(motor_, carpeta_, datosDelBanco());
   motor_.flush();
   llena();
 }
@@ -148,6 +152,32 @@ int Directo::recorre(sqlite3_stmt* sentencia) {
   if (rc != SQLITE_DONE) falla("paso", sqlite3_db_handle(sentencia));
   sqlite3_reset(sentencia);
   return filas;
+}
+
+void creaFichero(DBEngine& motor, const QString& ruta) {
+  QFile::remove(ruta);
+  CrearBase(motor, ruta, 3, 8, 1, datosDelBanco());
+  motor.flush();
+}
+
+QList<QByteArray> volcado(const QString& rutaSistema) {
+  Directo directo(rutaSistema);
+  const auto textos = [&](const QByteArray& sql) {
+    QList<QByteArray> lista;
+    sqlite3_stmt* s = directo.prepara(sql.constData());
+    while (sqlite3_step(s) == SQLITE_ROW)
+      lista.append(reinterpret_cast<const char*>(sqlite3_column_text(s, 0)));
+    return lista;
+  };
+  QList<QByteArray> ordenes = textos("SELECT sql FROM sqlite_master WHERE type='table'");
+  for (const QByteArray& tabla : textos("SELECT name FROM sqlite_master WHERE type='table'")) {
+    QByteArrayList valores;
+    for (const QByteArray& columna : textos("SELECT name FROM pragma_table_info('" + tabla + "')"))
+      valores.append("quote([" + columna + "])");
+    ordenes += textos("SELECT 'INSERT INTO [" + tabla + "] VALUES(' || " + valores.join("||','||") +
+                      " || ')' FROM [" + tabla + "]");
+  }
+  return ordenes + textos("SELECT sql FROM sqlite_master WHERE type<>'table' AND sql NOT NULL");
 }
 
 }  // namespace banco

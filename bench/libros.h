@@ -4,6 +4,7 @@
 #include <sqlite3.h>
 
 #include <memory>
+#include <QList>
 #include <QString>
 
 #include "foundation/data/dbengine.h"
@@ -51,6 +52,11 @@ class Directo {
  private:
   sqlite3* db_ = nullptr;
 };
+
+// The file of a new company with the usual settings, in place of one that may be there.
+void creaFichero(DBEngine& motor, const QString& ruta);
+// The statements that write a file's tables and rows anew, views and triggers last.
+QList<QByteArray> volcado(const QString& rutaSistema);
 
 constexpr const char* kEmpresa = "Banco";
 // The subcuenta with a 600th of the lines, and an asiento in the middle.

@@ -1,12 +1,12 @@
+#include <algorithm>
+#include <functional>
+#include <memory>
+#include <optional>
 #include <QDate>
 #include <QHash>
 #include <QList>
 #include <QObject>
 #include <QString>
 #include <QStringList>
-#include <algorithm>
-#include <functional>
-#include <memory>
-#include <optional>
 #include <variant>
 #include <vector>

@@ -1,3 +1,6 @@
+#include <functional>
+#include <memory>
+#include <optional>
 #include <QAbstractButton>
 #include <QApplication>
 #include <QCheckBox>
@@ -19,8 +22,5 @@
 #include <QTableView>
 #include <QToolButton>
 #include <QVBoxLayout>
-#include <functional>
-#include <memory>
-#include <optional>
 #include <variant>
 #include <vector>

@@ -4,15 +4,15 @@
 #include <QComboBox>
 #include <QDate>
 #include <QDialog>
+#include <QFileSystemModel>
 #include <QLabel>
 #include <QLineEdit>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTableView>
+#include <QtCore>
 #include <QTest>
 #include <QTreeView>
-#include <QFileSystemModel>
-#include <QtCore>
 
 #include "soporte/textos.h"

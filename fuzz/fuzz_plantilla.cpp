@@ -15,7 +15,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
       std::abort();
     reports::cadaBanda(p, [&](const reports::Banda& b) {
       for (const reports::Campo& c : b.campos) {
-        if (c.x < 0 || p.izquierda + c.x + c.ancho > p.anchoPapel + reports::unidadesDeMm(0.5) || size_t(c.letra) >= p.letras.size())
+        if (c.x < 0 || p.izquierda + c.x + c.ancho > p.anchoPapel + reports::unidadesDeMm(0.5) ||
+            size_t(c.letra) >= p.letras.size())
           std::abort();
       }
     });

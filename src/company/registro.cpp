@@ -1,5 +1,5 @@
-#include "company/frmempresas.h"
 #include "company/registro.h"
+#include "company/frmempresas.h"
 #include "foundation/toolkit/registro.h"
 
 void registraCompany(Registro& registro) {

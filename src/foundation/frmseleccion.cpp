@@ -2,6 +2,7 @@
 
 #include "foundation/cini.h"
 #include "foundation/leeconfiguracion.h"
+#include "foundation/programas.h"
 #include "foundation/toolkit/registro.h"
 #include "ui_frmseleccion.h"
 
@@ -45,6 +46,7 @@ void FrmSeleccion::carga() {
                    QStringLiteral("Select * from Empresas order by NombreEmpresa"));
   DtaUsuarios_.bind(sesion().rutaCatalogo(),
                     QStringLiteral("Select * from Usuarios order by nombre"));
+  completaImpresos(ctx.carpetaPrograma, sesion().DirDatos);
   ui_->TxtEmpresa->ponerTexto(sesion().UltimaEmpresa);
   const bool fijo = sesion().UsuariosPermitir == QStringLiteral("No");
   ui_->TxtUsuario->ponerTexto(fijo ? QStringLiteral("Administrador") : sesion().UltimoUsuario);

@@ -12,7 +12,7 @@
 namespace {
 
 // What comes with the program and belongs beside its data.
-constexpr const char* kAcompanantes[] = {"impresos", "Inicio.xls", "Librano.chm"};
+constexpr const char* kAcompanantes[] = {"Impresos", "Inicio.xls", "Librano.chm"};
 
 struct Candidata {
   const char* nombre;
@@ -23,7 +23,9 @@ constexpr Candidata kHojas[] = {{"localc", "--invisible"}, {"soffice", "--invisi
 void copia(const QString& origen, const QString& destino) {
   const QFileInfo info(origen);
   if (!info.isDir()) {
-    QFile::copy(origen, destino);  // replaces nothing
+    if (!QFile::copy(origen, destino)) return;  // replaces nothing
+    // What an administrator installed for all to read is the user's own from here on.
+    QFile::setPermissions(destino, QFile::permissions(destino) | QFile::WriteUser);
     return;
   }
   QDir().mkpath(destino);
@@ -45,11 +47,20 @@ QString carpetaDelPrograma(const QString& instalada, const QString& propia) {
     for (const QString& carpeta :
          {instalada, QDir::cleanPath(instalada + QStringLiteral("/../share/librano"))})
       for (const char* nombre : kAcompanantes) {
-        const QString origen = QDir(carpeta).filePath(QLatin1String(nombre));
+        const QString origen =
+            rutaSistema(rutaPrograma(carpeta) + QLatin1Char('\\') + QLatin1String(nombre));
         if (QFileInfo::exists(origen)) copia(origen, QDir(propia).filePath(QLatin1String(nombre)));
       }
   }
   return escrita(propia);
+}
+
+void completaImpresos(const QString& carpetaPrograma, const QString& dirDatos) {
+  const QString carpeta = QStringLiteral("Impresos");
+  const QString origen = rutaSistema(carpetaPrograma + carpeta);
+  if (dirDatos.isEmpty() || !QDir(rutaSistema(dirDatos)).exists() || !QFileInfo(origen).isDir())
+    return;
+  copia(origen, rutaSistema(dirDatos + carpeta));
 }
 
 void ejecutaPrograma(const QString& programa, const QStringList& argumentos) {

@@ -1,9 +1,9 @@
+#include "foundation/registro.h"
 #include "foundation/frmconfiguracion.h"
 #include "foundation/frminiciosoftware.h"
 #include "foundation/frmpresentacion.h"
 #include "foundation/frmseldirectorios.h"
 #include "foundation/frmseleccion.h"
-#include "foundation/registro.h"
 #include "foundation/toolkit/registro.h"
 
 void registraFoundation(Registro& registro) {

@@ -1,7 +1,7 @@
 // The session: what the settings file and the open company's row say, read by every form.
 //
-// Filled from Config.ini at login and from the one row of Empresa at each opening of a company. Settings
-// changed later reach it only where a form says so.
+// Filled from Config.ini at login and from the one row of Empresa at each opening of a company.
+// Settings changed later reach it only where a form says so.
 #pragma once
 
 #include <QDate>
@@ -11,7 +11,7 @@ struct Sesion {
   // The installation.
   QString VersionPrograma;
   QString DirPrograma;
-  QString DirDatos;  // with its final backslash, so that paths are plain concatenations
+  QString DirDatos;          // with its final backslash, so that paths are plain concatenations
   QString UsuariosPermitir;  // "Si" or "No"
   QString UltimoUsuario;
   QString UltimaEmpresa;

@@ -10,6 +10,12 @@
 FrmAsiento::FrmAsiento(Contexto& contexto)
     : Formulario(contexto), ui(std::make_unique<Ui::FrmAsiento>()), DtaDiario(contexto.motor) {
   ui->setupUi(this);
+  using enum Columna::Tipo;
+  ui->GridAsiento->enlazar(DtaDiario, {{"Subcuenta", "Subcuenta", 10},
+                                       {"Fecha", "Fecha", 11, Fecha},
+                                       {"Debe", "Debe", 14, Importe},
+                                       {"Haber", "Haber", 14, Importe},
+                                       {"Descripcion", "Descripción", 40}});
   teclaDecimal(ui->GridAsiento);
   alPulsar(ui->CmdVerAsiento, [this] { CmdVerAsiento_Click(); });
   alPulsar(ui->CmdSalir, [this] { descargar(); });
@@ -18,6 +24,7 @@ FrmAsiento::FrmAsiento(Contexto& contexto)
 FrmAsiento::~FrmAsiento() = default;
 
 void FrmAsiento::Form_Activate() {
+  ui->GridAsiento->setMascara(sesion().MascaraImporte);
   DtaDiario.bind(sesion().rutaEmpresa(),
                  "Select * from SqlDiarioPrincipalBlanco where NAsiento=" + sesion().ValorElegido);
   ui->TxtAsiento->setText(sesion().ValorElegido);

@@ -17,8 +17,10 @@ FrmBusApu::~FrmBusApu() = default;
 
 void FrmBusApu::CmdAceptar_Click() {
   QString marca;
-  for (const QRadioButton* opcion : ui->Marcas->findChildren<QRadioButton*>())
+  const auto opciones = ui->Marcas->findChildren<QRadioButton*>();
+  for (const QRadioButton* opcion : opciones) {
     if (opcion->isChecked()) marca = opcion->text();
+  }
   localiza("Select * from SqlDiarioPrincipalBlanco where Punteo ='" + marca + "' order by Nasiento",
            "No se ha encontrado ninguna partida con el punteo seleccionado");
 }

@@ -7,7 +7,8 @@
 FrmBusImp::FrmBusImp(Contexto& contexto)
     : FrmBusca(contexto), ui(std::make_unique<Ui::FrmBusImp>()) {
   ui->setupUi(this);
-  importe(ui->TxtImporte);
+  soloNumero(ui->TxtImporte);
+  teclaDecimal(ui->TxtImporte);
   alPulsar(ui->CmdAceptar, [this] { CmdAceptar_Click(); });
   alPulsar(ui->CmdCancelar, [this] { descargar(); });
 }

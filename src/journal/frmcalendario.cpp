@@ -27,6 +27,9 @@ FrmCalendario::FrmCalendario(Contexto& contexto)
   ui->setupUi(this);
   ui->Calendario->setLocale(QLocale(QLocale::Spanish, QLocale::Spain));
   ui->Calendario->setFirstDayOfWeek(Qt::Monday);
+  // The arrows choose a day as a click does.
+  connect(ui->Calendario, &QCalendarWidget::selectionChanged, this,
+          [this] { protege([this] { escribe(ui->Calendario->selectedDate()); }); });
   connect(ui->Calendario, &QCalendarWidget::clicked, this,
           [this](QDate dia) { protege([&] { escribe(dia); }); });
   connect(ui->Calendario, &QCalendarWidget::activated, this, [this](QDate dia) {
@@ -43,6 +46,7 @@ FrmCalendario::~FrmCalendario() = default;
 void FrmCalendario::Form_Load() {
   const QLineEdit* campo = destino();
   const QString texto = campo ? campo->text() : QString();
+  const QSignalBlocker sinElegir(ui->Calendario);
   ui->Calendario->setSelectedDate(EsFecha(texto) ? Variant(texto).date() : ctx.reloj->hoy());
 }
 

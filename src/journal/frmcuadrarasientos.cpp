@@ -33,16 +33,16 @@ void FrmCuadrarAsientos::Form_Activate() {
 void FrmCuadrarAsientos::TxtSubcuenta_LostFocus() {
   ui->TxtSubcuenta->setText(ExpandeCodigo(ui->TxtSubcuenta->text(), sesion().DigitosSubcuenta));
   const QString codigo = ui->TxtSubcuenta->text();
-  try {
-    DtaSubcuentas.bind(sesion().rutaEmpresa(),
-                       "Select * from Subcuentas where subcuenta ='" + codigo + "'");
-    ui->LblCuenta->setText(DtaSubcuentas.Fields("Descripcion").text());
-  } catch (const ErrorEjecucion&) {
-    sesion().CodigoAccion = 50;
-    mostrar("FrmVisualizaPlan", 0, codigo);
-    sesion().CodigoAccion = 0;
-    enfocar(ui->TxtSubcuenta);
+  DtaSubcuentas.bind(sesion().rutaEmpresa(),
+                     "Select * from Subcuentas where subcuenta ='" + codigo + "'");
+  if (!DtaSubcuentas.Eof()) {
+    ui->LblCuenta->setText(DtaSubcuentas.Fields("Descripcion").display());
+    return;
   }
+  sesion().CodigoAccion = 50;
+  mostrar("FrmVisualizaPlan", 0, codigo);
+  sesion().CodigoAccion = 0;
+  enfocar(ui->TxtSubcuenta);
 }
 
 void FrmCuadrarAsientos::CmdAceptar_Click() {

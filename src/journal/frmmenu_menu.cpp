@@ -13,12 +13,10 @@ bool FrmMenu::permiteEntrada(const EntradaMenu& entrada) {
   switch (entrada.condicion) {
     case CondicionMenu::Ninguna:
       return true;
-    case CondicionMenu::SubcuentaEnDiario:
-      if (!ui->GrdApuntes->valor(QStringLiteral("Subcuenta")).isEmpty()) return true;
+    case CondicionMenu::SubcuentaEntera:
+      if (ui->TxtSubcuenta->text().size() == sesion().DigitosSubcuenta) return true;
       mensaje(aviso, titulo);
       return false;
-    case CondicionMenu::TextoEnSubcuenta:
-      return !ui->TxtSubcuenta->text().isEmpty();
     case CondicionMenu::Aceptado:
       mensaje(aviso, titulo, Icono::Alto);
       return true;
@@ -33,7 +31,9 @@ void FrmMenu::ejecutaEntrada(const EntradaMenu& entrada) {
   const QString destino = entrada.destino.toString();
   switch (entrada.accion) {
     case AccionMenu::Modal:
-      mostrar(destino, entrada.codigoLlamada);
+      mostrar(destino, entrada.codigoLlamada,
+              entrada.condicion == CondicionMenu::SubcuentaEntera ? ui->TxtSubcuenta->text()
+                                                                  : QString());
       if (entrada.codigoLlamada == kIVASoportado || entrada.codigoLlamada == kIVARepercutido) {
         refrescaDiario();
       }

@@ -2,9 +2,11 @@
 
 #include <QLineEdit>
 
+#include "foundation/data/filas.h"
 #include "foundation/formato.h"
 #include "foundation/funciones.h"
 #include "foundation/toolkit/principal.h"
+#include "journal/apunte.h"
 #include "ui_frmpartida.h"
 
 FrmPartida::FrmPartida(Contexto& contexto)
@@ -18,6 +20,7 @@ FrmPartida::FrmPartida(Contexto& contexto)
   ui->TxtConcepto->lineEdit()->setMaxLength(50);
   ui->TxtConcepto->setCompleter(nullptr);
   soloNumero(ui->TxtAsiento);
+  alTeclear(ui->TxtAsiento, [this](Tecla& tecla) { TxtAsiento_KeyPress(tecla); });
   alSalir(ui->TxtFecha, [this] { TxtFecha_LostFocus(); });
   alSalir(ui->TxtSubcuenta, [this] { TxtSubcuenta_LostFocus(); });
   sinIntro(ui->TxtConcepto);
@@ -51,6 +54,14 @@ void FrmPartida::Form_Activate() {
   ui->TxtDebeHaber->setText(
       Format(DHViejo == "H" ? importe.mid(1) : importe, sesion().MascaraImporte));
   TxtSubcuenta_LostFocus();
+}
+
+// As in the entry line: "*" is the next number.
+void FrmPartida::TxtAsiento_KeyPress(Tecla& tecla) {
+  if (tecla.texto != u'*') return;
+  tecla.tragar();
+  ui->TxtAsiento->setText(QString::number(tomaAsiento(ctx.principal->DtaEmpresaActual())));
+  ui->TxtAsiento->selectAll();
 }
 
 // There is no test of the year here; a date before the limit becomes today.
@@ -167,13 +178,14 @@ void FrmPartida::guardaEn(const QString& signo) {
   Principal& menu = *ctx.principal;
   DataControl& diario = menu.DtaDiarioLista();
   diario.Edit();
-  diario.Fields("NAsiento") = ui->TxtAsiento->text();
-  diario.Fields("Fecha") = ui->TxtFecha->text();
-  diario.Fields("Subcuenta") = ui->TxtSubcuenta->text();
-  diario.Fields("Descripcion") = ui->TxtConcepto->texto();
-  diario.Fields("DH") = signo;
-  diario.Fields("Importe") = (signo == "H" ? "-" : "") + ui->TxtDebeHaber->text();
-  diario.Update();
+  completa(diario, [&] {
+    diario.Fields("NAsiento") = ui->TxtAsiento->text();
+    diario.Fields("Fecha") = ui->TxtFecha->text();
+    diario.Fields("Subcuenta") = ui->TxtSubcuenta->text();
+    diario.Fields("Descripcion") = ui->TxtConcepto->texto();
+    diario.Fields("DH") = signo;
+    diario.Fields("Importe") = (signo == "H" ? "-" : "") + ui->TxtDebeHaber->text();
+  });
   diario.MoveLast();
   menu.ATotal();
   menu.ACuenta();

@@ -23,6 +23,7 @@ class FrmPartida : public Formulario {
   void Form_Activate() override;
 
  private:
+  void TxtAsiento_KeyPress(Tecla& tecla);
   void TxtFecha_LostFocus();
   void TxtSubcuenta_LostFocus();
   void ofreceSubcuenta(const QString& codigo);

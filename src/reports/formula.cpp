@@ -174,7 +174,7 @@ class Analizador {
     return ficha_.ficha == Ficha::Palabra && igual(ficha_.texto, p);
   }
   void pide(Ficha f, const char* que) {
-    if (ficha_.ficha != f) rechaza(QStringLiteral("falta %1").arg(QLatin1String(que)));
+    if (ficha_.ficha != f) rechaza(QStringLiteral("falta %1").arg(QString::fromUtf8(que)));
     avanza();
   }
 

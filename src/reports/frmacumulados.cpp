@@ -23,6 +23,7 @@ FrmAcumulados::~FrmAcumulados() = default;
 void FrmAcumulados::Form_Load() {
   encabeza();
   llena(ctx.principal->TxtSubcuenta().text());
+  ajusta();
 }
 
 void FrmAcumulados::encabeza() {
@@ -70,6 +71,24 @@ void FrmAcumulados::pon(int fila, int columna, const QString& texto) {
     celda->setFlags(Qt::ItemIsEnabled);
   }
   ui->Grid->setItem(fila, columna, celda);
+}
+
+// The whole year is seen at once, however large the letters and the amounts.
+void FrmAcumulados::ajusta() {
+  QTableWidget& grid = *ui->Grid;
+  const int cifra = fontMetrics().horizontalAdvance('0');
+  grid.verticalHeader()->setDefaultSectionSize(fontMetrics().height() + cifra);
+  grid.resizeColumnsToContents();
+  int ancho = 2 * grid.frameWidth();
+  for (int c = 0; c < kColumnas; ++c) {
+    if (c != Mes) grid.setColumnWidth(c, qMax(grid.columnWidth(c) + cifra, 14 * cifra));
+    ancho += grid.columnWidth(c);
+  }
+  int alto = 2 * grid.frameWidth();
+  for (int fila = 0; fila <= kMeses; ++fila) alto += grid.rowHeight(fila);
+  grid.setMinimumSize(ancho, alto);
+  grid.horizontalHeader()->setStretchLastSection(true);
+  grid.setCurrentCell(1, Debe);
 }
 
 double FrmAcumulados::importe(int fila, int columna) const {

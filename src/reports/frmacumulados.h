@@ -21,6 +21,7 @@ class FrmAcumulados : public Formulario {
  private:
   void encabeza();
   void llena(const QString& subcuenta);
+  void ajusta();
   void pon(int fila, int columna, const QString& texto);
   double importe(int fila, int columna) const;
 

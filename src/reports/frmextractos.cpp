@@ -18,6 +18,7 @@ FrmExtractos::~FrmExtractos() = default;
 void FrmExtractos::Form_Activate() {
   ui->TxtSubcuenta->setText(sesion().ValorElegido);
   ponAnoEntero(ui->TxtDesde, ui->TxtHasta);
+  ui->TxtDesde->setFocus();
 }
 
 void FrmExtractos::CmdSeleccion_Click() {

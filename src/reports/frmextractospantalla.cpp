@@ -5,6 +5,7 @@
 #include "foundation/formato.h"
 #include "foundation/funciones.h"
 #include "foundation/toolkit/principal.h"
+#include "foundation/toolkit/tema.h"
 #include "reports/extracto.h"
 #include "ui_frmextractospantalla.h"
 
@@ -13,16 +14,20 @@ FrmExtractosPantalla::FrmExtractosPantalla(Contexto& contexto)
       ui(std::make_unique<Ui::FrmExtractosPantalla>()),
       DtaExtracto(contexto.motor) {
   ui->setupUi(this);
+  ui->ImpresionEntreCuentas->setIcon(icono("consulta"));
+  ui->LocalizarFecha->setIcon(icono("buscar-fecha"));
+  ui->CmdImpresos->setIcon(icono("imprimir"));
+  ui->CmdSalir->setIcon(icono("salir"));
   creaMenu();
   ui->GridExtracto->enlazar(
       DtaExtracto,
       {{.campo = "Punteo", .titulo = "Punteo", .ancho = 6},
        {.campo = "NAsiento", .titulo = "Asiento", .ancho = 9},
        {.campo = "Fecha", .titulo = "Fecha", .ancho = 11, .tipo = Columna::Tipo::Fecha},
-       {.campo = "Descripcion", .titulo = "Descripción", .ancho = 36},
-       {.campo = "Debe", .titulo = "Debe", .ancho = 15, .tipo = Columna::Tipo::Importe},
-       {.campo = "Haber", .titulo = "Haber", .ancho = 15, .tipo = Columna::Tipo::Importe},
-       {.campo = "Saldo", .titulo = "Saldo", .ancho = 16, .tipo = Columna::Tipo::Importe}});
+       {.campo = "Descripcion", .titulo = "Descripción", .ancho = 32},
+       {.campo = "Debe", .titulo = "Debe", .ancho = 14, .tipo = Columna::Tipo::Importe},
+       {.campo = "Haber", .titulo = "Haber", .ancho = 14, .tipo = Columna::Tipo::Importe},
+       {.campo = "Saldo", .titulo = "Saldo", .ancho = 14, .tipo = Columna::Tipo::Importe}});
   connect(ui->GridExtracto, &Rejilla::espacio, this, [this] { protege([this] { puntea(); }); });
   connect(ui->GridExtracto, &Rejilla::dobleClic, this,
           [this] { protege([this] { GridExtracto_DblClick(); }); });
@@ -55,7 +60,7 @@ void FrmExtractosPantalla::creaMenu() {
 }
 
 void FrmExtractosPantalla::Form_Load() {
-  resize(fontMetrics().averageCharWidth() * 130, fontMetrics().height() * 32);
+  resize(fontMetrics().horizontalAdvance('0') * 124, fontMetrics().height() * 36);
   ui->GridExtracto->setMascara(sesion().MascaraImporte);
 }
 

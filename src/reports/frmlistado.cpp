@@ -26,7 +26,8 @@ void FrmListado::lanza(const std::function<Listado()>& prepara) {
 
 void FrmListado::lanzaSinTrampa(const Listado& listado) {
   Rpt01.WindowTitle = listado.titulo;
-  Rpt01.ReportFileName = sesion().DirDatos + listado.plantilla;
+  Rpt01.ReportFileName =
+      listado.plantilla.isEmpty() ? QString() : sesion().DirDatos + listado.plantilla;
   Rpt01.DataFiles(0) = sesion().rutaEmpresa();
   Rpt01.SelectionFormula = listado.seleccion;
   Rpt01.GroupSelectionFormula = listado.seleccionGrupos;

@@ -17,6 +17,7 @@ void FrmSumasSaldosImpresos::Form_Activate() {
   ponMeses(ui->TxtDesdef, ui->TxtHastaf);
   setOpcion("OptNivel", 2);
   OptNivel_Click(2);
+  ui->OptNivel_2->setFocus();
 }
 
 // The two upper levels leave the boxes as the last one left them: a level code is typed there.

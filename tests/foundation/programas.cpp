@@ -49,12 +49,38 @@ TEST(Carpeta, LaDelUsuarioSeLlenaUnaSolaVez) {
   escribe(dir.filePath(QStringLiteral("share/librano/impresos/sub/diario.rpt")), "diario");
 
   EXPECT_EQ(carpetaDelPrograma(instalada, propia), rutaPrograma(propia) + QLatin1Char('\\'));
-  const QString copia = propia + QStringLiteral("/impresos/sub/diario.rpt");
+  const QString copia = propia + QStringLiteral("/Impresos/sub/diario.rpt");
   EXPECT_EQ(lee(copia), "diario");
 
   escribe(copia, "cambiado por el usuario");
   carpetaDelPrograma(instalada, propia);
   EXPECT_EQ(lee(copia), "cambiado por el usuario");
+}
+
+TEST(Carpeta, LaDeDatosRecibeLasPlantillasQueLeFaltan) {
+  const QTemporaryDir dir;
+  const QString junto = dir.filePath(QStringLiteral("programa/Impresos/Diario.rpt"));
+  escribe(junto, "diario");
+  QFile::setPermissions(junto, QFile::ReadOwner);
+  const QString programa = rutaPrograma(dir.filePath(QStringLiteral("programa"))) + u'\\';
+  const QString datos = rutaPrograma(dir.filePath(QStringLiteral("datos"))) + u'\\';
+
+  completaImpresos(programa, datos);
+  EXPECT_FALSE(QFileInfo::exists(rutaSistema(datos)));
+  QDir().mkpath(rutaSistema(datos));
+  completaImpresos(programa, datos);
+  const QString copia = rutaSistema(datos + QStringLiteral("Impresos\\Diario.rpt"));
+  EXPECT_EQ(lee(copia), "diario");
+
+  // Edited by the user, and another one that comes with a newer version.
+  escribe(copia, "el de la casa");
+  escribe(dir.filePath(QStringLiteral("programa/Impresos/May1.rpt")), "mayor");
+  completaImpresos(programa, datos);
+  EXPECT_EQ(lee(copia), "el de la casa");
+  EXPECT_EQ(lee(rutaSistema(datos + QStringLiteral("Impresos\\May1.rpt"))), "mayor");
+
+  completaImpresos(programa, programa);  // the data beside the program
+  EXPECT_EQ(lee(junto), "diario");
 }
 
 TEST(Programas, ArrancaOtroEnSuCarpeta) {

@@ -23,8 +23,7 @@ TEST(TablaMenu, SeSostieneSola) {
     const bool conDestino = e.accion != AccionMenu::Menu && e.accion != AccionMenu::Rutina &&
                             e.accion != AccionMenu::Nada;
     EXPECT_EQ(conDestino, !e.destino.isEmpty()) << qPrintable(control);
-    const bool conTexto =
-        e.condicion != CondicionMenu::Ninguna && e.condicion != CondicionMenu::TextoEnSubcuenta;
+    const bool conTexto = e.condicion != CondicionMenu::Ninguna;
     EXPECT_EQ(conTexto, !e.aviso.isEmpty() && !e.titulo.isEmpty()) << qPrintable(control);
   }
 }

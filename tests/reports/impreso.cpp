@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <QFile>
-#include <QProcess>
 #include <QTemporaryDir>
 
 #include "foundation/rutas.h"
@@ -28,7 +26,7 @@ Impreso::Impreso(Libros& libros, const QString& plantilla, const QString& selecc
                   {[] { return QStringList{QStringLiteral("PDF")}; },
                    [this](std::shared_ptr<Documento> documento, const QString& titulo) {
                      documento_ = std::move(documento);
-                     titulo_ = titulo;
+                     libro_.titulo = titulo;
                    }});
   informe.WindowTitle = QStringLiteral("Listado");
   informe.ReportFileName = plantilla.contains(u'\\') ? plantilla : carpetaImpresos() + plantilla;
@@ -42,38 +40,23 @@ Impreso::Impreso(Libros& libros, const QString& plantilla, const QString& selecc
 }
 
 const QList<QStringList>& Impreso::paginas() {
-  if (!paginas_.isEmpty()) return paginas_;
+  if (!libro_.paginas.isEmpty()) return libro_.paginas;
   const QTemporaryDir carpeta;
   const QString pdf = carpeta.filePath(QStringLiteral("libro.pdf"));
-  TareaPdf tarea(documento_, pdf, titulo_, 1, INT_MAX);
+  TareaPdf tarea(documento_, pdf, libro_.titulo, 1, INT_MAX);
   while (tarea.paso()) continue;
-  QProcess lector;
-  lector.start(QStringLiteral("pdftotext"), {"-layout", "-enc", "UTF-8", pdf, "-"});
-  lector.waitForFinished();
-  EXPECT_EQ(lector.exitCode(), 0) << lector.readAllStandardError().toStdString();
-  QStringList textos = QString::fromUtf8(lector.readAllStandardOutput()).split(u'\f');
-  textos.removeLast();  // what follows the last page
-  for (const QString& texto : textos) {
-    QStringList lineas;
-    for (const QString& l : texto.split(u'\n')) {
-      if (!l.trimmed().isEmpty()) lineas << l.simplified();
-    }
-    paginas_ << lineas;
-  }
-  return paginas_;
+  libro_.paginas = paginasDePdf(pdf);
+  return libro_.paginas;
 }
 
 QStringList Impreso::lineas() {
-  QStringList todas;
-  for (const QStringList& p : paginas()) todas << p;
-  return todas;
+  paginas();
+  return libro_.lineas();
 }
 
 QString Impreso::linea(const QString& comienzo, int pagina) {
-  for (const QString& l : pagina ? paginas().at(pagina - 1) : lineas()) {
-    if (l.startsWith(comienzo)) return l;
-  }
-  return {};
+  paginas();
+  return libro_.linea(comienzo, pagina);
 }
 
 QStringList textosDe(const Pagina& pagina) {

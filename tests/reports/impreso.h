@@ -4,6 +4,7 @@
 #include <ostream>
 
 #include "reports/informe.h"
+#include "soporte/libroimpreso.h"
 #include "soporte/libros.h"
 #include "soporte/textos.h"
 
@@ -15,7 +16,7 @@ class Impreso {
 
   reports::Documento& documento() const { return *documento_; }
   std::shared_ptr<reports::Documento> compartido() const { return documento_; }
-  const QString& titulo() const { return titulo_; }
+  const QString& titulo() const { return libro_.titulo; }
   // The lines of each page, with single blanks.
   const QList<QStringList>& paginas();
   // All of them.
@@ -25,8 +26,7 @@ class Impreso {
 
  private:
   std::shared_ptr<reports::Documento> documento_;
-  QString titulo_;
-  QList<QStringList> paginas_;
+  LibroImpreso libro_;
 };
 
 // The texts of a laid-out page, in order.

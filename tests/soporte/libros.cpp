@@ -94,9 +94,13 @@ void altaSubcuentasTrimestre(Database& empresa) {
 
 void Libros::asientaTrimestre(const QString& empresa) {
   altaSubcuentasTrimestre(*abre(empresa));
+  asientaDiarioTrimestre(motor, rutaEmpresa(empresa));
+}
+
+void asientaDiarioTrimestre(DBEngine& motor, const QString& rutaEmpresa) {
   DataControl diario(motor), contadores(motor);
-  diario.bind(rutaEmpresa(empresa), QStringLiteral("SqlDiarioPrincipalBlanco"));
-  contadores.bind(rutaEmpresa(empresa), QStringLiteral("Select * from Empresa"));
+  diario.bind(rutaEmpresa, QStringLiteral("SqlDiarioPrincipalBlanco"));
+  contadores.bind(rutaEmpresa, QStringLiteral("Select * from Empresa"));
   QString enCurso;
   for (const QStringList& fila : leeCsv(QStringLiteral("trimestre/diario-trimestre.csv"))) {
     if (fila[0] != enCurso) tomaAsiento(contadores);

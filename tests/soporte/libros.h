@@ -41,5 +41,8 @@ class Libros {
 // The plan of accounts and the subcuentas of the quarter, for a company of 3 and 8 digits.
 void altaSubcuentasTrimestre(Database& empresa);
 
+// Posts the journal of the quarter into a company's file that has its subcuentas.
+void asientaDiarioTrimestre(DBEngine& motor, const QString& rutaEmpresa);
+
 // The rows of a file of tests/datos with semicolons between fields, without its first line.
 QList<QStringList> leeCsv(const QString& fichero);

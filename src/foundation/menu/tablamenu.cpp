@@ -10,8 +10,10 @@ constexpr QStringView kRiesgoNiveles =
     u"La modificación de los niveles puede suponer un gran riesgo para el correcto funcionamiento "
     u"de "
     u"Librano";
-constexpr QStringView kSinCuenta =
+constexpr QStringView kSinExtracto =
     u"Para visualizar un extracto tiene que tener una cuenta en el diario";
+constexpr QStringView kSinAcumulado =
+    u"Para visualizar un acumulado tiene que tener una cuenta en el diario";
 constexpr QStringView kSeCerrara =
     u"Atención Librano se cerrara ahora, tendrá que volver a reiniciarlo a continuación";
 
@@ -57,8 +59,8 @@ constexpr EntradaMenu kMenu[] = {
     {.control = u"MnuNivel01", .rotulo = u"Nivel 01", .padre = u"MnuMayores", .accion = Modal, .destino = u"FrmNivel1", .condicion = CondicionMenu::Aceptado, .aviso = kRiesgoNiveles, .titulo = u"Atención"},
     {.control = u"MnuNivel02", .rotulo = u"Nivel 02", .padre = u"MnuMayores", .accion = Modal, .destino = u"FrmNivel2", .condicion = CondicionMenu::Aceptado, .aviso = kRiesgoNiveles, .titulo = u"Atención"},
     {.control = u"MnuCuentas", .rotulo = u"Cuentas", .padre = u"MnuMayores", .accion = Modal, .destino = u"FrmCuentasLista"},
-    {.control = u"MnuExtractos", .rotulo = u"Extractos contables", .padre = u"MnuPlan", .accion = Modal, .destino = u"FrmExtractosPantalla", .condicion = CondicionMenu::SubcuentaEnDiario, .aviso = kSinCuenta, .titulo = u"Error de selección", .atajo = u"F3", .separa = true},
-    {.control = u"MnuAcumulados", .rotulo = u"Acumulados de cuenta", .padre = u"MnuPlan", .accion = Modal, .destino = u"FrmAcumulados", .condicion = CondicionMenu::TextoEnSubcuenta},
+    {.control = u"MnuExtractos", .rotulo = u"Extractos contables", .padre = u"MnuPlan", .accion = Modal, .destino = u"FrmExtractosPantalla", .condicion = CondicionMenu::SubcuentaEntera, .aviso = kSinExtracto, .titulo = u"Error de selección", .atajo = u"F3", .separa = true},
+    {.control = u"MnuAcumulados", .rotulo = u"Acumulados de cuenta", .padre = u"MnuPlan", .accion = Modal, .destino = u"FrmAcumulados", .condicion = CondicionMenu::SubcuentaEntera, .aviso = kSinAcumulado, .titulo = u"Error de selección"},
 
     {.control = u"MnuDiario", .rotulo = u"&Diario", .accion = Menu},
     {.control = u"MnuImprimirDiario", .rotulo = u"Imprimir", .padre = u"MnuDiario", .accion = Modal, .destino = u"FrmDiarioImprimir"},

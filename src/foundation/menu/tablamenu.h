@@ -21,10 +21,10 @@ enum class AccionMenu {
 // What must hold before the entry acts.
 enum class CondicionMenu {
   Ninguna,
-  SubcuentaEnDiario,  // the journal's current line has a subcuenta; otherwise `aviso` is shown
-  TextoEnSubcuenta,   // the entry line's TxtSubcuenta isn't empty; otherwise nothing happens
-  Aceptado,           // `aviso` is shown first and accepted
-  Preguntado,         // `aviso` is asked with yes and no, and answered yes
+  SubcuentaEntera,  // the entry line's TxtSubcuenta holds a whole one, which `destino` gets as its
+                    // ValorElegido; otherwise `aviso` is shown
+  Aceptado,         // `aviso` is shown first and accepted
+  Preguntado,       // `aviso` is asked with yes and no, and answered yes
 };
 
 struct EntradaMenu {

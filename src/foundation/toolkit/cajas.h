@@ -1,12 +1,12 @@
 // The one seam through which boxes, questions, inputs, file pickers and modal dialogs are shown.
 //
-// The program shows Qt's, with Spanish buttons; tests play a script. Every member writes what is pending
-// in the files before it shows anything, so what the user reads is already safe.
+// The program shows Qt's, with Spanish buttons; tests play a script. Every member writes what is
+// pending in the files before it shows anything, so what the user reads is already safe.
 #pragma once
 
+#include <optional>
 #include <QString>
 #include <QStringList>
-#include <optional>
 
 class QWidget;
 class QDialog;

@@ -1,8 +1,8 @@
 // What every form is handed: the session and the services of the house. There is no global one.
 #pragma once
 
-#include <QString>
 #include <functional>
+#include <QString>
 
 #include "foundation/data/dbengine.h"
 #include "foundation/reloj.h"
@@ -18,8 +18,9 @@ struct Contexto {
   const Reloj* reloj = nullptr;
   Cajas* cajas = nullptr;
   Registro* formularios = nullptr;
-  // The folder of the running program as the program writes it, with its final backslash: Config.ini,
-  // Errores.txt and the catalogue of a first start stand there whatever the settings say.
+  // The folder of the running program as the program writes it, with its final backslash:
+  // Config.ini, Errores.txt and the catalogue of a first start stand there whatever the settings
+  // say.
   QString carpetaPrograma;
   Principal* principal = nullptr;  // the open main window; null before it is shown
   // Starts an external program by its text path; raises 53 when it can't be started.

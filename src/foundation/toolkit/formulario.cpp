@@ -41,15 +41,13 @@ Formulario::~Formulario() {
 }
 
 bool Formulario::cargar() {
-  // Loading may hand the screen over to another form, and this one be gone by then.
-  const QPointer<Formulario> viva(this);
   if (!p_->cargado) {
     p_->cargado = true;
     if (ctx.formularios) ctx.formularios->apuntar(*this);
     p_->vigilarHijos();
     protege([this] { Form_Load(); }, QStringLiteral("Form_Load"));
   }
-  return viva && !p_->cerrado;
+  return !p_->cerrado;
 }
 
 void Formulario::setVisible(bool visible) {
@@ -74,6 +72,11 @@ void Formulario::done(int resultado) {
   if (ctx.principal && ctx.principal->ventana() == this) ctx.principal = nullptr;
   QDialog::done(resultado);
   if (ctx.formularios) ctx.formularios->olvidar(*this);
+}
+
+void Formulario::retirar() {
+  p_->retirada = true;
+  if (p_->enCurso == 0) deleteLater();
 }
 
 void Formulario::setBotonDeCierre(QAbstractButton* boton) {
@@ -113,6 +116,7 @@ QString Formulario::Privado::lugar(const QObject* control, const char* evento) c
 }
 
 void Formulario::protege(const std::function<void()>& reaccion, const QString& lugar) {
+  const Privado::EnCurso guarda(*p_);
   int numero = 0;
   QString texto;
   try {

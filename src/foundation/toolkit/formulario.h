@@ -121,6 +121,9 @@ class Formulario : public QDialog {
   bool eventFilter(QObject* objeto, QEvent* evento) override;
 
  private:
+  friend class Registro;
+  void retirar();  // to be destroyed, once no reaction of it is running
+
   struct Privado;
   std::unique_ptr<Privado> p_;
 };

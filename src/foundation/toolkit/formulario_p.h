@@ -23,6 +23,20 @@ struct Formulario::Privado : QObject {
     bool sinIntro = false;
   };
 
+  // While a reaction runs its form isn't destroyed, whatever loops it opens.
+  class EnCurso {
+   public:
+    explicit EnCurso(Privado& p) : p_(p) { ++p_.enCurso; }
+    ~EnCurso() {
+      if (--p_.enCurso == 0 && p_.retirada) p_.forma.deleteLater();
+    }
+    EnCurso(const EnCurso&) = delete;
+    EnCurso& operator=(const EnCurso&) = delete;
+
+   private:
+    Privado& p_;
+  };
+
   explicit Privado(Formulario& forma) : forma(forma) {}
 
   // The control a widget is part of: the combo of its list, the grid of the cell being edited.
@@ -53,6 +67,8 @@ struct Formulario::Privado : QObject {
   QPointer<QWidget> reseleccionar;   // entered by mouse: selected when the button is released
   QPointer<QWidget> pulsacionVacia;  // its mouse button was released under a box
   int pitidos = 0;
+  int enCurso = 0;         // reactions running, one inside the other
+  bool retirada = false;   // to be destroyed when none is
   bool entrado = false;    // the entering reaction of `actual` has run
   bool sinSalida = false;  // focus is being moved by enfocar()
   bool cargado = false;

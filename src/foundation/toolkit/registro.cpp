@@ -56,8 +56,7 @@ bool Registro::cambiarA(const QString& nombre) {
   QGuiApplication::setQuitOnLastWindowClosed(false);
   const auto abiertos = abiertos_;
   for (auto it = abiertos.crbegin(); it != abiertos.crend(); ++it) (*it)->descargar();
-  // A reaction of the old one may be asking for this.
-  if (base_) base_.release()->deleteLater();
+  if (base_) base_.release()->retirar();  // a reaction of it may be asking for this
   contexto_.motor.flush();
 
   base_ = (*fabrica)(contexto_);

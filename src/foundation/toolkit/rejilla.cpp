@@ -118,6 +118,7 @@ void Rejilla::sincronizar() {
   const int columna = qMax(0, currentIndex().column());
   modelo_->ponerAlDia();
   if (sinAnchos_) ajustarAnchos();
+  executeDelayedItemsLayout();  // the bars must know of new rows to go to the current one
   // What is being typed in the row of additions isn't left because the recordset moved.
   if (enNueva && modelo_->hayNueva()) {
     setCurrentIndex(modelo_->index(modelo_->filaNueva(), columna));

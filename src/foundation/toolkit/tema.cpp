@@ -15,6 +15,8 @@ static void cargarDibujos() {
 }
 
 namespace {
+constexpr int kLetraUsual = 20;  // height of a line beyond which drawings grow
+
 // A keyboard program shows at any time where the keyboard is, and never makes it wait.
 class Estilo : public QProxyStyle {
  public:
@@ -31,6 +33,26 @@ class Estilo : public QProxyStyle {
         return 0;
       default:
         return QProxyStyle::styleHint(cosa, opcion, control, mas);
+    }
+  }
+
+  // Drawings grow with the letters.
+  int pixelMetric(PixelMetric medida, const QStyleOption* opcion,
+                  const QWidget* control) const override {
+    const int lado = QProxyStyle::pixelMetric(medida, opcion, control);
+    switch (medida) {
+      case PM_ButtonIconSize:
+      case PM_SmallIconSize:
+      case PM_ToolBarIconSize:
+      case PM_IndicatorWidth:
+      case PM_IndicatorHeight:
+      case PM_ExclusiveIndicatorWidth:
+      case PM_ExclusiveIndicatorHeight: {
+        const int letra = QFontMetrics(QApplication::font()).height();
+        return letra > kLetraUsual ? lado * letra / kLetraUsual : lado;
+      }
+      default:
+        return lado;
     }
   }
 

@@ -40,7 +40,8 @@ void PanelTotales::poner(Fila fila, const Totales& totales, const QString& masca
   textos_[fila][0]->setText(Format(totales.Debe, mascara));
   textos_[fila][1]->setText(Format(totales.Haber, mascara));
   textos_[fila][kDescuadre]->setText(Format(totales.Descuadre, mascara));
-  destacar(*textos_[fila][kDescuadre], !cuadra(fila, mascara));
+  // The balance of a subcuenta is no fault.
+  destacar(*textos_[fila][kDescuadre], fila != Cuenta && !cuadra(fila, mascara));
 }
 
 void PanelTotales::ponerCero(const QString& mascara) {

@@ -108,6 +108,8 @@ TEST(Formulario, UnDialogoSobreOtroTieneAlOtroAbierto) {
 TEST(Formulario, CambiarCierraLosAbiertosYElProgramaNoAcaba) {
   Prueba p;
   const QPointer<Formulario> vieja(&p.f);
+  FormDePrueba::alCargar = [](FormDePrueba& f) { f.mensaje("Nueva", ""); };
+  p.e.guion.esperaMensaje("Nueva");
   p.f.alPulsar(p.f.CmdAceptar, [&] {
     p.e.formularios->cambiarA("FrmIVASR");
     EXPECT_TRUE(vieja);  // its reaction is still running

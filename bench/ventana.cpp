@@ -1,0 +1,138 @@
+// The main window: opening a company, a line posted by its keys and redrawn, and what it holds in
+// memory.
+#include <benchmark/benchmark.h>
+#include <unistd.h>
+
+#include <QApplication>
+#include <QComboBox>
+#include <QFile>
+#include <QLineEdit>
+#include <QTest>
+
+#include "foundation/creaini.h"
+#include "foundation/rutas.h"
+#include "foundation/toolkit/cajasqt.h"
+#include "foundation/toolkit/contexto.h"
+#include "foundation/toolkit/formulario.h"
+#include "foundation/toolkit/principal.h"
+#include "foundation/toolkit/registro.h"
+#include "journal/registro.h"
+#include "libros.h"
+
+namespace {
+
+using banco::Libros;
+
+void tamanos(benchmark::internal::Benchmark* b) {
+  b->Arg(10'000)->Arg(100'000)->Arg(1'000'000)->UseRealTime()->Unit(benchmark::kMillisecond);
+}
+
+// A session on a company's books, and its main window.
+struct Ventana {
+  explicit Ventana(const Libros& libros) : cajas(ctx.motor), registro(ctx) {
+    ctx.reloj = &reloj;
+    ctx.cajas = &cajas;
+    ctx.formularios = &registro;
+    ctx.carpetaPrograma = rutaPrograma(libros.carpeta());
+    ctx.terminar = [] {};
+    ctx.sesion.DirDatos = ctx.carpetaPrograma;
+    ctx.sesion.EmpresaActual = banco::kEmpresa;
+    ctx.sesion.VersionPrograma = ctx.sesion.VersionConfig = "1.6";
+    ctx.sesion.DecimalOrigen = ".";
+    ctx.sesion.DecimalDestino = ",";
+    registraJournal(registro);
+    registro.cambiarA("FrmMenu");
+    QApplication::processEvents();
+  }
+  ~Ventana() { registro.abierto("FrmMenu")->descargar(); }
+
+  Reloj reloj;
+  Contexto ctx;
+  CajasQt cajas;
+  Registro registro;
+};
+
+Libros& libros(const benchmark::State& estado) {
+  return Libros::de(static_cast<int>(estado.range(0)));
+}
+
+void abrirEmpresa(benchmark::State& estado) {
+  const Libros& l = libros(estado);
+  for (auto _ : estado) {
+    const Ventana ventana(l);
+    benchmark::DoNotOptimize(ventana.ctx.principal);
+  }
+}
+
+// From the key Enter in the amount to the line on the disk, the totals and the grid redrawn.
+void asentarConTeclas(benchmark::State& estado) {
+  const Ventana ventana(libros(estado));
+  Principal& menu = *ventana.ctx.principal;
+  menu.TxtAsiento().setText(QString::number(libros(estado).lineas() / 3 + 1));
+  menu.TxtSubcuenta().setText(banco::kSubcuenta);
+  menu.TxtConcepto().setEditText("Apunte de prueba");
+  for (auto _ : estado) {
+    menu.TxtDebeHaber().setFocus();
+    menu.TxtDebeHaber().setText("123,45");
+    QTest::keyClick(&menu.TxtDebeHaber(), Qt::Key_Return);
+    QApplication::processEvents();
+  }
+}
+
+long residente() {
+  QFile f("/proc/self/statm");
+  if (!f.open(QIODevice::ReadOnly)) return 0;
+  return f.readAll().split(' ').value(1).toLong() * sysconf(_SC_PAGESIZE) / 1024 / 1024;
+}
+
+// What the open journal adds to the program's memory, in MB.
+void memoria(benchmark::State& estado) {
+  Libros& l = libros(estado);
+  const long antes = residente();
+  long despues = antes;
+  for (auto _ : estado) {
+    const Ventana ventana(l);
+    despues = residente();
+  }
+  fprintf(stderr, "  memoria con %d lineas abiertas: %ld MB, %ld mas que antes\n", l.lineas(),
+          despues, despues - antes);
+}
+
+BENCHMARK(abrirEmpresa)->Name("abrir la empresa/librano")->Apply(tamanos);
+BENCHMARK(asentarConTeclas)->Name("asentar con teclas/librano")->Apply(tamanos);
+BENCHMARK(memoria)->Name("memoria/librano")->Apply(tamanos)->Iterations(1);
+
+// A new company's file, beside the same objects and rows written from a dump in one commit.
+void crearEmpresa(benchmark::State& estado) {
+  const Libros& l = Libros::de(10'000);
+  DBEngine motor;
+  for (auto _ : estado) banco::creaFichero(motor, l.carpeta() + "Nueva.MDB");
+}
+
+void crearEmpresaDirecto(benchmark::State& estado) {
+  const Libros& l = Libros::de(10'000);
+  DBEngine motor;
+  banco::creaFichero(motor, l.carpeta() + "Modelo.MDB");
+  const QList<QByteArray> ordenes = banco::volcado(l.carpeta() + "Modelo.MDB");
+  const QString destino = l.carpeta() + "Volcado.MDB";
+  for (auto _ : estado) {
+    QFile::remove(destino);
+    banco::Directo directo(destino);
+    directo.ejecuta("BEGIN");
+    for (const QByteArray& orden : ordenes) directo.ejecuta(orden.constData());
+    directo.ejecuta("COMMIT");
+  }
+}
+
+BENCHMARK(crearEmpresa)
+    ->Name("crear la empresa/librano")
+    ->Arg(0)
+    ->UseRealTime()
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK(crearEmpresaDirecto)
+    ->Name("crear la empresa/directo")
+    ->Arg(0)
+    ->UseRealTime()
+    ->Unit(benchmark::kMillisecond);
+
+}  // namespace

@@ -1,0 +1,76 @@
+#include "soporte/libroimpreso.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QProcess>
+#include <QTemporaryDir>
+
+#include "foundation/programas.h"
+#include "foundation/rutas.h"
+#include "foundation/toolkit/contexto.h"
+#include "reports/widgets/vistaprevia.h"
+#include "soporte/guion.h"
+#include "soporte/teclado.h"
+
+QStringList LibroImpreso::lineas() const {
+  QStringList todas;
+  for (const QStringList& p : paginas) todas << p;
+  return todas;
+}
+
+QString LibroImpreso::linea(const QString& comienzo, int pagina) const {
+  for (const QString& l : pagina ? paginas.at(pagina - 1) : lineas()) {
+    if (l.startsWith(comienzo)) return l;
+  }
+  return {};
+}
+
+QList<QStringList> paginasDePdf(const QString& pdf) {
+  QProcess lector;
+  lector.start(QStringLiteral("pdftotext"), {"-layout", "-enc", "UTF-8", pdf, "-"});
+  lector.waitForFinished();
+  EXPECT_EQ(lector.exitCode(), 0) << lector.readAllStandardError().toStdString();
+  QStringList textos = QString::fromUtf8(lector.readAllStandardOutput()).split(u'\f');
+  textos.removeLast();  // what follows the last page
+  QList<QStringList> paginas;
+  for (const QString& texto : textos) {
+    QStringList lineas;
+    for (const QString& l : texto.split(u'\n')) {
+      if (!l.trimmed().isEmpty()) lineas << l.simplified();
+    }
+    paginas << lineas;
+  }
+  return paginas;
+}
+
+void ponPlantillas(const Contexto& ctx) {
+  completaImpresos(rutaPrograma(QStringLiteral(LIBRANO_FUENTES)) + u'\\', ctx.sesion.DirDatos);
+}
+
+VistaPrevia* vistaAbierta() {
+  for (QWidget* w : QApplication::topLevelWidgets()) {
+    if (auto* vista = qobject_cast<VistaPrevia*>(w); vista && vista->isVisible()) return vista;
+  }
+  return nullptr;
+}
+
+LibroImpreso leeVista(Guion& guion, const QString& pdf) {
+  VistaPrevia* vista = vistaAbierta();
+  if (!vista) {
+    ADD_FAILURE() << "No se ha mostrado ningún libro";
+    return {};
+  }
+  activar(*vista);
+  EXPECT_EQ(vista->pagina(), 1);
+  const QTemporaryDir carpeta;
+  const QString fichero = pdf.isEmpty() ? carpeta.filePath(QStringLiteral("libro.pdf")) : pdf;
+  guion.esperaFichero(fichero);
+  Teclado teclado(*vista);
+  teclado.tecla(Qt::Key_S, Qt::ControlModifier);
+  while (vista->ocupada()) QCoreApplication::processEvents();
+  LibroImpreso libro{vista->windowTitle(), paginasDePdf(fichero)};
+  teclado.cierra();
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  return libro;
+}
