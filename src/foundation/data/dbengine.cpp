@@ -11,7 +11,7 @@
 
 namespace {
 
-constexpr qint64 kLongWork = 50;  // milliseconds that a group of long work may hold the file
+constexpr qint64 kLongWork = 200;  // milliseconds that a group of long work may hold the file
 constexpr int kPause = 5;         // longer than the other stations' polling
 constexpr int kRetry = 500;
 
