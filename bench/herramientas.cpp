@@ -57,13 +57,21 @@ void herramienta(benchmark::State& estado, const QString& copia, const Herramien
   }
 }
 
+// The two sides that a loop done directly may work on: the journal as it is, with its indexes and
+// its running sums, and its bare lines.
+constexpr const char* kDiario = "Diario";
+constexpr const char* kDesnuda = "D2";
+
 // The loop done directly: for each row of `filas`, its first column and what `valor` makes of the
-// row go into `cambio`, all in one commit.
+// row go into `cambio`, all in one commit. %1 is the table.
 template <class Valor>
-void bucle(benchmark::State& estado, Directo& directo, const char* filas, const char* cambio,
-           const Valor& valor) {
-  sqlite3_stmt* lee = directo.prepara(filas);
-  sqlite3_stmt* escribe = directo.prepara(cambio);
+void bucle(benchmark::State& estado, const QString& copia, const char* tabla, const QString& filas,
+           const QString& cambio, const Valor& valor) {
+  Directo directo(copia);
+  directo.ejecuta("PRAGMA temp_store=MEMORY");  // as the motor does
+  if (tabla == kDesnuda) creaTablaDesnuda(directo);
+  sqlite3_stmt* lee = directo.prepara(filas.arg(tabla).toUtf8().constData());
+  sqlite3_stmt* escribe = directo.prepara(cambio.arg(tabla).toUtf8().constData());
   for (auto _ : estado) {
     directo.ejecuta("BEGIN IMMEDIATE");
     while (sqlite3_step(lee) == SQLITE_ROW) {
@@ -83,13 +91,12 @@ void renumera_librano(benchmark::State& estado) {
               [](Database& empresa, const Avance& avance) { renumeraDiario(empresa, 1, avance); });
 }
 
-void renumera_directo(benchmark::State& estado) {
-  Directo directo(copiaDesordenada(libros(estado), "RenumeraDirecto.MDB"));
-  creaTablaDesnuda(directo);
+void renumera_directo(benchmark::State& estado, const char* tabla) {
   sqlite3_int64 ultimo = 0;
   sqlite3_int64 siguiente = 1;
-  bucle(estado, directo, "SELECT NLinea, NAsiento FROM D2 ORDER BY Fecha, NAsiento",
-        "UPDATE D2 SET NAsiento=?2 WHERE NLinea=?1", [&](sqlite3_stmt* lee, sqlite3_stmt* escribe) {
+  bucle(estado, copiaDesordenada(libros(estado), "RenumeraDirecto.MDB"), tabla,
+        "SELECT NLinea, NAsiento FROM %1 ORDER BY Fecha, NAsiento",
+        "UPDATE %1 SET NAsiento=?2 WHERE NLinea=?1", [&](sqlite3_stmt* lee, sqlite3_stmt* escribe) {
           const sqlite3_int64 asiento = sqlite3_column_int64(lee, 1);
           if (asiento != ultimo) ++siguiente;
           ultimo = asiento;
@@ -106,13 +113,12 @@ void fechas_librano(benchmark::State& estado) {
               });
 }
 
-void fechas_directo(benchmark::State& estado) {
-  Directo directo(libros(estado).copia("FechasDirecto.MDB"));
-  creaTablaDesnuda(directo);
+void fechas_directo(benchmark::State& estado, const char* tabla) {
   sqlite3_int64 ultimo = 0;
   QByteArray fecha;
-  bucle(estado, directo, "SELECT NLinea, NAsiento, Fecha FROM D2 ORDER BY NAsiento, Fecha",
-        "UPDATE D2 SET Fecha=?2 WHERE NLinea=?1", [&](sqlite3_stmt* lee, sqlite3_stmt* escribe) {
+  bucle(estado, libros(estado).copia("FechasDirecto.MDB"), tabla,
+        "SELECT NLinea, NAsiento, Fecha FROM %1 ORDER BY NAsiento, Fecha",
+        "UPDATE %1 SET Fecha=?2 WHERE NLinea=?1", [&](sqlite3_stmt* lee, sqlite3_stmt* escribe) {
           const sqlite3_int64 asiento = sqlite3_column_int64(lee, 1);
           if (asiento != ultimo) {
             fecha = "2025" +
@@ -138,13 +144,11 @@ void cambia_librano(benchmark::State& estado) {
       [&cambio](Database& empresa, const Avance& avance) { cambiaDatos(empresa, cambio, avance); });
 }
 
-void cambia_directo(benchmark::State& estado) {
-  Directo directo(libros(estado).copia("CambiaDirecto.MDB"));
-  creaTablaDesnuda(directo);
-  bucle(estado, directo,
-        "SELECT NLinea FROM D2 WHERE Descripcion LIKE 'Apunte de prueba %' AND "
+void cambia_directo(benchmark::State& estado, const char* tabla) {
+  bucle(estado, libros(estado).copia("CambiaDirecto.MDB"), tabla,
+        "SELECT NLinea FROM %1 WHERE Descripcion LIKE 'Apunte de prueba %' AND "
         "Fecha>='2024-01-01' AND Fecha<='2024-02-06'",
-        "UPDATE D2 SET Descripcion='Apunte cambiado' WHERE NLinea=?1",
+        "UPDATE %1 SET Descripcion='Apunte cambiado' WHERE NLinea=?1",
         [](sqlite3_stmt*, sqlite3_stmt*) {});
 }
 
@@ -185,18 +189,25 @@ void descuadres_directo(benchmark::State& estado) {
 
 // --- the first rows of a locate -----------------------------------------------------------------
 
-// As the grid does: the rows found and the first thirty of them.
+// As the grid does: the rows found and the first thirty of them. The motor is a new one each time,
+// so that nothing is remembered from the search before.
 void localiza_librano(benchmark::State& estado, const char* condicion) {
   Libros& l = libros(estado);
-  DBEngine motor;
-  DataControl diario(motor);
-  diario.bind(l.ruta(), "Select * from SqlDiarioPrincipalBlanco order by nasiento");
   for (auto _ : estado) {
-    diario.bind(l.ruta(), QString("Select * from SqlDiarioPrincipalBlanco where ") + condicion);
-    Recordset& filas = diario.Recordset();
+    estado.PauseTiming();
+    auto motor = std::make_unique<DBEngine>();
+    auto diario = std::make_unique<DataControl>(*motor);
+    diario->bind(l.ruta(), "Select * from Empresa");
+    estado.ResumeTiming();
+    diario->bind(l.ruta(), QString("Select * from SqlDiarioPrincipalBlanco where ") + condicion);
+    Recordset& filas = diario->Recordset();
     for (int fila = 0; fila < std::min(30, filas.rowTotal()); ++fila)
       for (int campo = 0; campo < filas.FieldCount(); ++campo)
         benchmark::DoNotOptimize(filas.cell(fila, campo));
+    estado.PauseTiming();
+    diario.reset();
+    motor.reset();
+    estado.ResumeTiming();
   }
 }
 
@@ -235,6 +246,7 @@ const bool kRegistradas = [] {
     const std::string trabajo = nombre;
     benchmark::RegisterBenchmark((trabajo + "/librano").c_str(), localiza_librano, librano)
         ->Arg(1'000'000)
+        ->Iterations(20)
         ->UseRealTime();
     benchmark::RegisterBenchmark((trabajo + "/directo").c_str(), localiza_directo, directo)
         ->Arg(1'000'000)
@@ -244,11 +256,22 @@ const bool kRegistradas = [] {
 }();
 
 BENCHMARK(renumera_librano)->Name("renumerar/librano")->Apply(unaVez);
-BENCHMARK(renumera_directo)->Name("renumerar/directo")->Apply(unaVez);
+BENCHMARK_CAPTURE(renumera_directo, diario, kDiario)->Name("renumerar/directo")->Apply(unaVez);
+BENCHMARK_CAPTURE(renumera_directo, desnuda, kDesnuda)
+    ->Name("renumerar, lineas desnudas/directo")
+    ->Apply(unaVez);
 BENCHMARK(fechas_librano)->Name("comprobar fechas/librano")->Apply(unaVez);
-BENCHMARK(fechas_directo)->Name("comprobar fechas/directo")->Apply(unaVez);
+BENCHMARK_CAPTURE(fechas_directo, diario, kDiario)->Name("comprobar fechas/directo")->Apply(unaVez);
+BENCHMARK_CAPTURE(fechas_directo, desnuda, kDesnuda)
+    ->Name("comprobar fechas, lineas desnudas/directo")
+    ->Apply(unaVez);
 BENCHMARK(cambia_librano)->Name("cambiar una decima parte/librano")->Apply(unaVez);
-BENCHMARK(cambia_directo)->Name("cambiar una decima parte/directo")->Apply(unaVez);
+BENCHMARK_CAPTURE(cambia_directo, diario, kDiario)
+    ->Name("cambiar una decima parte/directo")
+    ->Apply(unaVez);
+BENCHMARK_CAPTURE(cambia_directo, desnuda, kDesnuda)
+    ->Name("cambiar una decima parte, lineas desnudas/directo")
+    ->Apply(unaVez);
 BENCHMARK(descuadres_librano)->Name("buscar descuadres/librano")->Apply(unaVez);
 BENCHMARK(descuadres_directo)->Name("buscar descuadres/directo")->Apply(unaVez);
 

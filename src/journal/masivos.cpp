@@ -111,6 +111,9 @@ void cambiaDatos(Database& empresa, const CambioMasivo& cambio, const Avance& av
   const int total = lineas->RecordCount();
   for (lineas->MoveFirst(); !lineas->Eof(); lineas->MoveNext()) {
     avance(lineas->AbsolutePosition(), total);
+    // A line of an asiento that an earlier line has taken away. It is asked, not left to fail: each
+    // failure puts what was done on the disk first.
+    if (lineas->isDeleted(lineas->AbsolutePosition())) continue;
     try {
       if (cambio.eliminar) {
         borraTodo(*lineasDelAsiento(empresa, lineas->Fields("NAsiento").text()));
@@ -120,7 +123,7 @@ void cambiaDatos(Database& empresa, const CambioMasivo& cambio, const Avance& av
         lineas->Update();
       }
     } catch (const ErrorEjecucion& e) {
-      // A line of an asiento that an earlier line has already taken away.
+      // Another station has just taken it away.
       if (e.numero() != err::kRegistroEliminado) throw;
     }
   }

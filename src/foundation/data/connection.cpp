@@ -148,6 +148,7 @@ void Connection::configure() {
       "PRAGMA journal_mode=TRUNCATE",  // data folders are shared over networks: never a WAL
       "PRAGMA synchronous=EXTRA",
       "PRAGMA mmap_size=0",
+      "PRAGMA temp_store=MEMORY",
       "PRAGMA cache_size=-65536",
   };
   for (const char* pragma : kPragmas) execute(QString::fromLatin1(pragma), Doing::Reading);

@@ -11,8 +11,8 @@
 
 namespace {
 
-constexpr qint64 kLongWork = 50;  // milliseconds that a group of long work may hold the file
-constexpr int kPause = 5;         // longer than the other stations' polling
+constexpr qint64 kLongWork = 200;  // milliseconds that a group of long work may hold the file
+constexpr int kPause = 20;         // a tenth of it: time enough for whoever polls
 constexpr int kRetry = 500;
 
 }  // namespace

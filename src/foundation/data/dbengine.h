@@ -3,7 +3,7 @@
 // A DBEngine holds one connection per file for the whole process: every control on a file shares
 // it. The program has no transactions of its own; the engine groups the single-row updates of one
 // user action and writes them when control returns to the event loop, before a box is shown, before
-// an error is raised, and every 50 milliseconds of long work.
+// an error is raised, and every 200 milliseconds of long work.
 #pragma once
 
 #include <memory>
@@ -118,7 +118,7 @@ class DBEngine : public QObject {
   // Commits every open group now. Whatever hands control to somebody else calls it: boxes,
   // dialogs, the event loop, external programs.
   void flush();
-  // To be called inside loops of long work: commits when 50 milliseconds have passed since the
+  // To be called inside loops of long work: commits when 200 milliseconds have passed since the
   // group opened, leaving a short pause for other stations.
   void breathe();
 
