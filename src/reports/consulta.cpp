@@ -60,7 +60,7 @@ Consulta consultaDe(const Plantilla& plantilla, const QString& seleccion, const 
     donde << lineas.condicion([&](const auto& campo, bool) { return expresionDe(o, campo); });
   }
   const QString teniendo = conjuntos.condicion([&](const auto& campo, bool agrupa) {
-    const QString e = expresionDe(o, campo);
+    QString e = expresionDe(o, campo);
     if (agrupa && !agrupaPor(o, e))
       rechaza(QStringLiteral("el libro no agrupa por ") + campo.campo);
     return e;
