@@ -11,6 +11,7 @@
 #include "foundation/creaini.h"
 #include "foundation/leeconfiguracion.h"
 #include "foundation/rutas.h"
+#include "soporte/libros.h"
 
 namespace {
 void copiaCarpeta(const QString& origen, const QString& destino) {
@@ -94,24 +95,9 @@ Escenario::~Escenario() {
 }
 
 DatosEmpresa Escenario::empresaDePrueba() {
-  const CuentasPorDefecto cuentas = CalculaCuentas(3, 8);
-  DatosEmpresa d;
-  d.NombreEmpresa = QStringLiteral("Prueba");
+  DatosEmpresa d = Libros::datosPorDefecto(QStringLiteral("Prueba"), 3, 8);
   d.Ano = QStringLiteral("2003");
   d.FechaCreacion = QStringLiteral("01/01/2003");
-  d.MayorN01 = QStringLiteral("3");
-  d.SubCuN01 = QStringLiteral("8");
-  d.IVASSub = cuentas.IVASSub;
-  d.IVASPro = cuentas.IVASPro;
-  d.IVASCom = cuentas.IVASCom;
-  d.IVARSub = cuentas.IVARSub;
-  d.IVARCli = cuentas.IVARCli;
-  d.IVARVen = cuentas.IVARVen;
-  d.IVASRE = cuentas.IVASRE;
-  d.IVARRE = cuentas.IVARRE;
-  d.MesInicio = QStringLiteral("1");
-  d.Asiento = QStringLiteral("1");
-  d.Mascara = QStringLiteral("#,##0.00 ;-#,##0.00");
   d.Simbolo = QStringLiteral("€");
   return d;
 }
