@@ -186,7 +186,7 @@ TEST(CreaEmpresa, LoHechoAntesDeUnFalloSeQueda) {
 }
 
 TEST(CalculaCuentas, CuentasDeCadaAnchura) {
-  const CuentasPorDefecto ocho = CalculaCuentas(3, 8);
+  const CuentasIVA ocho = CalculaCuentas(3, 8);
   EXPECT_EQ(ocho.IVASSub + u' ' + ocho.IVASPro + u' ' + ocho.IVASCom + u' ' + ocho.IVASRE,
             QStringLiteral("47200001 400 60000001 47500001"));
   EXPECT_EQ(ocho.IVARSub + u' ' + ocho.IVARCli + u' ' + ocho.IVARVen + u' ' + ocho.IVARRE,

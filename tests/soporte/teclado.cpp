@@ -7,7 +7,6 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDragEnterEvent>
-#include <QLabel>
 #include <QLineEdit>
 #include <QMimeData>
 #include <QRadioButton>
@@ -138,11 +137,10 @@ void Teclado::suelta(const char* campo, const QString& texto) {
 }
 
 QString Teclado::textoDe(const char* campo) const {
-  const auto* objeto = &control<QWidget>(campo);
-  if (auto* linea = qobject_cast<const QLineEdit*>(objeto)) return linea->text();
-  if (auto* combo = qobject_cast<const QComboBox*>(objeto)) return combo->currentText();
-  if (auto* rotulo = qobject_cast<const QLabel*>(objeto)) return rotulo->text();
-  if (auto* boton = qobject_cast<const QAbstractButton*>(objeto)) return boton->text();
+  for (const char* propiedad : {"currentText", "text"}) {
+    const QVariant texto = control(campo).property(propiedad);
+    if (texto.isValid()) return texto.toString();
+  }
   ADD_FAILURE() << campo << " no tiene texto";
   return {};
 }
@@ -154,24 +152,4 @@ QString Teclado::enfocado() const {
     }
   }
   return {};
-}
-
-void captura(QWidget& forma, const QString& ruta) {
-  for (const int puntos : {1, 2}) {
-    QPixmap imagen(forma.size() * puntos);
-    imagen.setDevicePixelRatio(puntos);
-    forma.render(&imagen);
-    EXPECT_TRUE(imagen.save(QStringLiteral("%1-%2x.png").arg(ruta).arg(puntos)))
-        << qPrintable(ruta);
-  }
-}
-
-LetraAumentada::LetraAumentada(double veces) : antes_(QApplication::font()) {
-  QFont letra = antes_;
-  letra.setPointSizeF(antes_.pointSizeF() * veces);
-  QApplication::setFont(letra);
-}
-
-LetraAumentada::~LetraAumentada() {
-  QApplication::setFont(antes_);
 }

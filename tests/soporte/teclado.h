@@ -7,9 +7,6 @@
 #include <QPointer>
 #include <QWidget>
 
-class QLineEdit;
-class Rejilla;
-
 // Brings a window forward and waits for it: without an active window no field is ever left.
 void activar(QWidget& ventana);
 // Lets everything that waits in the event loop happen.
@@ -54,17 +51,4 @@ class Teclado {
   QObject* buscar(const char* nombre, const QMetaObject& clase) const;
 
   QPointer<QWidget> forma_;
-};
-
-// Keeps the form as pictures, at the usual size of letters and dots and at twice as many dots:
-// `ruta`-1x.png and `ruta`-2x.png.
-void captura(QWidget& forma, const QString& ruta);
-// While it lives the letters are so many times as large.
-class LetraAumentada {
- public:
-  explicit LetraAumentada(double veces);
-  ~LetraAumentada();
-
- private:
-  QFont antes_;
 };
