@@ -71,6 +71,15 @@ QStringList Libros::filas(const QString& fuente, const QString& empresa) {
   return lineas;
 }
 
+void Libros::anade(const QString& tabla, const QStringList& textos, const QString& empresa) {
+  const auto base = abre(empresa);
+  const auto filas = base->OpenRecordset(tabla);
+  filas->AddNew();
+  for (int i = 0; i < textos.size(); ++i)
+    if (!textos[i].isEmpty()) filas->Fields(i) = textos[i];
+  filas->Update();
+}
+
 void altaSubcuentasTrimestre(Database& empresa) {
   siembraPlan(empresa, 3);
   const auto subcuentas = empresa.OpenRecordset("Subcuentas");

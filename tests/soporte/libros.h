@@ -28,6 +28,9 @@ class Libros {
   // All rows of a source, each as its fields' texts joined by "|" and Null as "-".
   QStringList filas(const QString& fuente, const QString& empresa = "Tienda");
 
+  // Adds a row of texts from the first field on; an empty one leaves its field alone.
+  void anade(const QString& tabla, const QStringList& textos, const QString& empresa = "Tienda");
+
   // Adds subcuentas and posts the journal of a real-looking quarter: 312 lines in 120 asientos,
   // whose balances stand in trimestre/saldos-trimestre.csv. The standing plan is sown first.
   void asientaTrimestre();
