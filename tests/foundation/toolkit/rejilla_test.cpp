@@ -180,6 +180,16 @@ TEST(RejillaEdicion, LoEscritoSeGuardaAlDejarLaCelda) {
   EXPECT_EQ(p.g.texto(0, 2), "16,50");
 }
 
+TEST(RejillaEdicion, LoQueSeEscribiaAlCerrarLaVentanaSeGuarda) {
+  Prueba p;
+  p.g.permitirEdicion(Rejilla::Cambios);
+  reposar();
+  p.t.tecla(Qt::Key_Right);
+  p.t.teclea("General");
+  p.t.cierra();
+  EXPECT_EQ(p.e.valor("Select Descripcion from TiposIVA where Codigo='01'"), "General");
+}
+
 TEST(RejillaEdicion, EscapeDejaLaCeldaComoEstabaYElFormularioAbierto) {
   Prueba p;
   p.g.permitirEdicion(Rejilla::Cambios);
