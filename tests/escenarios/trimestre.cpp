@@ -16,11 +16,11 @@ TEST(Trimestre, FromAnEmptyFolderToItsBalances) {
   Escenario e(Escenario::Carpetas);
   e.reloj.ponEn(QDate(2024, 1, 2));
   Formulario& menu = empiezaEmpresa(e.ctx, e.guion, "Comercial Ejemplo");
+  Teclado t(menu);
   EXPECT_EQ(e.ctx.sesion.DigitosCuenta, 3);
   EXPECT_EQ(e.ctx.sesion.DigitosSubcuenta, 8);
-  tecleaPlanTrimestre(e.ctx, e.guion, menu);
+  tecleaPlanTrimestre(e.ctx, e.guion, t);
 
-  Teclado t(menu);
   const QString mascara = e.ctx.sesion.MascaraImporte;
   double debe = 0;
   double haber = 0;

@@ -72,13 +72,12 @@ void tecleaSubcuenta(Teclado& menu, Guion& guion, const QString& codigo, const Q
 }
 }  // namespace
 
-void tecleaPlanTrimestre(Contexto& ctx, Guion& guion, Formulario& menu) {
-  Teclado teclado(menu);
+void tecleaPlanTrimestre(Contexto& ctx, Guion& guion, Teclado& menu) {
   const auto empresa = ctx.motor.Workspaces(0).OpenDatabase(ctx.sesion.rutaEmpresa());
   for (const QStringList& fila : leeCsv("trimestre/subcuentas.csv")) {
     const auto ya =
         empresa->OpenRecordset("Select * from Subcuentas where Subcuenta='" + fila[0] + "'");
-    if (ya->Eof()) tecleaSubcuenta(teclado, guion, fila[0], fila[1]);
+    if (ya->Eof()) tecleaSubcuenta(menu, guion, fila[0], fila[1]);
   }
 }
 

@@ -40,7 +40,7 @@ void tecleaEmpresa(Teclado& alta, Guion& guion, const QString& empresa,
 void tecleaNombre(Teclado& alta, const QString& nombre);
 // Creates the subcuentas of the quarter that the open company hasn't got, from TxtSubcuenta of the
 // main window: its plan has all cuentas.
-void tecleaPlanTrimestre(Contexto& ctx, Guion& guion, Formulario& menu);
+void tecleaPlanTrimestre(Contexto& ctx, Guion& guion, Teclado& menu);
 
 // Types the whole quarter into the main window; `tras` runs after each line.
 void tecleaTrimestre(Contexto& ctx, Guion& guion, Formulario& menu,
