@@ -21,9 +21,9 @@ QList<QStringList> leeCsv(const QString& fichero) {
   return filas;
 }
 
-Libros::Libros(int digitosCuenta, int digitosSubcuenta) {
+Libros::Libros() {
   CrearInicio(motor, dirDatos() + "Inicio.mdb");
-  creaEmpresa(datosPorDefecto("Tienda", digitosCuenta, digitosSubcuenta));
+  creaEmpresa(datosPorDefecto("Tienda", 3, 8));
 }
 
 void Libros::creaEmpresa(const DatosEmpresa& datos) {
@@ -69,15 +69,6 @@ QStringList Libros::filas(const QString& fuente, const QString& empresa) {
     lineas += textos.join(u'|');
   }
   return lineas;
-}
-
-void Libros::anade(const QString& tabla, const QStringList& textos, const QString& empresa) {
-  const auto base = abre(empresa);
-  const auto filas = base->OpenRecordset(tabla);
-  filas->AddNew();
-  for (int i = 0; i < textos.size(); ++i)
-    if (!textos[i].isEmpty()) filas->Fields(i) = textos[i];
-  filas->Update();
 }
 
 void altaSubcuentasTrimestre(Database& empresa) {

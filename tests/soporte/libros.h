@@ -12,8 +12,8 @@
 
 class Libros {
  public:
-  // A data folder with a catalogue and the company "Tienda" of 2024.
-  explicit Libros(int digitosCuenta = 3, int digitosSubcuenta = 8);
+  // A data folder with a catalogue and the company "Tienda" of 2024, of 3 and 8 digits.
+  Libros();
 
   // Makes another company, in the catalogue too.
   void creaEmpresa(const DatosEmpresa& datos);
@@ -27,9 +27,6 @@ class Libros {
 
   // All rows of a source, each as its fields' texts joined by "|" and Null as "-".
   QStringList filas(const QString& fuente, const QString& empresa = "Tienda");
-
-  // Adds a row of texts from the first field on; an empty one leaves its field alone.
-  void anade(const QString& tabla, const QStringList& textos, const QString& empresa = "Tienda");
 
   // Adds subcuentas and posts the journal of a real-looking quarter: 312 lines in 120 asientos,
   // whose balances stand in trimestre/saldos-trimestre.csv. The standing plan is sown first.

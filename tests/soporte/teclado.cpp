@@ -66,7 +66,7 @@ void Teclado::llega(const char* campo) {
 }
 
 void Teclado::pulsa(const char* boton) {
-  auto& control = this->control<QWidget>(boton);
+  auto& control = this->control(boton);
   EXPECT_TRUE(control.isVisible() && control.isEnabled()) << boton;
   QPoint sitio = control.rect().center();
   if (qobject_cast<QCheckBox*>(&control) || qobject_cast<QRadioButton*>(&control)) {
@@ -78,14 +78,14 @@ void Teclado::pulsa(const char* boton) {
 }
 
 void Teclado::dobleClic(const char* campo) {
-  auto& control = this->control<QWidget>(campo);
+  auto& control = this->control(campo);
   QTest::mouseDClick(forma_->windowHandle(), Qt::LeftButton, {},
                      control.mapTo(forma_->window(), control.rect().center()));
   reposar();
 }
 
 void Teclado::enfoca(const char* campo) {
-  auto& control = this->control<QWidget>(campo);
+  auto& control = this->control(campo);
   EXPECT_TRUE(control.isVisible() && control.isEnabled()) << campo;
   control.setFocus(Qt::TabFocusReason);
   reposar();
@@ -93,7 +93,7 @@ void Teclado::enfoca(const char* campo) {
 
 void Teclado::escribe(const char* campo, const QString& texto) {
   enfoca(campo);
-  auto& control = this->control<QWidget>(campo);
+  auto& control = this->control(campo);
   auto* linea = qobject_cast<QLineEdit*>(&control);
   if (auto* combo = qobject_cast<QComboBox*>(&control)) linea = combo->lineEdit();
   ASSERT_TRUE(linea) << campo;
@@ -125,7 +125,7 @@ void Teclado::suelta(const char* campo, const QString& texto) {
   QMimeData contenido;
   contenido.setText(texto);
   contenido.setData(QLatin1String(Rejilla::kTipoArrastre), {});
-  auto& control = this->control<QWidget>(campo);
+  auto& control = this->control(campo);
   const QPoint sitio = control.rect().center();
   QDragEnterEvent entrada(sitio, Qt::CopyAction, &contenido, Qt::LeftButton, Qt::NoModifier);
   entrada.ignore();
