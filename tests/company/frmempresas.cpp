@@ -173,6 +173,7 @@ TEST(FrmEmpresas, ModificaLoQuePuede) {
     t.escribe("TxtNoModifica", "3112");
     t.escribe("TxtMesInicio", "04");
     t.marca("TxtLimpiarPantalla");
+    t.marca("TxtControlarAsiento", false);
     EXPECT_EQ(t.textoDe("TxtNoModifica"), "31/12/2003");
     t.escribe("TxtMascara", "#,##0");
     t.pulsa(boton);
@@ -180,13 +181,13 @@ TEST(FrmEmpresas, ModificaLoQuePuede) {
   }
   EXPECT_EQ(ajustes(e),
             "1|Prueba|2003|01/01/2003||||||12345678|||Ana Ruiz|0|3|8|47200001|400|60000001|"
-            "47700001|430|70000001|4|31/12/2003|1|Verdadero|Verdadero|#,##0|€|0|0|0|47500001|"
+            "47700001|430|70000001|4|31/12/2003|1|Verdadero|Falso|#,##0|€|0|0|0|47500001|"
             "47300001");
   const Sesion& s = e.ctx.sesion;
   EXPECT_EQ(s.MesInicio, 4);
   EXPECT_EQ(s.FechaNoModificar, "31/12/2003");
   EXPECT_TRUE(s.LimpiarAsiento);
-  EXPECT_TRUE(s.ControlarAsiento);
+  EXPECT_FALSE(s.ControlarAsiento);
   EXPECT_EQ(s.MascaraImporte, "#,##0");
   EXPECT_EQ(s.GerenteEmpresa, "");  // with the next opening
 }
