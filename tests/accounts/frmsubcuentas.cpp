@@ -53,30 +53,12 @@ TEST(FrmSubCuentas, UnaCuentaQueFaltaYNoSeCreaDejaElCampoVacioYNoEscribeNada) {
     EXPECT_EQ(t.textoDe("TxtSubcuenta"), "");
     EXPECT_EQ(t.enfocado(), "TxtSubcuenta");
     EXPECT_TRUE(e.abierto("FrmSubCuentas"));
+    // Closing is no leaving.
+    t.teclea("99900001");
+    t.escape();
+    EXPECT_FALSE(e.abierto("FrmSubCuentas"));
     EXPECT_EQ(e.filas("Subcuentas"), antes);
   }
-}
-
-TEST(FrmSubCuentas, UnaCuentaQueFaltaSeCreaDePasoTambienAlModificar) {
-  EscenarioPlan e;
-  Teclado t = e.abreCon("FrmSubCuentas", 2, "43000001");
-  t.escribe("TxtSubcuenta", "57.1");
-  e.guion.esperaPregunta(kFaltaCuenta, true, "Error");
-  e.guion.esperaDialogo("FrmCuentas", [](Teclado& d) {
-    EXPECT_EQ(d.forma().windowTitle(), "Alta de cuenta");
-    EXPECT_EQ(d.textoDe("TxtCuenta"), "570");
-    d.escribe("TxtDescripcion", "Caja");
-    d.pulsa("CmdAceptar");
-  });
-  t.intro();
-  EXPECT_EQ(e.cuenta("570"), "570|Caja|5|57|Falso");
-  EXPECT_EQ(t.enfocado(), "TxtSubcuenta");
-  EXPECT_EQ(t.textoDe("TxtSubcuenta"), "57000001");
-  t.intro();
-  t.teclea("Caja");
-  t.pulsa("CmdAceptar");
-  EXPECT_EQ(e.subcuenta("57000001"), "570|Caja");
-  EXPECT_EQ(e.subcuenta("43000001"), "");
 }
 
 TEST(FrmSubCuentas, LoQueElFicheroRechazaSeDiceYNadaCambia) {
@@ -99,7 +81,7 @@ TEST(FrmSubCuentas, LoQueElFicheroRechazaSeDiceYNadaCambia) {
   EXPECT_TRUE(e.errores()[0].trimmed().endsWith("Producido en CmdAceptar_Click FrmSubcuentas"));
 }
 
-TEST(FrmSubCuentas, AlModificarSeMuestraLoQueHayYLaFichaSoloDondeLaHay) {
+TEST(FrmSubCuentas, AlModificarCambianLaFichaSiLaHayElNombreYElCodigo) {
   EscenarioPlan e;
   Teclado t = e.abreCon("FrmSubCuentas", 2, "57200001");
   EXPECT_FALSE(t.visible("CmdDatosAuxiliares"));
@@ -113,9 +95,20 @@ TEST(FrmSubCuentas, AlModificarSeMuestraLoQueHayYLaFichaSoloDondeLaHay) {
   });
   t.pulsa("CmdDatosAuxiliares");
   t.escribe("TxtDescripcion", "Bodegas Sol");
+  // Also here a cuenta that is missing is created on the way.
+  t.escribe("TxtSubcuenta", "57.1");
+  e.guion.esperaPregunta(kFaltaCuenta, true, "Error");
+  e.guion.esperaDialogo("FrmCuentas", [](Teclado& d) {
+    d.escribe("TxtDescripcion", "Caja");
+    d.pulsa("CmdAceptar");
+  });
+  t.intro();
+  EXPECT_EQ(e.cuenta("570"), "570|Caja|5|57|Falso");
+  EXPECT_EQ(t.enfocado(), "TxtSubcuenta");
   t.pulsa("CmdAceptar");
-  EXPECT_EQ(e.subcuenta("43000002"), "430|Bodegas Sol");
-  EXPECT_EQ(e.valor("Select Nif from Subcuentas where Subcuenta='43000002'"), "B1");
+  EXPECT_EQ(e.fila("Select Cuenta, Descripcion, Nif from Subcuentas where Subcuenta='57000001'"),
+            "570|Bodegas Sol|B1");
+  EXPECT_EQ(e.subcuenta("43000002"), "");
 }
 
 TEST(FrmSubCuentas, LaListaSeDespliegaYSigueLoQueSeTeclea) {
@@ -129,33 +122,6 @@ TEST(FrmSubCuentas, LaListaSeDespliegaYSigueLoQueSeTeclea) {
   EXPECT_EQ(t.control<Rejilla>("GrigSubCuentas").valor("Cuenta"), "572");
   t.pulsa("CmdDesplega");
   EXPECT_EQ(t.forma().height(), plegada);
-}
-
-// Closing by Escape is no leaving: the fields hold what their leaving reactions would refuse.
-TEST(DialogosDelPlan, CancelarNoCambiaNadaYEscapeNoHaceSalirDelCampo) {
-  const struct {
-    const char* formulario;
-    int modo;
-    const char* valor;
-    const char* campo;
-    const char* texto;
-  } casos[] = {{"FrmSubCuentas", 1, "", "TxtSubcuenta", "99900001"},
-               {"FrmSubCuentas", 2, "43000001", "TxtSubcuenta", "99900001"},
-               {"FrmSubCuentas", 2, "43000001", "TxtDescripcion", "Otro"},
-               {"FrmCuentas", 1, "439", "TxtN02N", "08"},
-               {"FrmCuentas", 2, "430", "TxtDescripcion", "Otro"}};
-  EscenarioPlan e;
-  const auto subcuentas = e.filas("Subcuentas");
-  const auto cuentas = e.filas("Cuentas");
-  for (const auto& caso : casos) {
-    SCOPED_TRACE(testing::Message() << caso.formulario << ' ' << caso.modo << ' ' << caso.campo);
-    Teclado t = e.abreCon(caso.formulario, caso.modo, caso.valor);
-    t.escribe(caso.campo, caso.texto);
-    t.escape();
-    EXPECT_FALSE(e.abierto(caso.formulario));
-    EXPECT_EQ(e.filas("Subcuentas"), subcuentas);
-    EXPECT_EQ(e.filas("Cuentas"), cuentas);
-  }
 }
 
 }  // namespace

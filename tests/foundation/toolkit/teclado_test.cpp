@@ -155,11 +155,6 @@ TEST(Salir, NoLoEsLoQueVuelveAlMismoCampo) {
     const char* como;
     std::function<void()> accion;
   } casos[] = {
-      {"una caja",
-       [&] {
-         p.e.guion.esperaMensaje("Hola", "Título");
-         p.f.mensaje("Hola", "Título");
-       }},
       {"otra ventana",
        [&] {
          QWidget otra;
