@@ -18,7 +18,6 @@
 #include "foundation/toolkit/formdeprueba.h"
 #include "foundation/toolkit/progreso.h"
 #include "foundation/toolkit/tema.h"
-#include "soporte/escenario.h"
 
 namespace {
 using Lista = QStringList;
@@ -47,7 +46,8 @@ TEST(CajasQt, LosBotonesVanEnEspanol) {
   CajasQt cajas(motor);
   enLaCaja<QMessageBox>([](QMessageBox& caja) {
     EXPECT_EQ(botonesDe(caja), Lista{"Aceptar"});
-    EXPECT_EQ(caja.textFormat(), Qt::PlainText);  // as in "1 < 2 & 3"
+    EXPECT_EQ(caja.text(), "1 < 2 & <b>3</b>");
+    EXPECT_EQ(caja.textFormat(), Qt::PlainText);
     QTest::keyClick(&caja, Qt::Key_Return);
   });
   cajas.mensaje(nullptr, "1 < 2 & <b>3</b>", "Error", Icono::Aviso);
@@ -81,44 +81,40 @@ TEST(CajasQt, PreguntaSiONo) {
 }
 
 TEST(CajasQt, UnDialogoQueSeCierraAlAparecerNoDejaColgadoElPrograma) {
-  Escenario e(Escenario::Ajustes);
-  CajasQt cajas(e.ctx.motor);
-  FormDePrueba f(e.ctx);
-  e.guion.esperaMensaje("cargado");
+  Prueba p;
+  CajasQt cajas(p.e.ctx.motor);
   FormDePrueba::alCargar = [](FormDePrueba& forma) {
     forma.mensaje("cargado", "");
     QTimer::singleShot(0, &forma, [&forma] { forma.descargar(); });
   };
-  cajas.modal(f);
+  p.e.guion.esperaMensaje("cargado");
+  FormDePrueba tarde(p.e.ctx);
+  cajas.modal(tarde);
   FormDePrueba::alCargar = [](FormDePrueba& forma) { forma.descargar(); };
-  FormDePrueba otra(e.ctx);
-  cajas.modal(otra);
-  FormDePrueba::alCargar = {};
-  EXPECT_FALSE(f.isVisible() || otra.isVisible());
+  FormDePrueba enseguida(p.e.ctx);
+  cajas.modal(enseguida);
+  EXPECT_FALSE(tarde.isVisible() || enseguida.isVisible());
 }
 
 TEST(Progreso, MueveLaBarraYNoTomaTeclasHastaQueAcaba) {
-  Escenario e(Escenario::Ajustes);
-  auto& f = e.abre<FormDePrueba>();
-  Teclado t(f);
-  QProgressBar barra(&f);
-  t.escribe("TxtA", "x");
+  Prueba p;
+  QProgressBar barra(&p.f);
+  p.t.escribe("TxtA", "x");
   {
-    Progreso progreso(e.ctx, barra, 100);
+    Progreso progreso(p.e.ctx, barra, 100);
     EXPECT_TRUE(barra.isVisible());
     progreso.avanza(40);
-    t.teclea("abc");
-    t.escape();
-    t.cierra();
+    p.t.teclea("abc");
+    p.t.escape();
+    p.t.cierra();
     progreso.avanza();
-    e.guion.esperaMensaje("¿Sigue?");
-    f.mensaje("¿Sigue?", "");  // a box of the process itself works
+    p.e.guion.esperaMensaje("¿Sigue?");
+    p.f.mensaje("¿Sigue?", "");  // a box of the process itself works
   }
   EXPECT_EQ(barra.value(), 41);
-  EXPECT_EQ(t.textoDe("TxtA"), "x");
-  ASSERT_TRUE(f.isVisible());
-  t.teclea("y");
-  EXPECT_EQ(t.textoDe("TxtA"), "xy");
+  ASSERT_TRUE(p.f.isVisible());
+  p.t.teclea("y");
+  EXPECT_EQ(p.t.textoDe("TxtA"), "xy");
 }
 
 // A drawing that can't be read would leave a blank button.

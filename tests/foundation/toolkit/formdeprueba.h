@@ -9,7 +9,7 @@
 #include <QRadioButton>
 #include <QVBoxLayout>
 
-#include "foundation/toolkit/formulario.h"
+#include "soporte/escenario.h"
 
 class FormDePrueba : public Formulario {
   Q_OBJECT
@@ -76,4 +76,12 @@ class FormDePrueba : public Formulario {
     layout()->addWidget(control);
     return control;
   }
+};
+
+// It alone on the screen.
+struct Prueba {
+  Escenario e{Escenario::Ajustes};
+  FormDePrueba& f = e.abre<FormDePrueba>();
+  Teclado t{f};
+  ~Prueba() { FormDePrueba::alCargar = {}; }
 };

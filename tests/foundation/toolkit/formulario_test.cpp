@@ -6,7 +6,6 @@
 
 #include "foundation/toolkit/consulta.h"
 #include "foundation/toolkit/formdeprueba.h"
-#include "soporte/escenario.h"
 
 namespace {
 using Lista = QStringList;
@@ -18,12 +17,8 @@ class FrmIVASR : public FormDePrueba {
   using FormDePrueba::FormDePrueba;
 };
 
-struct Prueba {
-  Escenario e{Escenario::Ajustes};
-  FormDePrueba& f = e.abre<FormDePrueba>();
-  Teclado t{f};
-  Prueba() { e.formularios->registra<FrmIVASR>(); }
-  ~Prueba() { FormDePrueba::alCargar = {}; }
+struct PruebaDeDos : Prueba {
+  PruebaDeDos() { e.formularios->registra<FrmIVASR>(); }
 };
 
 TEST(Formulario, UnErrorDaUnaCajaYUnaLineaYElFormularioSigue) {
@@ -45,7 +40,7 @@ TEST(Formulario, UnErrorDaUnaCajaYUnaLineaYElFormularioSigue) {
 }
 
 TEST(Formulario, CargaUnaVezYSeActivaCadaVezQueSeMuestra) {
-  Prueba p;
+  PruebaDeDos p;
   EXPECT_EQ(p.f.lee().mid(0, 2), (Lista{"carga", "activa"}));
   p.e.guion.esperaDialogo("FrmIVASR", [&](Teclado& d) {
     EXPECT_EQ(p.e.formularios->abierto("FrmIVASR"), &d.forma());
@@ -69,28 +64,26 @@ TEST(Formulario, CargaUnaVezYSeActivaCadaVezQueSeMuestra) {
 }
 
 TEST(Formulario, LosCodigosDelDialogoSePonenAntesYSeQuitanDespues) {
-  Prueba p;
+  PruebaDeDos p;
   Sesion& s = p.e.ctx.sesion;
-  QString visto;
-  const auto mira = [&](Teclado& d) {
-    visto = QString("%1 %2").arg(s.CodigoLlamada).arg(s.ValorElegido);
-    d.escape();
+  const auto codigos = [&s] { return QString("%1 %2").arg(s.CodigoLlamada).arg(s.ValorElegido); };
+  const auto mira = [&](const QString& esperados) {
+    p.e.guion.esperaDialogo("FrmIVASR", [&, esperados](Teclado& d) {
+      EXPECT_EQ(codigos(), esperados);
+      d.escape();
+    });
   };
-  p.e.guion.esperaDialogo("FrmIVASR", mira);
+  mira("6 27");
   p.f.mostrar("FrmIVASR", 6, "27");
-  EXPECT_EQ(visto, "6 27");
-  EXPECT_EQ(s.CodigoLlamada, 0);
-  EXPECT_EQ(s.ValorElegido, "");
-
+  EXPECT_EQ(codigos(), "0 ");
   s.ValorElegido = "queda";
-  p.e.guion.esperaDialogo("FrmIVASR", mira);
+  mira("7 queda");
   p.f.mostrar("FrmIVASR", 7);
-  EXPECT_EQ(visto, "7 queda");
-  EXPECT_EQ(s.ValorElegido, "queda");
+  EXPECT_EQ(codigos(), "0 queda");
 }
 
 TEST(Formulario, CambiarCierraLosAbiertosYElProgramaNoAcaba) {
-  Prueba p;
+  PruebaDeDos p;
   const QPointer<Formulario> vieja(&p.f);
   FormDePrueba::alCargar = [](FormDePrueba& f) { f.mensaje("Nueva", ""); };
   p.f.alPulsar(p.f.CmdAceptar, [&] {
@@ -119,26 +112,19 @@ TEST(Formulario, CambiarCierraLosAbiertosYElProgramaNoAcaba) {
 TEST(Consulta, EscribeEnElCampoQuePidioYEnNingunOtro) {
   Prueba p;
   p.f.TxtA->setObjectName("TxtCodigoProveedor");
-  const struct {
-    const char* forma;
-    int codigo;
-    std::span<const DestinoConsulta> tabla;
-    bool llega;
-  } casos[] = {
-      {"FrmIVASR", 20, destinosDeSubcuenta(), true},
-      {"FrmIVASR", 21, destinosDeSubcuenta(), false},
-      {"FrmIVASR", 20, destinosDeTipoIVA(), false},
-      {"FrmIVASR", 0, destinosDeSubcuenta(), false},
-      {"FrmPartida", 20, destinosDeSubcuenta(), false},  // the form isn't open
-  };
-  for (const auto& caso : casos) {
-    SCOPED_TRACE(testing::Message() << caso.forma << ' ' << caso.codigo);
-    p.f.setObjectName(caso.forma);
+  const auto entrega = [&](const char* forma, int codigo, std::span<const DestinoConsulta> tabla) {
+    p.f.setObjectName(forma);
     p.f.TxtA->clear();
-    p.e.ctx.sesion.CodigoAccion = caso.codigo;
-    EXPECT_EQ(entregarConsulta(p.e.ctx, caso.tabla, "40000001"), caso.llega);
-    EXPECT_EQ(p.f.TxtA->text(), caso.llega ? "40000001" : "");
-  }
+    p.e.ctx.sesion.CodigoAccion = codigo;
+    const bool entregado = entregarConsulta(p.e.ctx, tabla, "40000001");
+    EXPECT_EQ(entregado, !p.f.TxtA->text().isEmpty());
+    return p.f.TxtA->text();
+  };
+  EXPECT_EQ(entrega("FrmIVASR", 20, destinosDeSubcuenta()), "40000001");
+  EXPECT_EQ(entrega("FrmIVASR", 22, destinosDeSubcuenta()), "");  // of another field
+  EXPECT_EQ(entrega("FrmIVASR", 20, destinosDeTipoIVA()), "");
+  EXPECT_EQ(entrega("FrmIVASR", 0, destinosDeSubcuenta()), "");
+  EXPECT_EQ(entrega("FrmPartida", 20, destinosDeSubcuenta()), "");  // the form isn't open
 }
 
 // The script of the tests themselves.

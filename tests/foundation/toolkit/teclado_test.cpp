@@ -2,16 +2,9 @@
 #include <gtest/gtest.h>
 
 #include "foundation/toolkit/formdeprueba.h"
-#include "soporte/escenario.h"
 
 namespace {
 using Lista = QStringList;
-
-struct Prueba {
-  Escenario e{Escenario::Ajustes};
-  FormDePrueba& f = e.abre<FormDePrueba>();
-  Teclado t{f};
-};
 
 TEST(Campos, FiltranLasTeclas) {
   enum Filtro { Texto, Numero, Importe, Decimal };
