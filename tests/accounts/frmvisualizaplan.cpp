@@ -94,28 +94,19 @@ TEST(FrmVisualizaPlan, LasFlechasLosGruposYElOrdenMuevenLaLista) {
   EXPECT_EQ(e.linea(), "43000002");
 }
 
-TEST(FrmVisualizaPlan, SeQuedaEnLoQueSeEscribeYTrasLoQueSeBorra) {
+TEST(FrmVisualizaPlan, SeQuedaEnLoQueSeModificaYTrasLoQueSeBorra) {
   EscenarioConsulta e;
-  e.consulta("ba", [&](Teclado& d) {
+  e.consulta("banco", [&](Teclado& d) {
     e.guion.esperaDialogo("FrmSubCuentas", [](Teclado& s) {
-      EXPECT_EQ(s.textoDe("TxtSubcuenta"), "");
-      s.teclea("572.9");
-      s.intro();
-      s.teclea("Banco Tajo");
-      s.pulsa("CmdAceptar");
-    });
-    d.teclea("+");
-    EXPECT_EQ(fila(d), "57200009");
-    EXPECT_EQ(d.textoDe("TxtBusquedaCuentas"), "57200009");
-    e.guion.esperaDialogo("FrmSubCuentas", [](Teclado& s) {
-      EXPECT_EQ(s.textoDe("TxtDescripcion"), "Banco Tajo");
-      s.escribe("TxtDescripcion", "Banco Ebro");
+      EXPECT_EQ(s.textoDe("TxtDescripcion"), "Banco Duero");
+      s.escribe("TxtDescripcion", "Caja Ebro");
       s.pulsa("CmdAceptar");
     });
     d.pulsa("CmdModifica");
-    EXPECT_EQ(fila(d), "57200009");
-    EXPECT_EQ(e.subcuenta("57200009"), "572|Banco Ebro");
-    e.guion.esperaPregunta("Esta seguro de eliminar la subcuenta 57200009", true, "Eliminar");
+    EXPECT_EQ(fila(d), "57200001");
+    EXPECT_EQ(d.textoDe("TxtBusquedaCuentas"), "57200001");
+    EXPECT_EQ(e.subcuenta("57200001"), "572|Caja Ebro");
+    e.guion.esperaPregunta("Esta seguro de eliminar la subcuenta 57200001", true, "Eliminar");
     d.pulsa("CmdBajas");
     EXPECT_EQ(fila(d), "60000001");
     d.pulsa("CmdSalir");
