@@ -146,10 +146,10 @@ void Connection::configure() {
   registerFunctions(db_);
   static const char* const kPragmas[] = {
       "PRAGMA journal_mode=TRUNCATE",  // data folders are shared over networks: never a WAL
-      "PRAGMA synchronous=EXTRA",
-      "PRAGMA mmap_size=0",
-      "PRAGMA temp_store=MEMORY",
-      "PRAGMA cache_size=-65536",
+      "PRAGMA synchronous=EXTRA",      // a posted line outlives a power cut
+      "PRAGMA mmap_size=0",            // a folder that goes away is an error, not a signal
+      "PRAGMA temp_store=MEMORY",      // nothing of a company is left on other disks
+      "PRAGMA cache_size=-65536",      // in KiB: the keys of a million lines stay at hand
   };
   for (const char* pragma : kPragmas) execute(QString::fromLatin1(pragma), Doing::Reading);
 }
