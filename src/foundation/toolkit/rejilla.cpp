@@ -70,6 +70,7 @@ void Rejilla::enlazar(DataControl& datos, std::vector<Columna> columnas) {
   modelo_->enlazar(datos, std::move(columnas));
   connect(&datos, &DataControl::refreshed, this, [this] {
     modelo_->anotarRefresco();
+    restoPorLeer_ = true;
     aplazarSincronia();
   });
   connect(&datos, &DataControl::repositioned, this, [this] {
@@ -82,7 +83,7 @@ void Rejilla::enlazar(DataControl& datos, std::vector<Columna> columnas) {
     modelo_->anotarBorrada(posicion);
     aplazarSincronia();
   });
-  sinAnchos_ = true;
+  sinAnchos_ = restoPorLeer_ = true;
   updateGeometry();
   aplazarSincronia();
 }
@@ -194,7 +195,15 @@ QString Rejilla::texto(int fila, int columna) const {
   return modelo_->texto(fila, columna);
 }
 
+void Rejilla::leerResto() {
+  const auto* datos = modelo_->datos();
+  if (!datos || !datos->isOpen()) return;
+  protege([&] { datos->Recordset().rowTotal(); });
+  aplazarSincronia();
+}
+
 int Rejilla::filas() const {
+  const_cast<Rejilla*>(this)->leerResto();
   const_cast<Rejilla*>(this)->sincronizar();
   return modelo_->filas();
 }
@@ -256,4 +265,6 @@ void Rejilla::changeEvent(QEvent* evento) {
 void Rejilla::paintEvent(QPaintEvent* evento) {
   sincronizar();
   QTableView::paintEvent(evento);
+  if (!std::exchange(restoPorLeer_, false)) return;
+  QTimer::singleShot(0, this, &Rejilla::leerResto);  // once the first ones are seen
 }

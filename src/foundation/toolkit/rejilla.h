@@ -96,6 +96,7 @@ class Rejilla : public QTableView {
  private:
   void aplazarSincronia();
   void sincronizar();
+  void leerResto();  // the rows after the first ones
   void recolocar(int columna);
   int anchoDe(const Columna& columna) const;
   void ajustarAnchos();
@@ -114,4 +115,5 @@ class Rejilla : public QTableView {
   bool pendiente_ = false;    // the recordset has moved or changed since the last painting
   bool sincronizando_ = false;
   bool sinAnchos_ = true;
+  bool restoPorLeer_ = true;
 };
