@@ -134,12 +134,12 @@ void Recordset::Impl::assign(int ordinal, const Variant& value) {
   const OutputColumn& shown = column(ordinal);
   const Field* field = base(ordinal);
   if (!field) throw ErrorEjecucion(err::kSoloLectura, shown.name);
-  Variant converted = convertTo(field->Type, field->Size, value);
+  const Variant converted = convertTo(field->Type, field->Size, value);
   if (converted.isText() && !field->AllowZeroLength && converted.text().isEmpty())
     throw ErrorEjecucion(err::kTextoVacio, shown.name);
   edited_[static_cast<std::size_t>(ordinal)] = converted;
   // A query may show a column twice: the last value set counts.
-  changed_.insert(shown.baseColumn, std::move(converted));
+  changed_.insert(shown.baseColumn, converted);
 }
 
 // --- Changes

@@ -20,8 +20,8 @@ Registro::~Registro() {
   if (contexto_.formularios == this) contexto_.formularios = nullptr;
 }
 
-void Registro::registra(const QString& nombre, Fabrica fabrica) {
-  fabricas_.insert(nombre, std::move(fabrica));
+void Registro::registra(const QString& nombre, const Fabrica& fabrica) {
+  fabricas_.insert(nombre, fabrica);
 }
 
 // Nobody is left to catch what fails at the return to the event loop: it is told over the form on
