@@ -7,6 +7,7 @@
 #include <QLineEdit>
 #include <QMimeData>
 #include <QMouseEvent>
+#include <QResizeEvent>
 #include <QScopedValueRollback>
 #include <QScrollBar>
 #include <QStyledItemDelegate>
@@ -260,6 +261,13 @@ bool Rejilla::eventFilter(QObject* objeto, QEvent* evento) {
 void Rejilla::changeEvent(QEvent* evento) {
   QTableView::changeEvent(evento);
   if (evento->type() == QEvent::FontChange) ajustarAnchos();
+}
+
+// The row where one was stays in sight, however small the window is made.
+void Rejilla::resizeEvent(QResizeEvent* evento) {
+  const bool seVeia = QRect(QPoint(), evento->oldSize()).intersects(visualRect(currentIndex()));
+  QTableView::resizeEvent(evento);
+  if (seVeia) scrollTo(currentIndex());
 }
 
 void Rejilla::paintEvent(QPaintEvent* evento) {

@@ -88,6 +88,7 @@ class Rejilla : public QTableView {
   void contextMenuEvent(QContextMenuEvent* evento) override;
   void paintEvent(QPaintEvent* evento) override;
   void changeEvent(QEvent* evento) override;
+  void resizeEvent(QResizeEvent* evento) override;
   bool eventFilter(QObject* objeto, QEvent* evento) override;
   void currentChanged(const QModelIndex& actual, const QModelIndex& anterior) override;
   bool edit(const QModelIndex& indice, EditTrigger motivo, QEvent* evento) override;
