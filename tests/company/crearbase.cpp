@@ -6,18 +6,10 @@
 
 #include "company/sesionempresa.h"
 #include "foundation/creaini.h"
+#include "soporte/errores.h"
 #include "soporte/libros.h"
 
 namespace {
-
-int numeroDeError(const std::function<void()>& accion) {
-  try {
-    accion();
-    return 0;
-  } catch (const ErrorEjecucion& e) {
-    return e.numero();
-  }
-}
 
 QString tipo(const Field& campo, int digitosCuenta, int digitosSubcuenta) {
   static const QMap<FieldType, QString> kTipos = {{FieldType::Boolean, "boolean"},

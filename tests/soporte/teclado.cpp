@@ -153,3 +153,13 @@ QString Teclado::enfocado() const {
   }
   return {};
 }
+
+LetraAumentada::LetraAumentada(double veces) : antes_(QApplication::font()) {
+  QFont letra = antes_;
+  letra.setPointSizeF(antes_.pointSizeF() * veces);
+  QApplication::setFont(letra);
+}
+
+LetraAumentada::~LetraAumentada() {
+  QApplication::setFont(antes_);
+}

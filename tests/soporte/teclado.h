@@ -52,3 +52,13 @@ class Teclado {
 
   QPointer<QWidget> forma_;
 };
+
+// While it lives the letters are so many times as large.
+class LetraAumentada {
+ public:
+  explicit LetraAumentada(double veces);
+  ~LetraAumentada();
+
+ private:
+  QFont antes_;
+};

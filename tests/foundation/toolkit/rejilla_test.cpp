@@ -78,17 +78,13 @@ TEST(Rejilla, MuestraCadaTipoASuModo) {
 }
 
 TEST(Rejilla, PideElAnchoDeSusColumnasConCualquierLetra) {
-  const QFont usual = QApplication::font();
   for (const double veces : {1.0, 1.5}) {
-    QFont letra = usual;
-    letra.setPointSizeF(usual.pointSizeF() * veces);
-    QApplication::setFont(letra);
+    const LetraAumentada letra(veces);
     PruebaDeRejilla p;
     p.f.resize(p.f.sizeHint());
     reposar();
     EXPECT_EQ(p.g.horizontalScrollBar()->maximum(), 0) << veces;
   }
-  QApplication::setFont(usual);
 }
 
 TEST(Rejilla, SigueAlConjuntoYElConjuntoALaRejilla) {
