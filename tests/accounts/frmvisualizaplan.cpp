@@ -6,6 +6,7 @@
 #include "accounts/plan.h"
 #include "foundation/toolkit/rejilla.h"
 #include "journal/registro.h"
+#include "soporte/tecleo.h"
 
 namespace {
 
@@ -94,19 +95,26 @@ TEST(FrmVisualizaPlan, LasFlechasLosGruposYElOrdenMuevenLaLista) {
   EXPECT_EQ(e.linea(), "43000002");
 }
 
-TEST(FrmVisualizaPlan, SeQuedaEnLoQueSeModificaYTrasLoQueSeBorra) {
+TEST(FrmVisualizaPlan, SeQuedaEnLoQueSeEscribeYTrasLoQueSeBorra) {
   EscenarioConsulta e;
-  e.consulta("banco", [&](Teclado& d) {
+  e.consulta("572", [&](Teclado& d) {
     e.guion.esperaDialogo("FrmSubCuentas", [](Teclado& s) {
-      EXPECT_EQ(s.textoDe("TxtDescripcion"), "Banco Duero");
+      s.teclea("572.9");
+      s.intro();
+      tecleaNombre(s, "Banco Tajo");
+    });
+    d.teclea("+");
+    EXPECT_EQ(fila(d), "57200009");
+    EXPECT_EQ(d.textoDe("TxtBusquedaCuentas"), "57200009");
+    e.guion.esperaDialogo("FrmSubCuentas", [](Teclado& s) {
+      EXPECT_EQ(s.textoDe("TxtDescripcion"), "Banco Tajo");
       s.escribe("TxtDescripcion", "Caja Ebro");
       s.pulsa("CmdAceptar");
     });
     d.pulsa("CmdModifica");
-    EXPECT_EQ(fila(d), "57200001");
-    EXPECT_EQ(d.textoDe("TxtBusquedaCuentas"), "57200001");
-    EXPECT_EQ(e.subcuenta("57200001"), "572|Caja Ebro");
-    e.guion.esperaPregunta("Esta seguro de eliminar la subcuenta 57200001", true, "Eliminar");
+    EXPECT_EQ(fila(d), "57200009");
+    EXPECT_EQ(e.subcuenta("57200009"), "572|Caja Ebro");
+    e.guion.esperaPregunta("Esta seguro de eliminar la subcuenta 57200009", true, "Eliminar");
     d.pulsa("CmdBajas");
     EXPECT_EQ(fila(d), "60000001");
     d.pulsa("CmdSalir");
