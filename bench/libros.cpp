@@ -39,13 +39,7 @@ DatosEmpresa datosDelBanco() {
   datos.Ano = "2024";
   datos.MayorN01 = "3";
   datos.SubCuN01 = "8";
-  const CuentasPorDefecto cuentas = CalculaCuentas(3, 8);
-  datos.IVASSub = cuentas.IVASSub;
-  datos.IVASCom = cuentas.IVASCom;
-  datos.IVARSub = cuentas.IVARSub;
-  datos.IVARVen = cuentas.IVARVen;
-  datos.IVASRE = cuentas.IVASRE;
-  datos.IVARRE = cuentas.IVARRE;
+  static_cast<CuentasIVA&>(datos) = CalculaCuentas(3, 8);
   datos.Asiento = "1";
   datos.MesInicio = "1";
   datos.Mascara = "#,##0.00 ;-#,##0.00";

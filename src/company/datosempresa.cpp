@@ -62,7 +62,7 @@ void escribeDatosEmpresa(Recordset& empresa, const DatosEmpresa& datos) {
     ignorando([&] { empresa.Fields(campo.ordinal) = datos.*campo.marca; });
 }
 
-CuentasPorDefecto CalculaCuentas(int digitosCuenta, int digitosSubcuenta) {
+CuentasIVA CalculaCuentas(int digitosCuenta, int digitosSubcuenta) {
   const int ceros = digitosSubcuenta - digitosCuenta - 1;
   if (ceros < 0) throw ErrorEjecucion(err::kLlamadaNoValida);
   const auto cuenta = [=](const char* modelo) {

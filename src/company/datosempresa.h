@@ -5,7 +5,21 @@
 
 class Recordset;
 
-struct DatosEmpresa {
+// The accounts that a company's entries of IVA go to, by field of Empresa.
+struct CuentasIVA {
+  QString IVASSub;
+  QString IVASPro;
+  QString IVASCom;
+  QString IVARSub;
+  QString IVARCli;
+  QString IVARVen;
+  QString IVASRE;
+  QString IVARRE;
+
+  bool operator==(const CuentasIVA&) const = default;
+};
+
+struct DatosEmpresa : CuentasIVA {
   QString NombreEmpresa;
   QString Ano;
   QString FechaCreacion;
@@ -21,12 +35,6 @@ struct DatosEmpresa {
   QString CapitalSocial;
   QString MayorN01;  // digits of a cuenta
   QString SubCuN01;  // digits of a subcuenta
-  QString IVASSub;
-  QString IVASPro;
-  QString IVASCom;
-  QString IVARSub;
-  QString IVARCli;
-  QString IVARVen;
   QString MesInicio;
   QString NoModificar;  // empty for no limit
   QString Asiento;
@@ -34,8 +42,6 @@ struct DatosEmpresa {
   bool Controlar = false;
   QString Mascara;
   QString Simbolo;
-  QString IVASRE;
-  QString IVARRE;
 
   bool operator==(const DatosEmpresa&) const = default;
 };
@@ -47,19 +53,9 @@ DatosEmpresa leeDatosEmpresa(Recordset& empresa);
 // in the tax number, is lost without a word and the rest is kept.
 void escribeDatosEmpresa(Recordset& empresa, const DatosEmpresa& datos);
 
-// The accounts that a company of these widths begins with, by field of Empresa.
-struct CuentasPorDefecto {
-  QString IVASSub;
-  QString IVASPro;
-  QString IVASCom;
-  QString IVARSub;
-  QString IVARCli;
-  QString IVARVen;
-  QString IVASRE;
-  QString IVARRE;
-};
-
+// The accounts that a company of these widths begins with.
+//
 // A cuenta is the first `digitosCuenta` digits of its place in the national plan; a subcuenta adds
 // zeros and a 1 up to `digitosSubcuenta`. Raises 5 when there is no room for that 1.
 //   CalculaCuentas(3, 8).IVASSub == "47200001"
-CuentasPorDefecto CalculaCuentas(int digitosCuenta, int digitosSubcuenta);
+CuentasIVA CalculaCuentas(int digitosCuenta, int digitosSubcuenta);

@@ -182,7 +182,7 @@ void FrmEmpresas::CalculaCuentas() {
   const auto mayores = nivel(ui_->TxtMayNivel);
   const auto subcuentas = nivel(ui_->TxtSubNivel);
   if (!mayores || !subcuentas || *subcuentas <= *mayores) return;
-  const CuentasPorDefecto cuentas = ::CalculaCuentas(*mayores, *subcuentas);
+  const CuentasIVA cuentas = ::CalculaCuentas(*mayores, *subcuentas);
   ui_->TxtIVASCuenta->setText(cuentas.IVASSub);
   ui_->TxtIVASProveedores->setText(cuentas.IVASPro);
   ui_->TxtIVASCompras->setText(cuentas.IVASCom);

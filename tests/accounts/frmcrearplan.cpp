@@ -9,110 +9,87 @@ namespace {
 const char* const kCasillas[] = {"ChkSubcuentas", "ChkTipoIva", "ChkTipoCartera",
                                  "ChkRestoCartera"};
 
-DatosEmpresa empresa(const char* nombre, const char* cuenta, const char* subcuenta) {
-  DatosEmpresa datos = Escenario::empresaDePrueba();
-  datos.NombreEmpresa = nombre;
-  datos.MayorN01 = cuenta;
-  datos.SubCuN01 = subcuenta;
-  return datos;
-}
-
-// Another open company, whose plan is to be filled from that of "Prueba".
-class EscenarioCopia : public EscenarioPlan {
- public:
-  EscenarioCopia() {
-    inserta("Recibos", {{"Subcuenta", "43000001"}, {"Importe", 5.0}});
-    const auto base = ctx.motor.Workspaces(0).OpenDatabase(ctx.sesion.rutaEmpresa());
-    const auto tipos = base->OpenRecordset("TiposIVA");
-    tipos->Edit();
-    tipos->Fields("IVA") = 5;
-    tipos->Update();
-    creaEmpresa(empresa("Nueva", "3", "8"));
-    abreEmpresa("Nueva");
-  }
-};
-
-TEST(FrmCrearPlan, SembrarDosVecesDejaElPlanYNoCambiaLoQueHabia) {
+TEST(FrmCrearPlan, CopiaLoMarcadoYSeNiegaSobreLaMismaYSobreOtrasAnchuras) {
   EscenarioPlan e;
-  Teclado lista = e.abreCon("FrmCuentasLista", 0);
-  for (int vez = 0; vez < 2; ++vez) {
-    e.guion.esperaDialogo("FrmCrearPlan", [](Teclado& d) {
-      EXPECT_FALSE(d.control("TxtEmpresa").isEnabled());
-      for (const char* casilla : kCasillas) EXPECT_FALSE(d.control(casilla).isEnabled());
-      d.mnemonico('a');
-    });
-    lista.pulsa("CmdCrearPlan");
-    EXPECT_EQ(e.filas("Cuentas").size(), 356u);
+  e.inserta("Recibos", {{"Subcuenta", "43000001"}, {"Importe", 5.0}});
+  const auto base = e.ctx.motor.Workspaces(0).OpenDatabase(e.ctx.sesion.rutaEmpresa());
+  const auto tipos = base->OpenRecordset("TiposIVA");
+  tipos->Edit();
+  tipos->Fields("IVA") = 5;
+  tipos->Update();
+  DatosEmpresa nueva = Escenario::empresaDePrueba();
+  for (const char* nombre : {"Ancha", "Nueva"}) {
+    nueva.NombreEmpresa = nombre;
+    nueva.MayorN01 = *nombre == 'A' ? "4" : "3";
+    nueva.SubCuN01 = *nombre == 'A' ? "9" : "8";
+    e.creaEmpresa(nueva);
   }
-  EXPECT_EQ(e.valor("Select Descripcion from Cuentas where Cuenta='572'"), "Bancos");
-}
+  e.abreEmpresa("Nueva");
 
-TEST(FrmCrearPlan, CopiaLoMarcadoYLosTiposCaenEnUnaSolaFila) {
-  EscenarioCopia e;
   Teclado t = e.abreCon("FrmCrearPlan", 0);
-  t.pulsa("OptCreaAPartirDe_1");
-  t.elige("TxtEmpresa", "Prueba");
-  for (const char* casilla : kCasillas) t.marca(casilla);
-  t.pulsa("CmdAceptar");
-  EXPECT_FALSE(e.abierto("FrmCrearPlan"));
+  const std::pair<const char*, const char*> negadas[] = {
+      {"Nueva", "No puede copiar un plan de cuentas sobre la misma empresa"},
+      {"Ancha",
+       "El tamaño de las subcuentas es diferente en la empresa seleccionada y no se podra copiar "
+       "el plan."}};
+  for (const auto& [empresa, texto] : negadas) {
+    t.pulsa("OptCreaAPartirDe_1");
+    t.elige("TxtEmpresa", empresa);
+    t.marca("ChkSubcuentas");
+    e.guion.esperaMensaje(texto);
+    t.pulsa("CmdAceptar");
+    // Back to the standing plan, what was chosen is dropped.
+    t.pulsa("OptCreaAPartirDe_0");
+    EXPECT_EQ(t.textoDe("TxtEmpresa"), "");
+    EXPECT_FALSE(t.control<QAbstractButton>("ChkSubcuentas").isChecked());
+  }
+  for (const bool otraVez : {false, true}) {
+    t = e.abreCon("FrmCrearPlan", 0);
+    t.pulsa("OptCreaAPartirDe_1");
+    t.elige("TxtEmpresa", "Prueba");
+    for (const char* casilla : kCasillas) t.marca(casilla);
+    // A second copy meets the cuentas of the first one.
+    if (otraVez)
+      e.guion.esperaMensaje("Error 3022: " + ErrorEjecucion(err::kClaveDuplicada).descripcion());
+    t.pulsa("CmdAceptar");
+    EXPECT_EQ(e.abierto("FrmCrearPlan"), otraVez);
+  }
   EXPECT_EQ(e.filas("Cuentas").size(), 2u);
   EXPECT_EQ(e.subcuenta("43000002"), "430|Bodegas Luna");
   EXPECT_EQ(e.valor("Select Importe from Recibos"), "5");
   // Row after row was written over the first one: where codes may repeat the last one remains, and
   // where they may not only its own fits.
-  EXPECT_EQ(e.valor("Select Codigo from TipoRecibos"), "99");
-  EXPECT_EQ(e.filas("TipoRecibos")[1][0], "02");
+  EXPECT_EQ(e.filas("Select Codigo from TipoRecibos")[0][0], "99");
+  EXPECT_EQ(e.filas("Select Codigo from TipoRecibos")[1][0], "02");
   EXPECT_EQ(e.filas("Select Codigo, IVA from TiposIVA")[0].join('|'), "01|5");
   EXPECT_EQ(e.filas("Select Codigo, IVA from TiposIVA")[1].join('|'), "02|7");
 }
 
-TEST(FrmCrearPlan, SeNiegaSobreLaMismaYSobreOtrasAnchuras) {
-  EscenarioCopia e;
-  e.creaEmpresa(empresa("Ancha", "4", "9"));
-  e.creaEmpresa(empresa("Media", "4", "8"));
-  Teclado t = e.abreCon("FrmCrearPlan", 0);
-  t.pulsa("OptCreaAPartirDe_1");
-  t.marca("ChkSubcuentas");
-  t.elige("TxtEmpresa", "Nueva");
-  e.guion.esperaMensaje("No puede copiar un plan de cuentas sobre la misma empresa");
-  t.pulsa("CmdAceptar");
-  t.elige("TxtEmpresa", "Ancha");
-  e.guion.esperaMensaje(
-      "El tamaño de las subcuentas es diferente en la empresa seleccionada y no se podra copiar el "
-      "plan.",
-      "Error");
-  t.pulsa("CmdAceptar");
-  EXPECT_TRUE(e.abierto("FrmCrearPlan"));
-  // Back to the standing plan, what was chosen is dropped.
-  t.pulsa("OptCreaAPartirDe_0");
-  EXPECT_EQ(t.textoDe("TxtEmpresa"), "");
-  EXPECT_FALSE(t.control<QAbstractButton>("ChkSubcuentas").isChecked());
-  t.pulsa("OptCreaAPartirDe_1");
-  t.elige("TxtEmpresa", "Media");  // differs in one width only
-  t.pulsa("CmdAceptar");
-  EXPECT_FALSE(e.abierto("FrmCrearPlan"));
-}
-
 TEST(FrmCrearPlan, AlCrearUnaEmpresaLlenaLaSuyaYCierraLosDos) {
-  for (const bool acepta : {true, false}) {
-    SCOPED_TRACE(acepta);
-    EscenarioPlan e;
-    registraCompany(*e.formularios);
+  const struct {
+    const char* empresa;
+    const char* boton;
+    size_t cuentas;
+    const char* primera;
+  } casos[] = {{"Filial", "CmdAceptar", 356, "1000|Capital social|1|10|Falso"},
+               {"Vacía", "CmdCancelar", 0, ""}};
+  EscenarioPlan e;
+  registraCompany(*e.formularios);
+  for (const auto& caso : casos) {
+    SCOPED_TRACE(caso.empresa);
     Teclado t = e.abreCon("FrmEmpresas", 1);
-    t.escribe("TxtNombreEmpresa", "Filial");
+    t.escribe("TxtNombreEmpresa", caso.empresa);
     t.control<QLineEdit>("TxtMayNivel").setText("4");
     t.marca("OptCreaPlan");
-    e.guion.esperaDialogo("FrmCrearPlan", [acepta](Teclado& d) {
-      if (acepta)
-        d.pulsa("CmdAceptar");
-      else
-        d.escape();
+    e.guion.esperaDialogo("FrmCrearPlan", [&](Teclado& d) {
+      for (const char* casilla : kCasillas) EXPECT_FALSE(d.control(casilla).isEnabled());
+      d.pulsa(caso.boton);
     });
     t.pulsa("CmdAceptar");
     EXPECT_FALSE(e.abierto("FrmEmpresas"));
-    e.abreEmpresa("Filial");
-    EXPECT_EQ(e.filas("Cuentas").size(), acepta ? 356u : 0u);
-    EXPECT_EQ(e.valor("Select Cuenta from Cuentas"), acepta ? "1000" : "");
+    e.abreEmpresa(caso.empresa);
+    EXPECT_EQ(e.filas("Cuentas").size(), caso.cuentas);
+    EXPECT_EQ(e.fila("Cuentas"), caso.primera);
     e.abreEmpresa("Prueba");
     EXPECT_EQ(e.filas("Cuentas").size(), 2u);
   }

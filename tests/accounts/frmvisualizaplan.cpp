@@ -6,17 +6,9 @@
 #include "accounts/plan.h"
 #include "foundation/toolkit/rejilla.h"
 #include "journal/registro.h"
+#include "soporte/tecleo.h"
 
 namespace {
-
-// A form of another folder with a field that takes a subcuenta.
-class FrmRecibos : public Formulario {
- public:
-  explicit FrmRecibos(Contexto& contexto) : Formulario(contexto), TxtCuenta(this) {
-    TxtCuenta.setObjectName("TxtCuenta");
-  }
-  QLineEdit TxtCuenta;
-};
 
 class EscenarioConsulta : public EscenarioPlan {
  public:
@@ -55,9 +47,9 @@ TEST(FrmVisualizaPlan, SigueLoQueSeTecleaPorCodigoOPorNombre) {
       {"banco", "", "57200001", 1},     {"43000002", "", "43000002", 0},
       {"banco", "47", "47200001", 0},
   };
+  EscenarioConsulta e;
   for (const auto& caso : casos) {
     SCOPED_TRACE(testing::Message() << caso.inicio << '+' << caso.teclas);
-    EscenarioConsulta e;
     e.consulta(caso.inicio, [&](Teclado& d) {
       EXPECT_EQ(d.enfocado(), "GrigSubCuentas");
       d.enfoca("TxtBusquedaCuentas");
@@ -85,11 +77,8 @@ TEST(FrmVisualizaPlan, LasFlechasLosGruposYElOrdenMuevenLaLista) {
     }
     EXPECT_EQ(vistas.join(' '), "43000002 47200001 43000002 43000001 43000001");
     d.pulsa("CmdMayor_7");
-    EXPECT_EQ(fila(d), "70000001");
-    for (int i = 0; i < 3; ++i) {  // no further than the last
-      d.enfoca("TxtBusquedaCuentas");
-      d.tecla(Qt::Key_Down);
-    }
+    d.enfoca("TxtBusquedaCuentas");
+    d.tecla(Qt::Key_Down);  // no further than the last
     EXPECT_EQ(fila(d), "70000001");
     d.pulsa("CmdMayor_5");
     d.enfoca("GrigSubCuentas");
@@ -106,79 +95,30 @@ TEST(FrmVisualizaPlan, LasFlechasLosGruposYElOrdenMuevenLaLista) {
   EXPECT_EQ(e.linea(), "43000002");
 }
 
-TEST(FrmVisualizaPlan, ElCodigoLlegaALaLineaYAlCampoQueLoPide) {
-  const struct {
-    int codigoAccion;
-    const char* campo;
-  } casos[] = {{60, "57200001"}, {21, ""}, {0, ""}};
-  for (const auto& caso : casos) {
-    SCOPED_TRACE(caso.codigoAccion);
-    EscenarioConsulta e;
-    e.formularios->registra("FrmRecibos",
-                            [](Contexto& c) { return std::make_unique<FrmRecibos>(c); });
-    e.guion.esperaDialogo("FrmRecibos", [&](Teclado& r) {
-      e.ctx.sesion.CodigoAccion = caso.codigoAccion;
-      e.consulta("Banco", [](Teclado& d) { d.escape(); });
-      EXPECT_EQ(r.textoDe("TxtCuenta"), caso.campo);
-      r.forma().close();
-    });
-    e.formularios->mostrar("FrmRecibos");
-    EXPECT_EQ(e.linea(), "57200001");
-  }
-}
-
-TEST(FrmVisualizaPlan, DaDeAltaConElMasModificaYSeQuedaEnLoEscrito) {
+TEST(FrmVisualizaPlan, SeQuedaEnLoQueSeEscribeYTrasLoQueSeBorra) {
   EscenarioConsulta e;
-  e.consulta("ba", [&](Teclado& d) {
+  e.consulta("572", [&](Teclado& d) {
     e.guion.esperaDialogo("FrmSubCuentas", [](Teclado& s) {
-      EXPECT_EQ(s.textoDe("TxtSubcuenta"), "");
       s.teclea("572.9");
       s.intro();
-      s.teclea("Banco Tajo");
-      s.pulsa("CmdAceptar");
+      tecleaNombre(s, "Banco Tajo");
     });
     d.teclea("+");
     EXPECT_EQ(fila(d), "57200009");
     EXPECT_EQ(d.textoDe("TxtBusquedaCuentas"), "57200009");
     e.guion.esperaDialogo("FrmSubCuentas", [](Teclado& s) {
       EXPECT_EQ(s.textoDe("TxtDescripcion"), "Banco Tajo");
-      s.escribe("TxtDescripcion", "Banco Ebro");
+      s.escribe("TxtDescripcion", "Caja Ebro");
       s.pulsa("CmdAceptar");
     });
     d.pulsa("CmdModifica");
     EXPECT_EQ(fila(d), "57200009");
-    EXPECT_EQ(e.subcuenta("57200009"), "572|Banco Ebro");
+    EXPECT_EQ(e.subcuenta("57200009"), "572|Caja Ebro");
+    e.guion.esperaPregunta("Esta seguro de eliminar la subcuenta 57200009", true, "Eliminar");
+    d.pulsa("CmdBajas");
+    EXPECT_EQ(fila(d), "60000001");
     d.pulsa("CmdSalir");
   });
-}
-
-TEST(FrmVisualizaPlan, SoloSeBorraLaQueNoTieneApuntes) {
-  EscenarioConsulta e;
-  e.inserta("Diario", {{"NLinea", 1},
-                       {"NAsiento", 1},
-                       {"Fecha", QDate(2003, 1, 2)},
-                       {"Subcuenta", "43000001"},
-                       {"DH", "D"},
-                       {"Importe", 1.0}});
-  e.consulta("43000001", [&](Teclado& d) {
-    e.guion.esperaMensaje(
-        "No se puede eliminar la subcuenta, existen apuntes en el diario, elimine esos apuntes "
-        "para eliminarla",
-        "Error");
-    d.pulsa("CmdBajas");
-    EXPECT_EQ(fila(d), "43000001");
-    d.enfoca("TxtBusquedaCuentas");
-    d.tecla(Qt::Key_Down);
-    const char* const kPregunta = "Esta seguro de eliminar la subcuenta 43000002";
-    e.guion.esperaPregunta(kPregunta, false, "Eliminar");
-    d.pulsa("CmdBajas");
-    e.guion.esperaPregunta(kPregunta, true, "Eliminar");
-    d.pulsa("CmdBajas");
-    EXPECT_EQ(fila(d), "47200001");
-    d.escape();
-  });
-  EXPECT_EQ(e.subcuenta("43000001"), "430|Álvarez");
-  EXPECT_EQ(e.subcuenta("43000002"), "");
 }
 
 }  // namespace

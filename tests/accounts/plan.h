@@ -31,9 +31,15 @@ class EscenarioPlan : public Escenario {
     return Teclado(abre(nombre));
   }
   bool abierto(const QString& nombre) const { return formularios->abierto(nombre) != nullptr; }
+  // The fields of a row; empty without it.
+  QString cuenta(const QString& codigo) const {
+    return fila("Select * from Cuentas where Cuenta='" + codigo + "'");
+  }
   QString subcuenta(const QString& codigo) const {
-    const auto todas =
-        filas("Select Cuenta, Descripcion from Subcuentas where Subcuenta='" + codigo + "'");
+    return fila("Select Cuenta, Descripcion from Subcuentas where Subcuenta='" + codigo + "'");
+  }
+  QString fila(const QString& fuente) const {
+    const auto todas = filas(fuente);
     return todas.empty() ? QString() : todas[0].join('|');
   }
 };

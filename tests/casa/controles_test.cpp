@@ -3,46 +3,23 @@
 
 #include <QFile>
 
-#include "accounts/registro.h"
-#include "company/registro.h"
 #include "foundation/creaini.h"
-#include "foundation/registro.h"
 #include "foundation/toolkit/principal.h"
-#include "journal/registro.h"
-#include "reports/registro.h"
 #include "soporte/escenario.h"
 
 namespace {
 
 // The form is made and loaded by the registry as in the program, looked at, and closed.
-class Mirada : public Cajas {
+class Mirada : public Guion {
  public:
+  using Guion::Guion;
   std::function<void(QDialog&)> mira;
-  void mensaje(QWidget*, const QString& texto, const QString&, Icono) override {
-    ADD_FAILURE() << qPrintable(texto);
-  }
-  bool pregunta(QWidget*, const QString& texto, const QString&, Icono) override {
-    ADD_FAILURE() << qPrintable(texto);
-    return false;
-  }
-  std::optional<QString> entrada(QWidget*, const QString&, const QString&,
-                                 const QString&) override {
-    return std::nullopt;
-  }
-  std::optional<QString> abrirFichero(QWidget*, const QString&, const QString&,
-                                      const QString&) override {
-    return std::nullopt;
-  }
-  std::optional<QString> guardarFichero(QWidget*, const QString&, const QString&,
-                                        const QString&) override {
-    return std::nullopt;
-  }
   void modal(QDialog& dialogo) override { mira(dialogo); }
 };
 
 QList<std::pair<QString, QStringList>> catalogo() {
   QList<std::pair<QString, QStringList>> lista;
-  QFile fichero(QStringLiteral(LIBRANO_DATOS "/controles.txt"));
+  QFile fichero(LIBRANO_DATOS "/controles.txt");
   if (!fichero.open(QIODevice::ReadOnly)) return lista;
   for (const QString& linea : QString::fromUtf8(fichero.readAll()).split('\n')) {
     if (linea.isEmpty() || linea.startsWith('#')) continue;
@@ -53,16 +30,12 @@ QList<std::pair<QString, QStringList>> catalogo() {
 
 TEST(Controles, CadaPantallaTieneLosSuyos) {
   Escenario e;
-  registraFoundation(*e.formularios);
-  registraCompany(*e.formularios);
-  registraAccounts(*e.formularios);
-  registraJournal(*e.formularios);
-  registraReports(*e.formularios);
+  registraFormularios(*e.formularios);
   ASSERT_TRUE(e.formularios->cambiarA("FrmMenu"));
   ASSERT_NE(e.ctx.principal, nullptr);
   // The settings screen manages the catalogue beside the program.
   CrearInicio(e.ctx.motor, e.ctx.carpetaPrograma + "Inicio.mdb");
-  Mirada mirada;
+  Mirada mirada(e.ctx.motor);
   e.ctx.cajas = &mirada;
   int pantallas = 0;
   for (const auto& [nombre, controles] : catalogo()) {

@@ -5,9 +5,9 @@
 
 namespace {
 
-class Consultas : public testing::Test {
+class Consultas : public testing::Test, protected Libros {
  protected:
-  void SetUp() override {
+  Consultas() {
     anade("Subcuentas", {"40000001", "400", "Suministros Ebro, S.L.", "Calle Mayor, 1"});
     anade("Subcuentas", {"43000001", "430", "Almacenes Ruiz"});
     anade("Subcuentas", {"57200001", "572", "Banco Duero"});
@@ -15,19 +15,17 @@ class Consultas : public testing::Test {
     anade("Subcuentas", {"30000002", "300", "Envases"});
   }
   // A row of texts from the first field on; an empty one leaves its field alone.
-  void anade(const char* tabla, const QStringList& textos) {
-    const auto base = libros_.abre();
-    const auto filas = base->OpenRecordset(QLatin1String(tabla));
+  void anade(const QString& tabla, const QStringList& textos) {
+    const auto base = abre();
+    const auto filas = base->OpenRecordset(tabla);
     filas->AddNew();
     for (int i = 0; i < textos.size(); ++i)
       if (!textos[i].isEmpty()) filas->Fields(i) = textos[i];
     filas->Update();
   }
-  void compara(const char* fuente, const QStringList& esperadas) {
-    EXPECT_EQ(libros_.filas(QString::fromUtf8(fuente)).join(u'\n').toStdString(),
-              esperadas.join(u'\n').toStdString());
+  void compara(const QString& fuente, const QStringList& esperadas) {
+    EXPECT_EQ(filas(fuente).join('\n').toStdString(), esperadas.join('\n').toStdString());
   }
-  Libros libros_;
 };
 
 TEST_F(Consultas, ElRegistroDeIvaYLaDeclaracionAnual) {

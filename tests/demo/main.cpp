@@ -6,166 +6,106 @@
 // leaves in the folder the program's data, the screens met on the way and the books as PDF.
 #include <gtest/gtest.h>
 
-#include <climits>
 #include <cstdio>
 #include <QApplication>
 #include <QDir>
 
-#include "accounts/registro.h"
-#include "company/registro.h"
-#include "foundation/registro.h"
-#include "foundation/rutas.h"
-#include "foundation/toolkit/formulario.h"
-#include "foundation/toolkit/registro.h"
 #include "foundation/toolkit/tema.h"
-#include "journal/registro.h"
-#include "reports/extracto.h"
-#include "reports/informe.h"
-#include "reports/listado.h"
-#include "reports/pintor.h"
-#include "reports/registro.h"
-#include "soporte/guion.h"
+#include "soporte/escenario.h"
+#include "soporte/libroimpreso.h"
 #include "soporte/libros.h"
-#include "soporte/teclado.h"
 #include "soporte/tecleo.h"
 
 namespace {
 
-const QString kEmpresa = QStringLiteral("Comercial Ejemplo");
-
-struct DosDeEnero : Reloj {
-  QDate hoy() const override { return QDate(2024, 1, 2); }
-};
-
-// The books of the quarter, as their dialogs would ask for them.
-QList<Listado> libros() {
-  const QString limites = textoLimites("01/01/2024", "31/12/2024");
-  const QString fechas = seleccionFechas("SqlDiarioPrincipal.Fecha", "01/01/2024", "31/12/2024");
-  const QString subcuentas =
-      seleccionCodigos("SqlSubcuentas con saldo.Subcuenta", "00000000", "99999999");
-  return {
-      {"Diario", "Impresos\\Diario.rpt", fechas, {}, limites},
-      {"Mayor", "Impresos\\May1.rpt", fechas, {}, limites},
-      {"Sumas y saldos",
-       "Impresos\\SumSalN4.rpt",
-       "{Diario.Subcuenta} >= '00000000' and {Diario.Subcuenta} <= '99999999' and {@mes} >= 01 "
-       "and {@Mes} <= 12",
-       {},
-       limites},
-      {"Plan con saldos", "Impresos\\SubCtaSal.rpt", subcuentas},
-      listadoMensual("Balance", "BalSitN3", "SqlBalance.Mes", "01-Enero", "12-Diciembre"),
-      listadoMensual("Resultados", "PerdGanN3", "SqlPerdidasyGanancias.Mes", "01-Enero",
-                     "12-Diciembre"),
-  };
-}
-
-void imprime(Contexto& ctx, const QString& carpeta) {
-  const auto empresa = ctx.motor.Workspaces(0).OpenDatabase(ctx.sesion.rutaEmpresa());
-  const auto subcuentas = empresa->OpenRecordset("Select * from Subcuentas order by Subcuenta");
-  for (; !subcuentas->Eof(); subcuentas->MoveNext())
-    escribeSaldos(*empresa->OpenRecordset(sentenciaExtracto(subcuentas->Fields(0).text())), {});
-  ctx.motor.flush();
-  for (const Listado& libro : libros()) {
-    Informe informe(ctx.motor, *ctx.reloj,
-                    {.impresoras = [] { return QStringList{"PDF"}; },
-                     .muestra =
-                         [&](std::shared_ptr<reports::Documento> documento, const QString& titulo) {
-                           reports::TareaPdf tarea(std::move(documento), carpeta + titulo + ".pdf",
-                                                   titulo, 1, INT_MAX);
-                           while (tarea.paso()) continue;
-                         }});
-    informe.WindowTitle = libro.titulo;
-    informe.ReportFileName = ctx.sesion.DirDatos + libro.plantilla;
-    informe.DataFiles(0) = ctx.sesion.rutaEmpresa();
-    informe.SelectionFormula = libro.seleccion;
-    if (libro.limites) informe.ParameterFields(0) = "Limites;" + *libro.limites + ";True";
-    informe.PrintReport();
-  }
-}
-
-void copiaPlantillas(const QString& destino) {
-  QDir().mkpath(destino);
-  const QDir origen(LIBRANO_FUENTES "/impresos");
-  for (const QString& nombre : origen.entryList(QDir::Files))
-    QFile::copy(origen.filePath(nombre), destino + nombre);
-}
-
-// The screens that the quarter itself doesn't go through, each over the books as they stand.
-void recorrePantallas(Contexto& ctx, Guion& guion, const std::function<void(Formulario&)>& mirar) {
+// The screens that the quarter itself doesn't go through, each over the books as they stand. Those
+// that print a book leave it as PDF.
+void recorrePantallas(Escenario& e, const QString& carpeta,
+                      const std::function<void(Formulario&)>& mirar) {
   const struct {
     const char* nombre;
-    int codigoLlamada;
-    const char* valorElegido;
+    int codigoLlamada = 0;
+    const char* valorElegido = "";
+    const char* libro = nullptr;
+    std::function<void(Teclado&)> rellena = [](Teclado&) {};
   } pantallas[] = {
-      {"FrmConfiguracion", 0, ""},
-      {"FrmEmpresas", 2, ""},
+      {"FrmConfiguracion"},
+      {"FrmEmpresas", 2},
       {"FrmVisualizaPlan", 0, "43"},
       {"FrmSubCuentas", 1, "43000008"},
-      {"FrmCuentasLista", 0, ""},
+      {"FrmCuentasLista"},
       {"FrmCuentas", 2, "430"},
-      {"FrmCrearPlan", 0, ""},
-      {"FrmConceptos", 0, ""},
-      {"FrmNivel2", 0, ""},
-      {"FrmPartida", 0, ""},
-      {"FrmBusApu", 0, ""},
-      {"FrmBusSub", 0, ""},
-      {"FrmBusFec", 0, ""},
-      {"FrmBusImp", 0, ""},
-      {"FrmCalendario", 20, ""},
-      {"FrmDuplicarAsiento", 0, ""},
-      {"FrmCambiadatos", 0, ""},
+      {"FrmCrearPlan"},
+      {"FrmConceptos"},
+      {"FrmNivel2"},
+      {"FrmPartida"},
+      {"FrmBusApu"},
+      {"FrmBusSub"},
+      {"FrmBusFec"},
+      {"FrmBusImp"},
+      {"FrmCalendario", 20},
+      {"FrmDuplicarAsiento"},
+      {"FrmCambiadatos"},
       {"FrmEliminaAsiento", 0, "120"},
-      {"FrmCuadrarAsientos", 0, ""},
-      {"FrmCompruebaFechasAsientos", 0, ""},
-      {"FrmRenumera", 0, ""},
+      {"FrmCuadrarAsientos"},
+      {"FrmCompruebaFechasAsientos"},
+      {"FrmRenumera"},
       {"FrmExtractosPantalla", 0, "57200001"},
       {"FrmAsiento", 0, "3"},
       {"FrmExtractos", 0, "57200001"},
-      {"FrmExtractoEntraCtas", 0, ""},
-      {"FrmAcumulados", 0, ""},
-      {"FrmDiarioImprimir", 0, ""},
-      {"FrmSumasSaldosImpresos", 0, ""},
-      {"FrmSubcuentasImpresos", 0, ""},
-      {"FrmPerdidasYGananciasImpresos", 0, ""},
-      {"FrmBalanceImpresos", 0, ""},
+      {"FrmExtractoEntraCtas", 0, "", "Mayor",
+       [](Teclado& t) {
+         t.escribe("TxtSubcuentaDesde", "10000001");
+         t.escribe("TxtSubcuentaHasta", "79999999");
+       }},
+      {"FrmAcumulados"},
+      {"FrmDiarioImprimir", 0, "", "Diario"},
+      {"FrmSumasSaldosImpresos", 0, "", "Sumas y saldos"},
+      {"FrmSubcuentasImpresos", 0, "", "Plan con saldos",
+       [](Teclado& t) {
+         t.marca("OptPlan_1");
+         t.marca("OptOpciones_2");
+         t.escribe("TxtSubcuentasDesde", "10000001");
+         t.intro();
+         t.teclea("70000001");
+       }},
+      {"FrmPerdidasYGananciasImpresos", 0, "", "Resultados"},
+      {"FrmBalanceImpresos", 0, "", "Balance"},
   };
   for (const auto& p : pantallas) {
-    guion.esperaDialogo(p.nombre, [&](Teclado& t) {
+    e.guion.esperaDialogo(p.nombre, [&](Teclado& t) {
       auto& forma = static_cast<Formulario&>(t.forma());
+      p.rellena(t);
       mirar(forma);
+      if (p.libro) {
+        t.pulsa("CmdAceptar");
+        guardaVista(e.guion, carpeta + p.libro + ".pdf");
+      }
       forma.descargar();
     });
-    ctx.sesion.CodigoLlamada = p.codigoLlamada;
-    ctx.sesion.ValorElegido = p.valorElegido;
-    ctx.formularios->mostrar(p.nombre);
-    ctx.sesion.CodigoLlamada = 0;
-    ctx.sesion.ValorElegido.clear();
+    e.ctx.sesion.CodigoLlamada = p.codigoLlamada;
+    e.ctx.sesion.ValorElegido = p.valorElegido;
+    e.formularios->mostrar(p.nombre);
+    e.ctx.sesion.CodigoLlamada = 0;
+    e.ctx.sesion.ValorElegido.clear();
+  }
+}
+
+// Keeps the form as pictures, at the usual size of letters and dots and at twice as many dots.
+void captura(QWidget& forma, const QString& ruta) {
+  for (const int puntos : {1, 2}) {
+    QPixmap imagen(forma.size() * puntos);
+    imagen.setDevicePixelRatio(puntos);
+    forma.render(&imagen);
+    EXPECT_TRUE(imagen.save(QString("%1-%2x.png").arg(ruta).arg(puntos))) << qPrintable(ruta);
   }
 }
 
 void demostracion(const QString& carpeta) {
-  QDir(carpeta).mkpath("Librano");
   QDir(carpeta).mkpath("pantallas");
   QDir(carpeta).mkpath("libros");
-  copiaPlantillas(carpeta + "Librano/Impresos/");
-
-  const DosDeEnero reloj;
-  Contexto ctx;
-  Guion guion(ctx.motor);
-  Registro registro(ctx);
-  ctx.reloj = &reloj;
-  ctx.cajas = &guion;
-  ctx.formularios = &registro;
-  ctx.carpetaPrograma = rutaPrograma(carpeta + "Librano") + '\\';
-  ctx.ejecutar = [](const QString&, const QStringList&) {};
-  ctx.terminar = [] {};
-  ctx.copiaUnica = [] { return true; };
-  registraFoundation(registro);
-  registraCompany(registro);
-  registraAccounts(registro);
-  registraJournal(registro);
-  registraReports(registro);
-
+  Escenario e(Escenario::Carpetas, {}, carpeta);
+  e.reloj.ponEn(QDate(2024, 1, 2));
   int vistas = 0;
   const auto mirar = [&](Formulario& forma) {
     captura(forma, carpeta + QString("pantallas/%1-%2")
@@ -173,16 +113,15 @@ void demostracion(const QString& carpeta) {
                                  .arg(forma.objectName()));
   };
   printf("Un usuario nuevo crea su empresa...\n");
-  Formulario& menu = empiezaEmpresa(ctx, guion, kEmpresa, mirar);
-  altaSubcuentasTrimestre(*ctx.motor.Workspaces(0).OpenDatabase(ctx.sesion.rutaEmpresa()));
+  Formulario& menu = empiezaEmpresa(e.ctx, e.guion, "Comercial Ejemplo", mirar);
+  altaSubcuentasTrimestre(*e.ctx.motor.Workspaces(0).OpenDatabase(e.ctx.sesion.rutaEmpresa()));
   printf("...teclea su primer trimestre...\n");
   int lineas = 0;
-  tecleaTrimestre(ctx, guion, menu, [&](const LineaDiario&) { ++lineas; });
+  tecleaTrimestre(e.ctx, e.guion, menu, [&](const LineaDiario&) { ++lineas; });
   mirar(menu);
   printf("...%d partidas; mira las demás pantallas e imprime sus libros.\n", lineas);
-  recorrePantallas(ctx, guion, mirar);
-  imprime(ctx, carpeta + "libros/");
-  registro.abierto("FrmMenu")->descargar();
+  ponPlantillas(e.ctx);
+  recorrePantallas(e, carpeta + "libros/", mirar);
 }
 
 }  // namespace

@@ -1,14 +1,7 @@
 // The first quarter of a shop, from an empty folder to balances that agree with those of another
 // reckoning, by the keyboard alone.
-#include <QLabel>
-#include <QTimer>
-
-#include "accounts/registro.h"
-#include "company/registro.h"
 #include "foundation/formato.h"
-#include "foundation/registro.h"
 #include "foundation/toolkit/rejilla.h"
-#include "journal/registro.h"
 #include "soporte/escenario.h"
 #include "soporte/libros.h"
 #include "soporte/tecleo.h"
@@ -22,16 +15,12 @@ double numero(const QString& texto) {
 TEST(Trimestre, FromAnEmptyFolderToItsBalances) {
   Escenario e(Escenario::Carpetas);
   e.reloj.ponEn(QDate(2024, 1, 2));
-  registraFoundation(*e.formularios);
-  registraCompany(*e.formularios);
-  registraAccounts(*e.formularios);
-  registraJournal(*e.formularios);
-  Formulario& menu = empiezaEmpresa(e.ctx, e.guion, QStringLiteral("Comercial Ejemplo"));
+  Formulario& menu = empiezaEmpresa(e.ctx, e.guion, "Comercial Ejemplo");
+  Teclado t(menu);
   EXPECT_EQ(e.ctx.sesion.DigitosCuenta, 3);
   EXPECT_EQ(e.ctx.sesion.DigitosSubcuenta, 8);
-  tecleaPlanTrimestre(e.ctx, e.guion, menu);
+  tecleaPlanTrimestre(e.ctx, e.guion, t);
 
-  Teclado t(menu);
   const QString mascara = e.ctx.sesion.MascaraImporte;
   double debe = 0;
   double haber = 0;
@@ -50,7 +39,7 @@ TEST(Trimestre, FromAnEmptyFolderToItsBalances) {
   EXPECT_EQ(e.valor("Select NLinDiario from Empresa"), "312");
 
   // On the screen, subcuenta by subcuenta, and by stored query.
-  for (const QStringList& saldo : leeCsv(QStringLiteral("trimestre/saldos-trimestre.csv"))) {
+  for (const QStringList& saldo : leeCsv("trimestre/saldos-trimestre.csv")) {
     const QStringList esperado = {Format(numero(saldo[1]), mascara),
                                   Format(-numero(saldo[2]), mascara),
                                   Format(numero(saldo[3]), mascara)};
@@ -64,7 +53,7 @@ TEST(Trimestre, FromAnEmptyFolderToItsBalances) {
       ASSERT_EQ(fila.size(), 1u) << qPrintable(saldo[0]);
       for (int i = 0; i < 3; ++i) EXPECT_EQ(Format(fila[0][i], mascara), esperado[i]);
     }
-    const QString panel = total ? QStringLiteral("Total") : QStringLiteral("Cuenta");
+    const QString panel = total ? "Total" : "Cuenta";
     const QStringList visto = {t.textoDe(qPrintable("Txt" + panel + "Debe")),
                                t.textoDe(qPrintable("Txt" + panel + "Haber")),
                                t.textoDe(qPrintable("Txt" + panel + "Descuadre"))};

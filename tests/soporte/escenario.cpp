@@ -5,12 +5,17 @@
 #include <QDirIterator>
 #include <QFile>
 
+#include "accounts/registro.h"
 #include "company/crearbase.h"
+#include "company/registro.h"
 #include "company/sesionempresa.h"
 #include "foundation/cini.h"
 #include "foundation/creaini.h"
 #include "foundation/leeconfiguracion.h"
+#include "foundation/registro.h"
 #include "foundation/rutas.h"
+#include "journal/registro.h"
+#include "reports/registro.h"
 #include "soporte/libros.h"
 
 namespace {
@@ -34,7 +39,7 @@ QString plantilla(const DatosEmpresa& datos) {
   auto carpeta = std::make_unique<QTemporaryDir>();
   const QString ruta = rutaPrograma(carpeta->path()) + QLatin1Char('\\');
   DBEngine motor;
-  CrearInicio(motor, ruta + QStringLiteral("Inicio.mdb"));
+  CrearInicio(motor, ruta + "Inicio.mdb");
   creaEmpresa(motor, ruta, datos);
   motor.flush();
   hechas.emplace_back(datos, std::move(carpeta));
@@ -42,49 +47,47 @@ QString plantilla(const DatosEmpresa& datos) {
 }
 }  // namespace
 
-Escenario::Escenario(Hasta hasta, const DatosEmpresa& datos)
-    : formularios(std::make_unique<Registro>(ctx)) {
+void registraFormularios(Registro& formularios) {
+  registraFoundation(formularios);
+  registraCompany(formularios);
+  registraAccounts(formularios);
+  registraJournal(formularios);
+  registraReports(formularios);
+}
+
+Escenario::Escenario(Hasta hasta, const DatosEmpresa& datos, const QString& carpeta)
+    : formularios(std::make_unique<Registro>(ctx)),
+      carpeta_(carpeta.isEmpty() ? temporal_.path() : carpeta) {
   ctx.reloj = &reloj;
   ctx.cajas = &guion;
   ctx.formularios = formularios.get();
   ctx.ejecutar = [this](const QString& programa, const QStringList& argumentos) {
-    ejecutados << (QStringList(programa) + argumentos).join(QLatin1Char(' '));
+    ejecutados << (QStringList(programa) + argumentos).join(' ');
   };
   ctx.terminar = [this] { ++finales; };
 
   QDir().mkpath(carpetaPrograma());
-  QDir().mkpath(carpetaDatos());
   Sesion& sesion = ctx.sesion;
-  sesion.VersionPrograma = QStringLiteral("1.6");
-  sesion.DirPrograma = rutaPrograma(carpetaPrograma()) + QLatin1Char('\\');
+  sesion.VersionPrograma = "1.6";
+  sesion.DirPrograma = rutaPrograma(carpetaPrograma()) + '\\';
   ctx.carpetaPrograma = sesion.DirPrograma;
-  sesion.DirDatos = rutaPrograma(carpetaDatos()) + QLatin1Char('\\');
+  sesion.DirDatos = rutaPrograma(carpetaDatos()) + '\\';
   if (hasta < Ajustes) return;
 
-  const QString ajustes = sesion.DirPrograma + QStringLiteral("Config.ini");
-  const struct {
-    const char* seccion;
-    const char* clave;
-    QString valor;
-  } valores[] = {
+  QDir().mkpath(carpetaDatos());
+  const QString ajustes = sesion.DirPrograma + "Config.ini";
+  const QString valores[][3] = {
       {"Directorios", "Programa", sesion.DirPrograma},
       {"Directorios", "Datos", sesion.DirDatos},
-      {"Usuarios", "Permitir", QStringLiteral("No")},
-      {"Otros", "Decimal Origen", QStringLiteral(".")},
-      {"Otros", "Decimal Destino", QStringLiteral(",")},
+      {"Usuarios", "Permitir", "No"},
+      {"Otros", "Decimal Origen", "."},
+      {"Otros", "Decimal Destino", ","},
       {"Version", "Version", sesion.VersionPrograma},
   };
-  for (const auto& v : valores) {
-    CIni().Grabar(ajustes, QString::fromLatin1(v.seccion), QString::fromLatin1(v.clave), v.valor);
-  }
+  for (const auto& [seccion, clave, valor] : valores) CIni().Grabar(ajustes, seccion, clave, valor);
   LeeConfiguracion(ajustes, sesion);
-  if (hasta < Catalogo) return;
-
-  if (hasta < Empresa) {
-    CrearInicio(ctx.motor, sesion.rutaCatalogo());
-    return;
-  }
-
+  if (hasta == Catalogo) CrearInicio(ctx.motor, sesion.rutaCatalogo());
+  if (hasta < Empresa) return;
   copiaCarpeta(plantilla(datos), carpetaDatos());
   abreEmpresa(datos.NombreEmpresa);
 }
@@ -95,10 +98,10 @@ Escenario::~Escenario() {
 }
 
 DatosEmpresa Escenario::empresaDePrueba() {
-  DatosEmpresa d = Libros::datosPorDefecto(QStringLiteral("Prueba"), 3, 8);
-  d.Ano = QStringLiteral("2003");
-  d.FechaCreacion = QStringLiteral("01/01/2003");
-  d.Simbolo = QStringLiteral("€");
+  DatosEmpresa d = Libros::datosPorDefecto("Prueba", 3, 8);
+  d.Ano = "2003";
+  d.FechaCreacion = "01/01/2003";
+  d.Simbolo = "€";
   return d;
 }
 
@@ -110,7 +113,7 @@ void Escenario::creaEmpresa(const DatosEmpresa& datos) {
 void Escenario::abreEmpresa(const QString& nombre) {
   ctx.sesion.EmpresaActual = nombre;
   const auto base = ctx.motor.Workspaces(0).OpenDatabase(ctx.sesion.rutaEmpresa());
-  const auto empresa = base->OpenRecordset(QStringLiteral("Select * from Empresa"));
+  const auto empresa = base->OpenRecordset("Select * from Empresa");
   leeEmpresa(*empresa, ctx.sesion);
 }
 
@@ -161,9 +164,7 @@ void Escenario::inserta(const QString& tabla,
 }
 
 QStringList Escenario::errores() const {
-  QFile fichero(carpetaPrograma() + QStringLiteral("/Errores.txt"));
+  QFile fichero(carpetaPrograma() + "/Errores.txt");
   if (!fichero.open(QIODevice::ReadOnly)) return {};
-  return QString::fromUtf8(fichero.readAll())
-      .remove(QLatin1Char('\r'))
-      .split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+  return QString::fromUtf8(fichero.readAll()).remove('\r').split('\n', Qt::SkipEmptyParts);
 }

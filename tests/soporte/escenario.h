@@ -19,6 +19,9 @@
 #include "soporte/guion.h"
 #include "soporte/teclado.h"
 
+// The screens of all folders, as the program registers them.
+void registraFormularios(Registro& formularios);
+
 class RelojFijo : public Reloj {
  public:
   explicit RelojFijo(QDate hoy) : hoy_(hoy) {}
@@ -33,7 +36,9 @@ class Escenario {
  public:
   enum Hasta { Carpetas, Ajustes, Catalogo, Empresa };  // how far it is set up
 
-  explicit Escenario(Hasta hasta = Empresa, const DatosEmpresa& datos = empresaDePrueba());
+  // In a temporary folder, unless it is told where to stay.
+  explicit Escenario(Hasta hasta = Empresa, const DatosEmpresa& datos = empresaDePrueba(),
+                     const QString& carpeta = {});
   ~Escenario();
 
   // "Prueba", 2003, cuentas of 3 digits and subcuentas of 8, with the default accounts.
@@ -59,8 +64,8 @@ class Escenario {
   // Closes it as the program does when another one takes its place.
   void cierra();
 
-  QString carpetaPrograma() const { return carpeta_.filePath(QStringLiteral("Programa")); }
-  QString carpetaDatos() const { return carpeta_.filePath(QStringLiteral("Datos")); }
+  QString carpetaPrograma() const { return carpeta_ + "/Programa"; }
+  QString carpetaDatos() const { return carpeta_ + "/Datos"; }
 
   // What the open company's file holds, read apart from any form: rows of texts, Null as empty.
   std::vector<QStringList> filas(const QString& fuente) const;
@@ -72,5 +77,6 @@ class Escenario {
   QStringList errores() const;
 
  private:
-  QTemporaryDir carpeta_;
+  QTemporaryDir temporal_;
+  QString carpeta_;
 };

@@ -9,17 +9,15 @@
 #include "foundation/data/dbengine.h"
 #include "soporte/teclado.h"
 
-QString Guion::nombre(Clase clase) {
-  static const QStringList nombres = {"mensaje", "pregunta", "entrada", "fichero", "diálogo"};
-  return nombres[static_cast<int>(clase)];
+QString Guion::nombre(Clase clase, const QString& texto) {
+  static const char* const nombres[] = {"mensaje", "pregunta", "entrada", "fichero", "diálogo"};
+  return QString("%1 \"%2\"").arg(nombres[static_cast<int>(clase)], texto);
 }
 
 Guion::~Guion() {
   for (const auto& nivel : pendientes_) {
-    for (const auto& paso : nivel) {
-      ADD_FAILURE() << "Anunciado y no llegado: " << qPrintable(nombre(paso.clase)) << " \""
-                    << qPrintable(paso.texto) << '"';
-    }
+    for (const auto& paso : nivel)
+      ADD_FAILURE() << "Anunciado y no llegado: " << qPrintable(nombre(paso.clase, paso.texto));
   }
 }
 
@@ -51,15 +49,13 @@ bool Guion::agotado() const {
 std::optional<Guion::Paso> Guion::siguiente(Clase clase, const QString& texto,
                                             const QString& titulo) {
   motor_.flush();
-  ultimo_ = texto;
   for (auto nivel = pendientes_.rbegin(); nivel != pendientes_.rend(); ++nivel) {
     if (nivel->empty()) continue;
     const Paso paso = nivel->front();
     const bool mismoTexto = clase == Clase::Fichero || paso.texto == texto;
     if (paso.clase != clase || !mismoTexto) {
-      ADD_FAILURE() << "Se esperaba " << qPrintable(nombre(paso.clase)) << " \""
-                    << qPrintable(paso.texto) << "\" y llega " << qPrintable(nombre(clase)) << " \""
-                    << qPrintable(texto) << '"';
+      ADD_FAILURE() << "Se esperaba " << qPrintable(nombre(paso.clase, paso.texto)) << " y llega "
+                    << qPrintable(nombre(clase, texto));
       return std::nullopt;
     }
     EXPECT_TRUE(paso.titulo.isNull() || paso.titulo == titulo)
@@ -67,8 +63,7 @@ std::optional<Guion::Paso> Guion::siguiente(Clase clase, const QString& texto,
     nivel->pop_front();
     return paso;
   }
-  ADD_FAILURE() << "Sin anunciar: " << qPrintable(nombre(clase)) << " \"" << qPrintable(texto)
-                << '"';
+  ADD_FAILURE() << "Sin anunciar: " << qPrintable(nombre(clase, texto));
   return std::nullopt;
 }
 
@@ -96,12 +91,10 @@ bool Guion::pregunta(QWidget* padre, const QString& texto, const QString& titulo
 }
 
 std::optional<QString> Guion::entrada(QWidget* padre, const QString& texto, const QString& titulo,
-                                      const QString& inicial) {
+                                      const QString&) {
   const auto paso = siguiente(Clase::Entrada, texto, titulo);
   ensenar(padre);
-  if (!paso) return std::nullopt;
-  // "\r" is Enter without typing: what was proposed is taken.
-  return paso->respuesta == QLatin1String("\r") ? inicial : paso->respuesta;
+  return paso ? paso->respuesta : std::nullopt;
 }
 
 std::optional<QString> Guion::abrirFichero(QWidget* padre, const QString& titulo, const QString&,

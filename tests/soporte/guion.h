@@ -32,8 +32,6 @@ class Guion : public Cajas {
   void esperaDialogo(const QString& nombre, std::function<void(Teclado&)> paso);
   // All that was announced has come.
   bool agotado() const;
-  // What came last, announced or not.
-  const QString& ultimoTexto() const { return ultimo_; }
 
   void mensaje(QWidget* padre, const QString& texto, const QString& titulo, Icono icono) override;
   bool pregunta(QWidget* padre, const QString& texto, const QString& titulo, Icono icono) override;
@@ -55,11 +53,10 @@ class Guion : public Cajas {
     std::optional<QString> respuesta;
     std::function<void(Teclado&)> conducir;
   };
-  static QString nombre(Clase clase);
+  static QString nombre(Clase clase, const QString& texto);
   std::optional<Paso> siguiente(Clase clase, const QString& texto, const QString& titulo);
   void ensenar(QWidget* padre);
 
   DBEngine& motor_;
   std::list<std::deque<Paso>> pendientes_;  // one level for each dialog being driven
-  QString ultimo_;
 };

@@ -28,7 +28,7 @@ QString LibroImpreso::linea(const QString& comienzo, int pagina) const {
 
 QList<QStringList> paginasDePdf(const QString& pdf) {
   QProcess lector;
-  lector.start(QStringLiteral("pdftotext"), {"-layout", "-enc", "UTF-8", pdf, "-"});
+  lector.start("pdftotext", {"-layout", "-enc", "UTF-8", pdf, "-"});
   lector.waitForFinished();
   EXPECT_EQ(lector.exitCode(), 0) << lector.readAllStandardError().toStdString();
   QStringList textos = QString::fromUtf8(lector.readAllStandardOutput()).split(u'\f');
@@ -55,22 +55,22 @@ VistaPrevia* vistaAbierta() {
   return nullptr;
 }
 
-LibroImpreso leeVista(Guion& guion, const QString& pdf) {
+void guardaVista(Guion& guion, const QString& pdf) {
   VistaPrevia* vista = vistaAbierta();
-  if (!vista) {
-    ADD_FAILURE() << "No se ha mostrado ningún libro";
-    return {};
-  }
+  ASSERT_TRUE(vista) << "No se ha mostrado ningún libro";
   activar(*vista);
   EXPECT_EQ(vista->pagina(), 1);
-  const QTemporaryDir carpeta;
-  const QString fichero = pdf.isEmpty() ? carpeta.filePath(QStringLiteral("libro.pdf")) : pdf;
-  guion.esperaFichero(fichero);
+  guion.esperaFichero(pdf);
   Teclado teclado(*vista);
   teclado.tecla(Qt::Key_S, Qt::ControlModifier);
   while (vista->ocupada()) QCoreApplication::processEvents();
-  LibroImpreso libro{vista->windowTitle(), paginasDePdf(fichero)};
   teclado.cierra();
   QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-  return libro;
+}
+
+LibroImpreso leeVista(Guion& guion) {
+  const QTemporaryDir carpeta;
+  const QString titulo = vistaAbierta() ? vistaAbierta()->windowTitle() : QString();
+  guardaVista(guion, carpeta.filePath("libro.pdf"));
+  return {titulo, paginasDePdf(carpeta.filePath("libro.pdf"))};
 }

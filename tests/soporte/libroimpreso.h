@@ -23,6 +23,7 @@ QList<QStringList> paginasDePdf(const QString& pdf);
 void ponPlantillas(const Contexto& ctx);
 // The preview on show; null when there is none.
 VistaPrevia* vistaAbierta();
-// Saves the book of the preview on show as PDF by its key, reads it and closes the window. With a
-// path the file is kept there.
-LibroImpreso leeVista(Guion& guion, const QString& pdf = {});
+// Saves the book of the preview on show as PDF by its key and closes the window.
+void guardaVista(Guion& guion, const QString& pdf);
+// The same, and reads it.
+LibroImpreso leeVista(Guion& guion);

@@ -21,9 +21,9 @@ QList<QStringList> leeCsv(const QString& fichero) {
   return filas;
 }
 
-Libros::Libros(int digitosCuenta, int digitosSubcuenta) {
-  CrearInicio(motor, dirDatos() + QStringLiteral("Inicio.mdb"));
-  creaEmpresa(datosPorDefecto(QStringLiteral("Tienda"), digitosCuenta, digitosSubcuenta));
+Libros::Libros() {
+  CrearInicio(motor, dirDatos() + "Inicio.mdb");
+  creaEmpresa(datosPorDefecto("Tienda", 3, 8));
 }
 
 void Libros::creaEmpresa(const DatosEmpresa& datos) {
@@ -34,23 +34,15 @@ DatosEmpresa Libros::datosPorDefecto(const QString& nombre, int digitosCuenta,
                                      int digitosSubcuenta) {
   DatosEmpresa datos;
   datos.NombreEmpresa = nombre;
-  datos.Ano = QStringLiteral("2024");
-  datos.FechaCreacion = QStringLiteral("02/01/2024");
-  datos.CapitalSocial = QStringLiteral("0");
+  datos.Ano = "2024";
+  datos.FechaCreacion = "02/01/2024";
+  datos.CapitalSocial = "0";
   datos.MayorN01 = QString::number(digitosCuenta);
   datos.SubCuN01 = QString::number(digitosSubcuenta);
-  datos.MesInicio = QStringLiteral("1");
-  datos.Asiento = QStringLiteral("1");
-  datos.Mascara = QStringLiteral("#,##0.00 ;-#,##0.00");
-  const CuentasPorDefecto cuentas = CalculaCuentas(digitosCuenta, digitosSubcuenta);
-  datos.IVASSub = cuentas.IVASSub;
-  datos.IVASPro = cuentas.IVASPro;
-  datos.IVASCom = cuentas.IVASCom;
-  datos.IVARSub = cuentas.IVARSub;
-  datos.IVARCli = cuentas.IVARCli;
-  datos.IVARVen = cuentas.IVARVen;
-  datos.IVASRE = cuentas.IVASRE;
-  datos.IVARRE = cuentas.IVARRE;
+  datos.MesInicio = "1";
+  datos.Asiento = "1";
+  datos.Mascara = "#,##0.00 ;-#,##0.00";
+  static_cast<CuentasIVA&>(datos) = CalculaCuentas(digitosCuenta, digitosSubcuenta);
   return datos;
 }
 
@@ -59,7 +51,7 @@ QString Libros::dirDatos() const {
 }
 
 QString Libros::rutaEmpresa(const QString& nombre) const {
-  return dirDatos() + nombre + QStringLiteral("\\Conta.MDB");
+  return dirDatos() + nombre + "\\Conta.MDB";
 }
 
 std::unique_ptr<Database> Libros::abre(const QString& nombre) {
@@ -73,7 +65,7 @@ QStringList Libros::filas(const QString& fuente, const QString& empresa) {
   for (; !filas->Eof(); filas->MoveNext()) {
     QStringList textos;
     for (int i = 0; i < filas->FieldCount(); ++i)
-      textos += filas->Fields(i).isNull() ? QStringLiteral("-") : filas->Fields(i).text();
+      textos += filas->Fields(i).isNull() ? "-" : filas->Fields(i).text();
     lineas += textos.join(u'|');
   }
   return lineas;
@@ -81,28 +73,28 @@ QStringList Libros::filas(const QString& fuente, const QString& empresa) {
 
 void altaSubcuentasTrimestre(Database& empresa) {
   siembraPlan(empresa, 3);
-  const auto subcuentas = empresa.OpenRecordset(QStringLiteral("Subcuentas"));
-  for (const QStringList& fila : leeCsv(QStringLiteral("trimestre/subcuentas.csv"))) {
+  const auto subcuentas = empresa.OpenRecordset("Subcuentas");
+  for (const QStringList& fila : leeCsv("trimestre/subcuentas.csv")) {
     subcuentas->AddNew();
-    subcuentas->Fields(QStringLiteral("Subcuenta")) = fila[0];
-    subcuentas->Fields(QStringLiteral("Cuenta")) = fila[0].left(3);
-    subcuentas->Fields(QStringLiteral("Descripcion")) = fila[1];
+    subcuentas->Fields("Subcuenta") = fila[0];
+    subcuentas->Fields("Cuenta") = fila[0].left(3);
+    subcuentas->Fields("Descripcion") = fila[1];
     // The special ones are there since the company was made.
     if (!ignorando([&] { subcuentas->Update(); })) subcuentas->CancelUpdate();
   }
 }
 
-void Libros::asientaTrimestre(const QString& empresa) {
-  altaSubcuentasTrimestre(*abre(empresa));
-  asientaDiarioTrimestre(motor, rutaEmpresa(empresa));
+void Libros::asientaTrimestre() {
+  altaSubcuentasTrimestre(*abre());
+  asientaDiarioTrimestre(motor, rutaEmpresa());
 }
 
 void asientaDiarioTrimestre(DBEngine& motor, const QString& rutaEmpresa) {
   DataControl diario(motor), contadores(motor);
-  diario.bind(rutaEmpresa, QStringLiteral("SqlDiarioPrincipalBlanco"));
-  contadores.bind(rutaEmpresa, QStringLiteral("Select * from Empresa"));
+  diario.bind(rutaEmpresa, "SqlDiarioPrincipalBlanco");
+  contadores.bind(rutaEmpresa, "Select * from Empresa");
   QString enCurso;
-  for (const QStringList& fila : leeCsv(QStringLiteral("trimestre/diario-trimestre.csv"))) {
+  for (const QStringList& fila : leeCsv("trimestre/diario-trimestre.csv")) {
     if (fila[0] != enCurso) tomaAsiento(contadores);
     enCurso = fila[0];
     const bool debe = !fila[4].isEmpty();

@@ -12,8 +12,8 @@
 
 class Libros {
  public:
-  // A data folder with a catalogue and the company "Tienda" of 2024.
-  explicit Libros(int digitosCuenta = 3, int digitosSubcuenta = 8);
+  // A data folder with a catalogue and the company "Tienda" of 2024, of 3 and 8 digits.
+  Libros();
 
   // Makes another company, in the catalogue too.
   void creaEmpresa(const DatosEmpresa& datos);
@@ -22,15 +22,15 @@ class Libros {
                                       int digitosSubcuenta);
 
   QString dirDatos() const;  // with its final backslash
-  QString rutaEmpresa(const QString& nombre = QStringLiteral("Tienda")) const;
-  std::unique_ptr<Database> abre(const QString& nombre = QStringLiteral("Tienda"));
+  QString rutaEmpresa(const QString& nombre = "Tienda") const;
+  std::unique_ptr<Database> abre(const QString& nombre = "Tienda");
 
   // All rows of a source, each as its fields' texts joined by "|" and Null as "-".
-  QStringList filas(const QString& fuente, const QString& empresa = QStringLiteral("Tienda"));
+  QStringList filas(const QString& fuente, const QString& empresa = "Tienda");
 
   // Adds subcuentas and posts the journal of a real-looking quarter: 312 lines in 120 asientos,
   // whose balances stand in trimestre/saldos-trimestre.csv. The standing plan is sown first.
-  void asientaTrimestre(const QString& empresa = QStringLiteral("Tienda"));
+  void asientaTrimestre();
 
   DBEngine motor;
 

@@ -7,7 +7,6 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDragEnterEvent>
-#include <QLabel>
 #include <QLineEdit>
 #include <QMimeData>
 #include <QRadioButton>
@@ -67,7 +66,7 @@ void Teclado::llega(const char* campo) {
 }
 
 void Teclado::pulsa(const char* boton) {
-  auto& control = this->control<QWidget>(boton);
+  auto& control = this->control(boton);
   EXPECT_TRUE(control.isVisible() && control.isEnabled()) << boton;
   QPoint sitio = control.rect().center();
   if (qobject_cast<QCheckBox*>(&control) || qobject_cast<QRadioButton*>(&control)) {
@@ -79,14 +78,14 @@ void Teclado::pulsa(const char* boton) {
 }
 
 void Teclado::dobleClic(const char* campo) {
-  auto& control = this->control<QWidget>(campo);
+  auto& control = this->control(campo);
   QTest::mouseDClick(forma_->windowHandle(), Qt::LeftButton, {},
                      control.mapTo(forma_->window(), control.rect().center()));
   reposar();
 }
 
 void Teclado::enfoca(const char* campo) {
-  auto& control = this->control<QWidget>(campo);
+  auto& control = this->control(campo);
   EXPECT_TRUE(control.isVisible() && control.isEnabled()) << campo;
   control.setFocus(Qt::TabFocusReason);
   reposar();
@@ -94,7 +93,7 @@ void Teclado::enfoca(const char* campo) {
 
 void Teclado::escribe(const char* campo, const QString& texto) {
   enfoca(campo);
-  auto& control = this->control<QWidget>(campo);
+  auto& control = this->control(campo);
   auto* linea = qobject_cast<QLineEdit*>(&control);
   if (auto* combo = qobject_cast<QComboBox*>(&control)) linea = combo->lineEdit();
   ASSERT_TRUE(linea) << campo;
@@ -126,7 +125,7 @@ void Teclado::suelta(const char* campo, const QString& texto) {
   QMimeData contenido;
   contenido.setText(texto);
   contenido.setData(QLatin1String(Rejilla::kTipoArrastre), {});
-  auto& control = this->control<QWidget>(campo);
+  auto& control = this->control(campo);
   const QPoint sitio = control.rect().center();
   QDragEnterEvent entrada(sitio, Qt::CopyAction, &contenido, Qt::LeftButton, Qt::NoModifier);
   entrada.ignore();
@@ -138,11 +137,10 @@ void Teclado::suelta(const char* campo, const QString& texto) {
 }
 
 QString Teclado::textoDe(const char* campo) const {
-  const auto* objeto = &control<QWidget>(campo);
-  if (auto* linea = qobject_cast<const QLineEdit*>(objeto)) return linea->text();
-  if (auto* combo = qobject_cast<const QComboBox*>(objeto)) return combo->currentText();
-  if (auto* rotulo = qobject_cast<const QLabel*>(objeto)) return rotulo->text();
-  if (auto* boton = qobject_cast<const QAbstractButton*>(objeto)) return boton->text();
+  for (const char* propiedad : {"currentText", "text"}) {
+    const QVariant texto = control(campo).property(propiedad);
+    if (texto.isValid()) return texto.toString();
+  }
   ADD_FAILURE() << campo << " no tiene texto";
   return {};
 }
@@ -154,16 +152,6 @@ QString Teclado::enfocado() const {
     }
   }
   return {};
-}
-
-void captura(QWidget& forma, const QString& ruta) {
-  for (const int puntos : {1, 2}) {
-    QPixmap imagen(forma.size() * puntos);
-    imagen.setDevicePixelRatio(puntos);
-    forma.render(&imagen);
-    EXPECT_TRUE(imagen.save(QStringLiteral("%1-%2x.png").arg(ruta).arg(puntos)))
-        << qPrintable(ruta);
-  }
 }
 
 LetraAumentada::LetraAumentada(double veces) : antes_(QApplication::font()) {

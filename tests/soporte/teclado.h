@@ -7,9 +7,6 @@
 #include <QPointer>
 #include <QWidget>
 
-class QLineEdit;
-class Rejilla;
-
 // Brings a window forward and waits for it: without an active window no field is ever left.
 void activar(QWidget& ventana);
 // Lets everything that waits in the event loop happen.
@@ -56,9 +53,6 @@ class Teclado {
   QPointer<QWidget> forma_;
 };
 
-// Keeps the form as pictures, at the usual size of letters and dots and at twice as many dots:
-// `ruta`-1x.png and `ruta`-2x.png.
-void captura(QWidget& forma, const QString& ruta);
 // While it lives the letters are so many times as large.
 class LetraAumentada {
  public:

@@ -8,17 +8,8 @@
 #include "foundation/toolkit/contexto.h"
 #include "foundation/toolkit/formulario.h"
 #include "foundation/toolkit/registro.h"
-#include "soporte/guion.h"
+#include "soporte/escenario.h"
 #include "soporte/libros.h"
-#include "soporte/teclado.h"
-
-std::vector<LineaDiario> diarioTrimestre() {
-  std::vector<LineaDiario> lineas;
-  for (const QStringList& f : leeCsv(QStringLiteral("trimestre/diario-trimestre.csv"))) {
-    lineas.push_back({f[0], f[1], f[2], f[3], f[4], f[5]});
-  }
-  return lineas;
-}
 
 void tecleaLinea(Teclado& teclado, Guion& guion, const Sesion& sesion, const LineaDiario& linea,
                  bool nuevoAsiento) {
@@ -26,16 +17,15 @@ void tecleaLinea(Teclado& teclado, Guion& guion, const Sesion& sesion, const Lin
     const QString antes = teclado.textoDe("TxtSubcuenta");
     teclado.atras();
     teclado.atras();
-    teclado.teclea(QStringLiteral("*"));
-    const std::pair<QString, const char*> deIVA[] = {{sesion.CuentaIVA1, "Soportado"},
-                                                     {sesion.CuentaIVA2, "Repercutido"}};
-    for (const auto& [codigo, clase] : deIVA) {
-      if (antes != codigo) continue;
-      guion.esperaPregunta(QStringLiteral("La partida que introduce corresponde a un apunte de IVA "
-                                          "¿desea crear un asiento de Iva %1 en este momento?")
-                               .arg(QLatin1String(clase)),
-                           false, QStringLiteral("IVA"));
-    }
+    teclado.teclea("*");
+    const char* const clase = antes == sesion.CuentaIVA1   ? "Soportado"
+                              : antes == sesion.CuentaIVA2 ? "Repercutido"
+                                                           : nullptr;
+    if (clase)
+      guion.esperaPregunta(QString("La partida que introduce corresponde a un apunte de IVA ¿desea "
+                                   "crear un asiento de Iva %1 en este momento?")
+                               .arg(clase),
+                           false, "IVA");
     teclado.intro();
     teclado.teclea(linea.Fecha.left(2) + linea.Fecha.mid(3, 2));
     teclado.intro();
@@ -47,11 +37,10 @@ void tecleaLinea(Teclado& teclado, Guion& guion, const Sesion& sesion, const Lin
   // The decimal key of the keypad is a point.
   const bool debe = !linea.Debe.isEmpty();
   teclado.teclea(QString(debe ? linea.Debe : linea.Haber).replace(u',', u'.'));
-  if (debe) {
+  if (debe)
     teclado.intro();
-  } else {
-    teclado.teclea(QStringLiteral("+"));
-  }
+  else
+    teclado.teclea("+");
 }
 
 void tecleaEmpresa(Teclado& alta, Guion& guion, const QString& empresa,
@@ -60,7 +49,7 @@ void tecleaEmpresa(Teclado& alta, Guion& guion, const QString& empresa,
   alta.teclea(empresa);
   alta.llega("OptCreaPlan");
   alta.tecla(Qt::Key_Space);
-  guion.esperaDialogo(QStringLiteral("FrmCrearPlan"), plan);
+  guion.esperaDialogo("FrmCrearPlan", plan);
   alta.mnemonico(u'a');
 }
 
@@ -70,25 +59,25 @@ void tecleaNombre(Teclado& alta, const QString& nombre) {
   alta.mnemonico(u'a');
 }
 
+namespace {
+// The code with a dot for its zeros, Yes to the offer to create it, and its name in the dialog.
 void tecleaSubcuenta(Teclado& menu, Guion& guion, const QString& codigo, const QString& nombre) {
-  static const QRegularExpression kCeros(QStringLiteral("^(.+?)0+([1-9]+)$"));
-  menu.teclea(QString(codigo).replace(kCeros, QStringLiteral("\\1.\\2")));
-  guion.esperaPregunta(
-      QStringLiteral("El código de la subcuenta introducido no existe, ¿ Desea darlo de alta ? "),
-      true, QStringLiteral("Error"));
-  guion.esperaDialogo(QStringLiteral("FrmSubCuentas"),
-                      [nombre](Teclado& alta) { tecleaNombre(alta, nombre); });
+  static const QRegularExpression kCeros("^(.+?)0+([1-9]+)$");
+  menu.teclea(QString(codigo).replace(kCeros, "\\1.\\2"));
+  guion.esperaPregunta("El código de la subcuenta introducido no existe, ¿ Desea darlo de alta ? ",
+                       true, "Error");
+  guion.esperaDialogo("FrmSubCuentas", [&](Teclado& alta) { tecleaNombre(alta, nombre); });
   menu.intro();
   menu.atras();
 }
+}  // namespace
 
-void tecleaPlanTrimestre(Contexto& ctx, Guion& guion, Formulario& menu) {
-  Teclado teclado(menu);
+void tecleaPlanTrimestre(Contexto& ctx, Guion& guion, Teclado& menu) {
   const auto empresa = ctx.motor.Workspaces(0).OpenDatabase(ctx.sesion.rutaEmpresa());
-  for (const QStringList& fila : leeCsv(QStringLiteral("trimestre/subcuentas.csv"))) {
-    const auto ya = empresa->OpenRecordset(
-        QStringLiteral("Select * from Subcuentas where Subcuenta='%1'").arg(fila[0]));
-    if (ya->Eof()) tecleaSubcuenta(teclado, guion, fila[0], fila[1]);
+  for (const QStringList& fila : leeCsv("trimestre/subcuentas.csv")) {
+    const auto ya =
+        empresa->OpenRecordset("Select * from Subcuentas where Subcuenta='" + fila[0] + "'");
+    if (ya->Eof()) tecleaSubcuenta(menu, guion, fila[0], fila[1]);
   }
 }
 
@@ -101,13 +90,14 @@ Formulario& empiezaEmpresa(Contexto& ctx, Guion& guion, const QString& empresa,
     if (mirar) mirar(*forma);
     return *forma;
   };
-  ctx.formularios->cambiarA(QStringLiteral("FrmPresentacion"));
-  abierta("FrmPresentacion").findChild<QTimer*>(QStringLiteral("TMR"))->setInterval(0);
-  while (!ctx.formularios->abierto(QStringLiteral("FrmInicioSoftware"))) reposar();
+  registraFormularios(*ctx.formularios);
+  ctx.formularios->cambiarA("FrmPresentacion");
+  abierta("FrmPresentacion").findChild<QTimer*>("TMR")->setInterval(0);
+  while (!ctx.formularios->abierto("FrmInicioSoftware")) reposar();
   Teclado(abierta("FrmInicioSoftware")).mnemonico(u'a');
 
   Teclado seleccion(abierta("FrmSeleccion"));
-  guion.esperaDialogo(QStringLiteral("FrmEmpresas"), [&](Teclado& alta) {
+  guion.esperaDialogo("FrmEmpresas", [&](Teclado& alta) {
     abierta("FrmEmpresas");
     tecleaEmpresa(alta, guion, empresa, [&](Teclado& plan) {
       abierta("FrmCrearPlan");
@@ -123,7 +113,8 @@ void tecleaTrimestre(Contexto& ctx, Guion& guion, Formulario& menu,
                      const std::function<void(const LineaDiario&)>& tras) {
   Teclado teclado(menu);
   QString asiento;
-  for (const LineaDiario& linea : diarioTrimestre()) {
+  for (const QStringList& f : leeCsv("trimestre/diario-trimestre.csv")) {
+    const LineaDiario linea{f[0], f[1], f[2], f[3], f[4], f[5]};
     tecleaLinea(teclado, guion, ctx.sesion, linea, linea.Asiento != asiento);
     asiento = linea.Asiento;
     if (tras) tras(linea);

@@ -3,7 +3,6 @@
 
 #include <functional>
 #include <QString>
-#include <vector>
 
 class Formulario;
 class Guion;
@@ -21,9 +20,6 @@ struct LineaDiario {
   QString Haber;
 };
 
-// The journal of tests/datos/trimestre, in the order of typing.
-std::vector<LineaDiario> diarioTrimestre();
-
 // Types one line from where the last one left the focus, TxtSubcuenta: a new asiento goes back to
 // TxtAsiento, takes the next number with "*" and gives the date as four digits. The question that
 // comes when the line before was one of IVA is answered No.
@@ -32,8 +28,7 @@ void tecleaLinea(Teclado& teclado, Guion& guion, const Sesion& sesion, const Lin
 
 // What a new user does: the start form, the first installation, a company of 3 and 8 digits with
 // the defaults of its screen and the standing plan, and into the main window, which is returned.
-// The forms must be registered and the folder empty. `mirar` is shown each form on the way, ready
-// for a picture.
+// The folder must be empty. `mirar` is shown each form on the way, ready for a picture.
 Formulario& empiezaEmpresa(Contexto& ctx, Guion& guion, const QString& empresa,
                            const std::function<void(Formulario&)>& mirar = {});
 
@@ -41,13 +36,11 @@ Formulario& empiezaEmpresa(Contexto& ctx, Guion& guion, const QString& empresa,
 void tecleaEmpresa(Teclado& alta, Guion& guion, const QString& empresa,
                    const std::function<void(Teclado&)>& plan);
 
-// Creates a subcuenta from TxtSubcuenta of the main window, where the focus stays: its code with a
-// dot for the zeros, Yes to the offer, and the name in the dialog that comes.
-void tecleaSubcuenta(Teclado& menu, Guion& guion, const QString& codigo, const QString& nombre);
 // Fills the dialog of a new subcuenta, whose code stands there already, and accepts it.
 void tecleaNombre(Teclado& alta, const QString& nombre);
-// Creates the subcuentas of the quarter that the open company hasn't got; its plan has all cuentas.
-void tecleaPlanTrimestre(Contexto& ctx, Guion& guion, Formulario& menu);
+// Creates the subcuentas of the quarter that the open company hasn't got, from TxtSubcuenta of the
+// main window: its plan has all cuentas.
+void tecleaPlanTrimestre(Contexto& ctx, Guion& guion, Teclado& menu);
 
 // Types the whole quarter into the main window; `tras` runs after each line.
 void tecleaTrimestre(Contexto& ctx, Guion& guion, Formulario& menu,

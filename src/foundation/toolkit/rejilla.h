@@ -47,7 +47,7 @@ class Rejilla : public QTableView {
   // deletes the current row; without it, it empties the cell. An emptied cell is Null.
   enum Cambio { Cambios = 1, Altas = 2, Bajas = 4 };
   void permitirEdicion(int cambios);
-  // Writes the row being added, if any; false if it was refused.
+  // Writes the cell being typed and the row being added, if any; false if one was refused.
   bool guardarFila();
 
   // The current row, as the recordset has it: the text of a column (empty without a current row),

@@ -19,6 +19,13 @@ void Rejilla::mostrarFallo() {
 }
 
 bool Rejilla::guardarFila() {
+  // The button of the window takes no focus: the cell under it may still be open.
+  if (QWidget* editor = state() == EditingState ? indexWidget(currentIndex()) : nullptr) {
+    commitData(editor);
+    const bool rechazada = modelo_->hayFallo();
+    closeEditor(editor, QAbstractItemDelegate::NoHint);
+    if (rechazada) return false;
+  }
   if (modelo_->guardarNueva()) return true;
   mostrarFallo();
   return false;

@@ -18,7 +18,6 @@
 #include "foundation/toolkit/formdeprueba.h"
 #include "foundation/toolkit/progreso.h"
 #include "foundation/toolkit/tema.h"
-#include "soporte/escenario.h"
 
 namespace {
 using Lista = QStringList;
@@ -63,66 +62,59 @@ TEST(CajasQt, LosBotonesVanEnEspanol) {
 TEST(CajasQt, PreguntaSiONo) {
   DBEngine motor;
   CajasQt cajas(motor);
-  const struct {
-    const char* como;
-    std::function<void(QMessageBox&)> accion;
-    bool respuesta;
-  } casos[] = {
-      {"Intro", [](QMessageBox& c) { QTest::keyClick(&c, Qt::Key_Return); }, true},
-      {"la letra del sí", [](QMessageBox& c) { QTest::keyClick(&c, Qt::Key_S); }, true},
-      {"la letra del no", [](QMessageBox& c) { QTest::keyClick(&c, Qt::Key_N); }, false},
-      {"Escape", [](QMessageBox& c) { QTest::keyClick(&c, Qt::Key_Escape); }, false},
-      {"cerrarla", [](QMessageBox& c) { c.close(); }, false},
-  };
-  for (const auto& caso : casos) {
-    SCOPED_TRACE(caso.como);
-    enLaCaja<QMessageBox>([&](QMessageBox& caja) {
+  const std::pair<Qt::Key, bool> casos[] = {{Qt::Key_Return, true},
+                                            {Qt::Key_S, true},
+                                            {Qt::Key_N, false},
+                                            {Qt::Key_Escape, false},
+                                            {Qt::Key_Close, false}};
+  for (const auto& [tecla, respuesta] : casos) {
+    SCOPED_TRACE(tecla);
+    enLaCaja<QMessageBox>([tecla = tecla](QMessageBox& caja) {
       EXPECT_EQ(botonesDe(caja), (Lista{"No", "Sí"}));
-      caso.accion(caja);
+      if (tecla == Qt::Key_Close)
+        caja.close();
+      else
+        QTest::keyClick(&caja, tecla);
     });
-    EXPECT_EQ(cajas.pregunta(nullptr, "¿Sigue?", "Salir"), caso.respuesta);
+    EXPECT_EQ(cajas.pregunta(nullptr, "¿Sigue?", "Salir"), respuesta);
   }
 }
 
 TEST(CajasQt, UnDialogoQueSeCierraAlAparecerNoDejaColgadoElPrograma) {
-  Escenario e(Escenario::Ajustes);
-  CajasQt cajas(e.ctx.motor);
-  FormDePrueba f(e.ctx);
-  e.guion.esperaMensaje("cargado");
+  Prueba p;
+  CajasQt cajas(p.e.ctx.motor);
   FormDePrueba::alCargar = [](FormDePrueba& forma) {
     forma.mensaje("cargado", "");
     QTimer::singleShot(0, &forma, [&forma] { forma.descargar(); });
   };
-  cajas.modal(f);
+  p.e.guion.esperaMensaje("cargado");
+  FormDePrueba tarde(p.e.ctx);
+  cajas.modal(tarde);
   FormDePrueba::alCargar = [](FormDePrueba& forma) { forma.descargar(); };
-  FormDePrueba otra(e.ctx);
-  cajas.modal(otra);
-  FormDePrueba::alCargar = {};
-  EXPECT_FALSE(f.isVisible() || otra.isVisible());
+  FormDePrueba enseguida(p.e.ctx);
+  cajas.modal(enseguida);
+  EXPECT_FALSE(tarde.isVisible() || enseguida.isVisible());
 }
 
 TEST(Progreso, MueveLaBarraYNoTomaTeclasHastaQueAcaba) {
-  Escenario e(Escenario::Ajustes);
-  auto& f = e.abre<FormDePrueba>();
-  Teclado t(f);
-  QProgressBar barra(&f);
-  t.escribe("TxtA", "x");
+  Prueba p;
+  QProgressBar barra(&p.f);
+  p.t.escribe("TxtA", "x");
   {
-    Progreso progreso(e.ctx, barra, 100);
+    Progreso progreso(p.e.ctx, barra, 100);
     EXPECT_TRUE(barra.isVisible());
     progreso.avanza(40);
-    t.teclea("abc");
-    t.escape();
-    t.cierra();
+    p.t.teclea("abc");
+    p.t.escape();
+    p.t.cierra();
     progreso.avanza();
-    e.guion.esperaMensaje("¿Sigue?");
-    f.mensaje("¿Sigue?", "");  // a box of the process itself works
+    p.e.guion.esperaMensaje("¿Sigue?");
+    p.f.mensaje("¿Sigue?", "");  // a box of the process itself works
   }
   EXPECT_EQ(barra.value(), 41);
-  EXPECT_EQ(t.textoDe("TxtA"), "x");
-  ASSERT_TRUE(f.isVisible());
-  t.teclea("y");
-  EXPECT_EQ(t.textoDe("TxtA"), "xy");
+  ASSERT_TRUE(p.f.isVisible());
+  p.t.teclea("y");
+  EXPECT_EQ(p.t.textoDe("TxtA"), "xy");
 }
 
 // A drawing that can't be read would leave a blank button.
@@ -136,9 +128,8 @@ TEST(Tema, CadaDibujoSePinta) {
     for (const int lado : {16, 48}) {
       const QImage imagen = icono(it.fileInfo().completeBaseName()).pixmap(lado).toImage();
       int pintados = 0;
-      for (int y = 0; y < imagen.height(); ++y) {
-        for (int x = 0; x < imagen.width(); ++x) pintados += qAlpha(imagen.pixel(x, y)) > 128;
-      }
+      for (int i = 0; i < imagen.width() * imagen.height(); ++i)
+        pintados += qAlpha(imagen.pixel(i % imagen.width(), i / imagen.width())) > 128;
       EXPECT_GT(pintados, lado * lado / 20) << qPrintable(it.fileName()) << " a " << lado;
     }
   }

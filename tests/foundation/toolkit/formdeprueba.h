@@ -9,31 +9,18 @@
 #include <QRadioButton>
 #include <QVBoxLayout>
 
-#include "foundation/toolkit/formulario.h"
+#include "soporte/escenario.h"
 
 class FormDePrueba : public Formulario {
   Q_OBJECT
  public:
   explicit FormDePrueba(Contexto& contexto) : Formulario(contexto) {
-    auto* sitio = new QVBoxLayout(this);
     auto* menus = new QMenuBar(this);
-    menus->addMenu(QStringLiteral("&Menu"))->addAction(QStringLiteral("Nada"));
-    sitio->setMenuBar(menus);
-    for (auto* control : std::initializer_list<QWidget*>{TxtA, TxtB, TxtC, TxtConcepto, ChkSi,
-                                                         Opt_0, Opt_1, CmdAceptar, CmdCancelar}) {
-      sitio->addWidget(control);
-    }
-    const std::pair<QWidget*, const char*> nombres[] = {{TxtA, "TxtA"},
-                                                        {TxtB, "TxtB"},
-                                                        {TxtC, "TxtC"},
-                                                        {ChkSi, "ChkSi"},
-                                                        {Opt_0, "Opt_0"},
-                                                        {Opt_1, "Opt_1"},
-                                                        {TxtConcepto, "TxtConcepto"},
-                                                        {CmdAceptar, "CmdAceptar"},
-                                                        {CmdCancelar, "CmdCancelar"}};
-    for (const auto& [control, nombre] : nombres) control->setObjectName(QLatin1String(nombre));
+    menus->addMenu("&Menu")->addAction("Nada");
+    layout()->setMenuBar(menus);
     TxtConcepto->setEditable(true);
+    CmdAceptar->setText("&Aceptar");
+    CmdCancelar->setText("&Cancelar");
     for (auto* campo : {TxtA, TxtB, TxtC}) {
       alEntrar(campo, [this, campo] { hechos << "entra " + campo->objectName(); });
       alSalir(campo, [this, campo] { hechos << "sale " + campo->objectName(); });
@@ -54,11 +41,7 @@ class FormDePrueba : public Formulario {
   // What has happened since the last look.
   QStringList lee() { return std::exchange(hechos, {}); }
 
-  using Formulario::aceptaArrastre;
-  using Formulario::alCambiar;
-  using Formulario::alElegirOpcion;
   using Formulario::alPulsar;
-  using Formulario::alPulsarMatriz;
   using Formulario::alSalir;
   using Formulario::alTeclear;
   using Formulario::enfocar;
@@ -66,8 +49,6 @@ class FormDePrueba : public Formulario {
   using Formulario::importe;
   using Formulario::mensaje;
   using Formulario::mostrar;
-  using Formulario::opcion;
-  using Formulario::setOpcion;
   using Formulario::sinIntro;
   using Formulario::sinSeleccion;
   using Formulario::soloNumero;
@@ -75,14 +56,32 @@ class FormDePrueba : public Formulario {
 
   static inline std::function<void(FormDePrueba&)> alCargar;
 
-  QLineEdit* TxtA = new QLineEdit(this);
-  QLineEdit* TxtB = new QLineEdit(this);
-  QLineEdit* TxtC = new QLineEdit(this);
-  QComboBox* TxtConcepto = new QComboBox(this);
-  QCheckBox* ChkSi = new QCheckBox(this);
-  QRadioButton* Opt_0 = new QRadioButton(this);
-  QRadioButton* Opt_1 = new QRadioButton(this);
-  QPushButton* CmdAceptar = new QPushButton(QStringLiteral("&Aceptar"), this);
-  QPushButton* CmdCancelar = new QPushButton(QStringLiteral("&Cancelar"), this);
+  QLineEdit* TxtA = pon<QLineEdit>("TxtA");
+  QLineEdit* TxtB = pon<QLineEdit>("TxtB");
+  QLineEdit* TxtC = pon<QLineEdit>("TxtC");
+  QComboBox* TxtConcepto = pon<QComboBox>("TxtConcepto");
+  QCheckBox* ChkSi = pon<QCheckBox>("ChkSi");
+  QRadioButton* Opt_0 = pon<QRadioButton>("Opt_0");
+  QPushButton* CmdAceptar = pon<QPushButton>("CmdAceptar");
+  QPushButton* CmdCancelar = pon<QPushButton>("CmdCancelar");
   QStringList hechos;
+
+ protected:
+  // Each control stands under the one before, and comes after it with Tab.
+  template <class C>
+  C* pon(const char* nombre) {
+    auto* control = new C(this);
+    control->setObjectName(nombre);
+    if (!layout()) setLayout(new QVBoxLayout);
+    layout()->addWidget(control);
+    return control;
+  }
+};
+
+// It alone on the screen.
+struct Prueba {
+  Escenario e{Escenario::Ajustes};
+  FormDePrueba& f = e.abre<FormDePrueba>();
+  Teclado t{f};
+  ~Prueba() { FormDePrueba::alCargar = {}; }
 };

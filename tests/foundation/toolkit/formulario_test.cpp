@@ -6,7 +6,6 @@
 
 #include "foundation/toolkit/consulta.h"
 #include "foundation/toolkit/formdeprueba.h"
-#include "soporte/escenario.h"
 
 namespace {
 using Lista = QStringList;
@@ -18,12 +17,8 @@ class FrmIVASR : public FormDePrueba {
   using FormDePrueba::FormDePrueba;
 };
 
-struct Prueba {
-  Escenario e{Escenario::Ajustes};
-  FormDePrueba& f = e.abre<FormDePrueba>();
-  Teclado t{f};
-  Prueba() { e.formularios->registra<FrmIVASR>(); }
-  ~Prueba() { FormDePrueba::alCargar = {}; }
+struct PruebaDeDos : Prueba {
+  PruebaDeDos() { e.formularios->registra<FrmIVASR>(); }
 };
 
 TEST(Formulario, UnErrorDaUnaCajaYUnaLineaYElFormularioSigue) {
@@ -45,165 +40,100 @@ TEST(Formulario, UnErrorDaUnaCajaYUnaLineaYElFormularioSigue) {
 }
 
 TEST(Formulario, CargaUnaVezYSeActivaCadaVezQueSeMuestra) {
-  Prueba p;
+  PruebaDeDos p;
   EXPECT_EQ(p.f.lee().mid(0, 2), (Lista{"carga", "activa"}));
-  p.e.guion.esperaDialogo("FrmIVASR", [](Teclado& d) { d.escape(); });
+  p.e.guion.esperaDialogo("FrmIVASR", [&](Teclado& d) {
+    EXPECT_EQ(p.e.formularios->abierto("FrmIVASR"), &d.forma());
+    EXPECT_EQ(d.forma().parentWidget(), &p.f);
+    d.escape();
+  });
   EXPECT_TRUE(p.f.mostrar("FrmIVASR"));
+  EXPECT_EQ(p.e.formularios->abierto("FrmIVASR"), nullptr);
   p.e.guion.esperaMensaje("Hola");
   p.f.mensaje("Hola", "Librano");
   EXPECT_FALSE(p.f.lee().contains("activa"));
   p.f.hide();
   p.f.show();
-  EXPECT_EQ(p.f.lee().filter("a").filter("activa"), Lista{"activa"});
-}
-
-TEST(Formulario, ElQueSeDescargaAlCargarNoSeMuestra) {
-  Prueba p;
+  EXPECT_EQ(p.f.lee().filter("activa"), Lista{"activa"});
+  // The one that closes itself while loading, or isn't registered, comes with no dialog.
   FormDePrueba::alCargar = [](FormDePrueba& f) { f.descargar(); };
-  EXPECT_TRUE(p.f.mostrar("FrmIVASR"));  // without a dialog in the script
-}
-
-TEST(Formulario, LosCodigosDelDialogoSePonenAntesYSeQuitanDespues) {
-  Prueba p;
-  Sesion& s = p.e.ctx.sesion;
-  QString visto;
-  const auto mira = [&](Teclado& d) {
-    visto = QStringLiteral("%1 %2").arg(s.CodigoLlamada).arg(s.ValorElegido);
-    d.escape();
-  };
-  p.e.guion.esperaDialogo("FrmIVASR", mira);
-  p.f.mostrar("FrmIVASR", 6, "27");
-  EXPECT_EQ(visto, "6 27");
-  EXPECT_EQ(s.CodigoLlamada, 0);
-  EXPECT_EQ(s.ValorElegido, "");
-
-  s.ValorElegido = "queda";
-  p.e.guion.esperaDialogo("FrmIVASR", mira);
-  p.f.mostrar("FrmIVASR", 7);
-  EXPECT_EQ(visto, "7 queda");
-  EXPECT_EQ(s.ValorElegido, "queda");
-}
-
-TEST(Formulario, LoQueNoEstaRegistradoNoSeMuestra) {
-  Prueba p;
+  EXPECT_TRUE(p.f.mostrar("FrmIVASR"));
   EXPECT_FALSE(p.f.mostrar("FrmQueNoHay"));
   EXPECT_FALSE(p.e.formularios->cambiarA("FrmQueNoHay"));
-  EXPECT_TRUE(p.f.isVisible());
-}
-
-TEST(Formulario, UnDialogoSobreOtroTieneAlOtroAbierto) {
-  Prueba p;
-  const Formulario* dentro = nullptr;
-  p.e.guion.esperaDialogo("FrmIVASR", [&](Teclado& d) {
-    dentro = p.e.formularios->abierto("FrmIVASR");
-    EXPECT_EQ(dentro, &d.forma());
-    EXPECT_EQ(d.forma().parentWidget(), &p.f);
-    d.pulsa("CmdCancelar");
-  });
-  p.f.mostrar("FrmIVASR");
-  EXPECT_EQ(p.e.formularios->abierto("FrmIVASR"), nullptr);
   EXPECT_EQ(p.e.formularios->abierto("FormDePrueba"), &p.f);
 }
 
+TEST(Formulario, LosCodigosDelDialogoSePonenAntesYSeQuitanDespues) {
+  PruebaDeDos p;
+  Sesion& s = p.e.ctx.sesion;
+  const auto codigos = [&s] { return QString("%1 %2").arg(s.CodigoLlamada).arg(s.ValorElegido); };
+  const auto mira = [&](const QString& esperados) {
+    p.e.guion.esperaDialogo("FrmIVASR", [&, esperados](Teclado& d) {
+      EXPECT_EQ(codigos(), esperados);
+      d.escape();
+    });
+  };
+  mira("6 27");
+  p.f.mostrar("FrmIVASR", 6, "27");
+  EXPECT_EQ(codigos(), "0 ");
+  s.ValorElegido = "queda";
+  mira("7 queda");
+  p.f.mostrar("FrmIVASR", 7);
+  EXPECT_EQ(codigos(), "0 queda");
+}
+
 TEST(Formulario, CambiarCierraLosAbiertosYElProgramaNoAcaba) {
-  Prueba p;
+  PruebaDeDos p;
   const QPointer<Formulario> vieja(&p.f);
   FormDePrueba::alCargar = [](FormDePrueba& f) { f.mensaje("Nueva", ""); };
-  p.e.guion.esperaMensaje("Nueva");
   p.f.alPulsar(p.f.CmdAceptar, [&] {
     p.e.formularios->cambiarA("FrmIVASR");
     EXPECT_TRUE(vieja);  // its reaction is still running
   });
   p.t.enfoca("TxtA");
+  p.e.guion.esperaMensaje("Nueva");
   p.t.pulsa("CmdAceptar");
   QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
   EXPECT_FALSE(vieja);
   ASSERT_TRUE(p.e.formularios->abierto("FrmIVASR"));
-  EXPECT_EQ(p.e.finales, 0);
 
-  p.e.formularios->abierto("FrmIVASR")->descargar();
+  // From a dialog too.
+  FormDePrueba::alCargar = {};
+  p.e.guion.esperaDialogo("FrmIVASR", [&](Teclado&) { p.e.formularios->cambiarA("FormDePrueba"); });
+  p.e.formularios->mostrar("FrmIVASR");
+  reposar();
+  EXPECT_EQ(p.e.formularios->abierto("FrmIVASR"), nullptr);
+  EXPECT_EQ(p.e.finales, 0);
+  p.e.formularios->abierto("FormDePrueba")->descargar();
   reposar();
   EXPECT_EQ(p.e.finales, 1);
-}
-
-TEST(Formulario, DesdeUnDialogoSeCambiaTambien) {
-  Prueba p;
-  p.e.guion.esperaDialogo("FrmIVASR", [&](Teclado&) { p.e.formularios->cambiarA("FormDePrueba"); });
-  p.f.mostrar("FrmIVASR");
-  EXPECT_EQ(p.e.formularios->abierto("FrmIVASR"), nullptr);
-  EXPECT_NE(p.e.formularios->abierto("FormDePrueba"), &p.f);
-}
-
-TEST(Formulario, MatricesDeOpcionesYDeBotones) {
-  Prueba p;
-  QList<int> elegidas;
-  p.f.alElegirOpcion("Opt", [&](int i) { elegidas << i; });
-  p.f.setOpcion("Opt", 1);
-  EXPECT_EQ(p.f.opcion("Opt"), 1);
-  p.t.pulsa("Opt_0");
-  EXPECT_EQ(p.f.opcion("Opt"), 0);
-  EXPECT_EQ(elegidas, (QList<int>{1, 0}));
-
-  QList<int> pulsados;
-  p.f.CmdAceptar->setObjectName("CmdMayor_7");
-  p.f.alPulsarMatriz("CmdMayor", [&](int i) { pulsados << i; });
-  p.t.pulsa("CmdMayor_7");
-  EXPECT_EQ(pulsados, QList<int>{7});
-}
-
-TEST(Formulario, UnCampoTomaLoQueSeLeSueltaYUnBotonReacciona) {
-  Prueba p;
-  p.f.TxtA->setText("antes");
-  p.f.aceptaArrastre(p.f.TxtA);
-  p.f.aceptaArrastre(p.f.TxtConcepto);
-  QString soltado;
-  p.f.aceptaArrastre(p.f.CmdAceptar, [&](const QString& texto) { soltado = texto; });
-  p.t.suelta("TxtA", "43000001");
-  p.t.suelta("TxtConcepto", "Caja");
-  p.t.suelta("CmdAceptar", "12");
-  EXPECT_EQ(p.t.textoDe("TxtA"), "43000001");
-  EXPECT_EQ(p.t.textoDe("TxtConcepto"), "Caja");
-  EXPECT_EQ(soltado, "12");
 }
 
 TEST(Consulta, EscribeEnElCampoQuePidioYEnNingunOtro) {
   Prueba p;
   p.f.TxtA->setObjectName("TxtCodigoProveedor");
-  const struct {
-    const char* forma;
-    int codigo;
-    std::span<const DestinoConsulta> tabla;
-    bool llega;
-  } casos[] = {
-      {"FrmIVASR", 20, destinosDeSubcuenta(), true},
-      {"FrmIVASR", 21, destinosDeSubcuenta(), false},
-      {"FrmIVASR", 20, destinosDeTipoIVA(), false},
-      {"FrmIVASR", 0, destinosDeSubcuenta(), false},
-      {"FrmPartida", 20, destinosDeSubcuenta(), false},  // the form isn't open
-  };
-  for (const auto& caso : casos) {
-    SCOPED_TRACE(testing::Message() << caso.forma << ' ' << caso.codigo);
-    p.f.setObjectName(caso.forma);
+  const auto entrega = [&](const char* forma, int codigo, std::span<const DestinoConsulta> tabla) {
+    p.f.setObjectName(forma);
     p.f.TxtA->clear();
-    p.e.ctx.sesion.CodigoAccion = caso.codigo;
-    EXPECT_EQ(entregarConsulta(p.e.ctx, caso.tabla, "40000001"), caso.llega);
-    EXPECT_EQ(p.f.TxtA->text(), caso.llega ? "40000001" : "");
-  }
+    p.e.ctx.sesion.CodigoAccion = codigo;
+    const bool entregado = entregarConsulta(p.e.ctx, tabla, "40000001");
+    EXPECT_EQ(entregado, !p.f.TxtA->text().isEmpty());
+    return p.f.TxtA->text();
+  };
+  EXPECT_EQ(entrega("FrmIVASR", 20, destinosDeSubcuenta()), "40000001");
+  EXPECT_EQ(entrega("FrmIVASR", 22, destinosDeSubcuenta()), "");  // of another field
+  EXPECT_EQ(entrega("FrmIVASR", 20, destinosDeTipoIVA()), "");
+  EXPECT_EQ(entrega("FrmIVASR", 0, destinosDeSubcuenta()), "");
+  EXPECT_EQ(entrega("FrmPartida", 20, destinosDeSubcuenta()), "");  // the form isn't open
 }
 
-// --- the script itself
-// ----------------------------------------------------------------------------
-
+// The script of the tests themselves.
 TEST(Guion, FallaSiLlegaLoNoAnunciadoONoLlegaLoAnunciado) {
   static DBEngine motor;
   EXPECT_NONFATAL_FAILURE(Guion(motor).mensaje(nullptr, "Hola", "", Icono::Ninguno),
                           "Sin anunciar: mensaje \"Hola\"");
-  EXPECT_NONFATAL_FAILURE(
-      {
-        Guion guion(motor);
-        guion.esperaPregunta("¿Sigue?", true);
-      },
-      "Anunciado y no llegado: pregunta");
+  EXPECT_NONFATAL_FAILURE(Guion(motor).esperaPregunta("¿Sigue?", true),
+                          "Anunciado y no llegado: pregunta");
   EXPECT_NONFATAL_FAILURE(
       {
         Guion guion(motor);
