@@ -20,19 +20,14 @@ void anotar(DBEngine& engine, const QString& ruta) {
   const auto db = engine.Workspaces(0).OpenDatabase(ruta);
   const auto empresa = db->OpenRecordset("Empresa"), diario = db->OpenRecordset("Diario");
   for (;;) {
-    diario->AddNew();
-    const qint64 linea = empresa->Fields("NLinDiario").toLong();
-    diario->Fields("NLinea") = linea;
-    diario->Fields("NAsiento") = linea / 3;
-    diario->Fields("DH") = "D";
-    diario->Fields("Importe") = 0.1 * static_cast<double>(linea % 7);
-    diario->Update();
+    const int linea = static_cast<int>(empresa->Fields("NLinDiario").toLong());
+    LibroEnDisco::anota(*diario, linea, linea / 3, "430", "D", 0.1 * (linea % 7));
     empresa->Edit();
     empresa->Fields("NLinDiario") = linea + 1;
     empresa->Update();
     if (linea % 4 != 0) continue;
     engine.flush();
-    dice(static_cast<int>(linea));
+    dice(linea);
   }
 }
 
