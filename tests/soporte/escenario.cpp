@@ -14,6 +14,8 @@
 #include "soporte/libros.h"
 
 namespace {
+const QString kAjustes = QStringLiteral("Config.ini");
+
 void copiaCarpeta(const QString& origen, const QString& destino) {
   QDirIterator it(origen, QDir::Files, QDirIterator::Subdirectories);
   while (it.hasNext()) {
@@ -61,7 +63,6 @@ Escenario::Escenario(Hasta hasta, const DatosEmpresa& datos)
   sesion.DirDatos = rutaPrograma(carpetaDatos()) + QLatin1Char('\\');
   if (hasta < Ajustes) return;
 
-  const QString ajustes = sesion.DirPrograma + QStringLiteral("Config.ini");
   const struct {
     const char* seccion;
     const char* clave;
@@ -74,10 +75,9 @@ Escenario::Escenario(Hasta hasta, const DatosEmpresa& datos)
       {"Otros", "Decimal Destino", QStringLiteral(",")},
       {"Version", "Version", sesion.VersionPrograma},
   };
-  for (const auto& v : valores) {
-    CIni().Grabar(ajustes, QString::fromLatin1(v.seccion), QString::fromLatin1(v.clave), v.valor);
-  }
-  LeeConfiguracion(ajustes, sesion);
+  for (const auto& v : valores)
+    ponAjuste(QString::fromLatin1(v.seccion), QString::fromLatin1(v.clave), v.valor);
+  LeeConfiguracion(ctx.carpetaPrograma + kAjustes, sesion);
   if (hasta < Catalogo) return;
 
   if (hasta < Empresa) {
@@ -166,4 +166,15 @@ QStringList Escenario::errores() const {
   return QString::fromUtf8(fichero.readAll())
       .remove(QLatin1Char('\r'))
       .split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+}
+
+QString Escenario::ajuste(const QString& seccion, const QString& clave) const {
+  QString valor;
+  CIni().Leer(ctx.carpetaPrograma + kAjustes, seccion, clave, valor);
+  return valor;
+}
+
+void Escenario::ponAjuste(const QString& seccion, const QString& clave,
+                          const QString& valor) const {
+  CIni().Grabar(ctx.carpetaPrograma + kAjustes, seccion, clave, valor);
 }
