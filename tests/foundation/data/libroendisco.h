@@ -9,18 +9,8 @@
 
 #include "foundation/data/datacontrol.h"
 #include "foundation/data/dbengine.h"
+#include "soporte/errores.h"
 #include "soporte/textos.h"
-
-// The number of the error that something raises; 0 if it raises none.
-template <typename F>
-int numeroDeError(F&& algo) {
-  try {
-    algo();
-  } catch (const ErrorEjecucion& e) {
-    return e.numero();
-  }
-  return 0;
-}
 
 inline const QString kLocale = QStringLiteral(";LANGID=0x0409;CP=1252;COUNTRY=0");
 

@@ -1,0 +1,15 @@
+// What the tests ask of failures.
+#pragma once
+
+#include "foundation/data/errorejecucion.h"
+
+// The number of the error that something raises; 0 if it raises none.
+template <typename F>
+int numeroDeError(F&& algo) {
+  try {
+    algo();
+  } catch (const ErrorEjecucion& e) {
+    return e.numero();
+  }
+  return 0;
+}
