@@ -7,16 +7,34 @@ namespace {
 class Registros : public LibroEnDisco {};
 
 TEST_F(Registros, CadaCampoConvierteASuTipoYSeLeeComoQuedo) {
-  db->appendTable({"Tipos",
-                   {{"Texto", FieldType::Text, 10, {}, true},
-                    {"Lleno", FieldType::Text, 5, {}, false},
-                    {"Entero", FieldType::Long, 0, {}, false},
-                    {"Doble", FieldType::Double, 0, {}, false},
-                    {"Fecha", FieldType::Date, 0, {}, false},
-                    {"SiNo", FieldType::Boolean, 0, {}, false}},
-                   {}});
+  const struct {
+    const char* campo;
+    FieldType tipo;
+    QStringList casos;  // the text given and what is left of it, or the number of the error
+  } textos[] = {
+      {"Texto",
+       FieldType::Text,
+       {" = ", "07 = 07", "ñññññ67890 = ñññññ67890", "ñññññ678901 = 3163"}},
+      {"Lleno", FieldType::Text, {" = 3315"}},
+      {"Entero", FieldType::Long, {"1.000 = 1000", "B12345678 = 3421"}},
+      {"Doble",
+       FieldType::Double,
+       {"1.234,50 = 1234,5", " 12  = 12", "5- = -5", "- 5 = -5", ",5 = 0,5", "0, = 0",
+        "01234. = 1234", " = 3421", "--5 = 3421", "-5- = 3421", "- = 3421", "1,2,3 = 3421",
+        "1,5.0 = 3421", "1e5 = 3421", "1 2 = 3421", "0x10 = 3421"}},
+      {"Fecha",
+       FieldType::Date,
+       {"2-1-2003 = 02/01/2003", "01/02/29 = 01/02/2029", "01/02/99 = 01/02/1999",
+        "2003-02-15 = 15/02/2003", "15/02/2003 10:30 = 15/02/2003 10:30:00",
+        "15/02/2003 00:00:00 = 15/02/2003", "29/02/2003 = 3421", "02/13/2003 = 3421",
+        "15/02 = 3421", "15/02/003 = 3421", "15/02/2003 25:00 = 3421", " = 3421"}},
+      {"SiNo", FieldType::Boolean, {"Verdadero = Verdadero", "quizá = 3421"}},
+  };
+  TableDef tipos{"Tipos", {}, {}};
+  for (const auto& t : textos) tipos.CreateField(t.campo, t.tipo, 10);
+  tipos.Fields[0].AllowZeroLength = true;
+  db->appendTable(tipos);
   const auto rs = db->OpenRecordset("Tipos");
-  // What a field then shows, or the number of the error.
   const auto queda = [&](const QString& campo, const Variant& valor) {
     rs->AddNew();
     const int error = numeroDeError([&] { rs->Fields(campo) = valor; });
@@ -24,27 +42,9 @@ TEST_F(Registros, CadaCampoConvierteASuTipoYSeLeeComoQuedo) {
     rs->MoveLast();
     return error ? QString::number(error) : rs->Fields(campo).display();
   };
-  const struct {
-    const char* campo;
-    QStringList casos;  // the text given and what is left of it
-  } textos[] = {
-      {"Texto", {" = ", "07 = 07", "ñññññ67890 = ñññññ67890", "ñññññ678901 = 3163"}},
-      {"Lleno", {" = 3315"}},
-      {"Entero", {"1.000 = 1000", "B12345678 = 3421"}},
-      {"Doble",
-       {"1.234,50 = 1234,5", " 12  = 12", "5- = -5", "- 5 = -5", ",5 = 0,5", "0, = 0",
-        "01234. = 1234", " = 3421", "--5 = 3421", "-5- = 3421", "- = 3421", "1,2,3 = 3421",
-        "1,5.0 = 3421", "1e5 = 3421", "1 2 = 3421", "0x10 = 3421"}},
-      {"Fecha",
-       {"2-1-2003 = 02/01/2003", "01/02/29 = 01/02/2029", "01/02/99 = 01/02/1999",
-        "2003-02-15 = 15/02/2003", "15/02/2003 10:30 = 15/02/2003 10:30:00",
-        "15/02/2003 00:00:00 = 15/02/2003", "29/02/2003 = 3421", "02/13/2003 = 3421",
-        "15/02 = 3421", "15/02/003 = 3421", "15/02/2003 25:00 = 3421", " = 3421"}},
-      {"SiNo", {"Verdadero = Verdadero", "quizá = 3421"}},
-  };
-  for (const auto& [campo, casos] : textos)
-    for (const QString& caso : casos)
-      EXPECT_EQ(queda(campo, caso.section(" = ", 0, 0)), caso.section(" = ", 1)) << campo;
+  for (const auto& t : textos)
+    for (const QString& caso : t.casos)
+      EXPECT_EQ(queda(t.campo, caso.section(" = ", 0, 0)), caso.section(" = ", 1)) << t.campo;
   const struct {
     const char* campo;
     Variant valor;

@@ -11,56 +11,40 @@ QStringList linesOf(const QString& file) {
   EXPECT_TRUE(data.open(QIODevice::ReadOnly)) << file.toStdString();
   QStringList lines;
   for (const QString& line : QString::fromUtf8(data.readAll()).split(u'\n'))
-    if (!line.startsWith(u'#') && !line.trimmed().isEmpty()) lines << line;
+    if (!line.startsWith(u'#') && !line.trimmed().isEmpty()) lines << line.trimmed();
   return lines;
 }
 
-struct Caso {
-  QString origen;
-  QString columnas;
-  QString busca;
-  QStringList filas;  // or what the criterion finds
-};
-
-std::vector<Caso> casesOf(const QString& file) {
-  std::vector<Caso> cases;
-  for (const QString& line : linesOf(file)) {
-    const QString key = line.section(u':', 0, 0);
-    const QString rest = line.section(u':', 1).trimmed();
-    if (key == "origen") {
-      cases.push_back({rest, {}, {}, {}});
-    } else if (key == "columnas") {
-      cases.back().columnas = rest;
-    } else if (key == "busca") {
-      cases.back().busca = rest;
-    } else {
-      cases.back().filas << line.trimmed();
-    }
-  }
-  return cases;
-}
-
-void check(const Libro& libro, const Caso& caso) {
-  SCOPED_TRACE(caso.origen.toStdString() + "  " + caso.busca.toStdString());
-  if (!caso.busca.isEmpty()) {
+// A case is its source, maybe the names of its columns or a criterion, and rows: its own, or what
+// the criterion finds.
+void check(const Libro& libro, QStringList lines) {
+  const QString source = lines.takeFirst();
+  const auto take = [&](const QString& key) {
+    const bool given = !lines.isEmpty() && lines.front().startsWith(key);
+    return given ? lines.takeFirst().mid(key.size()) : QString();
+  };
+  const QString columns = take("columnas: ");
+  const QString criterion = take("busca: ");
+  SCOPED_TRACE(source.toStdString() + "  " + criterion.toStdString());
+  if (!criterion.isEmpty()) {
     const FindPlan find =
-        compileCriterion(caso.origen, caso.busca, *libro.connection->schema(), Libro::kAno);
-    EXPECT_EQ(libro.rows(find.sql, find.params), caso.filas) << find.sql.toStdString();
+        compileCriterion(source, criterion, *libro.connection->schema(), Libro::kAno);
+    EXPECT_EQ(libro.rows(find.sql, find.params), lines) << find.sql.toStdString();
     return;
   }
-  const Plan plan = libro.planOf(caso.origen);
-  EXPECT_EQ(libro.rows(plan.wholeSql, plan.params), caso.filas) << plan.wholeSql.toStdString();
+  const Plan plan = libro.planOf(source);
+  EXPECT_EQ(libro.rows(plan.wholeSql, plan.params), lines) << plan.wholeSql.toStdString();
   if (plan.updatable) {
     // One by one too, as a recordset reads them.
     QStringList rows;
     for (const QString& key : libro.rows(plan.keysSql, plan.params))
       rows << libro.rows(plan.rowSql, {key.toInt()});
-    EXPECT_EQ(rows, caso.filas) << plan.keysSql.toStdString();
+    EXPECT_EQ(rows, lines) << plan.keysSql.toStdString();
   }
-  if (caso.columnas.isEmpty()) return;
+  if (columns.isEmpty()) return;
   QStringList names;
   for (const OutputColumn& column : plan.columns) names << column.name;
-  EXPECT_EQ(names.join(" | "), caso.columnas);
+  EXPECT_EQ(names.join(" | "), columns);
 }
 
 }  // namespace
@@ -68,12 +52,11 @@ void check(const Libro& libro, const Caso& caso) {
 TEST(Sentencias, DanLasFilasDelLibro) {
   const Libro withSums, withoutSums(false);
   for (const char* file : {"consultas.txt", "diario.txt", "lenguaje.txt", "busquedas.txt"}) {
-    const std::vector<Caso> cases = casesOf(file);
+    const QStringList cases = linesOf(file).join(u'\n').split("origen: ").mid(1);
     ASSERT_FALSE(cases.empty()) << file;
-    for (const Caso& caso : cases) {
-      check(withSums, caso);
-      check(withoutSums, caso);
-    }
+    for (const QString& lines : cases)
+      for (const Libro* libro : {&withSums, &withoutSums})
+        check(*libro, lines.split(u'\n', Qt::SkipEmptyParts));
   }
 }
 
