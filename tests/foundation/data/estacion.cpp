@@ -6,6 +6,7 @@
 #include <unistd.h>
 #include <cstdio>
 
+#include "foundation/data/connection.h"
 #include "libroendisco.h"
 
 namespace {
@@ -45,28 +46,43 @@ void leerYEscribir(DBEngine& engine, const QString& ruta) {
   dice(numeroDeError([&] { rs->AddNew(); }));
 }
 
-// A disk that takes the line noted first and not a long action after it.
-void falloDelDisco(DBEngine& engine, const QString& ruta) {
+// A disk, full or failing, that takes the line noted first and not a long action after it; then it
+// takes everything again.
+void discoMalo(DBEngine& engine, const QString& ruta, bool lleno) {
   const auto db = engine.Workspaces(0).OpenDatabase(ruta);
   const auto rs = db->OpenRecordset("Diario");
+  const auto limita = [&](qint64 bytes) {
+    rlimit tope;
+    ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &tope), 0);
+    tope.rlim_cur = static_cast<rlim_t>(bytes);
+    if (lleno) {
+      db->connection()->execute(QString("PRAGMA max_page_count = %1").arg(bytes / 4096));
+    } else {
+      ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &tope), 0);
+    }
+  };
   LibroEnDisco::anota(*rs, 1, 1, "430", "D", 1);
   engine.flush();
   ::signal(SIGXFSZ, SIG_IGN);
-  const auto limite = static_cast<rlim_t>(QFileInfo(ruta).size() + 8192);
-  const rlimit tope{limite, limite};
-  ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &tope), 0);
+  limita(QFileInfo(ruta).size() + 8192);
+  int linea = 2;
   try {
-    for (int linea = 2; linea < 3000; ++linea) LibroEnDisco::anota(*rs, linea, 1, "430", "D", 1);
+    for (; linea < 3000; ++linea) LibroEnDisco::anota(*rs, linea, 1, "430", "D", 1);
     engine.flush();
   } catch (const ErrorEjecucion& e) {
     dice(e.numero());
-    dice(e.descripcion().contains("cambios deshechos: 2998"));
+    dice(e.descripcion().endsWith(
+        QString(
+            "Se ha deshecho lo último anotado, que no llegó a guardarse (cambios deshechos: %1)")
+            .arg(linea - 2)));
   }
   dice(db->OpenRecordset("Diario")->rowTotal());
   dice(numeroDeError([&] {
     rs->MoveLast();
     rs->Fields(0).Value();
   }));
+  limita(1 << 24);
+  LibroEnDisco::anota(*rs, 9000, 1, "430", "D", 1);
 }
 
 TEST(Orden, DeOtraEstacion) {
@@ -75,7 +91,7 @@ TEST(Orden, DeOtraEstacion) {
   if (orden.isEmpty()) GTEST_SKIP() << "sólo la corren otras pruebas, en otro proceso";
   DBEngine engine;
   if (orden == "anotar") anotar(engine, ruta);
-  if (orden == "fallo-del-disco") falloDelDisco(engine, ruta);
+  if (orden.startsWith("disco")) discoMalo(engine, ruta, orden == "disco-lleno");
   if (orden == "leer-y-escribir") leerYEscribir(engine, ruta);
 }
 
