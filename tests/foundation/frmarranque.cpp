@@ -53,17 +53,15 @@ TEST(PrimerInicio, DeUnaCarpetaVaciaALaSeleccion) {
   auto& inicio = *e.formularios->abierto("FrmInicioSoftware");
   activar(inicio);
 
-  const struct {
-    const char* seccion;
-    const char* clave;
-    QString valor;
-  } ajustes[] = {{"Directorios", "Programa", e.ctx.carpetaPrograma},
-                 {"Directorios", "Datos", e.ctx.carpetaPrograma},
-                 {"Usuarios", "Permitir", "No"},
-                 {"Otros", "Decimal Origen", "."},
-                 {"Otros", "Decimal Destino", ","},
-                 {"Version", "Version", "1.6"}};
-  for (const auto& a : ajustes) EXPECT_EQ(e.ajuste(a.seccion, a.clave), a.valor) << a.clave;
+  const std::tuple<const char*, const char*, QString> ajustes[] = {
+      {"Directorios", "Programa", e.ctx.carpetaPrograma},
+      {"Directorios", "Datos", e.ctx.carpetaPrograma},
+      {"Usuarios", "Permitir", "No"},
+      {"Otros", "Decimal Origen", "."},
+      {"Otros", "Decimal Destino", ","},
+      {"Version", "Version", "1.6"}};
+  for (const auto& [seccion, clave, valor] : ajustes)
+    EXPECT_EQ(e.ajuste(seccion, clave), valor) << clave;
   EXPECT_TRUE(e.ejecutados.isEmpty());
   ASSERT_EQ(e.errores().size(), 1);
   EXPECT_TRUE(e.errores().front().startsWith("Error n - 53 - "));

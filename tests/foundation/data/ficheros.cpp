@@ -19,19 +19,19 @@ class Ficheros : public LibroEnDisco {
 
 TEST_F(Ficheros, LosQueNoSirvenDanSuError) {
   Workspace& area = engine.Workspaces(0);
-  const struct {
-    QString fichero;
-    int error;
-  } casos[] = {{carpeta.filePath("falta.mdb"), err::kBaseNoEncontrada},
-               {carpeta.path(), err::kBaseNoEncontrada},
-               {"", err::kBaseNoEncontrada},
-               {escribe("vacio.mdb", {}), err::kFormatoNoReconocido},
-               {escribe("texto.mdb", QByteArray(5000, 'x')), err::kFormatoNoReconocido}};
-  for (const auto& c : casos) {
-    EXPECT_EQ(numeroDeError([&] { area.OpenDatabase(c.fichero); }), c.error)
-        << c.fichero.toStdString();
-    EXPECT_EQ(numeroDeError([&] { engine.RepairDatabase(c.fichero); }), c.error);
-    EXPECT_EQ(numeroDeError([&] { engine.CopyDatabase(c.fichero, ruta); }), c.error);
+  const std::pair<QString, int> casos[] = {
+      {carpeta.filePath("falta.mdb"), err::kBaseNoEncontrada},
+      {carpeta.path(), err::kBaseNoEncontrada},
+      {"", err::kBaseNoEncontrada},
+      {escribe("vacio.mdb", {}), err::kFormatoNoReconocido},
+      {escribe("texto.mdb", QByteArray(5000, 'x')), err::kFormatoNoReconocido}};
+  for (const auto& caso : casos) {
+    const QString& fichero = caso.first;
+    const int error = caso.second;
+    SCOPED_TRACE(fichero.toStdString());
+    EXPECT_EQ(numeroDeError([&] { area.OpenDatabase(fichero); }), error);
+    EXPECT_EQ(numeroDeError([&] { engine.RepairDatabase(fichero); }), error);
+    EXPECT_EQ(numeroDeError([&] { engine.CopyDatabase(fichero, ruta); }), error);
   }
   EXPECT_EQ(numeroDeError([&] { area.CreateDatabase(ruta, kLocale); }), err::kBaseYaExiste);
   EXPECT_EQ(numeroDeError([&] { area.CreateDatabase(carpeta.filePath("no/hay.mdb"), kLocale); }),
@@ -69,15 +69,8 @@ TEST_F(Ficheros, CompactarYCopiarDanLoMismoEnMenosSitio) {
   engine.CompactDatabase(ruta, compacta);
   engine.CopyDatabase(ruta, copia);
   EXPECT_LT(QFileInfo(compacta).size(), QFileInfo(copia).size() / 2);
-  const auto original = db->OpenRecordset("Diario");
-  for (const QString& fichero : {compacta, copia}) {
-    const auto otra = engine.Workspaces(0).OpenDatabase(fichero);
-    const auto leida = otra->OpenRecordset("Diario");
-    for (const char* campo : {"NLinea", "Importe", "Fecha"})
-      EXPECT_EQ(columna(*leida, campo), columna(*original, campo)) << fichero.toStdString();
-    EXPECT_EQ(otra->QueryDefs(), db->QueryDefs());
-    EXPECT_TRUE(otra->tableDef("Diario").Indexes.at(0).Primary);
-  }
+  for (const QString& fichero : {compacta, copia})
+    EXPECT_EQ(herramienta(".dump", {}, fichero), herramienta(".dump"));
   EXPECT_EQ(numeroDeError([&] { engine.CompactDatabase(ruta, compacta); }), err::kBaseYaExiste);
   EXPECT_EQ(QDir(carpeta.path()).entryList({"*.tmp*"}), QStringList());
 }

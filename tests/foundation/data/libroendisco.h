@@ -17,9 +17,10 @@ inline const QString kLocale = QStringLiteral(";LANGID=0x0409;CP=1252;COUNTRY=0"
 // A file without tables.
 struct BaseEnDisco {
   // What a plain tool of the file's library prints for a statement: another program altogether.
-  QString herramienta(const QString& sql, const QStringList& opciones = {}) const {
+  QString herramienta(const QString& sql, const QStringList& opciones = {},
+                      const QString& otroFichero = {}) const {
     QProcess p;
-    p.start("sqlite3", opciones + QStringList{ruta, sql});
+    p.start("sqlite3", opciones + QStringList{otroFichero.isEmpty() ? ruta : otroFichero, sql});
     p.waitForFinished();
     return QString::fromUtf8(p.readAllStandardOutput() + p.readAllStandardError()).trimmed();
   }
@@ -69,11 +70,6 @@ class LibroEnDisco : public testing::Test, protected BaseEnDisco {
     for (int i = 1; i <= cuantas; ++i)
       anota(*rs, i, i / 2, "43000000" + QString::number(i % 5), "D", i);
     engine.flush();
-  }
-  static QList<Variant> columna(Recordset& rs, const QString& campo) {
-    QList<Variant> valores;
-    for (int i = 0; i < rs.rowTotal(); ++i) valores += rs.cell(i, rs.Ordinal(campo));
-    return valores;
   }
 };
 

@@ -7,11 +7,8 @@ namespace {
 class Registros : public LibroEnDisco {};
 
 TEST_F(Registros, CadaCampoConvierteASuTipoYSeLeeComoQuedo) {
-  const struct {
-    const char* campo;
-    FieldType tipo;
-    QStringList casos;  // the text given and what is left of it, or the number of the error
-  } textos[] = {
+  // Texts given to a field of each type and what is left of them, or the number of the error.
+  const std::tuple<const char*, FieldType, QStringList> textos[] = {
       {"Texto",
        FieldType::Text,
        {" = ", "07 = 07", "ñññññ67890 = ñññññ67890", "ñññññ678901 = 3163"}},
@@ -31,7 +28,7 @@ TEST_F(Registros, CadaCampoConvierteASuTipoYSeLeeComoQuedo) {
       {"SiNo", FieldType::Boolean, {"Verdadero = Verdadero", "quizá = 3421"}},
   };
   TableDef tipos{"Tipos", {}, {}};
-  for (const auto& t : textos) tipos.CreateField(t.campo, t.tipo, 10);
+  for (const auto& [campo, tipo, casos] : textos) tipos.CreateField(campo, tipo, 10);
   tipos.Fields[0].AllowZeroLength = true;
   db->appendTable(tipos);
   const auto rs = db->OpenRecordset("Tipos");
@@ -42,26 +39,18 @@ TEST_F(Registros, CadaCampoConvierteASuTipoYSeLeeComoQuedo) {
     rs->MoveLast();
     return error ? QString::number(error) : rs->Fields(campo).display();
   };
-  for (const auto& t : textos)
-    for (const QString& caso : t.casos)
-      EXPECT_EQ(queda(t.campo, caso.section(" = ", 0, 0)), caso.section(" = ", 1)) << t.campo;
-  const struct {
-    const char* campo;
-    Variant valor;
-    const char* queda;
-  } valores[] = {
-      {"Texto", QDate(2003, 2, 15), "15/02/2003"},
-      {"Entero", 2.5, "2"},
-      {"Entero", 3.5, "4"},
-      {"Entero", 2147483648.0, "3421"},
-      {"Doble", 0.1 + 0.2, "0,3"},
-      {"Doble", std::numeric_limits<double>::infinity(), "3421"},
-      {"Fecha", QDateTime(QDate(2003, 2, 15), QTime(10, 30, 5)), "15/02/2003 10:30:05"},
-      {"Fecha", 37667, "15/02/2003"},
-      {"SiNo", 0, "Falso"},
-  };
-  for (const auto& c : valores)
-    EXPECT_EQ(queda(c.campo, c.valor), c.queda) << c.campo << ' ' << c.queda;
+  for (const auto& [campo, tipo, casos] : textos)
+    for (const QString& caso : casos)
+      EXPECT_EQ(queda(campo, caso.section(" = ", 0, 0)), caso.section(" = ", 1)) << campo;
+  EXPECT_EQ(queda("Texto", QDate(2003, 2, 15)), "15/02/2003");
+  EXPECT_EQ(queda("Entero", 2.5), "2");
+  EXPECT_EQ(queda("Entero", 3.5), "4");
+  EXPECT_EQ(queda("Entero", 2147483648.0), "3421");
+  EXPECT_EQ(queda("Doble", 0.1 + 0.2), "0,3");
+  EXPECT_EQ(queda("Doble", std::numeric_limits<double>::infinity()), "3421");
+  EXPECT_EQ(queda("Fecha", QDateTime(QDate(2003, 2, 15), QTime(10, 30, 5))), "15/02/2003 10:30:05");
+  EXPECT_EQ(queda("Fecha", 37667), "15/02/2003");
+  EXPECT_EQ(queda("SiNo", 0), "Falso");
 
   EXPECT_EQ(numeroDeError([] { Variant().text(); }), err::kNuloNoValido);
   EXPECT_EQ(numeroDeError([] { Variant("doce").number(); }), err::kTiposNoCoinciden);
@@ -73,11 +62,7 @@ TEST_F(Registros, CadaCampoConvierteASuTipoYSeLeeComoQuedo) {
 
 TEST_F(Registros, LoQueNoSePuedeHacerDaSuError) {
   const auto rs = db->OpenRecordset("Diario");
-  const struct {
-    const char* que;
-    std::function<void()> algo;
-    int error;
-  } casos[] = {
+  const std::tuple<const char*, std::function<void()>, int> casos[] = {
       {"leer sin registro", [&] { rs->Fields(0).Value(); }, err::kSinRegistroActivo},
       {"pasar del último", [&] { rs->MoveNext(); }, err::kSinRegistroActivo},
       {"modificar", [&] { rs->Edit(); }, err::kSinRegistroActivo},
@@ -89,7 +74,7 @@ TEST_F(Registros, LoQueNoSePuedeHacerDaSuError) {
       {"tabla del motor", [&] { db->OpenRecordset("librano_filas"); }, err::kOrigenDesconocido},
       {"tabla repetida", [&] { db->appendTable(db->tableDef("DIARIO")); }, err::kTablaYaExiste},
   };
-  for (const auto& c : casos) EXPECT_EQ(numeroDeError(c.algo), c.error) << c.que;
+  for (const auto& [que, algo, error] : casos) EXPECT_EQ(numeroDeError(algo), error) << que;
   for (const char* nombre : {"", " x", "a]b", "a.b", "librano_x", "sqlite_x", "a'b"})
     EXPECT_EQ(numeroDeError([&] { db->CreateQueryDef(nombre, "x"); }), err::kLlamadaNoValida)
         << nombre;
@@ -172,8 +157,10 @@ TEST_F(Registros, LoQueEscribenOtrosSeVeAlTocarlo) {
   EXPECT_EQ(rs->cell(0, rs->Ordinal("Importe")).number(), 7.5);
   EXPECT_EQ(lee(2), err::kRegistroEliminado);
   const auto nuevo = db->OpenRecordset("Diario");
-  EXPECT_EQ(columna(*nuevo, "NLinea"), (QList<Variant>{1LL, 2LL, 50LL, 8LL}));
-  EXPECT_EQ(columna(*nuevo, "TipoDiario").back(), "1");  // the defaults are the file's
+  EXPECT_EQ(nuevo->rowTotal(), 4);
+  nuevo->MoveLast();
+  EXPECT_EQ(nuevo->Fields("NLinea").toLong(), 8);
+  EXPECT_EQ(nuevo->Fields("TipoDiario").text(), "1");  // the defaults are the file's
   // A table made by the other program is there at once.
   herramienta("CREATE TABLE Ajena (Codigo INTEGER, Nombre VARCHAR(20), Alta DATE)");
   EXPECT_EQ(db->tableDef("Ajena").Fields[1].Size, 20);

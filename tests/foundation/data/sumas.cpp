@@ -16,23 +16,21 @@ class Sumas : public LibroEnDisco {
 
   // What the sums say and what the lines say, by a tool that knows nothing of us.
   void compara(const QString& cuando) const {
-    const struct {
-      const char* claves;  // of the table of sums
-      const char* lineas;  // the same of the lines
-    } casos[] = {
+    // The keys of each table of sums, and the same of the lines.
+    const std::pair<const char*, const char*> casos[] = {
         {"lower(Subcuenta), MesFecha,", "lower(Subcuenta), CAST(substr(Fecha, 6, 2) AS INTEGER),"},
         {"NAsiento,", "NAsiento,"},
         {"", ""}};
     for (int i = 0; i < 3; ++i) {
       const QString sumas = herramienta(QString("SELECT %1 NumeroLineas, SumaDebe, SumaHaber FROM "
                                                 "librano_sumas_%2 ORDER BY 1, 2, 3")
-                                            .arg(casos[i].claves)
+                                            .arg(casos[i].first)
                                             .arg(i + 1));
       const QString contadas = herramienta(
           QString("SELECT %1 count(*), sum(iif(DH='D', %2, 0)), sum(iif(DH='D', 0, %2)) FROM "
                   "Diario GROUP BY %1 'todas' ORDER BY 1, 2, 3")
-              .arg(casos[i].lineas, "coalesce(CAST(round(Importe*1000000) AS INTEGER), 0)"));
-      EXPECT_EQ(sumas, contadas) << cuando.toStdString() << ": " << casos[i].claves;
+              .arg(casos[i].second, "coalesce(CAST(round(Importe*1000000) AS INTEGER), 0)"));
+      EXPECT_EQ(sumas, contadas) << cuando.toStdString() << ": " << casos[i].first;
     }
   }
 };
@@ -80,10 +78,7 @@ TEST_F(Sumas, SonLasDeLasLineasTrasCualquierSucesionDeCambios) {
 // Each statement by another program; those that would replace lines unseen are refused whole.
 TEST_F(Sumas, OtroProgramaNoLasPuedeDescuadrar) {
   anotaLineas(20);
-  const struct {
-    const char* sentencia;
-    bool admitida;
-  } casos[] = {
+  const std::pair<const char*, bool> casos[] = {
       {"INSERT INTO Diario(NLinea, DH, Importe) VALUES (100, 'D', 5), (101, 'H', -5)", true},
       {"UPDATE Diario SET NLinea = NLinea + 1000 WHERE NLinea < 5", true},
       {"UPDATE Diario SET Importe = Importe * 1.21, Subcuenta = '700000000' WHERE NLinea % 3 = 0",
@@ -101,10 +96,10 @@ TEST_F(Sumas, OtroProgramaNoLasPuedeDescuadrar) {
       {"DELETE FROM Diario WHERE NLinea > 15", true},
       {"DELETE FROM Diario", true},
   };
-  for (const auto& c : casos) {
-    const QString salida = herramienta(c.sentencia);
-    EXPECT_EQ(salida.isEmpty(), c.admitida) << c.sentencia << ": " << salida.toStdString();
-    compara(c.sentencia);
+  for (const auto& [sentencia, admitida] : casos) {
+    const QString salida = herramienta(sentencia);
+    EXPECT_EQ(salida.isEmpty(), admitida) << sentencia << ": " << salida.toStdString();
+    compara(sentencia);
   }
 }
 

@@ -44,11 +44,9 @@ QStringList queriesOf(const Libro& libro) {
 
 TEST(Plan, LosTotalesSalenDeLasSumas) {
   const Libro libro;
-  const struct {
-    const char* source;
-    int sums;  // that it must read; none where the lines themselves are wanted
-    bool lookUp;
-  } cases[] = {
+  // The sums that a source must read (none where the lines themselves are wanted), and whether it
+  // looks one row up.
+  const std::tuple<const char*, int, bool> cases[] = {
       {"Select * from SqlSumaDiario", 1, false},
       {"SqlSumaDiarioPorAsientos", 2, false},
       {"Select * from SqlSumaDiarioPorAsientos where NAsiento = 12", 2, true},
@@ -64,11 +62,11 @@ TEST(Plan, LosTotalesSalenDeLasSumas) {
       {"Select Sum(Debe) as T from SqlDiarioPrincipal where Punteo='*'", 0, false},
       {"Select Sum(Debe) as T, Count(*) as N from SqlDiarioPrincipal", 0, false},
   };
-  for (const auto& c : cases) {
-    const QString sql = libro.planOf(c.source).wholeSql;
-    const QString table = c.sums ? QString("[librano_sumas_%1]").arg(c.sums) : "[Diario]";
+  for (const auto& [source, sums, lookUp] : cases) {
+    const QString sql = libro.planOf(source).wholeSql;
+    const QString table = sums ? QString("[librano_sumas_%1]").arg(sums) : "[Diario]";
     EXPECT_TRUE(sql.contains(table)) << sql.toStdString();
-    EXPECT_FALSE(c.lookUp && explained(libro, sql).contains("SCAN")) << sql.toStdString();
+    EXPECT_FALSE(lookUp && explained(libro, sql).contains("SCAN")) << sql.toStdString();
   }
 }
 
@@ -93,10 +91,7 @@ TEST(Plan, LasSumasDanLoMismoQueLasLineas) {
 
 TEST(Plan, LasClavesSalenDeLosIndices) {
   const Libro libro;
-  const struct {
-    const char* source;
-    const char* plan;
-  } cases[] = {
+  const std::pair<const char*, const char*> cases[] = {
       {"Select * from SqlDiarioPrincipalBlanco order by nasiento",
        "SCAN t0 USING COVERING INDEX librano_Diario_NAsiento"},
       {"Select * from SqlDiarioPrincipalBlanco where NAsiento = 3",
@@ -108,8 +103,8 @@ TEST(Plan, LasClavesSalenDeLosIndices) {
        "USE TEMP B-TREE FOR ORDER BY"},
       {"SqlDiarioPrincipal", "SCAN t0"},
   };
-  for (const auto& expected : cases)
-    EXPECT_EQ(explained(libro, libro.planOf(expected.source).keysSql), expected.plan);
+  for (const auto& [source, plan] : cases)
+    EXPECT_EQ(explained(libro, libro.planOf(source).keysSql), plan);
 }
 
 TEST(Plan, NadaDeLoTecleadoQuedaEnSusTextos) {
@@ -126,11 +121,7 @@ TEST(Plan, NadaDeLoTecleadoQuedaEnSusTextos) {
 // Statements that differ only in their values share a plan; the others must not.
 TEST(Plan, SirveConOtrosValores) {
   const Libro libro;
-  const struct {
-    const char* before;
-    const char* asked;
-    bool shared;
-  } cases[] = {
+  const std::tuple<const char*, const char*, bool> cases[] = {
       {"Select * from Diario where NAsiento = 3", "Select  *  from Diario where NAsiento=2", true},
       {"Select NLinea from Diario where Fecha >= #2-1-03#",
        "Select NLinea from Diario where Fecha >= #31/12/03#", true},
@@ -146,13 +137,13 @@ TEST(Plan, SirveConOtrosValores) {
       {"Select Left(DH,1) as A from Diario group by Left(DH,1)",
        "Select Left(DH,2) as A from Diario group by Left(DH,2)", false},
   };
-  for (const auto& pair : cases) {
-    const Compiled before = libro.connection->compiled(pair.before);
-    const Compiled asked = libro.connection->compiled(pair.asked);
-    EXPECT_EQ(before.plan == asked.plan, pair.shared) << pair.asked;
-    const QStringList fresh = libro.read(pair.asked);
-    EXPECT_FALSE(fresh.isEmpty()) << pair.asked;
-    EXPECT_EQ(libro.rows(asked.plan->wholeSql, asked.params), fresh) << pair.asked;
+  for (const auto& [source, asked, shared] : cases) {
+    const Compiled before = libro.connection->compiled(source);
+    const Compiled now = libro.connection->compiled(asked);
+    EXPECT_EQ(before.plan == now.plan, shared) << asked;
+    const QStringList fresh = libro.read(asked);
+    EXPECT_FALSE(fresh.isEmpty()) << asked;
+    EXPECT_EQ(libro.rows(now.plan->wholeSql, now.params), fresh) << asked;
   }
   EXPECT_EQ(numeroDeError([&] {
               libro.connection->compiled("Select * from Diario where NAsiento = 'tres'");
