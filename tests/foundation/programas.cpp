@@ -21,7 +21,7 @@
 
 namespace {
 
-class EnCarpeta : public testing::Test {
+class Programas : public testing::Test {
  protected:
   QString ruta(const QString& nombre) const { return dir_.filePath(nombre); }
   void escribe(const QString& nombre, const QByteArray& texto) const {
@@ -37,13 +37,6 @@ class EnCarpeta : public testing::Test {
   // A folder as the program writes it.
   QString carpeta(const QString& nombre) const { return rutaPrograma(ruta(nombre)) + u'\\'; }
 
- private:
-  QTemporaryDir dir_;
-};
-
-class Rutas : public EnCarpeta {};
-class Ini : public EnCarpeta {
- protected:
   QString leer(const QString& seccion, const QString& clave) const {
     QString valor = "de antes";
     CIni().Leer(carpeta("") + "CONFIG.INI", seccion, clave, valor);
@@ -52,10 +45,12 @@ class Ini : public EnCarpeta {
   void grabar(const QString& seccion, const QString& clave, const QString& valor) const {
     CIni().Grabar(carpeta("") + "Config.ini", seccion, clave, valor);
   }
-};
-class Programas : public EnCarpeta {};
 
-TEST_F(Rutas, SinMirarMayusculas) {
+ private:
+  QTemporaryDir dir_;
+};
+
+TEST_F(Programas, LasRutasNoMiranMayusculas) {
   escribe("Datos/Mi Empresa/Conta.Mdb", {});
   escribe("Datos/CONTA.MDB", {});
   escribe("Datos/Conta.MDB", {});
@@ -72,7 +67,7 @@ TEST_F(Rutas, SinMirarMayusculas) {
   EXPECT_EQ(rutaSistema({}), QString());
 }
 
-TEST_F(Ini, LoGrabadoSeLeeYLoDemasSeRespeta) {
+TEST_F(Programas, UnAjusteGrabadoSeLeeYLoDemasSeRespeta) {
   EXPECT_EQ(leer("Directorios", "Datos"), QString());
   // An old file of the western code page, with its comments.
   escribe("Config.ini",

@@ -37,25 +37,18 @@ TEST_F(Puestos, ElContadorSeLeeFrescoYEsDeUnoSoloHastaElFinalDeLaAccion) {
 }
 
 TEST_F(Puestos, SiOtroTieneElFicheroSeEsperaYLuegoHayError) {
-  {
-    OtroPuesto otro(ruta);
-    otro.ejecuta("BEGIN IMMEDIATE; UPDATE Empresa SET NLinDiario = 30;");
-    EXPECT_EQ(numeroDeError([&] { empresa->Edit(); }), err::kRegistroBloqueado);
-    EXPECT_EQ(numeroDeError([&] { empresa->AddNew(); }), err::kRegistroBloqueado);
-    EXPECT_EQ(empresa->editMode(), Recordset::EditMode::None);
-    EXPECT_EQ(empresa->Fields("NLinDiario").toLong(), 10);  // reading goes on
-    otro.ejecuta("COMMIT;");
-  }
+  OtroPuesto otro(ruta);
+  otro.ejecuta("BEGIN IMMEDIATE; UPDATE Empresa SET NLinDiario = 30;");
+  EXPECT_EQ(numeroDeError([&] { empresa->Edit(); }), err::kRegistroBloqueado);
+  EXPECT_EQ(numeroDeError([&] { empresa->AddNew(); }), err::kRegistroBloqueado);
+  EXPECT_EQ(empresa->editMode(), Recordset::EditMode::None);
+  EXPECT_EQ(empresa->Fields("NLinDiario").toLong(), 10);  // reading goes on
+  otro.ejecuta("COMMIT;");
   empresa->Edit();
   EXPECT_EQ(empresa->Fields("NLinDiario").toLong(), 30);
-}
-
-// An error in between commits the group, so a later Update may find the file taken.
-TEST_F(Puestos, GuardarLoQueSeEditabaMientrasOtroTieneElFichero) {
-  empresa->Edit();
   empresa->Fields("NLinDiario") = 40;
+  // An error in between commits the group, so a later Update may find the file taken.
   engine.flush();
-  OtroPuesto otro(ruta);
   otro.ejecuta("BEGIN IMMEDIATE; UPDATE Empresa SET IdCodigo = 2;");
   EXPECT_EQ(numeroDeError([&] { empresa->Update(); }), err::kNoSePuedeGuardar);
   otro.ejecuta("COMMIT;");
