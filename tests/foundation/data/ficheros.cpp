@@ -52,12 +52,15 @@ TEST_F(Ficheros, RepararRehaceIndicesYSumas) {
       herramienta("SELECT NAsiento, NumeroLineas, SumaDebe FROM librano_sumas_1 WHERE NAsiento "
                   "IN (3, 5) ORDER BY 1"),
       "3|4|15000000\n5|2|21000000");
-  // What can't be derived from something else isn't passed off as repaired.
+  // What can't be derived from something else isn't passed off as repaired, nor copied.
   const int pagina =
       herramienta("SELECT rootpage FROM sqlite_schema WHERE name = 'Diario'").toInt();
   db.reset();
   escribe("Conta.MDB", QByteArray(4096, '\xee'), (pagina - 1) * 4096);
   EXPECT_EQ(numeroDeError([&] { engine.RepairDatabase(ruta); }), err::kFormatoNoReconocido);
+  const QString copia = carpeta.filePath("Copia.mdb");
+  EXPECT_EQ(numeroDeError([&] { engine.CopyDatabase(ruta, copia); }), err::kFormatoNoReconocido);
+  EXPECT_FALSE(QFileInfo::exists(copia));
 }
 
 TEST_F(Ficheros, CompactarYCopiarDanLoMismoEnMenosSitio) {
