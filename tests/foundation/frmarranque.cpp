@@ -33,17 +33,17 @@ struct Arranque : Escenario {
 
 }  // namespace
 
-TEST(FrmPresentacion, OtraCopiaTerminaElPrograma) {
+TEST(PrimerInicio, DeUnaCarpetaVaciaALaSeleccion) {
   Arranque e(Escenario::Carpetas);
+  e.ctx.sesion.VersionPrograma.clear();
   e.ctx.copiaUnica = [] { return false; };
   e.guion.esperaMensaje("Ya tiene un Librano ejecutandose en esta maquina", "Error");
   e.abre("FrmPresentacion");
   EXPECT_EQ(e.finales, 1);
-}
+  e.cierra();
+  e.finales = 0;
 
-TEST(PrimerInicio, DeUnaCarpetaVaciaALaSeleccion) {
-  Arranque e(Escenario::Carpetas);
-  e.ctx.sesion.VersionPrograma.clear();
+  e.ctx.copiaUnica = nullptr;
   auto& presentacion = static_cast<FrmPresentacion&>(e.abre("FrmPresentacion"));
   presentacion.findChild<QTimer*>("TMR")->stop();
   for (int i = 1; i < 100; ++i) presentacion.TMR_Timer();
@@ -76,15 +76,17 @@ TEST(PrimerInicio, DeUnaCarpetaVaciaALaSeleccion) {
   EXPECT_EQ(e.finales, 0);
 }
 
-// A program folder that was moved with its companies keeps them, and remembers who worked where;
-// the workbook is opened hidden where there is a program for it.
+// A program folder that was moved with its companies keeps them, and remembers who worked where,
+// whatever now stands where its data were; the workbook is opened hidden where there is a program
+// for it.
 TEST(Reinicio, UnCatalogoQueYaEstaSeQueda) {
   Arranque e(Escenario::Carpetas);
   const QString catalogo = e.ctx.carpetaPrograma + "Inicio.mdb";
   CrearInicio(e.ctx.motor, catalogo);
   e.ctx.motor.flush();
   const qint64 bytes = QFileInfo(rutaSistema(catalogo)).size();
-  e.ponAjuste("Directorios", "Datos", "\\no\\existe\\");
+  e.ponAjuste("Directorios", "Datos", e.ctx.sesion.DirDatos);
+  e.escribe(e.ctx.sesion.DirDatos + "Inicio.mdb", QByteArray(4096, 'x'));
   e.ponAjuste("Entrada", "UltimoUsuario", "Ana");
   e.escribe(e.ctx.carpetaPrograma + "Inicio.xls", {});
   const QString hoja = e.carpetaPrograma() + "/localc";
@@ -105,13 +107,6 @@ TEST(Reinicio, UnCatalogoQueYaEstaSeQueda) {
   ASSERT_EQ(e.ejecutados.size(), 1);
   EXPECT_TRUE(e.ejecutados.front().endsWith("/Inicio.xls"));
   EXPECT_TRUE(e.errores().isEmpty());
-}
-
-TEST(FrmSeleccion, UnCatalogoQueNoLoEsLlevaAlReinicio) {
-  Arranque e(Escenario::Ajustes);
-  e.escribe(e.ctx.sesion.rutaCatalogo(), QByteArray(4096, 'x'));
-  e.formularios->cambiarA("FrmSeleccion");
-  EXPECT_EQ(e.abierta(), "FrmInicioSoftware");
 }
 
 TEST(FrmSeleccion, QuienEntraYConQue) {
