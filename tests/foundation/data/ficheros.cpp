@@ -1,6 +1,13 @@
 // Files that aren't there, aren't databases, can't be written or don't fit; repair, compaction,
 // copies.
+#include <sys/fsuid.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <QScopeGuard>
+
 #include "estacion.h"
+#include "foundation/data/connection.h"
 #include "libroendisco.h"
 
 namespace {
@@ -95,13 +102,49 @@ TEST_F(Ficheros, RestaurarSobreUnFicheroEnUsoEnsenaLasFilasDevueltas) {
   EXPECT_EQ(herramienta("SELECT sum(Importe) FROM Diario"), "6.0");
 }
 
+// A disk, full or failing, that takes the line noted first and not a long action after it; then it
+// takes everything again.
 TEST_F(Ficheros, SiElDiscoFallaSeDeshaceLaAccionEnteraYSeDice) {
-  db.reset();
-  for (const auto& [orden, dicho] :
-       {std::pair("disco-lleno", "3026 1 1 3167"), {"disco-estropeado", "3043 1 1 3167"}}) {
-    EXPECT_EQ(Estacion(ruta).corre(orden), dicho);
-    EXPECT_EQ(herramienta("SELECT group_concat(NLinea) FROM Diario"), "1,9000") << orden;
-    EXPECT_EQ(herramienta("PRAGMA integrity_check"), "ok") << orden;
+  ::signal(SIGXFSZ, SIG_IGN);
+  rlimit tope;
+  ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &tope), 0);
+  const rlim_t antes = tope.rlim_cur;
+  const std::pair<std::function<void(rlim_t)>, int> casos[] = {
+      {[&](rlim_t bytes) {
+         db->connection()->execute(QString("PRAGMA max_page_count = %1").arg(bytes / 4096));
+       },
+       err::kSinEspacio},
+      {[&](rlim_t bytes) {
+         tope.rlim_cur = std::min(bytes, antes);
+         ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &tope), 0);
+       },
+       err::kErrorDeDisco}};
+  const auto rs = db->OpenRecordset("Diario");
+  for (const auto& [limita, numero] : casos) {
+    anota(*rs, 1, 1, "430", "D", 1);
+    engine.flush();
+    limita(static_cast<rlim_t>(QFileInfo(ruta).size() + 8192));
+    int linea = 2, error = 0;
+    QString texto;
+    try {
+      for (; linea < 3000; ++linea) anota(*rs, linea, 1, "430", "D", 1);
+      engine.flush();
+    } catch (const ErrorEjecucion& e) {
+      error = e.numero();
+      texto = e.descripcion();
+    }
+    limita(rlim_t{1} << 40);
+    EXPECT_EQ(error, numero);
+    EXPECT_TRUE(texto.endsWith(QString("Se ha deshecho lo último anotado, que no llegó a guardarse "
+                                       "(cambios deshechos: %1)")
+                                   .arg(linea - 2)))
+        << texto.toStdString();
+    rs->MoveLast();
+    EXPECT_EQ(numeroDeError([&] { rs->Fields(0).Value(); }), err::kRegistroEliminado);
+    anota(*rs, 9000, 1, "430", "D", 1);
+    engine.flush();
+    EXPECT_EQ(herramienta("SELECT group_concat(NLinea) FROM Diario"), "1,9000");
+    EXPECT_EQ(herramienta("PRAGMA integrity_check"), "ok");
     herramienta("DELETE FROM Diario; VACUUM");
   }
 }
@@ -109,7 +152,16 @@ TEST_F(Ficheros, SiElDiscoFallaSeDeshaceLaAccionEnteraYSeDice) {
 TEST_F(Ficheros, UnFicheroDeSoloLecturaSeLeePeroNoSeEscribe) {
   anotaLineas(2);
   db.reset();
-  EXPECT_EQ(Estacion(ruta).corre("leer-y-escribir"), "1 3027 3027");
+  ::chmod(ruta.toUtf8().constData(), 0444);
+  ::chmod(carpeta.path().toUtf8().constData(), 0755);
+  // The administrator may write anything: somebody else tries.
+  ::setfsuid(65534);
+  const auto vuelve = qScopeGuard([] { ::setfsuid(::geteuid()); });
+  db = engine.Workspaces(0).OpenDatabase(ruta);
+  const auto rs = db->OpenRecordset("Diario");
+  EXPECT_EQ(rs->Fields("NLinea").toLong(), 1);
+  EXPECT_EQ(numeroDeError([&] { rs->Edit(); }), err::kSoloLectura);
+  EXPECT_EQ(numeroDeError([&] { rs->AddNew(); }), err::kSoloLectura);
 }
 
 // A station is killed again and again while it posts: what it had told as saved is there.
