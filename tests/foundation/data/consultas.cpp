@@ -108,6 +108,13 @@ TEST_F(Consultas, ElLectorDaLasMismasFilasSinRetenerElFichero) {
     }
     EXPECT_EQ(fila, rs->rowTotal());
   }
+  // Backwards too, over the edges of what is read at a time.
+  const auto rs = db->OpenRecordset("Diario");
+  int linea = 1500;
+  for (rs->MoveLast(); !rs->Bof(); rs->MovePrevious(), --linea)
+    ASSERT_EQ(rs->Fields("NLinea").toLong(), linea);
+  EXPECT_EQ(linea, 0);
+  EXPECT_EQ(numeroDeError([&] { rs->MovePrevious(); }), err::kSinRegistroActivo);
 }
 
 }  // namespace
