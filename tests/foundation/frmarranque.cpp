@@ -40,6 +40,7 @@ TEST(PrimerInicio, DeUnaCarpetaVaciaALaSeleccion) {
   e.guion.esperaMensaje("Ya tiene un Librano ejecutandose en esta maquina", "Error");
   e.abre("FrmPresentacion");
   EXPECT_EQ(e.finales, 1);
+  EXPECT_EQ(e.ctx.sesion.VersionPrograma, QString());  // it goes no further
   e.cierra();
   e.finales = 0;
 

@@ -20,7 +20,14 @@ class Consultas : public LibroEnDisco {
 TEST_F(Consultas, SeAnadeYModificaPorUnaConColumnasCalculadas) {
   control.bind(ruta, "Select * from SqlDiario where nAsiento = 7");
   EXPECT_EQ(control.Fields("Subcuenta").Size(), 9);
-  anota(control.Recordset(), 1, 7, "430000001", "H", "-12,5");
+  QSignalSpy anadida(&control, &DataControl::rowAdded),
+      cambiada(&control, &DataControl::rowChanged);
+  control.AddNew();
+  control.Fields("NLinea") = 1;
+  control.Fields("NAsiento") = 7;
+  control.Fields("DH") = "H";
+  control.Fields("Importe") = "-12,5";
+  control.Update();
   control.MoveFirst();
   EXPECT_EQ(control.Fields("Debe").display(), "");
   EXPECT_EQ(control.Fields("Haber").number(), -12.5);
@@ -30,6 +37,9 @@ TEST_F(Consultas, SeAnadeYModificaPorUnaConColumnasCalculadas) {
   control.Fields("NAsiento") = 8;
   control.Update();
   EXPECT_EQ(control.Fields("Debe").number(), -12.5);
+  // Whoever shows the rows is told of both.
+  EXPECT_EQ(anadida, (QList<QVariantList>{{0}}));
+  EXPECT_EQ(cambiada, (QList<QVariantList>{{0}}));
   // A row that no longer meets the condition stays until the next Refresh.
   EXPECT_EQ(control.Recordset().rowTotal(), 1);
   control.Refresh();

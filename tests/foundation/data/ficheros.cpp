@@ -169,6 +169,7 @@ TEST_F(Ficheros, UnaMuerteEnCualquierMomentoNoDescuadraNada) {
   db->keepSums("Diario", "DH", "Importe", {"NAsiento"});
   db->keepIndex("Diario", {"NAsiento"});
   db.reset();
+  EXPECT_EQ(QDir(carpeta.path()).entryList(QDir::Files), QStringList{"Conta.MDB"});
   herramienta("INSERT INTO Empresa(NLinDiario) VALUES (1)");
   const int veces = qEnvironmentVariableIsSet("LIBRANO_SOAK") ? 500 : 12;
   int lineas = 0;
