@@ -1,262 +1,183 @@
 // From the start of the program to the main window: presentation, login, reinitialisation.
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QProgressBar>
-#include <QTemporaryDir>
 #include <QTimer>
 
 #include "company/registro.h"
-#include "foundation/cini.h"
 #include "foundation/creaini.h"
 #include "foundation/frmpresentacion.h"
-#include "foundation/frmseleccion.h"
 #include "foundation/registro.h"
 #include "foundation/rutas.h"
 #include "soporte/escenario.h"
 
 namespace {
 
-void registraTodo(Escenario& e) {
-  registraFoundation(*e.formularios);
-  registraCompany(*e.formularios);
-  e.formularios->registra(QStringLiteral("FrmMenu"),
-                          [](Contexto& c) { return std::make_unique<Formulario>(c); });
-}
+struct Arranque : Escenario {
+  explicit Arranque(Hasta hasta = Empresa) : Escenario(hasta) {
+    registraFoundation(*formularios);
+    registraCompany(*formularios);
+    formularios->registra("FrmMenu", [](Contexto& c) { return std::make_unique<Formulario>(c); });
+  }
 
-QString ajuste(const Escenario& e, const char* seccion, const char* clave) {
-  QString valor;
-  CIni().Leer(e.ctx.carpetaPrograma + QStringLiteral("Config.ini"), QLatin1String(seccion),
-              QLatin1String(clave), valor);
-  return valor;
-}
-
-void ponAjuste(const Escenario& e, const char* seccion, const char* clave, const QString& valor) {
-  CIni().Grabar(e.ctx.carpetaPrograma + QStringLiteral("Config.ini"), QLatin1String(seccion),
-                QLatin1String(clave), valor);
-}
-
-void creaUsuario(Escenario& e, const QString& nombre, const QString& password) {
-  const auto base = e.ctx.motor.Workspaces(0).OpenDatabase(e.ctx.sesion.rutaCatalogo());
-  const auto usuarios = base->OpenRecordset(QStringLiteral("Usuarios"));
-  usuarios->AddNew();
-  usuarios->Fields(0) = nombre;
-  usuarios->Fields(1) = password;
-  usuarios->Update();
-  e.ctx.motor.flush();
-}
-
-QString abierta(Escenario& e) {
-  for (const char* nombre : {"FrmPresentacion", "FrmSeleccion", "FrmInicioSoftware", "FrmMenu"})
-    if (e.formularios->abierto(QLatin1String(nombre))) return QLatin1String(nombre);
-  return {};
-}
+  QString abierta() const {
+    for (const char* nombre : {"FrmPresentacion", "FrmSeleccion", "FrmInicioSoftware", "FrmMenu"})
+      if (formularios->abierto(nombre)) return nombre;
+    return {};
+  }
+  void escribe(const QString& ruta, const QByteArray& bytes) {
+    QFile fichero(rutaSistema(ruta));
+    ASSERT_TRUE(fichero.open(QIODevice::WriteOnly));
+    fichero.write(bytes);
+  }
+};
 
 }  // namespace
 
-TEST(FrmPresentacion, OtraCopiaTerminaElPrograma) {
-  Escenario e(Escenario::Carpetas);
-  e.ctx.copiaUnica = [] { return false; };
-  e.guion.esperaMensaje(QStringLiteral("Ya tiene un Librano ejecutandose en esta maquina"),
-                        QStringLiteral("Error"));
-  e.abre<FrmPresentacion>();
-  EXPECT_EQ(e.finales, 1);
-}
-
-TEST(FrmPresentacion, LaBarraLlenaDaPasoALaSeleccion) {
-  Escenario e;
-  registraTodo(e);
-  e.ctx.sesion.VersionPrograma.clear();
-  auto& forma = static_cast<FrmPresentacion&>(e.abre(QStringLiteral("FrmPresentacion")));
-  EXPECT_EQ(e.ctx.sesion.VersionPrograma, QStringLiteral("1.6"));
-  forma.findChild<QTimer*>(QStringLiteral("TMR"))->stop();
-  auto& barra = *forma.findChild<QProgressBar*>(QStringLiteral("Barra"));
-  while (barra.value() < 99) forma.TMR_Timer();
-  EXPECT_EQ(abierta(e), QStringLiteral("FrmPresentacion"));
-  forma.TMR_Timer();
-  EXPECT_EQ(abierta(e), QStringLiteral("FrmSeleccion"));
-  EXPECT_EQ(e.finales, 0);
-}
-
 TEST(PrimerInicio, DeUnaCarpetaVaciaALaSeleccion) {
-  Escenario e(Escenario::Carpetas);
-  registraTodo(e);
-  e.formularios->cambiarA(QStringLiteral("FrmSeleccion"));
-  auto* inicio = e.formularios->abierto(QStringLiteral("FrmInicioSoftware"));
-  ASSERT_TRUE(inicio);
-  EXPECT_FALSE(e.formularios->abierto(QStringLiteral("FrmSeleccion")));
-  activar(*inicio);
+  Arranque e(Escenario::Carpetas);
+  e.ctx.sesion.VersionPrograma.clear();
+  e.ctx.copiaUnica = [] { return false; };
+  e.guion.esperaMensaje("Ya tiene un Librano ejecutandose en esta maquina", "Error");
+  e.abre("FrmPresentacion");
+  EXPECT_EQ(e.finales, 1);
+  EXPECT_EQ(e.ctx.sesion.VersionPrograma, QString());  // it goes no further
+  e.cierra();
+  e.finales = 0;
 
-  const QString carpeta = e.ctx.carpetaPrograma;
-  EXPECT_EQ(ajuste(e, "Directorios", "Programa"), carpeta);
-  EXPECT_EQ(ajuste(e, "Directorios", "Datos"), carpeta);
-  EXPECT_EQ(ajuste(e, "Usuarios", "Permitir"), QStringLiteral("No"));
-  EXPECT_EQ(ajuste(e, "Otros", "Decimal Origen"), QStringLiteral("."));
-  EXPECT_EQ(ajuste(e, "Otros", "Decimal Destino"), QStringLiteral(","));
-  EXPECT_EQ(ajuste(e, "Version", "Version"), QStringLiteral("1.6"));
+  e.ctx.copiaUnica = nullptr;
+  auto& presentacion = static_cast<FrmPresentacion&>(e.abre("FrmPresentacion"));
+  presentacion.findChild<QTimer*>("TMR")->stop();
+  for (int i = 1; i < 100; ++i) presentacion.TMR_Timer();
+  EXPECT_EQ(e.abierta(), "FrmPresentacion");
+  presentacion.TMR_Timer();
+  ASSERT_EQ(e.abierta(), "FrmInicioSoftware");
+  auto& inicio = *e.formularios->abierto("FrmInicioSoftware");
+  activar(inicio);
+
+  const std::tuple<const char*, const char*, QString> ajustes[] = {
+      {"Directorios", "Programa", e.ctx.carpetaPrograma},
+      {"Directorios", "Datos", e.ctx.carpetaPrograma},
+      {"Usuarios", "Permitir", "No"},
+      {"Otros", "Decimal Origen", "."},
+      {"Otros", "Decimal Destino", ","},
+      {"Version", "Version", "1.6"}};
+  for (const auto& [seccion, clave, valor] : ajustes)
+    EXPECT_EQ(e.ajuste(seccion, clave), valor) << clave;
   EXPECT_TRUE(e.ejecutados.isEmpty());
   ASSERT_EQ(e.errores().size(), 1);
-  EXPECT_TRUE(e.errores().front().startsWith(QStringLiteral("Error n - 53 - ")));
-  EXPECT_TRUE(e.errores().front().endsWith(
-      QStringLiteral(" - Producido en Form_Activate - FrmInicioSoftware")));
+  EXPECT_TRUE(e.errores().front().startsWith("Error n - 53 - "));
+  EXPECT_TRUE(e.errores().front().endsWith(" - Producido en Form_Activate - FrmInicioSoftware"));
 
-  Teclado(*inicio).intro();  // the only button has the focus
-  auto* seleccion = e.formularios->abierto(QStringLiteral("FrmSeleccion"));
-  ASSERT_TRUE(seleccion);
-  activar(*seleccion);
-  const Teclado t(*seleccion);
-  EXPECT_EQ(t.textoDe("TxtUsuario"), QStringLiteral("Administrador"));
+  Teclado(inicio).intro();  // the only button has the focus
+  ASSERT_EQ(e.abierta(), "FrmSeleccion");
+  const Teclado t(*e.formularios->abierto("FrmSeleccion"));
+  EXPECT_EQ(t.textoDe("TxtUsuario"), "Administrador");
   EXPECT_FALSE(t.control("TxtUsuario").isEnabled());
-  EXPECT_EQ(e.ctx.sesion.DirDatos, carpeta);
+  EXPECT_EQ(e.ctx.sesion.DirDatos, e.ctx.carpetaPrograma);
   EXPECT_EQ(e.finales, 0);
 }
 
-// A program folder that was moved with its companies keeps them, and remembers who worked where.
+// A program folder that was moved with its companies keeps them, and remembers who worked where,
+// whatever now stands where its data were; the workbook is opened hidden where there is a program
+// for it.
 TEST(Reinicio, UnCatalogoQueYaEstaSeQueda) {
-  Escenario e(Escenario::Carpetas);
-  registraTodo(e);
-  const QString catalogo = e.ctx.carpetaPrograma + QStringLiteral("Inicio.mdb");
+  Arranque e(Escenario::Carpetas);
+  const QString catalogo = e.ctx.carpetaPrograma + "Inicio.mdb";
   CrearInicio(e.ctx.motor, catalogo);
   e.ctx.motor.flush();
-  ponAjuste(e, "Directorios", "Datos", QStringLiteral("\\no\\existe\\"));
-  ponAjuste(e, "Entrada", "UltimoUsuario", QStringLiteral("Ana"));
-  ponAjuste(e, "Entrada", "UltimaEmpresa", QStringLiteral("Tienda"));
   const qint64 bytes = QFileInfo(rutaSistema(catalogo)).size();
-
-  e.guion.esperaMensaje(QStringLiteral("Su programa es posible que lo halla cambiado de "
-                                       "directorio, localizado el directorio nuevo"),
-                        QStringLiteral("Error"));
-  e.formularios->cambiarA(QStringLiteral("FrmSeleccion"));
-  EXPECT_EQ(abierta(e), QStringLiteral("FrmInicioSoftware"));
-  EXPECT_EQ(QFileInfo(rutaSistema(catalogo)).size(), bytes);
-  EXPECT_EQ(ajuste(e, "Directorios", "Datos"), e.ctx.carpetaPrograma);
-  EXPECT_EQ(ajuste(e, "Entrada", "UltimoUsuario"), QStringLiteral("Ana"));
-  EXPECT_EQ(ajuste(e, "Entrada", "UltimaEmpresa"), QStringLiteral("Tienda"));
-}
-
-TEST(Reinicio, AbreElLibroOcultoSiHayConQue) {
-  Escenario e(Escenario::Carpetas);
-  registraTodo(e);
-  const QTemporaryDir programas;
-  const QString hoja = programas.filePath(QStringLiteral("localc"));
-  for (const QString& ruta : {hoja, e.carpetaPrograma() + QStringLiteral("/Inicio.xls")}) {
-    QFile fichero(ruta);
-    ASSERT_TRUE(fichero.open(QIODevice::WriteOnly));
-  }
+  e.ponAjuste("Directorios", "Datos", e.ctx.sesion.DirDatos);
+  QDir().mkpath(e.carpetaDatos());
+  e.escribe(e.ctx.sesion.DirDatos + "Inicio.mdb", QByteArray(4096, 'x'));
+  e.ponAjuste("Entrada", "UltimoUsuario", "Ana");
+  e.escribe(e.ctx.carpetaPrograma + "Inicio.xls", {});
+  const QString hoja = e.carpetaPrograma() + "/localc";
+  e.escribe(hoja, {});
   QFile::setPermissions(hoja, QFile::ReadOwner | QFile::ExeOwner);
   const QByteArray antes = qgetenv("PATH");
-  qputenv("PATH", programas.path().toUtf8());
-  e.formularios->cambiarA(QStringLiteral("FrmInicioSoftware"));
+  qputenv("PATH", e.carpetaPrograma().toUtf8());
+
+  e.guion.esperaMensaje(
+      "Su programa es posible que lo halla cambiado de directorio, localizado el directorio nuevo",
+      "Error");
+  e.formularios->cambiarA("FrmSeleccion");
   qputenv("PATH", antes);
+  EXPECT_EQ(e.abierta(), "FrmInicioSoftware");
+  EXPECT_EQ(QFileInfo(rutaSistema(catalogo)).size(), bytes);
+  EXPECT_EQ(e.ajuste("Directorios", "Datos"), e.ctx.carpetaPrograma);
+  EXPECT_EQ(e.ajuste("Entrada", "UltimoUsuario"), "Ana");
   ASSERT_EQ(e.ejecutados.size(), 1);
-  EXPECT_TRUE(e.ejecutados.front().endsWith(QStringLiteral("/Inicio.xls")));
+  EXPECT_TRUE(e.ejecutados.front().endsWith("/Inicio.xls"));
   EXPECT_TRUE(e.errores().isEmpty());
 }
 
-TEST(FrmSeleccion, UnCatalogoQueNoLoEsLlevaAlReinicio) {
-  Escenario e(Escenario::Ajustes);
-  registraTodo(e);
-  QFile basura(rutaSistema(e.ctx.sesion.rutaCatalogo()));
-  ASSERT_TRUE(basura.open(QIODevice::WriteOnly));
-  basura.write(QByteArray(4096, 'x'));
-  basura.close();
-  e.formularios->cambiarA(QStringLiteral("FrmSeleccion"));
-  EXPECT_EQ(abierta(e), QStringLiteral("FrmInicioSoftware"));
-}
-
 TEST(FrmSeleccion, QuienEntraYConQue) {
-  const QString kOlvido = QStringLiteral(
-      "Atención usted esta entrando con un usuario que no recuerda, esta "
-      "contraseña es provisional");
-  const QString kMal = QStringLiteral("El password no es correcto");
+  const char* const olvido =
+      "Atención usted esta entrando con un usuario que no recuerda, esta contraseña es provisional";
+  const char* const mal = "El password no es correcto";
   const struct {
     const char* permitir;
     const char* usuario;
     const char* password;
-    QString caja;
+    const char* caja;
     bool entra;
   } casos[] = {
-      {"No", "", "", {}, true},
-      {"si", "Ana", "mal", {}, true},  // only "Si" asks
-      {"Si", "Ana", "Secreto", {}, true},
-      {"Si", "ana", "Secreto", {}, true},
-      {"Si", "Ana", "secreto", kMal, false},
-      {"Si", "Luis", "Secreto", kMal, false},
-      {"Si", "Luis", "otra", {}, true},
-      {"Si", "Administrador", "", kMal, false},
-      {"Si", "Nadie", "pasadizo", kOlvido, true},
-      {"Si", "Ana", "Pasadizo", kMal, false},
+      {"No", "Administrador", "", nullptr, true},
+      {"si", "Ana", "mal", nullptr, true},  // only "Si" asks
+      {"Si", "ana", "Secreto", nullptr, true},
+      {"Si", "Ana", "secreto", mal, false},
+      {"Si", "Luis", "Secreto", mal, false},
+      {"Si", "Luis", "otra", nullptr, true},
+      {"Si", "Administrador", "", mal, false},
+      {"Si", "Nadie", "pasadizo", olvido, true},
+      {"Si", "Ana", "Pasadizo", mal, false},
   };
   for (const auto& c : casos) {
     SCOPED_TRACE(std::string(c.permitir) + " " + c.usuario + " " + c.password);
-    Escenario e;
-    registraTodo(e);
-    creaUsuario(e, QStringLiteral("Ana"), QStringLiteral("Secreto"));
-    creaUsuario(e, QStringLiteral("Luis"), QStringLiteral("otra"));
-    ponAjuste(e, "Usuarios", "Permitir", QLatin1String(c.permitir));
-    if (!c.caja.isNull()) e.guion.esperaMensaje(c.caja);
-    Teclado t(e.abre(QStringLiteral("FrmSeleccion")));
-    const bool fijo = qstrcmp(c.permitir, "No") == 0;
-    EXPECT_NE(t.control("TxtUsuario").isEnabled(), fijo);
-    t.escribe("TxtEmpresa", QStringLiteral("Prueba"));
+    Arranque e;
+    {
+      const auto base = e.ctx.motor.Workspaces(0).OpenDatabase(e.ctx.sesion.rutaCatalogo());
+      const auto usuarios = base->OpenRecordset("Usuarios");
+      for (const auto& [nombre, password] : {std::pair("Ana", "Secreto"), {"Luis", "otra"}}) {
+        usuarios->AddNew();
+        usuarios->Fields(0) = nombre;
+        usuarios->Fields(1) = password;
+        usuarios->Update();
+      }
+    }
+    e.ponAjuste("Usuarios", "Permitir", c.permitir);
+    e.ponAjuste("Entrada", "UltimoUsuario", "Administrador");
+    if (c.caja) e.guion.esperaMensaje(c.caja);
+    Teclado t(e.abre("FrmSeleccion"));
+    EXPECT_EQ(t.textoDe("TxtUsuario"), "Administrador");
+    t.escribe("TxtEmpresa", "Prueba");
     t.intro();
-    if (!fijo) {
-      t.escribe("TxtUsuario", QLatin1String(c.usuario));
+    if (t.control("TxtUsuario").isEnabled()) {
+      t.escribe("TxtUsuario", c.usuario);
       t.intro();
     }
-    t.teclea(QLatin1String(c.password));
+    t.teclea(c.password);
     t.intro();
-    EXPECT_EQ(t.enfocado(), QStringLiteral("CmdAceptar"));
+    EXPECT_EQ(t.enfocado(), "CmdAceptar");
     t.intro();
-    EXPECT_EQ(abierta(e), c.entra ? QStringLiteral("FrmMenu") : QStringLiteral("FrmSeleccion"));
+    EXPECT_EQ(e.abierta(), c.entra ? "FrmMenu" : "FrmSeleccion");
     EXPECT_TRUE(e.guion.agotado());
-    const QString usuario =
-        fijo ? QStringLiteral("Administrador") : QString(QLatin1String(c.usuario));
-    EXPECT_EQ(e.ctx.sesion.UsuarioActual.toLower(), usuario.toLower());
-    EXPECT_EQ(ajuste(e, "Entrada", "UltimoUsuario").toLower(), usuario.toLower());
-    EXPECT_EQ(ajuste(e, "Entrada", "UltimaEmpresa"), QStringLiteral("Prueba"));
+    EXPECT_EQ(e.ctx.sesion.EmpresaActual, "Prueba");
+    EXPECT_EQ(e.ctx.sesion.UsuarioActual.compare(c.usuario, Qt::CaseInsensitive), 0);
+    EXPECT_EQ(e.ajuste("Entrada", "UltimoUsuario"), e.ctx.sesion.UsuarioActual);
+    EXPECT_EQ(e.ajuste("Entrada", "UltimaEmpresa"), "Prueba");
   }
 }
 
-TEST(FrmSeleccion, UsuarioElegidoDeLaLista) {
-  Escenario e;
-  registraTodo(e);
-  creaUsuario(e, QStringLiteral("Ana"), QStringLiteral("Secreto"));
-  ponAjuste(e, "Usuarios", "Permitir", QStringLiteral("Si"));
-  ponAjuste(e, "Entrada", "UltimoUsuario", QStringLiteral("Administrador"));
-  ponAjuste(e, "Entrada", "UltimaEmpresa", QStringLiteral("Prueba"));
-  Teclado t(e.abre(QStringLiteral("FrmSeleccion")));
-  EXPECT_EQ(t.textoDe("TxtEmpresa"), QStringLiteral("Prueba"));
-  EXPECT_EQ(t.textoDe("TxtUsuario"), QStringLiteral("Administrador"));
-  t.elige("TxtUsuario", QStringLiteral("Ana"));
-  t.escribe("TxtPassword", QStringLiteral("Secreto"));
-  t.mnemonico(QLatin1Char('a'));
-  EXPECT_EQ(abierta(e), QStringLiteral("FrmMenu"));
-  EXPECT_EQ(e.ctx.sesion.EmpresaActual, QStringLiteral("Prueba"));
-}
-
 TEST(FrmSeleccion, CancelarTerminaSinEscribirNada) {
-  Escenario e;
-  registraTodo(e);
-  Teclado t(e.abre(QStringLiteral("FrmSeleccion")));
-  t.escribe("TxtEmpresa", QStringLiteral("Otra"));
+  Arranque e;
+  e.ponAjuste("Entrada", "UltimaEmpresa", "Prueba");
+  Teclado t(e.abre("FrmSeleccion"));
+  EXPECT_EQ(t.textoDe("TxtEmpresa"), "Prueba");
+  t.escribe("TxtEmpresa", "Otra");
   t.escape();
-  EXPECT_EQ(abierta(e), QString());
+  EXPECT_EQ(e.abierta(), QString());
   EXPECT_EQ(e.finales, 1);
-  EXPECT_EQ(ajuste(e, "Entrada", "UltimaEmpresa"), QString());
-}
-
-TEST(FrmSeleccion, LaPrimeraEmpresaQuedaPuesta) {
-  Escenario e(Escenario::Catalogo);
-  registraTodo(e);
-  Teclado t(e.abre(QStringLiteral("FrmSeleccion")));
-  e.guion.esperaDialogo(QStringLiteral("FrmEmpresas"), [](Teclado& alta) {
-    EXPECT_EQ(alta.forma().windowTitle(), QStringLiteral("Alta de empresa"));
-    alta.escribe("TxtNombreEmpresa", QStringLiteral("Comercial Ejemplo"));
-    alta.pulsa("CmdAceptar");
-  });
-  t.pulsa("CmdEmpresaAlta");
-  EXPECT_EQ(e.ctx.sesion.CodigoLlamada, 0);
-  EXPECT_EQ(t.textoDe("TxtEmpresa"), QStringLiteral("Comercial Ejemplo"));
-  EXPECT_TRUE(QFileInfo::exists(
-      rutaSistema(e.ctx.sesion.rutaEmpresa(QStringLiteral("Comercial Ejemplo")))));
+  EXPECT_EQ(e.ajuste("Entrada", "UltimaEmpresa"), "Prueba");
 }

@@ -19,6 +19,8 @@
 #include "soporte/libros.h"
 
 namespace {
+const QString kAjustes = QStringLiteral("Config.ini");
+
 void copiaCarpeta(const QString& origen, const QString& destino) {
   QDirIterator it(origen, QDir::Files, QDirIterator::Subdirectories);
   while (it.hasNext()) {
@@ -75,7 +77,6 @@ Escenario::Escenario(Hasta hasta, const DatosEmpresa& datos, const QString& carp
   if (hasta < Ajustes) return;
 
   QDir().mkpath(carpetaDatos());
-  const QString ajustes = sesion.DirPrograma + "Config.ini";
   const QString valores[][3] = {
       {"Directorios", "Programa", sesion.DirPrograma},
       {"Directorios", "Datos", sesion.DirDatos},
@@ -84,8 +85,8 @@ Escenario::Escenario(Hasta hasta, const DatosEmpresa& datos, const QString& carp
       {"Otros", "Decimal Destino", ","},
       {"Version", "Version", sesion.VersionPrograma},
   };
-  for (const auto& [seccion, clave, valor] : valores) CIni().Grabar(ajustes, seccion, clave, valor);
-  LeeConfiguracion(ajustes, sesion);
+  for (const auto& [seccion, clave, valor] : valores) ponAjuste(seccion, clave, valor);
+  LeeConfiguracion(ctx.carpetaPrograma + kAjustes, sesion);
   if (hasta == Catalogo) CrearInicio(ctx.motor, sesion.rutaCatalogo());
   if (hasta < Empresa) return;
   copiaCarpeta(plantilla(datos), carpetaDatos());
@@ -167,4 +168,15 @@ QStringList Escenario::errores() const {
   QFile fichero(carpetaPrograma() + "/Errores.txt");
   if (!fichero.open(QIODevice::ReadOnly)) return {};
   return QString::fromUtf8(fichero.readAll()).remove('\r').split('\n', Qt::SkipEmptyParts);
+}
+
+QString Escenario::ajuste(const QString& seccion, const QString& clave) const {
+  QString valor;
+  CIni().Leer(ctx.carpetaPrograma + kAjustes, seccion, clave, valor);
+  return valor;
+}
+
+void Escenario::ponAjuste(const QString& seccion, const QString& clave,
+                          const QString& valor) const {
+  CIni().Grabar(ctx.carpetaPrograma + kAjustes, seccion, clave, valor);
 }

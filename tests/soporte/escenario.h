@@ -75,6 +75,9 @@ class Escenario {
   void inserta(const QString& tabla, const std::vector<std::pair<QString, Variant>>& valores);
   // The lines of Errores.txt.
   QStringList errores() const;
+  // A setting of Config.ini, read and written.
+  QString ajuste(const QString& seccion, const QString& clave) const;
+  void ponAjuste(const QString& seccion, const QString& clave, const QString& valor) const;
 
  private:
   QTemporaryDir temporal_;

@@ -9,21 +9,29 @@
 
 #include "foundation/data/datacontrol.h"
 #include "foundation/data/dbengine.h"
-
-// The number of the error that something raises; 0 if it raises none.
-template <typename F>
-int numeroDeError(F&& algo) {
-  try {
-    algo();
-  } catch (const ErrorEjecucion& e) {
-    return e.numero();
-  }
-  return 0;
-}
+#include "soporte/errores.h"
+#include "soporte/textos.h"
 
 inline const QString kLocale = QStringLiteral(";LANGID=0x0409;CP=1252;COUNTRY=0");
 
-class LibroEnDisco : public testing::Test {
+// A file without tables.
+struct BaseEnDisco {
+  // What a plain tool of the file's library prints for a statement: another program altogether.
+  QString herramienta(const QString& sql, const QStringList& opciones = {},
+                      const QString& otroFichero = {}) const {
+    QProcess p;
+    p.start("sqlite3", opciones + QStringList{otroFichero.isEmpty() ? ruta : otroFichero, sql});
+    p.waitForFinished();
+    return QString::fromUtf8(p.readAllStandardOutput() + p.readAllStandardError()).trimmed();
+  }
+
+  QTemporaryDir carpeta;
+  QString ruta = carpeta.filePath("Conta.MDB");
+  DBEngine engine;
+  std::unique_ptr<Database> db = engine.Workspaces(0).CreateDatabase(ruta, kLocale);
+};
+
+class LibroEnDisco : public testing::Test, protected BaseEnDisco {
  public:
   // One line through an open recordset; the fields not named stay as the table has them.
   static void anota(Recordset& rs, int linea, int asiento, const QString& subcuenta,
@@ -40,26 +48,20 @@ class LibroEnDisco : public testing::Test {
 
  protected:
   LibroEnDisco() {
-    db = engine.Workspaces(0).CreateDatabase(ruta, kLocale);
-    TableDef empresa{QStringLiteral("Empresa"), {}, {}};
-    empresa.CreateField("IdCodigo", FieldType::Long).DefaultValue = QStringLiteral("1");
-    empresa.CreateField("Año", FieldType::Long);
-    empresa.CreateField("NLinDiario", FieldType::Long).DefaultValue = QStringLiteral("0");
-    empresa.CreateField("Limpiar", FieldType::Boolean);
-    empresa.Indexes = {{"IdCodigo", true, true, {"IdCodigo"}}};
-    db->appendTable(empresa);
-    TableDef diario{QStringLiteral("Diario"), {}, {}};
-    diario.CreateField("NLinea", FieldType::Long);
-    diario.CreateField("NAsiento", FieldType::Long);
-    diario.CreateField("Fecha", FieldType::Date);
-    diario.CreateField("Subcuenta", FieldType::Text, 9);
-    diario.CreateField("Descripcion", FieldType::Text, 50);
-    diario.CreateField("DH", FieldType::Text, 1);
-    diario.CreateField("Importe", FieldType::Double);
-    diario.CreateField("TipoDiario", FieldType::Text, 1).DefaultValue = QStringLiteral("\"1\"");
-    for (Field& campo : diario.Fields) campo.AllowZeroLength = true;
-    db->appendTable(diario);
-    db->appendIndex("Diario", {"NLinea", true, true, {"NLinea"}});
+    db->appendTable({"Empresa",
+                     {{"IdCodigo", FieldType::Long, 0, "1", false},
+                      {"Año", FieldType::Long, 0, {}, false},
+                      {"NLinDiario", FieldType::Long, 0, "0", false}},
+                     {{"IdCodigo", true, true, {"IdCodigo"}}}});
+    db->appendTable({"Diario",
+                     {{"NLinea", FieldType::Long, 0, {}, false},
+                      {"NAsiento", FieldType::Long, 0, {}, false},
+                      {"Fecha", FieldType::Date, 0, {}, false},
+                      {"Subcuenta", FieldType::Text, 9, {}, true},
+                      {"DH", FieldType::Text, 1, {}, true},
+                      {"Importe", FieldType::Double, 0, {}, false},
+                      {"TipoDiario", FieldType::Text, 1, "\"1\"", true}},
+                     {{"NLinea", true, true, {"NLinea"}}}});
     engine.flush();
   }
 
@@ -69,33 +71,12 @@ class LibroEnDisco : public testing::Test {
       anota(*rs, i, i / 2, "43000000" + QString::number(i % 5), "D", i);
     engine.flush();
   }
-  static QList<Variant> columna(Recordset& rs, const QString& campo) {
-    QList<Variant> valores;
-    for (int i = 0; i < rs.rowTotal(); ++i) valores += rs.cell(i, rs.Ordinal(campo));
-    return valores;
-  }
-
-  // What a plain tool of the file's library prints for a statement: another program altogether.
-  QString herramienta(const QString& sql) const {
-    QProcess p;
-    p.start(QStringLiteral("sqlite3"), {ruta, sql});
-    p.waitForFinished();
-    return QString::fromUtf8(p.readAllStandardOutput() + p.readAllStandardError()).trimmed();
-  }
-
-  QTemporaryDir carpeta;
-  QString ruta = carpeta.filePath(QStringLiteral("Conta.MDB"));
-  DBEngine engine;
-  std::unique_ptr<Database> db;
 };
 
 // Another station: a plain tool that holds a transaction open until it is told to end.
 class OtroPuesto {
  public:
-  explicit OtroPuesto(const QString& ruta) {
-    proceso_.start(QStringLiteral("sqlite3"), {QStringLiteral("-batch"), ruta});
-    proceso_.waitForStarted();
-  }
+  explicit OtroPuesto(const QString& ruta) { proceso_.start("sqlite3", {"-batch", ruta}); }
   ~OtroPuesto() {
     proceso_.closeWriteChannel();
     proceso_.waitForFinished();

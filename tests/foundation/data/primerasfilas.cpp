@@ -8,12 +8,8 @@ const QString kDiario = QStringLiteral("Select * from Diario order by NLinea des
 
 TEST_F(PrimerasFilas, LasDemasLleganAlPedirlas) {
   anotaLineas(1000);
-  struct Caso {
-    const char* que;
-    int (*pide)(DataControl& datos);  // the position that it takes them to
-    int posicion;
-  };
-  const Caso casos[] = {
+  // What asks for them, and the position that it takes them to.
+  const std::tuple<const char*, int (*)(DataControl&), int> casos[] = {
       {"total", [](DataControl& d) { return d.Recordset().rowTotal() - 1; }, 999},
       {"última", [](DataControl& d) { return d.MoveLast(), d.Recordset().AbsolutePosition(); },
        999},
@@ -30,15 +26,15 @@ TEST_F(PrimerasFilas, LasDemasLleganAlPedirlas) {
        },
        999},
   };
-  for (const Caso& caso : casos) {
-    SCOPED_TRACE(caso.que);
+  for (const auto& [que, pide, posicion] : casos) {
+    SCOPED_TRACE(que);
     DBEngine otro;  // that shares no keys with what was read before
     DataControl datos(otro);
     datos.bind(ruta, kDiario);
     const int vistas = datos.Recordset().rowsKnown();
     EXPECT_GT(vistas, 40);  // a screenful
     EXPECT_LT(vistas, 1000);
-    EXPECT_EQ(caso.pide(datos), caso.posicion);
+    EXPECT_EQ(pide(datos), posicion);
     EXPECT_EQ(datos.Recordset().rowsKnown(), 1000);
   }
 }

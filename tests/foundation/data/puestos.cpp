@@ -10,86 +10,56 @@ class Puestos : public LibroEnDisco {
  protected:
   Puestos() {
     engine.setLockTimeout(30);
-    const auto rs = db->OpenRecordset("Empresa");
-    rs->AddNew();
-    rs->Fields("NLinDiario") = 10;
-    rs->Update();
-    engine.flush();
+    herramienta("INSERT INTO Empresa(NLinDiario) VALUES (10)");
+    empresa = db->OpenRecordset("Empresa");
   }
+  void pon(int contador) const {
+    empresa->Edit();
+    empresa->Fields("NLinDiario") = contador;
+    empresa->Update();
+  }
+  QString enElFichero() const { return herramienta("SELECT NLinDiario FROM Empresa"); }
+
+  std::unique_ptr<Recordset> empresa;
 };
 
-TEST_F(Puestos, ElQueModificaTieneElFicheroHastaElFinalDeLaAccion) {
-  const auto empresa = db->OpenRecordset("Empresa");
-  empresa->Edit();
-  EXPECT_TRUE(herramienta("UPDATE Empresa SET NLinDiario = 0").contains("locked"));
-  empresa->Fields("NLinDiario") = empresa->Fields("NLinDiario").toLong() + 1;
-  empresa->Update();
-  EXPECT_EQ(herramienta("SELECT NLinDiario FROM Empresa"), "10");  // not yet: the action goes on
-  QCoreApplication::processEvents();
-  EXPECT_EQ(herramienta("SELECT NLinDiario FROM Empresa"), "11");
-}
-
-TEST_F(Puestos, ElContadorSeLeeFrescoAlEmpezarAModificar) {
-  const auto empresa = db->OpenRecordset("Empresa");
+TEST_F(Puestos, ElContadorSeLeeFrescoYEsDeUnoSoloHastaElFinalDeLaAccion) {
   const auto diario = db->OpenRecordset("Diario");
   EXPECT_EQ(empresa->Fields("NLinDiario").toLong(), 10);
   herramienta("UPDATE Empresa SET NLinDiario = 20");
   diario->AddNew();  // opens the group: from here on nobody else can take the number
   EXPECT_EQ(empresa->Fields("NLinDiario").toLong(), 20);
-  diario->CancelUpdate();
+  EXPECT_TRUE(herramienta("UPDATE Empresa SET NLinDiario = 0").contains("locked"));
+  pon(21);
+  EXPECT_EQ(enElFichero(), "20");  // not yet: the action goes on
+  QCoreApplication::processEvents();
+  EXPECT_EQ(enElFichero(), "21");
 }
 
 TEST_F(Puestos, SiOtroTieneElFicheroSeEsperaYLuegoHayError) {
-  const auto rs = db->OpenRecordset("Empresa");
-  {
-    OtroPuesto otro(ruta);
-    otro.ejecuta("BEGIN IMMEDIATE; UPDATE Empresa SET NLinDiario = 30;");
-    EXPECT_EQ(numeroDeError([&] { rs->Edit(); }), err::kRegistroBloqueado);
-    EXPECT_EQ(numeroDeError([&] { rs->AddNew(); }), err::kRegistroBloqueado);
-    EXPECT_EQ(rs->editMode(), Recordset::EditMode::None);
-    EXPECT_EQ(rs->Fields("NLinDiario").toLong(), 10);  // reading goes on
-    otro.ejecuta("COMMIT;");
-  }
-  rs->Edit();
-  EXPECT_EQ(rs->Fields("NLinDiario").toLong(), 30);
-}
-
-// An error in between commits the group, so a later Update may find the file taken.
-TEST_F(Puestos, GuardarLoQueSeEditabaMientrasOtroTieneElFichero) {
-  const auto rs = db->OpenRecordset("Empresa");
-  rs->Edit();
-  rs->Fields("NLinDiario") = 40;
-  engine.flush();
   OtroPuesto otro(ruta);
-  otro.ejecuta("BEGIN IMMEDIATE; UPDATE Empresa SET IdCodigo = 2;");
-  EXPECT_EQ(numeroDeError([&] { rs->Update(); }), err::kNoSePuedeGuardar);
+  otro.ejecuta("BEGIN IMMEDIATE; UPDATE Empresa SET NLinDiario = 30;");
+  EXPECT_EQ(numeroDeError([&] { empresa->Edit(); }), err::kRegistroBloqueado);
+  EXPECT_EQ(numeroDeError([&] { empresa->AddNew(); }), err::kRegistroBloqueado);
+  EXPECT_EQ(empresa->editMode(), Recordset::EditMode::None);
+  EXPECT_EQ(empresa->Fields("NLinDiario").toLong(), 10);  // reading goes on
   otro.ejecuta("COMMIT;");
-  rs->Update();  // the edit was kept, and changes only what was set
+  empresa->Edit();
+  EXPECT_EQ(empresa->Fields("NLinDiario").toLong(), 30);
+  empresa->Fields("NLinDiario") = 40;
+  // An error in between commits the group, so a later Update may find the file taken.
+  engine.flush();
+  otro.ejecuta("BEGIN IMMEDIATE; UPDATE Empresa SET IdCodigo = 2;");
+  EXPECT_EQ(numeroDeError([&] { empresa->Update(); }), err::kNoSePuedeGuardar);
+  otro.ejecuta("COMMIT;");
+  empresa->Update();  // the edit was kept, and changes only what was set
   engine.flush();
   EXPECT_EQ(herramienta("SELECT IdCodigo, NLinDiario FROM Empresa"), "2|40");
 }
 
-TEST_F(Puestos, LoQueSePierdeAlCerrarSeDice) {
-  QSignalSpy fallos(&engine, &DBEngine::commitFailed);
-  OtroPuesto otro(ruta);
-  {
-    const auto rs = db->OpenRecordset("Empresa");
-    rs->Edit();
-    rs->Fields("NLinDiario") = 11;
-    rs->Update();
-    otro.ejecuta("BEGIN; SELECT * FROM Empresa;");
-    db.reset();
-  }
-  ASSERT_EQ(fallos.size(), 1);
-  EXPECT_EQ(fallos[0][0].toInt(), err::kNoSePuedeGuardar);
-}
-
 TEST_F(Puestos, LoQueNoSePudoGuardarPorqueOtroLeeSeGuardaDespues) {
   QSignalSpy fallos(&engine, &DBEngine::commitFailed);
-  const auto rs = db->OpenRecordset("Empresa");
-  rs->Edit();
-  rs->Fields("NLinDiario") = 11;
-  rs->Update();
+  pon(11);
   {
     OtroPuesto otro(ruta);
     otro.ejecuta("BEGIN; SELECT * FROM Empresa;");
@@ -98,21 +68,22 @@ TEST_F(Puestos, LoQueNoSePudoGuardarPorqueOtroLeeSeGuardaDespues) {
     ASSERT_EQ(fallos.size(), 1);
     EXPECT_EQ(fallos[0][0].toInt(), err::kNoSePuedeGuardar);
   }
-  EXPECT_TRUE(
-      QTest::qWaitFor([&] { return herramienta("SELECT NLinDiario FROM Empresa") == "11"; }));
-}
+  EXPECT_TRUE(QTest::qWaitFor([&] { return enElFichero() == "11"; }));
 
-TEST_F(Puestos, UnErrorNoDeshaceLoHechoAntes) {
-  const auto rs = db->OpenRecordset("Diario");
-  anota(*rs, 1, 1, "430", "D", 1);
-  EXPECT_EQ(numeroDeError([&] { anota(*rs, 1, 1, "430", "D", 1); }), err::kClaveDuplicada);
-  EXPECT_EQ(herramienta("SELECT count(*) FROM Diario"), "1");
+  // What is lost because the file is closed meanwhile is told too.
+  OtroPuesto otro(ruta);
+  pon(12);
+  otro.ejecuta("BEGIN; SELECT * FROM Empresa;");
+  empresa.reset();
+  db.reset();
+  ASSERT_EQ(fallos.size(), 2);
+  EXPECT_EQ(fallos[1][0].toInt(), err::kNoSePuedeGuardar);
 }
 
 TEST_F(Puestos, UnTrabajoLargoDejaPasarALosDemas) {
+  engine.setLockTimeout(10000);
   const auto rs = db->OpenRecordset("Diario");
-  OtroPuesto otro(ruta);
-  otro.ejecuta(".timeout 10000");
+  anota(*rs, 0, 1, "430", "D", 1);
   QProcess esperando;
   esperando.start("sqlite3",
                   {"-cmd", ".timeout 10000", ruta,
@@ -123,10 +94,10 @@ TEST_F(Puestos, UnTrabajoLargoDejaPasarALosDemas) {
     engine.breathe();
     esperando.waitForFinished(0);
   }
-  const QByteArray entonces = esperando.readAllStandardOutput().trimmed();
+  const int entonces = esperando.readAllStandardOutput().trimmed().toInt();
   EXPECT_EQ(esperando.exitCode(), 0) << esperando.readAllStandardError().toStdString();
-  EXPECT_GT(entonces.toInt(), 0);
-  EXPECT_LE(entonces.toInt(), linea + 1);
+  EXPECT_GT(entonces, 1);
+  EXPECT_LE(entonces, linea + 2);
 }
 
 }  // namespace
