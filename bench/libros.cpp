@@ -9,6 +9,7 @@
 #include "company/crearbase.h"
 #include "foundation/creaini.h"
 #include "foundation/data/recordset.h"
+#include "soporte/libros.h"
 
 namespace banco {
 
@@ -33,23 +34,9 @@ QString codigo(int i) {
       .arg(i % 100 + (i / 100 == 0 ? 100 : 1), 5, 10, QLatin1Char('0'));
 }
 
+// What a test of the program calls an ordinary company.
 DatosEmpresa datosDelBanco() {
-  DatosEmpresa datos;
-  datos.NombreEmpresa = kEmpresa;
-  datos.Ano = "2024";
-  datos.MayorN01 = "3";
-  datos.SubCuN01 = "8";
-  const CuentasPorDefecto cuentas = CalculaCuentas(3, 8);
-  datos.IVASSub = cuentas.IVASSub;
-  datos.IVASCom = cuentas.IVASCom;
-  datos.IVARSub = cuentas.IVARSub;
-  datos.IVARVen = cuentas.IVARVen;
-  datos.IVASRE = cuentas.IVASRE;
-  datos.IVARRE = cuentas.IVARRE;
-  datos.Asiento = "1";
-  datos.MesInicio = "1";
-  datos.Mascara = "#,##0.00 ;-#,##0.00";
-  return datos;
+  return ::Libros::datosPorDefecto(kEmpresa, 3, 8);
 }
 
 }  // namespace
