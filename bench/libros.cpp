@@ -15,8 +15,6 @@ namespace banco {
 
 namespace {
 
-constexpr int kSubcuentas = 600;
-
 QTemporaryDir& carpetaComun() {
   static QTemporaryDir carpeta;
   return carpeta;
@@ -41,15 +39,17 @@ DatosEmpresa datosDelBanco() {
 
 }  // namespace
 
-Libros& Libros::de(int lineas) {
-  static std::map<int, std::unique_ptr<Libros>> todos;
-  auto& libros = todos[lineas];
-  if (!libros) libros.reset(new Libros(lineas));
+Libros& Libros::de(int lineas, int subcuentas) {
+  static std::map<std::pair<int, int>, std::unique_ptr<Libros>> todos;
+  auto& libros = todos[{lineas, subcuentas}];
+  if (!libros) libros.reset(new Libros(lineas, subcuentas));
   return *libros;
 }
 
-Libros::Libros(int lineas)
-    : lineas_(lineas), carpeta_(carpetaComun().path() + QString("/d%1/").arg(lineas)) {
+Libros::Libros(int lineas, int subcuentas)
+    : lineas_(lineas),
+      subcuentas_(subcuentas),
+      carpeta_(carpetaComun().path() + QString("/d%1-%2/").arg(lineas).arg(subcuentas)) {
   QDir().mkpath(carpeta_);
   CrearInicio(motor_, carpeta_ + "Inicio.mdb");
   creaEmpresa(motor_, carpeta_, datosDelBanco());
@@ -69,7 +69,7 @@ void Libros::llena() {
       "INSERT OR IGNORE INTO Subcuentas(Subcuenta,Cuenta,Descripcion) "
       "VALUES(?1,substr(?1,1,3),?2)");
   QList<QByteArray> codigos;
-  for (int i = 0; i < kSubcuentas; ++i) {
+  for (int i = 0; i < subcuentas_; ++i) {
     codigos.append(codigo(i).toUtf8());
     const QByteArray nombre = "Titular de prueba " + QByteArray::number(i);
     sqlite3_bind_text(subcuenta, 1, codigos.last().constData(), -1, SQLITE_TRANSIENT);
@@ -91,7 +91,7 @@ void Libros::llena() {
     sqlite3_bind_int(linea, 1, i);
     sqlite3_bind_int(linea, 2, asiento + 1);
     sqlite3_bind_text(linea, 3, fecha.constData(), -1, SQLITE_TRANSIENT);
-    sqlite3_bind_text(linea, 4, codigos[(i * 7) % kSubcuentas].constData(), -1, SQLITE_STATIC);
+    sqlite3_bind_text(linea, 4, codigos[(i * 7) % subcuentas_].constData(), -1, SQLITE_STATIC);
     sqlite3_bind_text(linea, 5, concepto.constData(), -1, SQLITE_TRANSIENT);
     sqlite3_bind_text(linea, 6, i % 3 == 0 ? "D" : "H", -1, SQLITE_STATIC);
     sqlite3_bind_double(linea, 7, importes[i % 3]);
