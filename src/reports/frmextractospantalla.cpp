@@ -68,9 +68,9 @@ void FrmExtractosPantalla::Form_Activate() {
   Subcuenta = sesion().ValorElegido;
   setWindowTitle("Extracto de la subcuenta " + ctx.principal->TxtNombreCuenta().text() + " - " +
                  Subcuenta);
+  const auto empresa = ctx.motor.Workspaces(0).OpenDatabase(sesion().rutaEmpresa());
+  escribeSaldos(*empresa, Subcuenta, sesion().MascaraImporte);
   DtaExtracto.bind(sesion().rutaEmpresa(), sentenciaExtracto(Subcuenta));
-  escribeSaldos(DtaExtracto.Recordset(), sesion().MascaraImporte);
-  DtaExtracto.Refresh();
   if (!DtaExtracto.Eof()) DtaExtracto.MoveLast();
   ui->GridExtracto->setFocus();
 }

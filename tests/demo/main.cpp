@@ -63,7 +63,7 @@ void imprime(Contexto& ctx, const QString& carpeta) {
   const auto empresa = ctx.motor.Workspaces(0).OpenDatabase(ctx.sesion.rutaEmpresa());
   const auto subcuentas = empresa->OpenRecordset("Select * from Subcuentas order by Subcuenta");
   for (; !subcuentas->Eof(); subcuentas->MoveNext())
-    escribeSaldos(*empresa->OpenRecordset(sentenciaExtracto(subcuentas->Fields(0).text())), {});
+    escribeSaldos(*empresa, subcuentas->Fields(0).text(), {});
   ctx.motor.flush();
   for (const Listado& libro : libros()) {
     Informe informe(ctx.motor, *ctx.reloj,
