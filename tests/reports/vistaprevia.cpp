@@ -7,8 +7,11 @@
 #include <QtWidgets/QtWidgets>
 
 #include "foundation/data/datacontrol.h"
+#include "reports/errores.h"
+#include "reports/frmlistado.h"
 #include "reports/impreso.h"
 #include "reports/widgets/impresion.h"
+#include "reports/widgets/vistapagina.h"
 #include "soporte/escenario.h"
 
 namespace {
@@ -159,26 +162,76 @@ TEST_F(Vista, quedaAbiertaCuandoSeCierraElDialogoQueLaAbrio) {
   EXPECT_EQ(vista->pagina(), 1);
 }
 
-// The printer gets the same pages, those asked for.
-TEST(Impresion, lasPaginasPedidas) {
+// What the real dialog prints to a file is what the preview shows and saves.
+TEST_F(Vista, imprimeSusPaginas) {
+  Teclado t(*vista);
+  const QString fichero = QDir(e.carpetaDatos()).filePath(QStringLiteral("impreso.pdf"));
+  const auto imprime = [&](const std::function<void(Teclado&)>& elige) {
+    QFile::remove(fichero);
+    e.guion.esperaDialogo(QStringLiteral("Impresion"), [&](Teclado& dialogo) {
+      auto& impresoras = dialogo.control<QComboBox>("printers");
+      impresoras.setCurrentIndex(impresoras.count() - 1);  // to a file, after those of the machine
+      dialogo.escribe("filename", fichero);
+      elige(dialogo);
+    });
+    t.tecla(Qt::Key_P, Qt::ControlModifier);
+    espera();
+    return QFile::exists(fichero) ? paginasDePdf(fichero) : QList<QStringList>();
+  };
+  const auto opcion = [](Teclado& dialogo, const char* cual) {
+    for (auto* boton : dialogo.forma().findChildren<QPushButton*>())
+      if (boton->text().contains(u">>")) boton->click();
+    dialogo.marca(cual);
+  };
+  const auto todas = imprime([](Teclado& dialogo) { dialogo.intro(); });
+  EXPECT_EQ(estado(), QStringLiteral("Enviado a la impresora"));
+  EXPECT_EQ(t.textoDe("LblPaginas"), QStringLiteral("de %1").arg(todas.size()));
+  for (int n = 1; n <= todas.size(); ++n) {
+    vista->irA(n);
+    const QString impresa = todas[n - 1].join(u' ');
+    for (const QString& texto : textosDe(*t.control<VistaPagina>("Vista").pagina()))
+      EXPECT_TRUE(impresa.contains(texto.simplified())) << n << qPrintable(texto);
+  }
+  vista->irA(4);
+  EXPECT_EQ(imprime([&](Teclado& dialogo) {
+              opcion(dialogo, "printRange");
+              dialogo.control<QSpinBox>("from").setValue(2);
+              dialogo.control<QSpinBox>("to").setValue(3);
+              dialogo.pulsa("filename");
+              dialogo.intro();
+            }),
+            todas.mid(1, 2));
+  EXPECT_EQ(imprime([&](Teclado& dialogo) {
+              opcion(dialogo, "printCurrentPage");
+              dialogo.intro();
+            }),
+            todas.mid(3, 1));
+  EXPECT_TRUE(imprime([](Teclado& dialogo) { dialogo.escape(); }).isEmpty());
+  vista->irA(1);
+  EXPECT_EQ(leeVista(e.guion).paginas, todas);
+}
+
+TEST(Impresion, sinImpresoraYSinFichero) {
+  Escenario e;
+  struct Ventana : FrmListado {
+    using FrmListado::FrmListado;
+    void falla(int numero) {
+      lanza([=]() -> Listado { throw ErrorEjecucion(numero); });
+    }
+  };
+  e.guion.esperaMensaje(QStringLiteral("No tiene ninguna impresora instalada en su sistema"),
+                        QStringLiteral("Error de Windows"));
+  Ventana(e.ctx).falla(err::kSinImpresora);
+
   Libros libros;
-  libros.asientaTrimestre();
-  Impreso libro(libros, QStringLiteral("Diario.rpt"), {});
-  const QTemporaryDir carpeta;
-  const QString pdf = carpeta.filePath(QStringLiteral("impreso.pdf"));
-  auto impresora = std::make_unique<QPrinter>(QPrinter::HighResolution);
-  impresora->setOutputFormat(QPrinter::PdfFormat);
-  impresora->setOutputFileName(pdf);
-  TareaImpresion tarea(libro.compartido(), std::move(impresora), QStringLiteral("Diario"), 2, 3);
-  while (tarea.paso()) continue;
-  QProcess lector;
-  lector.start(QStringLiteral("pdftotext"), {"-layout", pdf, "-"});
-  lector.waitForFinished();
-  const QStringList paginas = QString::fromUtf8(lector.readAllStandardOutput()).split(u'\f');
-  ASSERT_EQ(paginas.size(), 3);
-  for (int n = 2; n <= 3; ++n) {
-    EXPECT_TRUE(paginas[n - 2].contains(
-        libro.linea(QStringLiteral("Suma y sigue"), n).section(u' ', 3, 3)));
+  const Impreso libro(libros, QStringLiteral("Diario.rpt"), {});
+  auto impresora = std::make_unique<QPrinter>();
+  impresora->setOutputFileName(QStringLiteral("/no/hay/libro.pdf"));
+  try {
+    TareaImpresion(libro.compartido(), std::move(impresora), 1, 1);
+    ADD_FAILURE();
+  } catch (const ErrorEjecucion& fallo) {
+    EXPECT_EQ(fallo.numero(), err::kErrorDeRuta);
   }
 }
 
