@@ -185,7 +185,6 @@ void VistaPrevia::protege(const std::function<void()>& reaccion) {
     reaccion();
   } catch (const ErrorEjecucion& e) {
     tarea_.reset();
-    turno_.stop();
     atiende();
     avisaDeFallo(*ctx_.cajas, this, e);
   }
@@ -346,10 +345,12 @@ void VistaPrevia::trabaja() {
   protege([this] {
     const QDeadlineTimer fin(kTurno);
     if (!tarea_) {
+      turno_.stop();  // counting that fails isn't begun again
       while (!documento_->contado() && !fin.hasExpired()) documento_->cuenta(kFilasPorTurno);
       if (documento_->contado()) {
-        turno_.stop();
         vista_->setPagina(documento_->pagina(pagina_));
+      } else {
+        turno_.start();
       }
       return atiende();
     }
