@@ -247,11 +247,14 @@ TEST_F(Composicion, exportaLasFilas) {
   EXPECT_EQ(lineas[2].toStdString(), "10;11/01/2024;Línea ñ 10;10,00");
   EXPECT_EQ(lineas[3].toStdString(), "11;12/01/2024;\"con \"\"comillas\"\"; y más\";");
 
-  try {
-    exportaCsv(libro.compartido(), carpeta.filePath(QStringLiteral("no/hay/carpeta.csv")));
-    ADD_FAILURE();
-  } catch (const ErrorEjecucion& e) {
-    EXPECT_EQ(e.numero(), err::kErrorDeRuta);
+  // Where nothing can be written it is told before any row is read.
+  for (const auto exporta : {exportaCsv, exportaXlsx}) {
+    try {
+      exporta(libro.compartido(), carpeta.filePath(QStringLiteral("no/hay/filas")));
+      ADD_FAILURE();
+    } catch (const ErrorEjecucion& e) {
+      EXPECT_EQ(e.numero(), err::kErrorDeRuta);
+    }
   }
 }
 
