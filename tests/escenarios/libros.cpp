@@ -74,9 +74,12 @@ class Libreria : public testing::Test {
     menu = &e.abre<FrmMenu>();
   }
 
-  void dialogo(const char* entrada, const QString& nombre,
+  void dialogo(const char* entrada, const QString& nombre, const QString& titulo,
                const std::function<void(Teclado&)>& paso) {
-    e.guion.esperaDialogo(nombre, paso);
+    e.guion.esperaDialogo(nombre, [&](Teclado& t) {
+      EXPECT_EQ(t.forma().windowTitle(), titulo);
+      paso(t);
+    });
     menu->findChild<QAction*>(entrada)->trigger();
   }
   // The book that a dialog gives, with what stands on each page of any: whose it is, of when, and
@@ -119,7 +122,7 @@ class Libreria : public testing::Test {
 
 TEST_F(Libreria, Diario) {
   LibroImpreso libro, parte;
-  dialogo("MnuImprimirDiario", "FrmDiarioImprimir", [&](Teclado& t) {
+  dialogo("MnuImprimirDiario", "FrmDiarioImprimir", "Imprimir diario", [&](Teclado& t) {
     EXPECT_EQ(t.textoDe("TxtAsientoHasta"), "9999999999999");
     libro = lanza(t, "Listado de diario", ano);
     t.enfoca("TxtHasta");
@@ -161,25 +164,30 @@ TEST_F(Libreria, Diario) {
 TEST_F(Libreria, Mayor) {
   LibroImpreso marzo, todos;
   const auto entreCuentas = [&](Teclado& t) {
+    EXPECT_EQ(t.forma().windowTitle(), "Impresion entre cuentas");
     t.escribe("TxtSubcuentaDesde", "1.");
     t.escribe("TxtSubcuentaHasta", "79999999");
     todos = lanza(t, "Listado de libro Mayor", ano);
     t.pulsa("CmdCancelar");
   };
   Teclado(*menu).escribe("TxtSubcuenta", "57200001");
-  dialogo("MnuExtractos", "FrmExtractosPantalla", [&](Teclado& extracto) {
-    e.guion.esperaDialogo("FrmExtractos", [&](Teclado& uno) {
-      EXPECT_EQ(uno.textoDe("TxtSubcuenta"), "57200001");
-      uno.teclea("0103");
-      uno.intro();
-      EXPECT_EQ(uno.textoDe("TxtDesde"), "01/03/2024");
-      marzo = lanza(uno, "Listado de libro Mayor", "Desde : 01/03/2024 ~ Hasta : 31/12/2024");
-      e.guion.esperaDialogo("FrmExtractoEntraCtas", entreCuentas);
-      uno.pulsa("CmdSeleccion");
-    });
-    extracto.pulsa("CmdImpresos");
-    extracto.pulsa("CmdSalir");
-  });
+  dialogo("MnuExtractos", "FrmExtractosPantalla",
+          "Extracto de la subcuenta " + saldos["57200001"].titulo + " - 57200001",
+          [&](Teclado& extracto) {
+            e.guion.esperaDialogo("FrmExtractos", [&](Teclado& uno) {
+              EXPECT_EQ(uno.forma().windowTitle(), "Edicion de libro mayor");
+              EXPECT_EQ(uno.textoDe("TxtSubcuenta"), "57200001");
+              uno.teclea("0103");
+              uno.intro();
+              EXPECT_EQ(uno.textoDe("TxtDesde"), "01/03/2024");
+              marzo =
+                  lanza(uno, "Listado de libro Mayor", "Desde : 01/03/2024 ~ Hasta : 31/12/2024");
+              e.guion.esperaDialogo("FrmExtractoEntraCtas", entreCuentas);
+              uno.pulsa("CmdSeleccion");
+            });
+            extracto.tecla(Qt::Key_P, Qt::ControlModifier);
+            extracto.pulsa("CmdSalir");
+          });
   // The balance is that of the whole year, whatever the limits.
   EXPECT_TRUE(marzo.lineas().filter("/02/2024").isEmpty());
   EXPECT_EQ(marzo.linea("Sumas y saldo").section(' ', -1), importe(saldos["57200001"].saldo));
@@ -214,7 +222,7 @@ TEST_F(Libreria, SumasYSaldos) {
     EXPECT_EQ(libro.linea("Totales"),
               "Totales " + total.sumas() + ' ' + importe(deudor) + ' ' + importe(acreedor));
   };
-  dialogo("MnuSumasysaldos", "FrmSumasSaldosImpresos", [&](Teclado& t) {
+  dialogo("MnuSumasysaldos", "FrmSumasSaldosImpresos", "Sumas y saldos", [&](Teclado& t) {
     // Enter goes on from options, texts and lists alike.
     EXPECT_EQ(t.enfocado(), "OptNivel_2");
     for (const char* siguiente : {"TxtDesde", "TxtHasta", "TxtDesdef", "TxtHastaf", "CmdAceptar"}) {
@@ -226,6 +234,9 @@ TEST_F(Libreria, SumasYSaldos) {
     mira(lanza(t, titulo + "Cuentas", meses), saldos, 3, "");
     t.elige("TxtHastaf", "01-Enero");
     mira(lanza(t, titulo + "Cuentas", soloEnero), enero, 3, "");
+    t.elige("TxtDesdef", "12-Diciembre");
+    mira(lanza(t, titulo + "Cuentas", "Desde : 12-Diciembre ~ Hasta : 01-Enero"), {}, 3, "");
+    t.elige("TxtDesdef", "01-Enero");
     t.marca("OptNivel_3");
     EXPECT_EQ(t.textoDe("TxtDesde") + t.textoDe("TxtHasta"), "0000000099999999");
     t.escribe("TxtDesde", "43000002");
@@ -243,43 +254,51 @@ TEST_F(Libreria, SumasYSaldos) {
 }
 
 TEST_F(Libreria, BalanceYResultados) {
-  // Each level for the whole year, the first one without being asked for, and January alone.
-  const auto imprime = [&](const char* entrada, const QString& nombre, const QString& titulo,
-                           const auto& mira) {
-    dialogo(entrada, nombre, [&](Teclado& t) {
-      LibroImpreso libro = lanza(t, titulo, meses);
-      EXPECT_EQ(libro.lineas().filter("57200001").size(), 0);
-      mira(libro, saldos);
-      for (const char* opcion : {"OptTipo_1", "OptTipo_2", "OptTipo_3"}) {
-        t.marca(opcion);
-        libro = lanza(t, titulo, meses);
-        mira(libro, saldos);
+  using Totales = std::function<QStringList(const Saldos&)>;
+  const Totales deBalance = [](const Saldos& de) {
+    return QStringList{"Total Activo " + importe(suma(de, "2 3").saldo),
+                       "Total Pasivo " + importe(-suma(de, "1 4 5").saldo),
+                       "Diferencia entre activo y pasivo " + importe(suma(de, "1 2 3 4 5").saldo)};
+  };
+  const Totales deResultados = [](const Saldos& de) {
+    return QStringList{
+        "Totales " + importe(suma(de, "6").saldo) + ' ' + importe(-suma(de, "7").saldo),
+        "Resultado (ingresos menos gastos) " + importe(-suma(de, "6 7").saldo)};
+  };
+  const struct {
+    const char *entrada, *nombre, *ventana, *titulo;
+    const char* grupos;
+    Totales totales;
+  } casos[] = {{"MnuBalanceSituacion", "FrmBalanceImpresos", "Balance de situación (General)",
+                "Balance de situación", "12345", deBalance},
+               // It opens under the title of another book.
+               {"MnuPerdidasyGanancias", "FrmPerdidasYGananciasImpresos",
+                "Explotación (Perdidas y Ganancias)", "Acumulados de IVA", "67", deResultados}};
+  for (const auto& c : casos) {
+    dialogo(c.entrada, c.nombre, c.ventana, [&](Teclado& t) {
+      LibroImpreso libro;
+      const auto mira = [&](const Saldos& de, const QString& limites) {
+        libro = lanza(t, c.titulo, limites);
+        for (const QString& linea : c.totales(de))
+          EXPECT_TRUE(libro.lineas().contains(linea)) << qPrintable(linea);
+      };
+      mira(saldos, meses);  // at the first level, without being asked for
+      EXPECT_TRUE(libro.lineas().filter("00001 ").isEmpty());
+      for (const char* nivel : {"OptTipo_1", "OptTipo_2", "OptTipo_3"}) {
+        t.marca(nivel);
+        mira(saldos, meses);
       }
       for (const auto& [codigo, s] : saldos) {
-        if ((codigo < "6") != (titulo == "Balance de situación")) continue;
+        if (!QString(c.grupos).contains(codigo[0])) continue;
         const bool deudor = QString("236").contains(codigo[0]);
         EXPECT_EQ(libro.linea(codigo),
                   codigo + ' ' + s.titulo + ' ' + importe(deudor ? s.saldo : -s.saldo));
       }
       t.elige("TxtHasta", "01-Enero");
-      mira(lanza(t, titulo, soloEnero), enero);
+      mira(enero, soloEnero);
       t.pulsa("CmdCancelar");
     });
-  };
-  imprime(
-      "MnuBalanceSituacion", "FrmBalanceImpresos", "Balance de situación",
-      [](const LibroImpreso& libro, const Saldos& de) {
-        EXPECT_EQ(libro.linea("Total Activo"), "Total Activo " + importe(suma(de, "2 3").saldo));
-        EXPECT_EQ(libro.linea("Total Pasivo"), "Total Pasivo " + importe(-suma(de, "1 4 5").saldo));
-        EXPECT_EQ(libro.linea("Diferencia").section(' ', -1), importe(suma(de, "1 2 3 4 5").saldo));
-      });
-  // It opens under the title of another book.
-  imprime("MnuPerdidasyGanancias", "FrmPerdidasYGananciasImpresos", "Acumulados de IVA",
-          [](const LibroImpreso& libro, const Saldos& de) {
-            EXPECT_EQ(libro.linea("Totales"), "Totales " + importe(suma(de, "6").saldo) + ' ' +
-                                                  importe(-suma(de, "7").saldo));
-            EXPECT_EQ(libro.linea("Resultado (").section(' ', -1), importe(-suma(de, "6 7").saldo));
-          });
+  }
 }
 
 TEST_F(Libreria, Plan) {
@@ -303,6 +322,7 @@ TEST_F(Libreria, Plan) {
     EXPECT_EQ(t.textoDe("LblHasta"), saldos["57200001"].titulo);
   };
   const auto imprime = [&](Teclado& t) {
+    EXPECT_EQ(t.forma().windowTitle(), "Imprimir Plan");
     limites(t);
     for (const char* plan : {"OptPlan_0", "OptPlan_1"}) {
       for (const char* tipo : {"OptOpciones_0", "OptOpciones_1", "OptOpciones_2"}) {
@@ -323,11 +343,12 @@ TEST_F(Libreria, Plan) {
     }
     t.pulsa("CmdCancelar");
   };
-  dialogo("MnuVisualizarPlan", "FrmVisualizaPlan", [&](Teclado& plan) {
-    e.guion.esperaDialogo("FrmSubcuentasImpresos", imprime);
-    plan.pulsa("CmdImpresos");
-    plan.escape();
-  });
+  dialogo("MnuVisualizarPlan", "FrmVisualizaPlan", "Visualizar el plan de subcuentas",
+          [&](Teclado& plan) {
+            e.guion.esperaDialogo("FrmSubcuentasImpresos", imprime);
+            plan.pulsa("CmdImpresos");
+            plan.escape();
+          });
 }
 
 }  // namespace

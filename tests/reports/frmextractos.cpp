@@ -65,19 +65,11 @@ TEST(FrmExtractosPantalla, ShowsTheWholeYearAndStoresItsBalances) {
   }
 }
 
-TEST(FrmExtractosPantalla, TicksOffAndFinds) {
+TEST(FrmExtractosPantalla, TicksOffFindsAndGoesToTheAsiento) {
   ListadoAbierto e;
   e.elige("57200001");
   e.dialogo("MnuExtractos", "FrmExtractosPantalla", [&](Teclado& t) {
     auto& rejilla = t.control<Rejilla>("GridExtracto");
-    t.tecla(Qt::Key_Home, Qt::ControlModifier);
-    t.tecla(Qt::Key_Down);
-    for (const char* marca : {"X", ""}) {
-      t.teclea(" ");
-      EXPECT_EQ(columna(t, 0), QStringList({"", marca, "", ""}));
-      EXPECT_EQ(e.valor("Select Punteo from Diario where NAsiento=1 and DH='D'"), marca);
-      EXPECT_EQ(rejilla.filaActual(), 1);
-    }
     // A date as it is typed everywhere; the first line from it on. What is no date, and no answer,
     // isn't taken for today.
     e.reloj.ponEn(QDate(2003, 1, 31));
@@ -85,21 +77,24 @@ TEST(FrmExtractosPantalla, TicksOffAndFinds) {
         {"1102", "4"}, {"06/01/2003", "1"}, {std::nullopt, "1"}, {"31/02", "1"}, {"enero", "1"}};
     for (const auto& [fecha, asiento] : fechas) {
       e.guion.esperaEntrada("Introduzca una fecha a localizar", fecha);
-      e.guion.esperaEntrada("Introduzca una fecha a localizar", fecha);
-      t.tecla(Qt::Key_B, Qt::ControlModifier);
-      t.pulsa("LocalizarFecha");
+      if (fecha)
+        t.tecla(Qt::Key_B, Qt::ControlModifier);
+      else
+        t.pulsa("LocalizarFecha");
       EXPECT_EQ(rejilla.valor("NAsiento"), asiento);
+    }
+    rejilla.setFocus();
+    for (const char* marca : {"X", ""}) {
+      t.teclea(" ");
+      EXPECT_EQ(columna(t, 0), QStringList({"", marca, "", ""}));
+      EXPECT_EQ(e.valor("Select Punteo from Diario where NAsiento=1 and DH='D'"), marca);
+      EXPECT_EQ(rejilla.filaActual(), 1);
     }
     // Only a marked line is taken to its asiento by key or button.
     t.tecla(Qt::Key_V, Qt::ControlModifier);
     t.pulsa("ImpresionEntreCuentas");
     t.escape();
   });
-}
-
-TEST(FrmExtractosPantalla, GoesToTheAsientoUnlessTicking) {
-  ListadoAbierto e;
-  e.elige("57200001");
   e.t->pulsa("CmdActivaPunteo");
   e.dialogo("MnuExtractos", "FrmExtractosPantalla", [&](Teclado& t) {
     dobleClicEnFila(t, 2);
@@ -114,10 +109,7 @@ TEST(FrmExtractosPantalla, GoesToTheAsientoUnlessTicking) {
     });
     t.tecla(Qt::Key_Up);
     t.tecla(Qt::Key_V, Qt::ControlModifier);  // the marked one
-    e.guion.esperaDialogo("FrmAsiento", [](Teclado& asiento) {
-      EXPECT_EQ(asiento.textoDe("TxtAsiento"), "4");
-      asiento.pulsa("CmdVerAsiento");
-    });
+    e.guion.esperaDialogo("FrmAsiento", [](Teclado& asiento) { asiento.pulsa("CmdVerAsiento"); });
     dobleClicEnFila(t, 3);
     EXPECT_FALSE(t.forma().isVisible());
   });
@@ -157,6 +149,7 @@ TEST(FrmAcumulados, SumsMonthByMonth) {
   ListadoAbierto e;
   e.elige("57000001");
   e.dialogo("MnuAcumulados", "FrmAcumulados", [](Teclado& t) {
+    EXPECT_EQ(t.forma().windowTitle(), "Acumulados de cuentas");
     const auto& grid = t.control<QTableWidget>("Grid");
     ASSERT_EQ(grid.rowCount(), 13);
     const std::pair<int, QStringList> filas[] = {{0, {"", "Debe", "Haber", "Saldo mes", "Saldo"}},

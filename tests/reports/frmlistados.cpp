@@ -8,26 +8,6 @@
 
 namespace {
 
-TEST(FrmListado, ClosesUntouchedUnderItsTitle) {
-  ListadoAbierto e;
-  const std::pair<const char*, const char*> titulos[] = {
-      {"FrmDiarioImprimir", "Imprimir diario"},
-      {"FrmSumasSaldosImpresos", "Sumas y saldos"},
-      {"FrmSubcuentasImpresos", "Imprimir Plan"},
-      {"FrmBalanceImpresos", "Balance de situación (General)"},
-      {"FrmPerdidasYGananciasImpresos", "Explotación (Perdidas y Ganancias)"},
-      {"FrmExtractos", "Edicion de libro mayor"},
-      {"FrmExtractoEntraCtas", "Impresion entre cuentas"},
-      {"FrmAcumulados", "Acumulados de cuentas"}};
-  for (const auto& [nombre, titulo] : titulos) {
-    e.guion.esperaDialogo(nombre, [&](Teclado& t) {
-      EXPECT_EQ(t.forma().windowTitle(), titulo);
-      t.escape();
-    });
-    e.formularios->mostrar(nombre);
-  }
-}
-
 // Whatever goes wrong is told in the same box, and the dialog stays as it was.
 TEST(FrmListado, TellsWhatFails) {
   ListadoAbierto e;

@@ -1,14 +1,34 @@
 // Books opened without a dialog.
 #pragma once
 
+#include "foundation/rutas.h"
 #include "reports/informe.h"
 
 // Opens the book of a template over a company's file. `plantilla` is a file of impresos, or the
 // full path of another one.
-void abreInforme(DBEngine& motor, const QString& fichero, const QString& plantilla,
-                 const QString& seleccion, Informe::Destino destino);
-std::shared_ptr<reports::Documento> abreLibro(DBEngine& motor, const QString& fichero,
-                                              const QString& plantilla,
-                                              const QString& seleccion = {});
+inline void abreInforme(DBEngine& motor, const QString& fichero, const QString& plantilla,
+                        Informe::Destino destino) {
+  const Reloj reloj;
+  const QString impresos = rutaPrograma(LIBRANO_FUENTES) + "\\impresos\\";
+  Informe informe(motor, reloj, std::move(destino));
+  informe.WindowTitle = "Listado de diario";
+  informe.ReportFileName = plantilla.contains('\\') ? plantilla : impresos + plantilla;
+  informe.DataFiles(0) = fichero;
+  informe.PrintReport();
+}
+
+inline std::shared_ptr<reports::Documento> abreLibro(DBEngine& motor, const QString& fichero,
+                                                     const QString& plantilla) {
+  std::shared_ptr<reports::Documento> abierto;
+  abreInforme(motor, fichero, plantilla,
+              {[] { return QStringList("PDF"); },
+               [&](auto documento, const QString&) { abierto = std::move(documento); }});
+  return abierto;
+}
+
 // The texts of a laid-out page, in order.
-QStringList textosDe(const reports::Pagina& pagina);
+inline QStringList textosDe(const reports::Pagina& pagina) {
+  QStringList todos;
+  for (const reports::Texto& t : pagina.textos) todos << t.texto.trimmed();
+  return todos;
+}

@@ -22,7 +22,7 @@ class Vista : public testing::Test {
     abre(nullptr);
   }
   void abre(QWidget* padre) {
-    abreInforme(e.ctx.motor, e.ctx.sesion.rutaEmpresa(), "Diario.rpt", {},
+    abreInforme(e.ctx.motor, e.ctx.sesion.rutaEmpresa(), "Diario.rpt",
                 destinoDePantalla(e.ctx, padre));
     vista = vistaAbierta();
     ASSERT_NE(vista, nullptr);
@@ -62,11 +62,13 @@ TEST_F(Vista, seVaPorLasPaginasYSeBusca) {
   t.tecla(Qt::Key_F, Qt::ControlModifier);
   t.teclea("nominas del mes");
   t.intro();
+  // Without case and accents, to the end and round again.
+  for (const int pagina : {3, 6, 9, 3}) {
+    espera();
+    EXPECT_EQ(estado(), QString("Encontrado en la página %1").arg(pagina));
+    t.tecla(Qt::Key_F3);
+  }
   espera();
-  EXPECT_EQ(estado(), "Encontrado en la página 3");
-  t.tecla(Qt::Key_F3);
-  espera();
-  EXPECT_EQ(estado(), "Encontrado en la página 6");
   t.escribe("TxtBuscar", "nada de esto");
   t.intro();
   espera();
@@ -80,22 +82,16 @@ TEST_F(Vista, guardaYExporta) {
   Teclado t(*vista);
   const QDir carpeta(e.carpetaDatos());
   const struct {
-    const char* accion;
-    const char* escrito;
-    const char* fichero;
-    const char* comienzo;
-  } casos[] = {{"CmdPdf", "libro", "libro.pdf", "%PDF-"},
-               {"CmdXlsx", "libro.xlsx", "libro.xlsx", "PK"},
-               {"CmdCsv", "libro.csv", "libro.csv",
-                "\xEF\xBB\xBF"
-                "Asiento;Fecha;"}};
+    const char *accion, *extension, *comienzo;
+  } casos[] = {
+      {"CmdPdf", ".pdf", "%PDF-"}, {"CmdXlsx", ".xlsx", "PK"}, {"CmdCsv", ".csv", "\xEF\xBB\xBF"}};
   for (const auto& c : casos) {
-    e.guion.esperaFichero(carpeta.filePath(c.escrito));
+    e.guion.esperaFichero(carpeta.filePath("libro"));
     vista->findChild<QAction*>(c.accion)->trigger();
     espera();
-    QFile f(carpeta.filePath(c.fichero));
-    ASSERT_TRUE(f.open(QIODevice::ReadOnly)) << c.fichero;
-    EXPECT_TRUE(f.readAll().startsWith(c.comienzo)) << c.fichero;
+    QFile f(carpeta.filePath("libro") + c.extension);
+    ASSERT_TRUE(f.open(QIODevice::ReadOnly)) << c.accion;
+    EXPECT_TRUE(f.readAll().startsWith(c.comienzo)) << c.accion;
     EXPECT_EQ(estado(), "Guardado en " + f.fileName());
   }
   // Refused at the picker, or by the disk.
