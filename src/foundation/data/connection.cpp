@@ -328,7 +328,7 @@ FindPlan Connection::criterionPlan(const QString& source, const QString& criteri
   return compileCriterion(source, criterion, *schema(), dated ? companyYear() : 0);
 }
 
-KeySet Connection::keys(const Compiled& compiled) {
+KeySet Connection::keys(const Compiled& compiled, int limit) {
   const Plan& plan = *compiled.plan;
   const Stamp now = stamp(plan.baseTable);
   std::erase_if(keySets_, [&](const Keys& k) {
@@ -340,9 +340,11 @@ KeySet Connection::keys(const Compiled& compiled) {
     return keySets_.front().keys;
   }
   auto keys = std::make_shared<std::vector<qint64>>();
-  Statement statement = prepare(plan.keysSql);
+  Statement statement = prepare(
+      limit < 0 ? plan.keysSql : plan.keysSql + QStringLiteral(" LIMIT ") + QString::number(limit));
   statement.bind(compiled.params);
   while (statement.step()) keys->push_back(statement.integer(0));
+  if (static_cast<int>(keys->size()) == limit) return keys;
   if (keySets_.size() >= kKeySetsKept) keySets_.pop_back();
   keySets_.insert(keySets_.begin(), {plan.keysSql, compiled.params, now, keys});
   return keys;
