@@ -247,6 +247,7 @@ TEST_F(Libreria, SumasYSaldos) {
     t.escribe("TxtDesde", "5");
     mira(lanza(t, titulo + "Nivel 1", soloEnero), saldos, 1, "5");
     t.marca("OptNivel_1");
+    EXPECT_EQ(t.textoDe("TxtDesde") + t.textoDe("TxtHasta"), "599999999");
     t.escribe("TxtDesde", "43");
     mira(lanza(t, titulo + "Nivel 2", soloEnero), saldos, 2, "43");
     t.pulsa("CmdCancelar");
