@@ -68,9 +68,11 @@ void FrmExtractosPantalla::Form_Activate() {
   Subcuenta = sesion().ValorElegido;
   setWindowTitle("Extracto de la subcuenta " + ctx.principal->TxtNombreCuenta().text() + " - " +
                  Subcuenta);
+  // Bound before: the lines are to be seen even when another station doesn't let them be written.
+  DtaExtracto.bind(sesion().rutaEmpresa(), sentenciaExtracto(Subcuenta));
   const auto empresa = ctx.motor.Workspaces(0).OpenDatabase(sesion().rutaEmpresa());
   escribeSaldos(*empresa, Subcuenta, sesion().MascaraImporte);
-  DtaExtracto.bind(sesion().rutaEmpresa(), sentenciaExtracto(Subcuenta));
+  DtaExtracto.Refresh();
   if (!DtaExtracto.Eof()) DtaExtracto.MoveLast();
   ui->GridExtracto->setFocus();
 }

@@ -45,6 +45,24 @@ TEST(FrmExtractosPantalla, ShowsTheWholeYearAndStoresItsBalances) {
   e.dialogo("MnuExtractos", "FrmExtractosPantalla", [](Teclado& t) { t.pulsa("CmdSalir"); });
   EXPECT_EQ(e.saldos("57200001"), QStringList({"40", "140", "240", "190"}));
 
+  // Its lines are seen even when another station doesn't let the balances be written.
+  const QString ajuste = "Select * from Diario where NAsiento=3 and DH='D'";
+  e.cambia(ajuste, "Importe", 50);
+  DBEngine estacion;
+  DataControl ajena(estacion);
+  ajena.bind(e.ctx.sesion.rutaEmpresa(), ajuste);
+  ajena.Edit();
+  e.ctx.motor.setLockTimeout(10);
+  e.guion.esperaDialogo("FrmExtractosPantalla", [&](Teclado& t) {
+    EXPECT_EQ(columna(t, 4), QStringList({"50,00", "100,00", "100,00", "0,00"}));
+    EXPECT_EQ(columna(t, 6), QStringList({"40,00", "140,00", "240,00", "190,00"}));
+    t.escape();
+  });
+  e.guion.esperaMensaje(
+      "Error 3260: " + ErrorEjecucion(3260, e.ctx.sesion.rutaEmpresa()).descripcion(), "Librano");
+  e.menu("MnuExtractos");
+  ajena.unbind();
+
   e.inserta("Subcuentas",
             {{"Subcuenta", "57200002"}, {"Cuenta", "572"}, {"Descripcion", "Otro banco"}});
   e.elige("57200002");
