@@ -94,7 +94,12 @@ TEST_F(Vista, guardaYExporta) {
     EXPECT_TRUE(f.readAll().startsWith(c.comienzo)) << c.accion;
     EXPECT_EQ(estado(), "Guardado en " + f.fileName());
   }
-  // Refused at the picker, or by the disk.
+  // Stopped on its way, refused at the picker, or by the disk.
+  e.guion.esperaFichero(carpeta.filePath("otro"));
+  vista->findChild<QAction*>("CmdPdf")->trigger();
+  vista->findChild<QPushButton*>("CmdDetener")->click();
+  EXPECT_EQ(estado(), "Detenido");
+  EXPECT_FALSE(QFile::exists(carpeta.filePath("otro.pdf")));
   e.guion.esperaFichero(std::nullopt);
   t.tecla(Qt::Key_S, Qt::ControlModifier);
   EXPECT_FALSE(vista->ocupada());
