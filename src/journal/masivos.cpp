@@ -33,8 +33,8 @@ QString duplicaRegistro(Database& origen, Recordset& registroDestino, Recordset&
   registroDestino.AddNew();
   copiaCampos(*fila, registroDestino);
   if (EsFecha(fecha)) registroDestino.Fields("FechaC") = fecha;
-  const QString nuevo = codigoRegistro(repercutido ? QLatin1Char('R') : QLatin1Char('S'),
-                                       static_cast<int>(contadores.Fields(contador).toLong()) + 1);
+  QString nuevo = codigoRegistro(repercutido ? QLatin1Char('R') : QLatin1Char('S'),
+                                 static_cast<int>(contadores.Fields(contador).toLong()) + 1);
   registroDestino.Fields("Codigo") = nuevo;
   registroDestino.Fields("Asiento") = contadores.Fields("Asiento").Value();
   registroDestino.Update();
@@ -105,7 +105,7 @@ QString sentenciaDeCambio(const CambioMasivo& cambio) {
 void cambiaDatos(Database& empresa, const CambioMasivo& cambio, const Avance& avance) {
   static const std::array<QString, 5> kCampos = {"NAsiento", "Fecha", "Subcuenta", "Descripcion",
                                                  "Importe"};
-  const QString campo = kCampos.at(static_cast<size_t>(cambio.campo));
+  const QString& campo = kCampos.at(static_cast<size_t>(cambio.campo));
   const auto lineas = empresa.OpenRecordset(sentenciaDeCambio(cambio));
   lineas->MoveLast();
   const int total = lineas->RecordCount();
