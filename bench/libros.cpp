@@ -9,12 +9,11 @@
 #include "company/crearbase.h"
 #include "foundation/creaini.h"
 #include "foundation/data/recordset.h"
+#include "soporte/libros.h"
 
 namespace banco {
 
 namespace {
-
-constexpr int kSubcuentas = 600;
 
 QTemporaryDir& carpetaComun() {
   static QTemporaryDir carpeta;
@@ -33,30 +32,24 @@ QString codigo(int i) {
       .arg(i % 100 + (i / 100 == 0 ? 100 : 1), 5, 10, QLatin1Char('0'));
 }
 
+// What a test of the program calls an ordinary company.
 DatosEmpresa datosDelBanco() {
-  DatosEmpresa datos;
-  datos.NombreEmpresa = kEmpresa;
-  datos.Ano = "2024";
-  datos.MayorN01 = "3";
-  datos.SubCuN01 = "8";
-  static_cast<CuentasIVA&>(datos) = CalculaCuentas(3, 8);
-  datos.Asiento = "1";
-  datos.MesInicio = "1";
-  datos.Mascara = "#,##0.00 ;-#,##0.00";
-  return datos;
+  return ::Libros::datosPorDefecto(kEmpresa, 3, 8);
 }
 
 }  // namespace
 
-Libros& Libros::de(int lineas) {
-  static std::map<int, std::unique_ptr<Libros>> todos;
-  auto& libros = todos[lineas];
-  if (!libros) libros.reset(new Libros(lineas));
+Libros& Libros::de(int lineas, int subcuentas) {
+  static std::map<std::pair<int, int>, std::unique_ptr<Libros>> todos;
+  auto& libros = todos[{lineas, subcuentas}];
+  if (!libros) libros.reset(new Libros(lineas, subcuentas));
   return *libros;
 }
 
-Libros::Libros(int lineas)
-    : lineas_(lineas), carpeta_(carpetaComun().path() + QString("/d%1/").arg(lineas)) {
+Libros::Libros(int lineas, int subcuentas)
+    : lineas_(lineas),
+      subcuentas_(subcuentas),
+      carpeta_(carpetaComun().path() + QString("/d%1-%2/").arg(lineas).arg(subcuentas)) {
   QDir().mkpath(carpeta_);
   CrearInicio(motor_, carpeta_ + "Inicio.mdb");
   creaEmpresa(motor_, carpeta_, datosDelBanco());
@@ -76,7 +69,7 @@ void Libros::llena() {
       "INSERT OR IGNORE INTO Subcuentas(Subcuenta,Cuenta,Descripcion) "
       "VALUES(?1,substr(?1,1,3),?2)");
   QList<QByteArray> codigos;
-  for (int i = 0; i < kSubcuentas; ++i) {
+  for (int i = 0; i < subcuentas_; ++i) {
     codigos.append(codigo(i).toUtf8());
     const QByteArray nombre = "Titular de prueba " + QByteArray::number(i);
     sqlite3_bind_text(subcuenta, 1, codigos.last().constData(), -1, SQLITE_TRANSIENT);
@@ -98,7 +91,7 @@ void Libros::llena() {
     sqlite3_bind_int(linea, 1, i);
     sqlite3_bind_int(linea, 2, asiento + 1);
     sqlite3_bind_text(linea, 3, fecha.constData(), -1, SQLITE_TRANSIENT);
-    sqlite3_bind_text(linea, 4, codigos[(i * 7) % kSubcuentas].constData(), -1, SQLITE_STATIC);
+    sqlite3_bind_text(linea, 4, codigos[(i * 7) % subcuentas_].constData(), -1, SQLITE_STATIC);
     sqlite3_bind_text(linea, 5, concepto.constData(), -1, SQLITE_TRANSIENT);
     sqlite3_bind_text(linea, 6, i % 3 == 0 ? "D" : "H", -1, SQLITE_STATIC);
     sqlite3_bind_double(linea, 7, importes[i % 3]);

@@ -11,11 +11,11 @@
 
 namespace banco {
 
-// A company of 600 subcuentas in a folder of its own, with `lineas` lines of a year in asientos of
-// three that square. Made once for each length and kept for the whole run.
+// A company in a folder of its own, with `lineas` lines of a year in asientos of three that square,
+// dealt out among its subcuentas. Made once for each length and kept for the whole run.
 class Libros {
  public:
-  static Libros& de(int lineas);
+  static Libros& de(int lineas, int subcuentas = 600);
 
   DBEngine& motor() { return motor_; }
   QString carpeta() const { return carpeta_; }  // data folder, with its final separator
@@ -27,10 +27,11 @@ class Libros {
   QString copia(const QString& nombre) const;
 
  private:
-  explicit Libros(int lineas);
+  Libros(int lineas, int subcuentas);
   void llena();
 
   int lineas_;
+  int subcuentas_;
   QString carpeta_;
   DBEngine motor_;
 };
@@ -59,7 +60,7 @@ void creaFichero(DBEngine& motor, const QString& ruta);
 QList<QByteArray> volcado(const QString& rutaSistema);
 
 constexpr const char* kEmpresa = "Banco";
-// The subcuenta with a 600th of the lines, and an asiento in the middle.
+// The first of the subcuentas.
 constexpr const char* kSubcuenta = "43000100";
 
 }  // namespace banco

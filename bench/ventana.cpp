@@ -9,48 +9,51 @@
 #include <QLineEdit>
 #include <QTest>
 
-#include "foundation/creaini.h"
 #include "foundation/rutas.h"
-#include "foundation/toolkit/cajasqt.h"
-#include "foundation/toolkit/contexto.h"
 #include "foundation/toolkit/formulario.h"
 #include "foundation/toolkit/principal.h"
-#include "foundation/toolkit/registro.h"
 #include "journal/registro.h"
-#include "libros.h"
+#include "ventana.h"
+
+namespace banco {
+
+void CajasVistas::modal(QDialog& dialogo) {
+  dialogo.show();
+  QApplication::processEvents();
+  dialogo.grab();
+  dialogo.done(0);
+}
+
+Ventana::Ventana(const Libros& libros) : cajas(ctx.motor), registro(ctx) {
+  ctx.reloj = &reloj;
+  ctx.cajas = &cajas;
+  ctx.formularios = &registro;
+  ctx.carpetaPrograma = rutaPrograma(libros.carpeta());
+  ctx.terminar = [] {};
+  ctx.sesion.DirDatos = ctx.carpetaPrograma;
+  ctx.sesion.EmpresaActual = kEmpresa;
+  ctx.sesion.VersionPrograma = ctx.sesion.VersionConfig = "1.6";
+  ctx.sesion.DecimalOrigen = ".";
+  ctx.sesion.DecimalDestino = ",";
+  registraJournal(registro);
+  registro.cambiarA("FrmMenu");
+  QApplication::processEvents();
+}
+
+Ventana::~Ventana() {
+  registro.abierto("FrmMenu")->descargar();
+}
+
+}  // namespace banco
 
 namespace {
 
 using banco::Libros;
+using banco::Ventana;
 
 void tamanos(benchmark::internal::Benchmark* b) {
   b->Arg(10'000)->Arg(100'000)->Arg(1'000'000)->UseRealTime()->Unit(benchmark::kMillisecond);
 }
-
-// A session on a company's books, and its main window.
-struct Ventana {
-  explicit Ventana(const Libros& libros) : cajas(ctx.motor), registro(ctx) {
-    ctx.reloj = &reloj;
-    ctx.cajas = &cajas;
-    ctx.formularios = &registro;
-    ctx.carpetaPrograma = rutaPrograma(libros.carpeta());
-    ctx.terminar = [] {};
-    ctx.sesion.DirDatos = ctx.carpetaPrograma;
-    ctx.sesion.EmpresaActual = banco::kEmpresa;
-    ctx.sesion.VersionPrograma = ctx.sesion.VersionConfig = "1.6";
-    ctx.sesion.DecimalOrigen = ".";
-    ctx.sesion.DecimalDestino = ",";
-    registraJournal(registro);
-    registro.cambiarA("FrmMenu");
-    QApplication::processEvents();
-  }
-  ~Ventana() { registro.abierto("FrmMenu")->descargar(); }
-
-  Reloj reloj;
-  Contexto ctx;
-  CajasQt cajas;
-  Registro registro;
-};
 
 Libros& libros(const benchmark::State& estado) {
   return Libros::de(static_cast<int>(estado.range(0)));

@@ -7,9 +7,8 @@
 #include "foundation/formato.h"
 #include "foundation/rutas.h"
 
-QString NormalizaFecha(const QString& tecleado, int anoActual, QDate hoy) {
+std::optional<QDate> FechaTecleada(const QString& tecleado, int anoActual, QDate hoy) {
   const QString ano = QString::number(anoActual);
-  const QString mascara = QStringLiteral("dd/mm/yyyy");
   QString completa = tecleado;
   switch (tecleado.size()) {
     case 2:
@@ -27,7 +26,12 @@ QString NormalizaFecha(const QString& tecleado, int anoActual, QDate hoy) {
       break;
   }
   const auto fecha = parseDate(completa);
-  return Format(fecha ? fecha->date() : hoy, mascara);
+  return fecha ? std::optional(fecha->date()) : std::nullopt;
+}
+
+QString NormalizaFecha(const QString& tecleado, int anoActual, QDate hoy) {
+  return Format(FechaTecleada(tecleado, anoActual, hoy).value_or(hoy),
+                QStringLiteral("dd/mm/yyyy"));
 }
 
 QString AjustaBarra(const QString& ruta) {

@@ -3,14 +3,18 @@
 // Four digits make a date, two numbers with a point between make an account code.
 #pragma once
 
+#include <optional>
 #include <QDate>
 #include <QString>
 
-// Completes a typed date within the working year, which is the company's and not the clock's:
-// 2 characters are a day of this month, 4 a day and month, 5 the same with a separator, 6 add the
-// year in the century of the working one; 7 or more are a full date. The result is "dd/mm/yyyy",
-// and always a date: what can't be one becomes `hoy`, without a word, because a wrong key must not
-// stop the typing.
+// The date that a typed text stands for within the working year, which is the company's and not
+// the clock's: 2 characters are a day of this month, 4 a day and month, 5 the same with a
+// separator, 6 add the year in the century of the working one; 7 or more are a full date. Nothing
+// when it can't be one.
+std::optional<QDate> FechaTecleada(const QString& tecleado, int anoActual, QDate hoy);
+
+// The same as "dd/mm/yyyy", and always a date: what can't be one becomes `hoy`, without a word,
+// because a wrong key must not stop the typing.
 //   NormalizaFecha("1502", 2003, hoy) == "15/02/2003"
 QString NormalizaFecha(const QString& tecleado, int anoActual, QDate hoy);
 

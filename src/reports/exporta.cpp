@@ -159,12 +159,21 @@ QByteArray campoCsv(const Variant& v, Formato formato) {
   if (t.contains(delicados)) t = u'"' + t.replace(u'"', QStringLiteral("\"\"")) + u'"';
   return t.toUtf8();
 }
+
+// The file beside the result that grows until it is whole. Taken at once: that it can't be written
+// is told before the rows are read, not after.
+QString parcialDe(const QString& ruta) {
+  QFile parcial(ruta + QStringLiteral(".parcial"));
+  if (!parcial.open(QIODevice::WriteOnly)) noSePuede(ruta);
+  return parcial.fileName();
+}
+
 class TareaXlsx : public TareaFilas {
  public:
   TareaXlsx(std::shared_ptr<Documento> documento, const QString& ruta)
       : TareaFilas(std::move(documento)),
         ruta_(ruta),
-        parcial_(ruta + QStringLiteral(".parcial")),
+        parcial_(parcialDe(ruta)),
         // The sheets under way stand beside the result: there is room where it is to be.
         libro_(QFile::encodeName(parcial_), QFile::encodeName(QFileInfo(ruta).absolutePath()),
                columnas(), this->documento().datos().mascara) {}

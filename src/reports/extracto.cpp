@@ -1,27 +1,38 @@
 #include "reports/extracto.h"
 
-#include "foundation/data/recordset.h"
+#include "foundation/data/dbengine.h"
 #include "foundation/formato.h"
 
-QString sentenciaExtracto(const QString& subcuenta) {
-  return "Select * from SqlDiarioPrincipal where subcuenta ='" + subcuenta +
-         "' order by Fecha, NAsiento,Nlinea";
+namespace {
+
+QString sentencia(const char* columnas, const QString& subcuenta) {
+  return QStringLiteral("Select %1 from SqlDiarioPrincipal where subcuenta ='")
+             .arg(QLatin1String(columnas)) +
+         subcuenta + "' order by Fecha, NAsiento,Nlinea";
 }
 
-void escribeSaldos(Recordset& lineas, const QString& mascara) {
-  const int debe = lineas.Ordinal("Debe");
-  const int haber = lineas.Ordinal("Haber");
-  const int columna = lineas.Ordinal("Saldo");
+}  // namespace
+
+QString sentenciaExtracto(const QString& subcuenta) {
+  return sentencia("*", subcuenta);
+}
+
+void escribeSaldos(Database& empresa, const QString& subcuenta, const QString& mascara) {
+  // No more than is added and written: a busy subcuenta has a hundred thousand lines, and the
+  // screen waits for them.
+  const auto lineas = empresa.OpenRecordset(sentencia("Debe, Haber, Saldo", subcuenta));
+  enum Columnas { Debe, Haber, Saldo };
   double saldo = 0;
-  for (; !lineas.Eof(); lineas.MoveNext()) {
-    const Variant d = lineas.Fields(debe).Value();
-    const Variant h = lineas.Fields(haber).Value();
-    const double importe = (d.isNull() ? 0 : d.number()) + (h.isNull() ? 0 : h.number());
+  for (; !lineas->Eof(); lineas->MoveNext()) {
+    const Variant debe = lineas->Fields(Debe).Value();
+    const Variant haber = lineas->Fields(Haber).Value();
+    const double importe =
+        (debe.isNull() ? 0 : debe.number()) + (haber.isNull() ? 0 : haber.number());
     saldo += mascara.isEmpty() ? importe : Variant(Format(importe, mascara)).number();
     // A balance that stands already isn't written again: most lines of a ledger never change.
-    if (lineas.Fields(columna).Value() == Variant(saldo)) continue;
-    lineas.Edit();
-    lineas.Fields(columna) = saldo;
-    lineas.Update();
+    if (lineas->Fields(Saldo).Value() == Variant(saldo)) continue;
+    lineas->Edit();
+    lineas->Fields(Saldo) = saldo;
+    lineas->Update();
   }
 }

@@ -6,12 +6,12 @@
 
 #include <QString>
 
-class Recordset;
+class Database;
 
 // The lines of one subcuenta over the whole year, in the order of the ledger.
 QString sentenciaExtracto(const QString& subcuenta);
 
-// Writes the running balance into every row, from the first to the last. With a mask each line is
-// rounded to its decimals before it is added, as the screen's extract does; without one the amounts
-// are added as they are.
-void escribeSaldos(Recordset& lineas, const QString& mascara);
+// Writes the running balance into every line of the subcuenta, from the first to the last. With a
+// mask each line is rounded to its decimals before it is added, as the screen's extract does;
+// without one the amounts are added as they are.
+void escribeSaldos(Database& empresa, const QString& subcuenta, const QString& mascara);

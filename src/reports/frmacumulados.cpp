@@ -1,5 +1,6 @@
 #include "reports/frmacumulados.h"
 
+#include "foundation/data/ignorar.h"
 #include "foundation/formato.h"
 #include "foundation/toolkit/principal.h"
 #include "ui_frmacumulados.h"
@@ -43,22 +44,23 @@ void FrmAcumulados::llena(const QString& subcuenta) {
   for (int mes = 1; mes <= kMeses; ++mes) {
     for (int c = Debe; c <= Saldo; ++c) pon(mes, c, Format(0, mascara));
     // A month without lines has no row, and keeps its zeros.
-    try {
+    ignorando([&] {
       DtaSaldos.bind(sesion().rutaEmpresa(),
                      "Select * from SqlDiarioSaldosCuentasMeses where Subcuenta='" + subcuenta +
                          "' and Mes = '" + QString::number(mes) + "'");
-      if (DtaSaldos.Eof()) continue;
+      if (DtaSaldos.Eof()) return;
       pon(mes, Debe, Format(DtaSaldos.Fields("SumaDeDebe").Value(), mascara));
       pon(mes, Haber, Format(DtaSaldos.Fields("SumaDeHaber").Value(), mascara));
-    } catch (const ErrorEjecucion&) {
-      continue;
-    }
+    });
   }
   double saldo = 0;
   for (int mes = 1; mes <= kMeses; ++mes) {
-    pon(mes, SaldoMes, Format(importe(mes, Debe) + importe(mes, Haber), mascara));
-    saldo += importe(mes, SaldoMes);
-    pon(mes, Saldo, Format(saldo, mascara));
+    // Under a mask whose amounts can't be read again, what was read is still shown.
+    ignorando([&] {
+      pon(mes, SaldoMes, Format(importe(mes, Debe) + importe(mes, Haber), mascara));
+      saldo += importe(mes, SaldoMes);
+      pon(mes, Saldo, Format(saldo, mascara));
+    });
   }
 }
 

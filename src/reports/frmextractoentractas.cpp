@@ -8,8 +8,7 @@
 FrmExtractoEntraCtas::FrmExtractoEntraCtas(Contexto& contexto)
     : FrmListado(contexto),
       ui(std::make_unique<Ui::FrmExtractoEntraCtas>()),
-      DtaSubcuentas(contexto.motor),
-      DtaDiario(contexto.motor) {
+      DtaSubcuentas(contexto.motor) {
   ui->setupUi(this);
   fecha(ui->TxtDesde);
   fecha(ui->TxtHasta);
@@ -42,12 +41,11 @@ void FrmExtractoEntraCtas::calculaSaldos() {
                          ui->TxtSubcuentaDesde->text() + "' and subcuenta <='" +
                          ui->TxtSubcuentaHasta->text() + "' order by Subcuenta");
   DtaSubcuentas.MoveLast();
+  const auto empresa = ctx.motor.Workspaces(0).OpenDatabase(sesion().rutaEmpresa());
   Progreso progreso(ctx, *ui->Bar, DtaSubcuentas.Recordset().RecordCount());
   for (DtaSubcuentas.MoveFirst(); !DtaSubcuentas.Eof(); DtaSubcuentas.MoveNext()) {
     progreso.avanza(DtaSubcuentas.Recordset().AbsolutePosition());
-    DtaDiario.bind(sesion().rutaEmpresa(),
-                   sentenciaExtracto(DtaSubcuentas.Fields("Subcuenta").text()));
-    escribeSaldos(DtaDiario.Recordset(), {});
+    escribeSaldos(*empresa, DtaSubcuentas.Fields("Subcuenta").text(), {});
   }
   progreso.oculta();
 }

@@ -26,5 +26,4 @@ class FrmExtractoEntraCtas : public FrmListado {
 
   std::unique_ptr<Ui::FrmExtractoEntraCtas> ui;
   DataControl DtaSubcuentas;
-  DataControl DtaDiario;
 };

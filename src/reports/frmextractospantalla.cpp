@@ -68,8 +68,10 @@ void FrmExtractosPantalla::Form_Activate() {
   Subcuenta = sesion().ValorElegido;
   setWindowTitle("Extracto de la subcuenta " + ctx.principal->TxtNombreCuenta().text() + " - " +
                  Subcuenta);
+  // Bound before: the lines are to be seen even when another station doesn't let them be written.
   DtaExtracto.bind(sesion().rutaEmpresa(), sentenciaExtracto(Subcuenta));
-  escribeSaldos(DtaExtracto.Recordset(), sesion().MascaraImporte);
+  const auto empresa = ctx.motor.Workspaces(0).OpenDatabase(sesion().rutaEmpresa());
+  escribeSaldos(*empresa, Subcuenta, sesion().MascaraImporte);
   DtaExtracto.Refresh();
   if (!DtaExtracto.Eof()) DtaExtracto.MoveLast();
   ui->GridExtracto->setFocus();
@@ -100,9 +102,9 @@ void FrmExtractosPantalla::MnuBuscarDesde_Click() {
   const QDate hoy = ctx.reloj->hoy();
   const auto respuesta = ctx.cajas->entrada(this, "Introduzca una fecha a localizar",
                                             "Localizador de fecha", Format(hoy, "dd/mm/yyyy"));
-  if (!respuesta) return;
-  const QString fecha = NormalizaFecha(*respuesta, sesion().AnoActual, hoy);
-  if (EsFecha(fecha)) DtaExtracto.FindFirst("Fecha >=#" + Format(fecha, "m-d-yy") + "#");
+  // Here a wrong answer isn't today: the line in sight stays.
+  const auto fecha = FechaTecleada(respuesta.value_or(QString()), sesion().AnoActual, hoy);
+  if (fecha) DtaExtracto.FindFirst("Fecha >=#" + Format(*fecha, "m-d-yy") + "#");
 }
 
 // The subcuenta is the one that the window's title ends in.

@@ -3,7 +3,6 @@
 #include <QComboBox>
 #include <QLineEdit>
 
-#include "reports/errores.h"
 #include "reports/widgets/vistaprevia.h"
 
 FrmListado::FrmListado(Contexto& contexto)
@@ -16,11 +15,7 @@ void FrmListado::lanza(const std::function<Listado()>& prepara) {
   try {
     lanzaSinTrampa(prepara());
   } catch (const ErrorEjecucion& e) {
-    if (e.numero() == err::kSinImpresora)
-      mensaje("No tiene ninguna impresora instalada en su sistema", "Error de Windows");
-    else
-      mensaje("Error numero : " + QString::number(e.numero()) + " " + e.descripcion(),
-              "Error controlado");
+    avisaDeFallo(*ctx.cajas, this, e);
   }
 }
 

@@ -1,5 +1,5 @@
-// Every book of the quarter through its dialog, read page by page from the PDF that the preview
-// saves.
+// Every book of the quarter through its dialog, by the keyboard, and read page by page from the PDF
+// that the preview saves.
 #include <map>
 
 #include "accounts/registro.h"
@@ -10,40 +10,47 @@
 #include "soporte/escenario.h"
 #include "soporte/libroimpreso.h"
 #include "soporte/libros.h"
+#include "soporte/textos.h"
 
 namespace {
 
 double numero(const QString& texto) {
-  return Variant(texto).number();
+  return texto.isEmpty() ? 0 : Variant(texto).number();
 }
 QString importe(double x) {
-  return Format(x, QStringLiteral("#,##0.00"));
+  return Format(x, "#,##0.00");
 }
 
 struct Saldo {
   QString titulo;
   double debe = 0, haber = 0, saldo = 0;
 
-  QString partes() const {
-    const QString t = importe(debe) + u' ' + importe(haber);
-    return saldo == 0 ? t : t + u' ' + importe(std::abs(saldo));
-  }
-  Saldo& operator+=(const Saldo& otro) {
-    debe += otro.debe;
-    haber += otro.haber;
-    saldo += otro.saldo;
-    return *this;
-  }
+  QString sumas() const { return importe(debe) + ' ' + importe(haber); }
+  QString partes() const { return saldo == 0 ? sumas() : sumas() + ' ' + importe(std::abs(saldo)); }
 };
+using Saldos = std::map<QString, Saldo>;
+
+// Of the subcuentas that begin with any of some codes.
+Saldo suma(const Saldos& saldos, const QString& comienzos) {
+  Saldo total;
+  for (const auto& [codigo, uno] : saldos) {
+    for (const QString& comienzo : comienzos.split(' ')) {
+      if (!codigo.startsWith(comienzo)) continue;
+      total.debe += uno.debe;
+      total.haber += uno.haber;
+      total.saldo += uno.saldo;
+    }
+  }
+  return total;
+}
 
 class Libreria : public testing::Test {
  protected:
   static DatosEmpresa empresa() {
     DatosEmpresa datos = Escenario::empresaDePrueba();
-    datos.NombreEmpresa = QStringLiteral("Comercial Ejemplo");
-    datos.Ano = QStringLiteral("2024");
-    datos.FechaCreacion = QStringLiteral("01/01/2024");
-    datos.Nif = QStringLiteral("12345678");
+    datos.NombreEmpresa = "Comercial Ejemplo";
+    datos.Ano = "2024";
+    datos.Nif = "12345678";
     return datos;
   }
 
@@ -54,234 +61,295 @@ class Libreria : public testing::Test {
     registraJournal(*e.formularios);
     registraReports(*e.formularios);
     ponPlantillas(e.ctx);
-    for (const QStringList& f : leeCsv(QStringLiteral("trimestre/saldos-trimestre.csv"))) {
-      if (f[0] != u"Total") saldos[f[0]] = {{}, numero(f[1]), numero(f[2]), numero(f[3])};
-    }
-    for (const QStringList& f : leeCsv(QStringLiteral("trimestre/subcuentas.csv"))) {
+    for (const QStringList& f : leeCsv("trimestre/saldos-trimestre.csv"))
+      if (f[0] != "Total") saldos[f[0]] = {{}, numero(f[1]), numero(f[2]), numero(f[3])};
+    for (const QStringList& f : leeCsv("trimestre/subcuentas.csv"))
       if (saldos.count(f[0])) saldos[f[0]].titulo = f[1];
+    for (const QStringList& f : diario) {
+      if (f[1].mid(3, 2) != "01") continue;
+      enero[f[2]].debe += numero(f[4]);
+      enero[f[2]].haber += numero(f[5]);
+      enero[f[2]].saldo += numero(f[4]) - numero(f[5]);
     }
     menu = &e.abre<FrmMenu>();
   }
 
-  Saldo suma(const QString& comienzos) const {
-    Saldo total;
-    for (const auto& [codigo, uno] : saldos) {
-      for (const QString& comienzo : comienzos.split(u' '))
-        if (codigo.startsWith(comienzo)) total += uno;
-    }
-    return total;
-  }
-
-  // The books that a dialog gives, one for each step that fills it in.
-  std::vector<LibroImpreso> imprime(const char* entrada, const QString& dialogo,
-                                    const std::vector<std::function<void(Teclado&)>>& pasos) {
-    std::vector<LibroImpreso> libros;
-    e.guion.esperaDialogo(dialogo, [&](Teclado& t) {
-      for (const auto& paso : pasos) {
-        paso(t);
-        libros.push_back(lanza(t));
-      }
-      t.pulsa("CmdCancelar");
+  void dialogo(const char* entrada, const QString& nombre, const QString& titulo,
+               const std::function<void(Teclado&)>& paso) {
+    e.guion.esperaDialogo(nombre, [&](Teclado& t) {
+      EXPECT_EQ(t.forma().windowTitle(), titulo);
+      paso(t);
     });
-    menu->findChild<QAction*>(QString::fromLatin1(entrada))->trigger();
-    return libros;
+    menu->findChild<QAction*>(entrada)->trigger();
   }
-  LibroImpreso lanza(Teclado& t) {
+  // The book that a dialog gives, with what stands on each page of any: whose it is, of when, and
+  // which page.
+  LibroImpreso lanza(Teclado& t, const QString& titulo, const QString& limites) {
     t.pulsa("CmdAceptar");
-    LibroImpreso libro = leeVista(e.guion);
+    const LibroImpreso libro = leeVista(e.guion);
     activar(t.forma());
+    EXPECT_EQ(libro.titulo, titulo);
+    const auto total = libro.paginas.size();
+    EXPECT_GT(total, 0);
+    for (int n = 1; n <= total; ++n) {
+      const QString pagina = libro.paginas[n - 1].join('|');
+      EXPECT_TRUE(pagina.startsWith("Comercial Ejemplo"));
+      for (const QString& parte : {limites, QString("Ejercicio 2024"), QString("N.I.F. 12345678"),
+                                   QString("15/03/2003 Página %1 de %2").arg(n).arg(total)})
+        EXPECT_TRUE(pagina.contains(parte)) << qPrintable(parte);
+    }
     return libro;
   }
-
-  // What stands on each page of any book: whose it is, and which page.
-  static void miraCabeceras(const LibroImpreso& libro, const QString& limites) {
-    const auto total = libro.paginas.size();
-    ASSERT_GT(total, 0);
-    for (int n = 1; n <= total; ++n) {
-      const QString pagina = libro.paginas[n - 1].join(u'|');
-      EXPECT_TRUE(libro.paginas[n - 1].value(0).startsWith(u"Comercial Ejemplo"));
-      EXPECT_TRUE(pagina.contains(u"Ejercicio 2024"));
-      EXPECT_TRUE(pagina.contains(u"N.I.F. 12345678"));
-      EXPECT_TRUE(pagina.contains(limites)) << qPrintable(pagina.left(300));
-      EXPECT_TRUE(pagina.contains(QStringLiteral("Página %1 de %2").arg(n).arg(total)));
-    }
-  }
-  // What a page hands on is what the next begins with.
+  // What a page hands on is what the next begins with; how often it does.
   static int miraSumaYSigue(const LibroImpreso& libro) {
     int llevadas = 0;
     for (int n = 2; n <= libro.paginas.size(); ++n) {
-      const QString sigue = libro.linea(QStringLiteral("Suma y sigue"), n - 1);
-      EXPECT_EQ(libro.linea(QStringLiteral("Suma anterior"), n).section(u' ', 2),
-                sigue.section(u' ', 3))
-          << n;
-      if (!sigue.isEmpty()) ++llevadas;
+      const QString sigue = libro.linea("Suma y sigue", n - 1);
+      EXPECT_EQ(libro.linea("Suma anterior", n).section(' ', 2), sigue.section(' ', 3)) << n;
+      llevadas += !sigue.isEmpty();
     }
     return llevadas;
   }
 
   Escenario e{Escenario::Empresa, empresa()};
   FrmMenu* menu = nullptr;
-  std::map<QString, Saldo> saldos;
+  const QList<QStringList> diario = leeCsv("trimestre/diario-trimestre.csv");
+  Saldos saldos, enero;
+  const QString ano = "Desde : 01/01/2024 ~ Hasta : 31/12/2024";
+  const QString meses = "Desde : 01-Enero ~ Hasta : 12-Diciembre";
+  const QString soloEnero = "Desde : 01-Enero ~ Hasta : 01-Enero";
 };
 
-const QString kAno = QStringLiteral("Desde : 01/01/2024 ~ Hasta : 31/12/2024");
-const QString kMeses = QStringLiteral("Desde : 01-Enero ~ Hasta : 12-Diciembre");
-
 TEST_F(Libreria, Diario) {
-  const auto libros = imprime("MnuImprimirDiario", QStringLiteral("FrmDiarioImprimir"),
-                              {[](Teclado&) {},
-                               [](Teclado& t) {
-                                 t.escribe("TxtAsientoDesde", QStringLiteral("5"));
-                                 t.escribe("TxtAsientoHasta", QStringLiteral("7"));
-                               }});
-  const LibroImpreso& diario = libros[0];
-  miraCabeceras(diario, kAno);
-  EXPECT_EQ(miraSumaYSigue(diario), diario.paginas.size() - 1);
+  LibroImpreso libro, parte;
+  dialogo("MnuImprimirDiario", "FrmDiarioImprimir", "Imprimir diario", [&](Teclado& t) {
+    EXPECT_EQ(t.textoDe("TxtAsientoHasta"), "9999999999999");
+    libro = lanza(t, "Listado de diario", ano);
+    t.enfoca("TxtHasta");
+    t.teclea("3101");
+    t.intro();
+    EXPECT_EQ(t.textoDe("TxtHasta"), "31/01/2024");
+    t.teclea("a2b");
+    EXPECT_EQ(static_cast<Formulario&>(t.forma()).pitidos(), 2);
+    t.intro();
+    t.teclea("3");
+    t.intro();
+    EXPECT_EQ(t.enfocado(), "CmdAceptar");
+    parte = lanza(t, "Listado de diario", "Desde : 01/01/2024 ~ Hasta : 31/01/2024");
+    t.pulsa("CmdCancelar");
+  });
+  EXPECT_EQ(miraSumaYSigue(libro), libro.paginas.size() - 1);
   // Line by line, and on each page the sum of what has been printed so far.
-  auto linea = [filas = leeCsv(QStringLiteral("trimestre/diario-trimestre.csv")), i = 0]() mutable {
-    return i < filas.size() ? filas[i++] : QStringList();
-  };
-  QStringList esperada = linea();
-  double debe = 0, haber = 0;
-  for (int n = 1; n <= diario.paginas.size(); ++n) {
-    for (const QString& impresa : diario.paginas[n - 1]) {
-      if (esperada.isEmpty()) break;
-      if (!impresa.startsWith(esperada.mid(0, 3).join(u' ') + u' ')) continue;
-      const double d = esperada[4].isEmpty() ? 0 : numero(esperada[4]);
-      const double h = esperada[5].isEmpty() ? 0 : numero(esperada[5]);
-      EXPECT_TRUE(impresa.endsWith(u' ' + importe(d + h))) << qPrintable(impresa);
-      debe += d;
-      haber += h;
-      esperada = linea();
+  qsizetype i = 0;
+  Saldo hasta;
+  for (int n = 1; n <= libro.paginas.size(); ++n) {
+    for (const QString& impresa : libro.paginas[n - 1]) {
+      if (i == diario.size() || !impresa.startsWith(diario[i].mid(0, 3).join(' ') + ' ')) continue;
+      const double debe = numero(diario[i][4]), haber = numero(diario[i][5]);
+      EXPECT_TRUE(impresa.endsWith(' ' + importe(debe + haber))) << qPrintable(impresa);
+      hasta.debe += debe;
+      hasta.haber += haber;
+      ++i;
     }
-    if (n == diario.paginas.size()) break;
-    EXPECT_EQ(diario.linea(QStringLiteral("Suma y sigue"), n),
-              QStringLiteral("Suma y sigue %1 %2").arg(importe(debe), importe(haber)));
+    const QString total = n == libro.paginas.size() ? "Total diario" : "Suma y sigue";
+    EXPECT_EQ(libro.linea(total, n), total + ' ' + hasta.sumas());
   }
-  EXPECT_TRUE(esperada.isEmpty()) << qPrintable(esperada.join(u';'));
-  EXPECT_EQ(diario.linea(QStringLiteral("Total diario")),
-            QStringLiteral("Total diario %1 %2").arg(importe(debe), importe(haber)));
-  EXPECT_EQ(libros[1].lineas().filter(QStringLiteral("Total asiento")).size(), 3);
+  EXPECT_EQ(i, 312);
+  const QStringList asientos = libro.lineas().filter("Total asiento");
+  EXPECT_EQ(asientos.size(), 120);
+  EXPECT_EQ(asientos[0], "Total asiento 1 60.000,00 60.000,00");
+  EXPECT_EQ(parte.lineas().filter("Total asiento"), asientos.mid(1, 2));
 }
 
 TEST_F(Libreria, Mayor) {
-  std::vector<LibroImpreso> libros;
-  e.guion.esperaDialogo(QStringLiteral("FrmExtractosPantalla"), [&](Teclado& extracto) {
-    e.guion.esperaDialogo(QStringLiteral("FrmExtractos"), [&](Teclado& uno) {
-      libros.push_back(lanza(uno));
-      e.guion.esperaDialogo(QStringLiteral("FrmExtractoEntraCtas"), [&](Teclado& todos) {
-        todos.escribe("TxtSubcuentaDesde", QStringLiteral("1."));
-        todos.escribe("TxtSubcuentaHasta", QStringLiteral("79999999"));
-        libros.push_back(lanza(todos));
-        todos.pulsa("CmdCancelar");
-      });
-      uno.pulsa("CmdSeleccion");
-    });
-    extracto.pulsa("CmdImpresos");
-    extracto.pulsa("CmdSalir");
-  });
-  Teclado t(*menu);
-  t.escribe("TxtSubcuenta", QStringLiteral("57200001"));
-  t.tecla(Qt::Key_F3);
-  ASSERT_EQ(libros.size(), 2u);
-  for (const LibroImpreso& libro : libros) miraCabeceras(libro, kAno);
-
-  const Saldo& banco = saldos[QStringLiteral("57200001")];
-  EXPECT_EQ(libros[0].linea(QStringLiteral("Sumas y saldo")),
-            QStringLiteral("Sumas y saldo %1 %2 %3")
-                .arg(importe(banco.debe), importe(banco.haber), importe(banco.saldo)));
-  const QStringList sumas = libros[1].lineas().filter(QStringLiteral("Sumas y saldo"));
-  ASSERT_EQ(static_cast<size_t>(sumas.size()), saldos.size());
-  qsizetype i = 0;
+  LibroImpreso marzo, todos;
+  const auto entreCuentas = [&](Teclado& t) {
+    EXPECT_EQ(t.forma().windowTitle(), "Impresion entre cuentas");
+    t.escribe("TxtSubcuentaDesde", "1.");
+    t.escribe("TxtSubcuentaHasta", "79999999");
+    todos = lanza(t, "Listado de libro Mayor", ano);
+    t.pulsa("CmdCancelar");
+  };
+  Teclado(*menu).escribe("TxtSubcuenta", "57200001");
+  dialogo("MnuExtractos", "FrmExtractosPantalla",
+          "Extracto de la subcuenta " + saldos["57200001"].titulo + " - 57200001",
+          [&](Teclado& extracto) {
+            e.guion.esperaDialogo("FrmExtractos", [&](Teclado& uno) {
+              EXPECT_EQ(uno.forma().windowTitle(), "Edicion de libro mayor");
+              EXPECT_EQ(uno.textoDe("TxtSubcuenta"), "57200001");
+              uno.teclea("0103");
+              uno.intro();
+              EXPECT_EQ(uno.textoDe("TxtDesde"), "01/03/2024");
+              marzo =
+                  lanza(uno, "Listado de libro Mayor", "Desde : 01/03/2024 ~ Hasta : 31/12/2024");
+              e.guion.esperaDialogo("FrmExtractoEntraCtas", entreCuentas);
+              uno.pulsa("CmdSeleccion");
+            });
+            extracto.tecla(Qt::Key_P, Qt::ControlModifier);
+            extracto.pulsa("CmdSalir");
+          });
+  // The balance is that of the whole year, whatever the limits.
+  EXPECT_TRUE(marzo.lineas().filter("/02/2024").isEmpty());
+  EXPECT_EQ(marzo.linea("Sumas y saldo").section(' ', -1), importe(saldos["57200001"].saldo));
+  QStringList sumas;
   for (const auto& [codigo, s] : saldos) {
-    EXPECT_FALSE(libros[1].linea(codigo + u' ' + s.titulo).isEmpty()) << qPrintable(codigo);
-    EXPECT_EQ(sumas[i++], QStringLiteral("Sumas y saldo %1 %2 %3")
-                              .arg(importe(s.debe), importe(s.haber), importe(s.saldo)));
+    EXPECT_FALSE(todos.linea(codigo + ' ' + s.titulo).isEmpty()) << qPrintable(codigo);
+    sumas << "Sumas y saldo " + s.sumas() + ' ' + importe(s.saldo);
   }
-  EXPECT_GT(miraSumaYSigue(libros[1]), 0);
+  EXPECT_EQ(todos.lineas().filter("Sumas y saldo"), sumas);
+  const int llevadas = miraSumaYSigue(todos);
+  EXPECT_GT(llevadas, 0);
+  EXPECT_EQ(todos.lineas().filter("(continuación)").size(), llevadas);
 }
 
 TEST_F(Libreria, SumasYSaldos) {
-  const auto nivel = [](const char* opcion, const char* desde, const char* hasta) {
-    return [=](Teclado& t) {
-      t.marca(opcion);
-      t.escribe("TxtDesde", QString::fromLatin1(desde));
-      t.escribe("TxtHasta", QString::fromLatin1(hasta));
-    };
-  };
-  const auto libros = imprime("MnuSumasysaldos", QStringLiteral("FrmSumasSaldosImpresos"),
-                              {[](Teclado&) {}, [](Teclado& t) { t.marca("OptNivel_3"); },
-                               nivel("OptNivel_0", "0", "9"), nivel("OptNivel_1", "00", "99")});
-  const int digitos[] = {3, 8, 1, 2};
-  const Saldo todo = suma(QString());
-  for (size_t i = 0; i < libros.size(); ++i) {
-    miraCabeceras(libros[i], kMeses);
-    for (const auto& [codigo, uno] : saldos) {
-      const QString grupo = codigo.left(digitos[i]);
-      EXPECT_TRUE(libros[i].linea(grupo + u' ').endsWith(u' ' + suma(grupo).partes()))
-          << qPrintable(libros[i].linea(grupo + u' '));
+  const auto mira = [&](const LibroImpreso& libro, const Saldos& de, int digitos,
+                        const QString& desde) {
+    Saldos grupos;
+    for (const auto& [codigo, uno] : de) grupos[codigo.left(digitos)] = {};
+    Saldo total;
+    double deudor = 0, acreedor = 0;
+    for (auto& [grupo, s] : grupos) {
+      const QString linea = libro.linea(grupo + ' ');
+      EXPECT_EQ(linea.isEmpty(), grupo < desde) << qPrintable(linea);
+      if (grupo < desde) continue;
+      s = suma(de, grupo);
+      EXPECT_TRUE(linea.endsWith(' ' + s.partes())) << qPrintable(linea);
+      total.debe += s.debe;
+      total.haber += s.haber;
+      (s.saldo > 0 ? deudor : acreedor) += std::abs(s.saldo);
     }
-    EXPECT_TRUE(
-        libros[i]
-            .linea(QStringLiteral("Totales"))
-            .startsWith(
-                QStringLiteral("Totales %1 %2 ").arg(importe(todo.debe), importe(todo.haber))));
-  }
+    EXPECT_EQ(libro.linea("Totales"),
+              "Totales " + total.sumas() + ' ' + importe(deudor) + ' ' + importe(acreedor));
+  };
+  dialogo("MnuSumasysaldos", "FrmSumasSaldosImpresos", "Sumas y saldos", [&](Teclado& t) {
+    // Enter goes on from options, texts and lists alike.
+    EXPECT_EQ(t.enfocado(), "OptNivel_2");
+    for (const char* siguiente : {"TxtDesde", "TxtHasta", "TxtDesdef", "TxtHastaf", "CmdAceptar"}) {
+      t.intro();
+      EXPECT_EQ(t.enfocado(), siguiente);
+    }
+    const QString titulo = "Listado de sumas y saldos ";
+    EXPECT_EQ(t.textoDe("TxtDesde") + t.textoDe("TxtHasta"), "000999");
+    mira(lanza(t, titulo + "Cuentas", meses), saldos, 3, "");
+    t.elige("TxtHastaf", "01-Enero");
+    mira(lanza(t, titulo + "Cuentas", soloEnero), enero, 3, "");
+    t.elige("TxtDesdef", "12-Diciembre");
+    mira(lanza(t, titulo + "Cuentas", "Desde : 12-Diciembre ~ Hasta : 01-Enero"), {}, 3, "");
+    t.elige("TxtDesdef", "01-Enero");
+    t.marca("OptNivel_3");
+    EXPECT_EQ(t.textoDe("TxtDesde") + t.textoDe("TxtHasta"), "0000000099999999");
+    t.escribe("TxtDesde", "43000002");
+    mira(lanza(t, titulo + "Subcuentas", soloEnero), enero, 8, "43000002");
+    // The boxes stay, and the months don't reach the upper levels.
+    t.marca("OptNivel_0");
+    EXPECT_EQ(t.textoDe("TxtDesde") + t.textoDe("TxtHasta"), "4300000299999999");
+    t.escribe("TxtDesde", "5");
+    mira(lanza(t, titulo + "Nivel 1", soloEnero), saldos, 1, "5");
+    t.marca("OptNivel_1");
+    EXPECT_EQ(t.textoDe("TxtDesde") + t.textoDe("TxtHasta"), "599999999");
+    t.escribe("TxtDesde", "43");
+    mira(lanza(t, titulo + "Nivel 2", soloEnero), saldos, 2, "43");
+    t.pulsa("CmdCancelar");
+  });
 }
 
 TEST_F(Libreria, BalanceYResultados) {
-  std::vector<std::function<void(Teclado&)>> niveles;
-  for (const char* opcion : {"OptTipo_0", "OptTipo_1", "OptTipo_2", "OptTipo_3"})
-    niveles.push_back([=](Teclado& t) { t.marca(opcion); });
-  const auto balances =
-      imprime("MnuBalanceSituacion", QStringLiteral("FrmBalanceImpresos"), niveles);
-  const auto resultados =
-      imprime("MnuPerdidasyGanancias", QStringLiteral("FrmPerdidasYGananciasImpresos"), niveles);
-  for (size_t n = 0; n < 4; ++n) {
-    miraCabeceras(balances[n], kMeses);
-    miraCabeceras(resultados[n], kMeses);
-    EXPECT_EQ(balances[n].linea(QStringLiteral("Total Activo")),
-              QStringLiteral("Total Activo ") + importe(suma(QStringLiteral("2 3")).saldo));
-    EXPECT_EQ(balances[n].linea(QStringLiteral("Total Pasivo")),
-              QStringLiteral("Total Pasivo ") + importe(-suma(QStringLiteral("1 4 5")).saldo));
-    EXPECT_EQ(resultados[n].linea(QStringLiteral("Resultado (")),
-              QStringLiteral("Resultado (ingresos menos gastos) ") +
-                  importe(-suma(QStringLiteral("6 7")).saldo));
-  }
-  for (const auto& [codigo, s] : saldos) {
-    const LibroImpreso& libro = codigo < u"6" ? balances[3] : resultados[3];
-    const bool deudor = QStringLiteral("236").contains(codigo[0]);
-    EXPECT_EQ(libro.linea(codigo),
-              codigo + u' ' + s.titulo + u' ' + importe(deudor ? s.saldo : -s.saldo));
+  using Totales = std::function<QStringList(const Saldos&)>;
+  const Totales deBalance = [](const Saldos& de) {
+    return QStringList{"Total Activo " + importe(suma(de, "2 3").saldo),
+                       "Total Pasivo " + importe(-suma(de, "1 4 5").saldo),
+                       "Diferencia entre activo y pasivo " + importe(suma(de, "1 2 3 4 5").saldo)};
+  };
+  const Totales deResultados = [](const Saldos& de) {
+    return QStringList{
+        "Totales " + importe(suma(de, "6").saldo) + ' ' + importe(-suma(de, "7").saldo),
+        "Resultado (ingresos menos gastos) " + importe(-suma(de, "6 7").saldo)};
+  };
+  const struct {
+    const char *entrada, *nombre, *ventana, *titulo;
+    const char* grupos;
+    Totales totales;
+  } casos[] = {{"MnuBalanceSituacion", "FrmBalanceImpresos", "Balance de situación (General)",
+                "Balance de situación", "12345", deBalance},
+               // It opens under the title of another book.
+               {"MnuPerdidasyGanancias", "FrmPerdidasYGananciasImpresos",
+                "Explotación (Perdidas y Ganancias)", "Acumulados de IVA", "67", deResultados}};
+  for (const auto& c : casos) {
+    dialogo(c.entrada, c.nombre, c.ventana, [&](Teclado& t) {
+      LibroImpreso libro;
+      const auto mira = [&](const Saldos& de, const QString& limites) {
+        libro = lanza(t, c.titulo, limites);
+        for (const QString& linea : c.totales(de))
+          EXPECT_TRUE(libro.lineas().contains(linea)) << qPrintable(linea);
+      };
+      mira(saldos, meses);  // at the first level, without being asked for
+      EXPECT_TRUE(libro.lineas().filter("00001 ").isEmpty());
+      for (const char* nivel : {"OptTipo_1", "OptTipo_2", "OptTipo_3"}) {
+        t.marca(nivel);
+        mira(saldos, meses);
+      }
+      for (const auto& [codigo, s] : saldos) {
+        if (!QString(c.grupos).contains(codigo[0])) continue;
+        const bool deudor = QString("236").contains(codigo[0]);
+        EXPECT_EQ(libro.linea(codigo),
+                  codigo + ' ' + s.titulo + ' ' + importe(deudor ? s.saldo : -s.saldo));
+      }
+      t.elige("TxtHasta", "01-Enero");
+      mira(enero, soloEnero);
+      t.pulsa("CmdCancelar");
+    });
   }
 }
 
 TEST_F(Libreria, Plan) {
-  LibroImpreso libro;
-  e.guion.esperaDialogo(QStringLiteral("FrmVisualizaPlan"), [&](Teclado& plan) {
-    e.guion.esperaDialogo(QStringLiteral("FrmSubcuentasImpresos"), [&](Teclado& t) {
-      t.marca("OptPlan_1");
-      t.marca("OptOpciones_2");
-      t.escribe("TxtSubcuentasDesde", QStringLiteral("10000001"));
-      t.intro();
-      t.teclea(saldos.rbegin()->first);
-      t.tab();
-      libro = lanza(t);
-      t.pulsa("CmdCancelar");
+  const auto limites = [&](Teclado& t) {
+    t.escribe("TxtSubcuentasDesde", "400.2");
+    t.intro();
+    EXPECT_EQ(t.textoDe("TxtSubcuentasDesde"), "40000002");
+    EXPECT_EQ(t.textoDe("LblDesde"), saldos["40000002"].titulo);
+    EXPECT_EQ(t.enfocado(), "TxtSubcuentasHasta");
+    // One that isn't there is looked for in the plan.
+    t.teclea("572.9");
+    e.guion.esperaDialogo("FrmVisualizaPlan", [&](Teclado& plan) {
+      EXPECT_EQ(e.ctx.sesion.CodigoAccion, 31);
+      plan.escape();
     });
-    plan.pulsa("CmdImpresos");
-    plan.escape();
-  });
-  menu->findChild<QAction*>(QStringLiteral("MnuVisualizarPlan"))->trigger();
-  miraCabeceras(libro, QString());
-  EXPECT_EQ(libro.titulo, "Listado de Subcuentas");
-  for (const auto& [codigo, s] : saldos) {
-    EXPECT_EQ(libro.linea(codigo), codigo + u' ' + s.titulo + u' ' + s.partes());
-    const QString cuenta = codigo.left(3);
-    EXPECT_TRUE(
-        libro.linea(QStringLiteral("Total ") + cuenta)
-            .startsWith(QStringLiteral("Total %1 %2 ").arg(cuenta, importe(suma(cuenta).debe))));
-  }
+    t.tab();
+    EXPECT_EQ(t.enfocado(), "TxtSubcuentasHasta");
+    EXPECT_TRUE(e.ctx.sesion.ValorElegido.isEmpty());
+    t.teclea("572.1");
+    t.tab();
+    EXPECT_EQ(t.textoDe("LblHasta"), saldos["57200001"].titulo);
+  };
+  const auto imprime = [&](Teclado& t) {
+    EXPECT_EQ(t.forma().windowTitle(), "Imprimir Plan");
+    limites(t);
+    for (const char* plan : {"OptPlan_0", "OptPlan_1"}) {
+      for (const char* tipo : {"OptOpciones_0", "OptOpciones_1", "OptOpciones_2"}) {
+        t.marca(plan);
+        t.marca(tipo);
+        const LibroImpreso libro = lanza(t, "Listado de Subcuentas", "");
+        const bool conSaldos = tipo == QString("OptOpciones_2"), conCuentas = plan[8] == '1';
+        for (const auto& [codigo, s] : saldos) {
+          const bool entra = codigo >= "40000002" && codigo <= "57200001";
+          const QString linea = codigo + ' ' + s.titulo + (conSaldos ? ' ' + s.partes() : "");
+          EXPECT_EQ(libro.linea(codigo), entra ? linea : QString()) << plan << tipo;
+        }
+        EXPECT_EQ(libro.linea("430 ").isEmpty(), !conCuentas);
+        EXPECT_EQ(libro.lineas().filter("Dirección").isEmpty(), tipo != QString("OptOpciones_1"));
+        EXPECT_EQ(libro.linea("Total 430").section(' ', 0, 3),
+                  conSaldos && conCuentas ? "Total 430 " + suma(saldos, "430").sumas() : "");
+      }
+    }
+    t.pulsa("CmdCancelar");
+  };
+  dialogo("MnuVisualizarPlan", "FrmVisualizaPlan", "Visualizar el plan de subcuentas",
+          [&](Teclado& plan) {
+            e.guion.esperaDialogo("FrmSubcuentasImpresos", imprime);
+            plan.pulsa("CmdImpresos");
+            plan.escape();
+          });
 }
 
 }  // namespace

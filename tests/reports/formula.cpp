@@ -5,16 +5,21 @@
 #include "foundation/data/errorejecucion.h"
 #include "reports/consulta.h"
 #include "reports/errores.h"
+#include "soporte/textos.h"
 
 namespace {
 
-QString traduce(const Formula::Referencia& c, bool) {
-  return c.tabla.isEmpty() ? u'@' + c.campo : c.tabla + u'.' + c.campo;
+using Clase = Formula::Clase;
+
+QString condicionDe(const QString& texto, Clase clase) {
+  return Formula(texto, clase).condicion([](const Formula::Referencia& c, bool) {
+    return c.tabla.isEmpty() ? '@' + c.campo : c.tabla + '.' + c.campo;
+  });
 }
 
-int numeroDe(const QString& texto, Formula::Clase clase) {
+int falloDe(const std::function<void()>& paso) {
   try {
-    Formula(texto, clase).condicion(traduce);
+    paso();
   } catch (const ErrorEjecucion& e) {
     return e.numero();
   }
@@ -22,96 +27,55 @@ int numeroDe(const QString& texto, Formula::Clase clase) {
 }
 
 TEST(Formula, lasAceptadasSonCondiciones) {
-  const auto lineas = Formula::Clase::Lineas, grupos = Formula::Clase::Grupos;
   const struct {
-    Formula::Clase clase;
     const char* texto;
     const char* condicion;
+    Clase clase = Clase::Lineas;
   } casos[] = {
-      {lineas, "", ""},
-      {lineas, "  ", ""},
-      {lineas, "{D.S}='43000001' and {D.F} >= date(2004,1,1) and {D.F} <= date(2004,12,31)",
+      {"  ", ""},
+      {"{D.S}='43000001' and {D.F} >= date(2004,1,1) and {D.F} <= date(2004,12,31)",
        "((D.S = '43000001') and (D.F >= #1/1/2004#) and (D.F <= #12/31/2004#))"},
-      {lineas, "{D.N}>=0 and {D.N}<=9999999999999", "((D.N >= 0) and (D.N <= 9999999999999))"},
-      {lineas, "Left({Diario.Subcuenta},3) >= '000' and left({Diario.Subcuenta},3) <= '999'",
+      {"Left({Diario.Subcuenta},3) >= '000' and left({Diario.Subcuenta},3) <= '999'",
        "((Left(Diario.Subcuenta,3) >= '000') and (Left(Diario.Subcuenta,3) <= '999'))"},
-      {lineas, "{@mes} >= 01 and {@Mes} <= 12", "((@mes >= 1) and (@Mes <= 12))"},
-      {lineas, "{Sql con saldo.Subcuenta}>='a b (c), and {d}'",
+      {"{@mes} >= 01 and {@Mes} <= 12", "((@mes >= 1) and (@Mes <= 12))"},
+      {"{Sql con saldo.Subcuenta}>='a b (c), and {d}'",
        "(Sql con saldo.Subcuenta >= 'a b (c), and {d}')"},
-      {lineas, "{T.A}='' or not ({T.B} > -2.50 and {T.C}<>'x')",
+      {"{T.A}='' or not ({T.B} > -2.50 and {T.C}<>'x')",
        "((T.A = '') or (not ((T.B > -2.50) and (T.C <> 'x'))))"},
-      {lineas, "{T.A}=1 or {T.B}=2 and {T.C}=3", "((T.A = 1) or ((T.B = 2) and (T.C = 3)))"},
-      {lineas, "({T.A}) = ({T.B})", "(T.A = T.B)"},
-      {lineas, "{S.TipoSR}> 'A' and {@Mes}>=1", "((S.TipoSR > 'A') and (@Mes >= 1))"},
-      {grupos, "Sum ({Q.B}, {Q.C})>=3005,06 and Sum ({Q.B}, {Q.C})>0",
-       "((Sum(Q.B) >= 3005.06) and (Sum(Q.B) > 0))"},
-      {grupos, "(Sum ({Q.B}, {Q.C}))<=-100 and Sum ({Q.B}, {Q.C})<0",
-       "((Sum(Q.B) <= -100) and (Sum(Q.B) < 0))"},
+      {"{T.A}=1 or {T.B}=2 and {T.C}=3", "((T.A = 1) or ((T.B = 2) and (T.C = 3)))"},
+      {"Sum ({Q.B}, {Q.C})>=3005,06 and Sum ({Q.B}, {Q.C})>0",
+       "((Sum(Q.B) >= 3005.06) and (Sum(Q.B) > 0))", Clase::Grupos},
+      {"(Sum ({Q.B}, {Q.C}))<=-100 and Sum ({Q.B}, {Q.C})<0",
+       "((Sum(Q.B) <= -100) and (Sum(Q.B) < 0))", Clase::Grupos},
   };
-  for (const auto& c : casos) {
-    EXPECT_EQ(Formula(QString::fromUtf8(c.texto), c.clase).condicion(traduce).toStdString(),
-              c.condicion)
-        << c.texto;
-  }
+  for (const auto& c : casos) EXPECT_EQ(condicionDe(c.texto, c.clase), c.condicion);
 }
 
 TEST(Formula, lasRechazadasDanSuNumero) {
-  const auto lineas = Formula::Clase::Lineas, grupos = Formula::Clase::Grupos;
-  const struct {
-    Formula::Clase clase;
-    const char* texto;
-    int numero;
-  } casos[] = {
+  const QString rechazadas[] = {
       // A quote that was typed into a value.
-      {lineas, "{T.A}>='D'Ors' and {T.A}<='x'", err::kFormulaRechazada},
-      {lineas, "{T.A}='O''Brien'", err::kFormulaRechazada},
-      {lineas, "{T.A}='x' or '1'='1'", err::kFormulaRechazada},
-      {lineas, "{T.A}='x' or 1=1", err::kFormulaRechazada},
-      {lineas, "{T.A}='x'; DELETE FROM Diario", err::kFormulaRechazada},
-      {lineas, "{T.A}='x", err::kFormulaRechazada},
+      "{T.A}>='D'Ors' and {T.A}<='x'", "{T.A}='O''Brien'", "{T.A}='x' or '1'='1'",
+      "{T.A}='x' or 1=1", "{T.A}='x'; DELETE FROM Diario", "{T.A}='x",
       // A box left empty.
-      {lineas, "{T.N}>= and {T.N}<=9", err::kFormulaRechazada},
-      {grupos, "Sum ({Q.B}, {Q.C})>= and Sum ({Q.B}, {Q.C})>0", err::kFormulaRechazada},
+      "{T.N}>= and {T.N}<=9",
       // Names that would leave their brackets, or aren't there.
-      {lineas, "{T.A] or [T.B}=1", err::kFormulaRechazada},
-      {lineas, "{SoloTabla}=1", err::kFormulaRechazada},
-      {lineas, "{T.A=1", err::kFormulaRechazada},
-      {lineas, "{@}=1", err::kFormulaRechazada},
+      "{T.A] or [T.B}=1", "{SoloTabla}=1", "{T.A=1", "{@}=1",
       // Not conditions.
-      {lineas, "{T.A}", err::kFormulaRechazada},
-      {lineas, "{T.A}=1 and {T.B}", err::kFormulaRechazada},
-      {lineas, "({T.A}=1)=({T.B}=2)", err::kFormulaRechazada},
-      {lineas, "{T.A}=1 {T.B}=2", err::kFormulaRechazada},
-      {lineas, "Sum({T.A},{T.B})>1", err::kFormulaRechazada},
-      {lineas, "Shell('x')=1", err::kFormulaRechazada},
-      {lineas, "Left({T.A},x)='1'", err::kFormulaRechazada},
-      // Dates that aren't.
-      {lineas, "{T.F}>=date(2004,2,31)", err::kTiposNoCoinciden},
-      {lineas, "{T.F}>=date(2004,13,1)", err::kTiposNoCoinciden},
-      {lineas, "{T.F}>=date(2004,2)", err::kFormulaRechazada},
-  };
-  for (const auto& c : casos) {
-    EXPECT_EQ(numeroDe(QString::fromUtf8(c.texto), c.clase), c.numero) << c.texto;
-  }
-  EXPECT_EQ(numeroDe(QString(500, u'(') + QStringLiteral("{T.A}=1"), lineas),
-            err::kFormulaRechazada);
-}
-
-TEST(Formula, unaFechaDeVentana) {
-  EXPECT_EQ(fechaDeFormula(QStringLiteral("01/02/2004")), QStringLiteral("date(2004,2,1)"));
-  for (const char* texto : {"", "31/02/2004", "hola"}) {
-    try {
-      fechaDeFormula(QString::fromLatin1(texto));
-      ADD_FAILURE() << texto;
-    } catch (const ErrorEjecucion& e) {
-      EXPECT_EQ(e.numero(), err::kTiposNoCoinciden) << texto;
-    }
-  }
+      "{T.A}=1 and {T.B}", "({T.A}=1)=({T.B}=2)", "{T.A}=1 {T.B}=2", "Sum({T.A},{T.B})>1",
+      "Shell('x')=1", "Left({T.A},x)='1'", "{T.F}>=date(2004,2)", QString(500, '(') + "{T.A}=1"};
+  for (const QString& texto : rechazadas)
+    EXPECT_EQ(falloDe([&] { condicionDe(texto, Clase::Lineas); }), err::kFormulaRechazada)
+        << qPrintable(texto);
+  for (const char* texto : {"{T.F}>=date(2004,2,31)", "{T.F}>=date(2004,13,1)"})
+    EXPECT_EQ(falloDe([&] { condicionDe(texto, Clase::Lineas); }), err::kTiposNoCoinciden);
+  // The text of a date box.
+  EXPECT_EQ(fechaDeFormula("01/02/2004"), "date(2004,2,1)");
+  EXPECT_EQ(falloDe([] { fechaDeFormula("hola"); }), err::kTiposNoCoinciden);
 }
 
 // The selection chooses the source, and goes into its clauses.
 TEST(Consulta, laSeleccionEligeElOrigen) {
-  const auto plantilla = reports::leePlantilla(QStringLiteral(R"([origen Diario]
+  const auto plantilla = reports::leePlantilla(R"([origen Diario]
 columnas = Subcuenta, Sum(Debe) AS D
 desde = Meses
 donde = Mes < 13
@@ -124,11 +88,10 @@ columnas = *
 desde = Niveles
 [detalle]
 alto = 4
-)"),
+)",
                                                {});
   const auto sentencia = [&](const char* lineas, const char* grupos = "") {
-    return reports::consultaDe(plantilla, QString::fromUtf8(lineas), QString::fromUtf8(grupos))
-        .sentencia.toStdString();
+    return reports::consultaDe(plantilla, lineas, grupos).sentencia;
   };
   EXPECT_EQ(
       sentencia("{diario.subcuenta}>='1' and {@MES}=2", "Sum({Diario.Debe},{Diario.Subcuenta})>5"),
@@ -137,20 +100,12 @@ alto = 4
       "(Sum([Diario].[Debe]) > 5) ORDER BY 1");
   EXPECT_EQ(sentencia("{Niveles.NNivel}='1'"),
             "SELECT * FROM Niveles WHERE ([Niveles].[NNivel] = '1')");
-  EXPECT_EQ(sentencia(""),
-            "SELECT Subcuenta, Sum(Debe) AS D FROM Meses WHERE (Mes < 13) GROUP BY "
-            "Meses.Subcuenta ORDER BY 1");
   for (const auto& [lineas, grupos] : {std::pair{"{Ajena.X}=1", ""},
                                        {"{Diario.X}=1 and {Niveles.X}=1", ""},
                                        {"{@Dia}=1", ""},
-                                       {"", "Sum({Diario.Debe},{Diario.Mes})>5"}}) {
-    try {
-      sentencia(lineas, grupos);
-      ADD_FAILURE() << lineas << grupos;
-    } catch (const ErrorEjecucion& e) {
-      EXPECT_EQ(e.numero(), err::kFormulaRechazada) << lineas << grupos;
-    }
-  }
+                                       {"", "Sum({Diario.Debe},{Diario.Mes})>5"}})
+    EXPECT_EQ(falloDe([&] { sentencia(lineas, grupos); }), err::kFormulaRechazada)
+        << lineas << grupos;
 }
 
 }  // namespace

@@ -1,35 +1,34 @@
-// A book printed from a company's file, as its reader sees it: the text of its PDF, page by page.
+// Books opened without a dialog.
 #pragma once
 
-#include <ostream>
-
+#include "foundation/rutas.h"
 #include "reports/informe.h"
-#include "soporte/libroimpreso.h"
-#include "soporte/libros.h"
-#include "soporte/textos.h"
 
-class Impreso {
- public:
-  // `plantilla` is a file of impresos, or the full path of another one.
-  Impreso(Libros& libros, const QString& plantilla, const QString& seleccion,
-          const QString& limites = {}, const QString& grupos = {});
+// Opens the book of a template over a company's file. `plantilla` is a file of impresos, or the
+// full path of another one.
+inline void abreInforme(DBEngine& motor, const QString& fichero, const QString& plantilla,
+                        Informe::Destino destino) {
+  const Reloj reloj;
+  const QString impresos = rutaPrograma(LIBRANO_FUENTES) + "\\impresos\\";
+  Informe informe(motor, reloj, std::move(destino));
+  informe.WindowTitle = "Listado de diario";
+  informe.ReportFileName = plantilla.contains('\\') ? plantilla : impresos + plantilla;
+  informe.DataFiles(0) = fichero;
+  informe.PrintReport();
+}
 
-  reports::Documento& documento() const { return *documento_; }
-  std::shared_ptr<reports::Documento> compartido() const { return documento_; }
-  const QString& titulo() const { return libro_.titulo; }
-  // The lines of each page, with single blanks.
-  const QList<QStringList>& paginas();
-  // All of them.
-  QStringList lineas();
-  // The first line that begins so, empty if there is none; on one page or on all.
-  QString linea(const QString& comienzo, int pagina = 0);
-
- private:
-  std::shared_ptr<reports::Documento> documento_;
-  LibroImpreso libro_;
-};
+inline std::shared_ptr<reports::Documento> abreLibro(DBEngine& motor, const QString& fichero,
+                                                     const QString& plantilla) {
+  std::shared_ptr<reports::Documento> abierto;
+  abreInforme(motor, fichero, plantilla,
+              {[] { return QStringList("PDF"); },
+               [&](auto documento, const QString&) { abierto = std::move(documento); }});
+  return abierto;
+}
 
 // The texts of a laid-out page, in order.
-QStringList textosDe(const reports::Pagina& pagina);
-// The folder of the delivered templates, as the program writes paths.
-QString carpetaImpresos();
+inline QStringList textosDe(const reports::Pagina& pagina) {
+  QStringList todos;
+  for (const reports::Texto& t : pagina.textos) todos << t.texto.trimmed();
+  return todos;
+}

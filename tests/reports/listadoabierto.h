@@ -28,22 +28,21 @@ struct ListadoAbierto : MenuAbierto {
 
   void asiento(int numero, QDate fecha, const char* debe, const char* haber, double importe) {
     for (const bool esDebe : {true, false}) {
-      inserta(QStringLiteral("Diario"),
-              {{QStringLiteral("NLinea"), numero * 2 - (esDebe ? 1 : 0)},
-               {QStringLiteral("NAsiento"), numero},
-               {QStringLiteral("Fecha"), fecha},
-               {QStringLiteral("Subcuenta"), esDebe ? debe : haber},
-               {QStringLiteral("Descripcion"), QStringLiteral("Apunte %1").arg(numero)},
-               {QStringLiteral("DH"), esDebe ? "D" : "H"},
-               {QStringLiteral("Importe"), esDebe ? importe : -importe}});
+      inserta("Diario", {{"NLinea", numero * 2 - (esDebe ? 1 : 0)},
+                         {"NAsiento", numero},
+                         {"Fecha", fecha},
+                         {"Subcuenta", esDebe ? debe : haber},
+                         {"Descripcion", QString("Apunte %1").arg(numero)},
+                         {"DH", esDebe ? "D" : "H"},
+                         {"Importe", esDebe ? importe : -importe}});
     }
   }
   void elige(const char* subcuenta) {
-    t->escribe("TxtSubcuenta", QString::fromLatin1(subcuenta));
+    t->escribe("TxtSubcuenta", subcuenta);
     t->enfoca("TxtDebeHaber");
   }
   void menu(const char* entrada) {
-    t->forma().findChild<QAction*>(QString::fromUtf8(entrada))->trigger();
+    t->forma().findChild<QAction*>(entrada)->trigger();
     reposar();
   }
   // Opens a dialog by its entry of the menu and drives it.
@@ -54,10 +53,17 @@ struct ListadoAbierto : MenuAbierto {
   // "Saldo" as stored, in the order of the ledger.
   QStringList saldos(const char* subcuenta) const {
     QStringList todos;
-    for (const QStringList& fila : filas(QStringLiteral("Select Saldo from Diario where Subcuenta="
-                                                        "'%1' order by Fecha, NAsiento, NLinea")
-                                             .arg(QLatin1String(subcuenta))))
+    for (const QStringList& fila : filas(QString("Select Saldo from Diario where Subcuenta='%1' "
+                                                 "order by Fecha, NAsiento, NLinea")
+                                             .arg(subcuenta)))
       todos << fila[0];
     return todos;
+  }
+  // The book that a dialog launches by its button, and the dialog in front again.
+  LibroImpreso lanza(Teclado& dialogo) {
+    dialogo.pulsa("CmdAceptar");
+    LibroImpreso libro = leeVista(guion);
+    activar(dialogo.forma());
+    return libro;
   }
 };

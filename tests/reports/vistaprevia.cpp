@@ -3,44 +3,28 @@
 
 #include <gtest/gtest.h>
 
-#include <QFile>
 #include <QtWidgets/QtWidgets>
 
-#include "foundation/data/datacontrol.h"
 #include "reports/impreso.h"
 #include "reports/widgets/impresion.h"
+#include "reports/widgets/vistapagina.h"
 #include "soporte/escenario.h"
+#include "soporte/libroimpreso.h"
+#include "soporte/libros.h"
+#include "soporte/textos.h"
 
 namespace {
 
 class Vista : public testing::Test {
  protected:
   void SetUp() override {
-    DataControl diario(e.ctx.motor);
-    diario.bind(e.ctx.sesion.rutaEmpresa(), QStringLiteral("Diario"));
-    for (int i = 1; i <= 400; ++i) {
-      diario.AddNew();
-      diario.Fields("NLinea") = i;
-      diario.Fields("NAsiento") = (i + 1) / 2;
-      diario.Fields("Fecha") = QDate(2003, 1, 1 + i % 28);
-      diario.Fields("Subcuenta") = i % 2 ? "57200001" : "43000001";
-      diario.Fields("Descripcion") = QStringLiteral("Apunte %1").arg(i);
-      diario.Fields("DH") = i % 2 ? "D" : "H";
-      diario.Fields("Importe") = i % 2 ? 10.5 : -10.5;
-      diario.Update();
-    }
+    asientaDiarioTrimestre(e.ctx.motor, e.ctx.sesion.rutaEmpresa());
     abre(nullptr);
   }
-
   void abre(QWidget* padre) {
-    Informe informe(e.ctx.motor, e.reloj, destinoDePantalla(e.ctx, padre));
-    informe.WindowTitle = QStringLiteral("Listado de diario");
-    informe.ReportFileName = carpetaImpresos() + QStringLiteral("Diario.rpt");
-    informe.DataFiles(0) = e.ctx.sesion.rutaEmpresa();
-    informe.PrintReport();
-    for (QWidget* w : QApplication::topLevelWidgets()) {
-      if (auto* v = qobject_cast<VistaPrevia*>(w); v && v->isVisible()) vista = v;
-    }
+    abreInforme(e.ctx.motor, e.ctx.sesion.rutaEmpresa(), "Diario.rpt",
+                destinoDePantalla(e.ctx, padre));
+    vista = vistaAbierta();
     ASSERT_NE(vista, nullptr);
     activar(*vista);
   }
@@ -57,89 +41,122 @@ class Vista : public testing::Test {
   QPointer<VistaPrevia> vista;
 };
 
-TEST_F(Vista, seVaPorLasPaginasConElTeclado) {
+TEST_F(Vista, seVaPorLasPaginasYSeBusca) {
   Teclado t(*vista);
-  EXPECT_EQ(vista->windowTitle(), QStringLiteral("Listado de diario"));
-  EXPECT_EQ(vista->pagina(), 1);
-  t.tecla(Qt::Key_PageDown);
-  t.tecla(Qt::Key_PageDown);
-  EXPECT_EQ(vista->pagina(), 3);
-  t.tecla(Qt::Key_PageUp);
-  EXPECT_EQ(vista->pagina(), 2);
-  t.tecla(Qt::Key_End);
-  espera();
-  const int ultima = vista->pagina();
-  EXPECT_GT(ultima, 5);
-  EXPECT_EQ(t.textoDe("LblPaginas"), QStringLiteral("de %1").arg(ultima));
-  t.tecla(Qt::Key_PageDown);
-  EXPECT_EQ(vista->pagina(), ultima);
-  t.tecla(Qt::Key_Home);
-  EXPECT_EQ(vista->pagina(), 1);
-  t.escribe("TxtPagina", QStringLiteral("4"));
+  EXPECT_EQ(vista->windowTitle(), "Listado de diario");
+  const std::pair<Qt::Key, int> teclas[] = {{Qt::Key_PageDown, 2}, {Qt::Key_PageDown, 3},
+                                            {Qt::Key_PageUp, 2},   {Qt::Key_End, 9},
+                                            {Qt::Key_PageDown, 9}, {Qt::Key_Home, 1}};
+  for (const auto& [tecla, pagina] : teclas) {
+    t.tecla(tecla);
+    espera();
+    EXPECT_EQ(vista->pagina(), pagina);
+  }
+  EXPECT_EQ(t.textoDe("LblPaginas"), "de 9");
+  t.escribe("TxtPagina", "4");
   t.intro();
   EXPECT_EQ(vista->pagina(), 4);
-  EXPECT_EQ(t.enfocado(), QStringLiteral("Vista"));
+  EXPECT_EQ(t.enfocado(), "Vista");
+
+  t.tecla(Qt::Key_Home);
+  t.tecla(Qt::Key_F, Qt::ControlModifier);
+  t.teclea("nominas del mes");
+  t.intro();
+  // Without case and accents, to the end and round again.
+  for (const int pagina : {3, 6, 9, 3}) {
+    espera();
+    EXPECT_EQ(estado(), QString("Encontrado en la página %1").arg(pagina));
+    t.tecla(Qt::Key_F3);
+  }
+  espera();
+  t.escribe("TxtBuscar", "nada de esto");
+  t.intro();
+  espera();
+  EXPECT_EQ(estado(), "No se encuentra «nada de esto»");
+  EXPECT_EQ(vista->pagina(), 6);
   t.escape();
   EXPECT_FALSE(vista && vista->isVisible());
-}
-
-TEST_F(Vista, buscaEnTodoElLibro) {
-  Teclado t(*vista);
-  t.tecla(Qt::Key_F, Qt::ControlModifier);
-  EXPECT_EQ(t.enfocado(), QStringLiteral("TxtBuscar"));
-  t.teclea(QStringLiteral("apunte 39"));
-  t.intro();
-  espera();
-  EXPECT_EQ(estado(), QStringLiteral("Encontrado en la página 2"));
-  t.tecla(Qt::Key_F3);  // the next is Apunte 390
-  espera();
-  const int lejos = vista->pagina();
-  EXPECT_GT(lejos, 4);
-  t.escribe("TxtBuscar", QStringLiteral("nada de esto"));
-  t.intro();
-  espera();
-  EXPECT_EQ(estado(), QStringLiteral("No se encuentra «nada de esto»"));
-  EXPECT_EQ(vista->pagina(), lejos);
 }
 
 TEST_F(Vista, guardaYExporta) {
   Teclado t(*vista);
   const QDir carpeta(e.carpetaDatos());
   const struct {
-    const char* accion;
-    const char* escrito;
-    const char* fichero;
-    const char* comienzo;
-  } casos[] = {{"CmdPdf", "libro", "libro.pdf", "%PDF-"},
-               {"CmdXlsx", "libro.xlsx", "libro.xlsx", "PK"},
-               {"CmdCsv", "libro.csv", "libro.csv",
-                "\xEF\xBB\xBF"
-                "Asiento;Fecha;"}};
+    const char *accion, *extension, *comienzo;
+  } casos[] = {
+      {"CmdPdf", ".pdf", "%PDF-"}, {"CmdXlsx", ".xlsx", "PK"}, {"CmdCsv", ".csv", "\xEF\xBB\xBF"}};
   for (const auto& c : casos) {
-    e.guion.esperaFichero(carpeta.filePath(QString::fromLatin1(c.escrito)));
-    vista->findChild<QAction*>(QString::fromLatin1(c.accion))->trigger();
+    e.guion.esperaFichero(carpeta.filePath("libro"));
+    vista->findChild<QAction*>(c.accion)->trigger();
     espera();
-    QFile f(carpeta.filePath(QString::fromLatin1(c.fichero)));
-    ASSERT_TRUE(f.open(QIODevice::ReadOnly)) << c.fichero;
-    EXPECT_TRUE(f.readAll().startsWith(c.comienzo)) << c.fichero;
-    EXPECT_EQ(estado(), QStringLiteral("Guardado en ") + f.fileName());
+    QFile f(carpeta.filePath("libro") + c.extension);
+    ASSERT_TRUE(f.open(QIODevice::ReadOnly)) << c.accion;
+    EXPECT_TRUE(f.readAll().startsWith(c.comienzo)) << c.accion;
+    EXPECT_EQ(estado(), "Guardado en " + f.fileName());
   }
-  // Stopped on its way, and refused at the picker, it leaves nothing.
-  e.guion.esperaFichero(carpeta.filePath(QStringLiteral("otro.pdf")));
-  t.tecla(Qt::Key_S, Qt::ControlModifier);
-  if (vista->ocupada()) t.escape();
-  EXPECT_FALSE(vista->ocupada());
+  // Stopped on its way, refused at the picker, or by the disk.
+  e.guion.esperaFichero(carpeta.filePath("otro"));
+  vista->findChild<QAction*>("CmdPdf")->trigger();
+  vista->findChild<QPushButton*>("CmdDetener")->click();
+  EXPECT_EQ(estado(), "Detenido");
+  EXPECT_FALSE(QFile::exists(carpeta.filePath("otro.pdf")));
   e.guion.esperaFichero(std::nullopt);
   t.tecla(Qt::Key_S, Qt::ControlModifier);
   EXPECT_FALSE(vista->ocupada());
-  EXPECT_TRUE(vista->isVisible());
-
-  e.guion.esperaFichero(QStringLiteral("/no/hay/libro.pdf"));
+  e.guion.esperaFichero("/no/hay/libro.pdf");
   e.guion.esperaMensaje(
-      QStringLiteral("Error numero : 75 ") +
-          ErrorEjecucion(75, QStringLiteral("\\no\\hay\\libro.pdf")).descripcion(),
-      QStringLiteral("Error controlado"));
+      "Error numero : 75 " + ErrorEjecucion(75, "\\no\\hay\\libro.pdf").descripcion(),
+      "Error controlado");
   t.tecla(Qt::Key_S, Qt::ControlModifier);
+}
+
+// What the real dialog prints to a file is what the preview shows and saves.
+TEST_F(Vista, imprimeSusPaginas) {
+  Teclado t(*vista);
+  const QString fichero = QDir(e.carpetaDatos()).filePath("impreso.pdf");
+  // The pages printed; `opcion` is the range asked for, if any.
+  const auto imprime = [&](const char* opcion, Qt::Key cierre = Qt::Key_Return) {
+    QFile::remove(fichero);
+    e.guion.esperaDialogo("Impresion", [&](Teclado& dialogo) {
+      auto& impresoras = dialogo.control<QComboBox>("printers");
+      impresoras.setCurrentIndex(impresoras.count() - 1);  // to a file, after those of the machine
+      if (opcion) {
+        for (auto* boton : dialogo.forma().findChildren<QPushButton*>())
+          if (boton->text().endsWith(">>")) boton->click();
+        dialogo.marca(opcion);
+        dialogo.control<QSpinBox>("from").setValue(2);
+        dialogo.control<QSpinBox>("to").setValue(3);
+      }
+      dialogo.escribe("filename", fichero);
+      dialogo.tecla(cierre);
+    });
+    t.tecla(Qt::Key_P, Qt::ControlModifier);
+    espera();
+    return QFile::exists(fichero) ? paginasDePdf(fichero) : QList<QStringList>();
+  };
+  const auto todas = imprime(nullptr);
+  EXPECT_EQ(estado(), "Enviado a la impresora");
+  EXPECT_EQ(todas.size(), 9);
+  for (int n = todas.size(); n > 0; --n) {
+    vista->irA(n);
+    const QString impresa = todas[n - 1].join(' ');
+    for (const QString& texto : textosDe(*t.control<VistaPagina>("Vista").pagina()))
+      EXPECT_TRUE(impresa.contains(texto.simplified())) << n << qPrintable(texto);
+  }
+  EXPECT_EQ(imprime("printRange"), todas.mid(1, 2));
+  EXPECT_EQ(imprime("printCurrentPage"), todas.mid(0, 1));
+  EXPECT_TRUE(imprime(nullptr, Qt::Key_Escape).isEmpty());
+  EXPECT_EQ(leeVista(e.guion).paginas, todas);
+
+  auto impresora = std::make_unique<QPrinter>();
+  impresora->setOutputFileName("/no/hay/libro.pdf");
+  try {
+    TareaImpresion(abreLibro(e.ctx.motor, e.ctx.sesion.rutaEmpresa(), "Diario.rpt"),
+                   std::move(impresora), 1, 1);
+    ADD_FAILURE();
+  } catch (const ErrorEjecucion& fallo) {
+    EXPECT_EQ(fallo.numero(), err::kErrorDeRuta);
+  }
 }
 
 TEST_F(Vista, quedaAbiertaCuandoSeCierraElDialogoQueLaAbrio) {
@@ -153,33 +170,9 @@ TEST_F(Vista, quedaAbiertaCuandoSeCierraElDialogoQueLaAbrio) {
     EXPECT_EQ(vista->pagina(), 2);
     dialogo.reject();
   }
-  ASSERT_TRUE(vista);
-  EXPECT_TRUE(vista->isVisible());
+  ASSERT_TRUE(vista && vista->isVisible());
   Teclado(*vista).tecla(Qt::Key_PageUp);
   EXPECT_EQ(vista->pagina(), 1);
-}
-
-// The printer gets the same pages, those asked for.
-TEST(Impresion, lasPaginasPedidas) {
-  Libros libros;
-  libros.asientaTrimestre();
-  Impreso libro(libros, QStringLiteral("Diario.rpt"), {});
-  const QTemporaryDir carpeta;
-  const QString pdf = carpeta.filePath(QStringLiteral("impreso.pdf"));
-  auto impresora = std::make_unique<QPrinter>(QPrinter::HighResolution);
-  impresora->setOutputFormat(QPrinter::PdfFormat);
-  impresora->setOutputFileName(pdf);
-  TareaImpresion tarea(libro.compartido(), std::move(impresora), QStringLiteral("Diario"), 2, 3);
-  while (tarea.paso()) continue;
-  QProcess lector;
-  lector.start(QStringLiteral("pdftotext"), {"-layout", pdf, "-"});
-  lector.waitForFinished();
-  const QStringList paginas = QString::fromUtf8(lector.readAllStandardOutput()).split(u'\f');
-  ASSERT_EQ(paginas.size(), 3);
-  for (int n = 2; n <= 3; ++n) {
-    EXPECT_TRUE(paginas[n - 2].contains(
-        libro.linea(QStringLiteral("Suma y sigue"), n).section(u' ', 3, 3)));
-  }
 }
 
 }  // namespace

@@ -1,19 +1,21 @@
 #include "reports/widgets/impresion.h"
 
 #include "foundation/data/errorejecucion.h"
+#include "foundation/rutas.h"
 #include "reports/errores.h"
 #include "reports/pintor.h"
 
 using namespace reports;
 
 TareaImpresion::TareaImpresion(std::shared_ptr<Documento> documento,
-                               std::unique_ptr<QPrinter> impresora, const QString& titulo,
-                               int desde, int hasta)
+                               std::unique_ptr<QPrinter> impresora, int desde, int hasta)
     : TareaPaginas(std::move(documento), desde, hasta), impresora_(std::move(impresora)) {
-  impresora_->setDocName(titulo);
   impresora_->setCreator(QStringLiteral("Librano"));
   impresora_->setFullPage(true);
-  if (!pintor_.begin(impresora_.get())) throw ErrorEjecucion(err::kSinImpresora);
+  if (pintor_.begin(impresora_.get())) return;
+  const QString fichero = impresora_->outputFileName();
+  if (fichero.isEmpty()) throw ErrorEjecucion(err::kSinImpresora);
+  throw ErrorEjecucion(err::kErrorDeRuta, rutaPrograma(fichero));
 }
 
 TareaImpresion::~TareaImpresion() {

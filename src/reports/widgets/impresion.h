@@ -8,9 +8,10 @@
 
 class TareaImpresion : public reports::TareaPaginas {
  public:
-  // Prints on the printer as the user has set it. Raises 28663 when it can't be begun.
+  // Prints on the printer as the user has set it. Raises 28663 when it can't be begun, 75 when it
+  // prints to a file that can't be written.
   TareaImpresion(std::shared_ptr<reports::Documento> documento, std::unique_ptr<QPrinter> impresora,
-                 const QString& titulo, int desde, int hasta);
+                 int desde, int hasta);
   ~TareaImpresion() override;
 
  protected:

@@ -8,6 +8,7 @@
 #include "foundation/toolkit/cajas.h"
 #include "foundation/toolkit/contexto.h"
 #include "foundation/toolkit/tema.h"
+#include "reports/errores.h"
 #include "reports/exporta.h"
 #include "reports/pintor.h"
 #include "reports/widgets/impresion.h"
@@ -184,11 +185,8 @@ void VistaPrevia::protege(const std::function<void()>& reaccion) {
     reaccion();
   } catch (const ErrorEjecucion& e) {
     tarea_.reset();
-    turno_.stop();
     atiende();
-    ctx_.cajas->mensaje(
-        this, tr("Error numero : ") + QString::number(e.numero()) + u' ' + e.descripcion(),
-        tr("Error controlado"));
+    avisaDeFallo(*ctx_.cajas, this, e);
   }
 }
 
@@ -273,7 +271,9 @@ void VistaPrevia::imprime() {
 void VistaPrevia::imprimeContado() {
   auto impresora = std::make_unique<QPrinter>(QPrinter::HighResolution);
   impresora->setPageLayout(papelDe(documento_->plantilla()));
+  impresora->setDocName(titulo_);  // printed to a file, the book bears its name
   QPrintDialog dialogo(impresora.get(), this);
+  dialogo.setObjectName(QStringLiteral("Impresion"));
   dialogo.setOptions(QAbstractPrintDialog::PrintToFile | QAbstractPrintDialog::PrintPageRange |
                      QAbstractPrintDialog::PrintCurrentPage |
                      QAbstractPrintDialog::PrintCollateCopies |
@@ -289,7 +289,7 @@ void VistaPrevia::imprimeContado() {
   } else if (dialogo.printRange() == QAbstractPrintDialog::CurrentPage) {
     desde = hasta = pagina_;
   }
-  lanza(std::make_unique<TareaImpresion>(documento_, std::move(impresora), titulo_, desde, hasta),
+  lanza(std::make_unique<TareaImpresion>(documento_, std::move(impresora), desde, hasta),
         tr("Imprimiendo"), [this] { muestraEstado(tr("Enviado a la impresora")); });
 }
 
@@ -345,10 +345,12 @@ void VistaPrevia::trabaja() {
   protege([this] {
     const QDeadlineTimer fin(kTurno);
     if (!tarea_) {
+      turno_.stop();  // counting that fails isn't begun again
       while (!documento_->contado() && !fin.hasExpired()) documento_->cuenta(kFilasPorTurno);
       if (documento_->contado()) {
-        turno_.stop();
         vista_->setPagina(documento_->pagina(pagina_));
+      } else {
+        turno_.start();
       }
       return atiende();
     }
@@ -409,6 +411,17 @@ void VistaPrevia::keyPressEvent(QKeyEvent* evento) {
       return zoom(vista_->porcentaje() - 10);
     default:
       QWidget::keyPressEvent(evento);
+  }
+}
+
+void avisaDeFallo(Cajas& cajas, QWidget* padre, const ErrorEjecucion& fallo) {
+  if (fallo.numero() == err::kSinImpresora) {
+    cajas.mensaje(padre, QStringLiteral("No tiene ninguna impresora instalada en su sistema"),
+                  QStringLiteral("Error de Windows"));
+  } else {
+    cajas.mensaje(padre,
+                  QStringLiteral("Error numero : %1 ").arg(fallo.numero()) + fallo.descripcion(),
+                  QStringLiteral("Error controlado"));
   }
 }
 

@@ -12,7 +12,9 @@
 #include "reports/informe.h"
 #include "reports/tarea.h"
 
+class Cajas;
 struct Contexto;
+class ErrorEjecucion;
 class QAction;
 class QComboBox;
 class QLabel;
@@ -95,6 +97,9 @@ class VistaPrevia : public QWidget {
   QAction* irAtras_[2] = {};
   QAction* irAdelante_[2] = {};
 };
+
+// Tells what went wrong with a book, in its dialog and in its preview alike.
+void avisaDeFallo(Cajas& cajas, QWidget* padre, const ErrorEjecucion& fallo);
 
 // What a dialog's report object does with an opened book: previews it over the dialog. The printers
 // known to the system include "PDF" wherever printing is supported at all.

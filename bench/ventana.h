@@ -1,0 +1,28 @@
+// A session on a company's books, and its main window.
+#pragma once
+
+#include "foundation/toolkit/cajasqt.h"
+#include "foundation/toolkit/contexto.h"
+#include "foundation/toolkit/registro.h"
+#include "libros.h"
+
+namespace banco {
+
+// A dialog is shown, painted and closed again: what the user waits for until it can be used.
+class CajasVistas : public CajasQt {
+ public:
+  using CajasQt::CajasQt;
+  void modal(QDialog& dialogo) override;
+};
+
+struct Ventana {
+  explicit Ventana(const Libros& libros);
+  ~Ventana();
+
+  Reloj reloj;
+  Contexto ctx;
+  CajasVistas cajas;
+  Registro registro;
+};
+
+}  // namespace banco
