@@ -131,13 +131,12 @@ void FrmPartida::TxtConcepto_KeyPress(Tecla& tecla) {
 // The last character is left out of the test, as in the entry line.
 void FrmPartida::TxtDebeHaber_KeyPress(Tecla& tecla) {
   QLineEdit* campo = ui->TxtDebeHaber;
-  if (tecla.esIntro() || tecla.esRetroceso() || tecla.texto.isNull()) return;
+  if (tecla.esIntro() || tecla.esRetroceso() || !tecla.texto.isPrint()) return;
   if (campo->text().isEmpty()) {
     campo->setText(Format(0, sesion().MascaraImporte));
     campo->selectAll();
-    return;
   }
-  if (!EsNumerico('0' + campo->text().chopped(1) + tecla.texto)) {
+  if (tecla.texto == u'-' || !EsNumerico('0' + campo->text().chopped(1) + tecla.texto)) {
     pitido();
     tecla.tragar();
   }
