@@ -28,15 +28,6 @@ struct MenuAbierto : Escenario {
     const LineaDiario datos{{}, fecha, subcuenta, QStringLiteral("Apunte"), debe, haber};
     tecleaLinea(*t, guion, ctx.sesion, datos, !fecha.isEmpty());
   }
-  // Changes a field of the first row of a source.
-  void cambia(const QString& fuente, const QString& campo, const Variant& valor) {
-    DataControl datos(ctx.motor);
-    datos.bind(ctx.sesion.rutaEmpresa(), fuente);
-    datos.Edit();
-    datos.Fields(campo) = valor;
-    datos.Update();
-    ctx.motor.flush();
-  }
   void vacia(const char* campo) {
     t->enfoca(campo);
     t->tecla(Qt::Key_A, Qt::ControlModifier);
