@@ -11,8 +11,10 @@
 #include "foundation/menu/tablamenu.h"
 #include "foundation/toolkit/rejilla.h"
 #include "journal/registro.h"
+#include "reports/registro.h"
 #include "soporte/escenario.h"
 #include "soporte/libros.h"
+#include "soporte/tecleo.h"
 
 using Filas = std::vector<QStringList>;
 
@@ -31,6 +33,7 @@ struct DiarioDelTrimestre : Escenario {
     asientaDiarioTrimestre(ctx.motor, ctx.sesion.rutaEmpresa());
     registraAccounts(*formularios);
     registraJournal(*formularios);
+    registraReports(*formularios);
     balance_ = balance();
     t = std::make_unique<Teclado>(abre("FrmMenu"));
   }
