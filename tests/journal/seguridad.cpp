@@ -2,10 +2,12 @@
 #include <gtest/gtest.h>
 
 #include <signal.h>
+#include <sqlite3.h>
 #include <unistd.h>
 #include <QRandomGenerator>
 
 #include "foundation/data/estacion.h"
+#include "foundation/data/ignorar.h"
 #include "foundation/data/recordset.h"
 #include "foundation/rutas.h"
 #include "journal/integridad.h"
@@ -50,7 +52,10 @@ void corre(Database& empresa, const QString& herramienta, const Avance& avance) 
 // In another process: the tool up to a line, with what comes before another one on the disk.
 TEST(Orden, HastaUnaLinea) {
   const QStringList orden = qEnvironmentVariable("LIBRANO_ORDEN").split(' ');
-  if (orden.size() < 3) GTEST_SKIP() << "sólo la corren otras pruebas, en otro proceso";
+  const auto esDe = [&](const Herramienta& h) { return orden[0] == QLatin1String(h.nombre); };
+  if (std::ranges::none_of(kHerramientas, esDe)) {
+    GTEST_SKIP() << "sólo la corren otras pruebas, en otro proceso";
+  }
   DBEngine motor;
   const auto empresa = motor.Workspaces(0).OpenDatabase(qEnvironmentVariable("LIBRANO_FICHERO"));
   const int guardada = orden[1].toInt();
@@ -59,6 +64,37 @@ TEST(Orden, HastaUnaLinea) {
     if (linea == guardada) motor.flush();
     if (linea == muerte) ::kill(::getpid(), SIGKILL);
   });
+}
+
+// In another process: an asiento moves to another company, up to a commit at which the program is
+// killed or the disk refuses. Only the file's own library knows when one comes.
+TEST(Orden, HastaUnaConfirmacion) {
+  static int quedan = 0;
+  static bool mata = false;
+  const QStringList orden = qEnvironmentVariable("LIBRANO_ORDEN").split(' ');
+  if (orden[0] != "traslada") GTEST_SKIP() << "sólo la corren otras pruebas, en otro proceso";
+  const auto vigila = [](sqlite3* base, char**, const sqlite3_api_routines*) -> int {
+    const auto alConfirmar = [](void*) -> int {
+      if (--quedan != 0) return 0;
+      if (mata) ::kill(::getpid(), SIGKILL);
+      return 1;
+    };
+    sqlite3_commit_hook(base, alConfirmar, nullptr);
+    return SQLITE_OK;
+  };
+  sqlite3_auto_extension(reinterpret_cast<void (*)()>(+vigila));
+  DBEngine motor;
+  const QString ruta = qEnvironmentVariable("LIBRANO_FICHERO");
+  const auto origen = motor.Workspaces(0).OpenDatabase(ruta);
+  const auto destino =
+      motor.Workspaces(0).OpenDatabase(QString(ruta).replace("Tienda", "Sucursal"));
+  mata = orden[1] == "mata";
+  quedan = orden[2].toInt();
+  ignorando([&] {
+    // A text that is no date leaves each line its own.
+    EXPECT_TRUE(duplicaAsiento(motor, *origen, *destino, 10, "31/02", 8, true));
+  });
+  ignorando([&] { motor.flush(); });
 }
 
 class SeguridadTest : public testing::Test {
@@ -80,43 +116,26 @@ class SeguridadTest : public testing::Test {
     libros_.motor.flush();
   }
 
-  QString fichero() const { return rutaSistema(libros_.rutaEmpresa()); }
-  QString sqlite(const QString& sql) const {
+  QString fichero(const QString& empresa = "Tienda") const {
+    return rutaSistema(libros_.rutaEmpresa(empresa));
+  }
+  QString sqlite(const QString& sql, const QString& empresa = "Tienda") const {
     QProcess p;
-    p.start("sqlite3", {fichero(), sql});
+    p.start("sqlite3", {fichero(empresa), sql});
     p.waitForFinished();
     return QString::fromUtf8(p.readAllStandardOutput() + p.readAllStandardError()).trimmed();
   }
+  int lineas(const QString& condicion, const QString& empresa = "Tienda") const {
+    return sqlite("SELECT count(*) FROM Diario WHERE " + condicion, empresa).toInt();
+  }
 
-  // Kills the tool at a line; what was on the disk by then is there, nothing else is harmed.
-  void mata(const Herramienta& herramienta, int guardada, int muerte) {
-    SCOPED_TRACE(testing::Message() << herramienta.nombre << ' ' << guardada << ' ' << muerte);
-    if (herramienta.nombre == QLatin1String("elimina-uno")) {
-      sqlite("UPDATE Diario SET NAsiento=10");
-    }
-    Estacion(fichero()).corre(
-        QString("%1 %2 %3").arg(herramienta.nombre).arg(guardada).arg(muerte));
-
-    EXPECT_EQ(sqlite("PRAGMA integrity_check"), "ok");
-    const QString intacta = QString::fromLatin1(herramienta.intacta);
-    const QString hecha = QString::fromLatin1(herramienta.hecha);
-    const int quedan = sqlite("SELECT count(*) FROM Diario WHERE " + intacta).toInt();
-    const int hechas = kLineas - quedan;
-    EXPECT_GE(hechas, guardada);
-    EXPECT_LE(hechas, muerte + 3);  // deleting takes the other lines of the asiento too
-    EXPECT_EQ(sqlite(QString("SELECT count(*) FROM Diario WHERE NLinea<%1 AND NOT (%2)")
-                         .arg(hechas)
-                         .arg(hecha)),
-              "0");
-    EXPECT_EQ(sqlite(QString("SELECT count(*) FROM Diario WHERE NLinea>=%1 AND NOT (%2)")
-                         .arg(hechas)
-                         .arg(intacta)),
-              "0");
-    // The sums that the program keeps are those of the lines.
+  // Nothing is harmed, and the sums that the program keeps are those of the lines.
+  void compruebaSano(const QString& empresa = "Tienda") const {
+    EXPECT_EQ(sqlite("PRAGMA integrity_check", empresa), "ok");
     DBEngine otro;
-    const auto empresa = otro.Workspaces(0).OpenDatabase(fichero());
+    const auto base = otro.Workspaces(0).OpenDatabase(fichero(empresa));
     const auto sumas =
-        empresa->OpenRecordset("Select * from SqlSumaDiarioPorAsientos order by NAsiento");
+        base->OpenRecordset("Select * from SqlSumaDiarioPorAsientos order by NAsiento");
     QStringList porAsiento;
     for (; !sumas->Eof(); sumas->MoveNext()) {
       porAsiento += QString("%1|%2|%3")
@@ -126,11 +145,58 @@ class SeguridadTest : public testing::Test {
     }
     EXPECT_EQ(porAsiento.join('\n'),
               sqlite("SELECT NAsiento, CAST(sum(iif(DH='D',Importe,0)) AS INTEGER), "
-                     "CAST(sum(iif(DH='D',0,Importe)) AS INTEGER) FROM Diario GROUP BY NAsiento"));
+                     "CAST(sum(iif(DH='D',0,Importe)) AS INTEGER) FROM Diario GROUP BY NAsiento",
+                     empresa));
+  }
+
+  // Kills the tool at a line; what was on the disk by then is there.
+  void mata(const Herramienta& herramienta, int guardada, int muerte) {
+    SCOPED_TRACE(testing::Message() << herramienta.nombre << ' ' << guardada << ' ' << muerte);
+    if (herramienta.nombre == QLatin1String("elimina-uno")) {
+      sqlite("UPDATE Diario SET NAsiento=10");
+    }
+    Estacion(fichero()).corre(
+        QString("%1 %2 %3").arg(herramienta.nombre).arg(guardada).arg(muerte));
+    compruebaSano();
+    const QString intacta = QString::fromLatin1(herramienta.intacta);
+    const QString hecha = QString::fromLatin1(herramienta.hecha);
+    const int hechas = kLineas - lineas(intacta);
+    EXPECT_GE(hechas, guardada);
+    EXPECT_LE(hechas, muerte + 3);  // deleting takes the other lines of the asiento too
+    EXPECT_EQ(lineas(QString("NLinea<%1 AND NOT (%2)").arg(hechas).arg(hecha)), 0);
+    EXPECT_EQ(lineas(QString("NLinea>=%1 AND NOT (%2)").arg(hechas).arg(intacta)), 0);
   }
 
   Libros libros_;
 };
+
+// A line that is in neither company is lost: the copy is on the disk before the original goes.
+TEST_F(SeguridadTest, UnTrasladoCortadoNoPierdeElAsiento) {
+  libros_.creaEmpresa(Libros::datosPorDefecto("Sucursal", 3, 8));
+  libros_.motor.flush();
+  sqlite("UPDATE Diario SET NAsiento=10");
+  const struct {
+    const char* corte;
+    int aqui;
+    int copias;
+  } cortes[] = {{"mata 1", kLineas, 0},
+                {"niega 1", kLineas, 0},
+                {"mata 2", kLineas, 1},
+                {"niega 2", kLineas, 2},
+                {"mata 3", 0, 3}};
+  for (const auto& [corte, aqui, copias] : cortes) {
+    SCOPED_TRACE(corte);
+    Estacion(fichero()).corre(QString("traslada ") + corte);
+    compruebaSano();
+    compruebaSano("Sucursal");
+    EXPECT_EQ(lineas("1"), aqui);
+    EXPECT_EQ(
+        lineas("Fecha LIKE date('2024-01-01', '+'||(NLinea%1500/6)||' days')||'%'", "Sucursal"),
+        copias * kLineas);
+    EXPECT_EQ(sqlite("SELECT NLinDiario, Asiento FROM Empresa", "Sucursal"),
+              QString("%1|%2").arg(copias * kLineas).arg(1 + copias));
+  }
+}
 
 class Seguridad : public SeguridadTest, public testing::WithParamInterface<Herramienta> {};
 
