@@ -78,17 +78,4 @@ TEST_F(ApunteTest, UnNumeroOcupadoNoPisaLaLineaQueLoTiene) {
   EXPECT_EQ(contador(), QStringLiteral("0"));
 }
 
-TEST_F(ApunteTest, CadaNumeroSeTomaUnaVez) {
-  EXPECT_EQ(tomaAsiento(empresa_), 1);
-  EXPECT_EQ(tomaAsiento(empresa_), 2);
-  EXPECT_EQ(tomaContador(empresa_, QStringLiteral("NLinIVAR")), 0);
-  EXPECT_EQ(libros_.filas(QStringLiteral("Select Asiento, NLinIVAS, NLinIVAR from Empresa")),
-            QStringList{QStringLiteral("3|0|1")});
-}
-
-TEST(CodigoRegistro, LadoYDiezCifras) {
-  EXPECT_EQ(codigoRegistro(u'S', 12), QStringLiteral("S0000000012"));
-  EXPECT_EQ(codigoRegistro(u'R', 2147483647), QStringLiteral("R2147483647"));
-}
-
 }  // namespace
