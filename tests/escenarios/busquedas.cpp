@@ -7,167 +7,153 @@ namespace {
 
 constexpr int kTodas = 312;
 
-// A locate: its entry, its dialog and what is asked for.
+// A locate by its entry, the field of its dialog, and what is asked for.
 struct Busqueda {
   const char* entrada;
-  const char* forma;
   const char* campo;
   const char* texto;
 };
 
-struct Busquedas : DiarioDelTrimestre {
+class Busquedas : public DiarioDelTrimestre {
+ protected:
   void busca(const Busqueda& b, const std::function<void(Teclado&)>& paso) {
-    herramienta(b.entrada, b.forma, [&](Teclado& d) {
+    herramienta(b.entrada, [&](Teclado& d) {
       rellena(d, {{b.campo, b.texto}});
       paso(d);
     });
   }
-  QString marcadas() const { return valor("Select Count(Punteo) from Diario where Punteo<>''"); }
+  void aceptaCon(Teclado& d, const QString& aviso) {
+    if (!aviso.isEmpty()) guion.esperaMensaje(aviso, "Error");
+    acepta(d);
+  }
 };
 
-TEST(Busquedas, NarrowTheJournalUntilItIsReloaded) {
+TEST_F(Busquedas, NarrowTheJournalUntilItIsReloaded) {
   const struct {
     Busqueda busqueda;
     int filas;
     const char* asiento;
   } casos[] = {
-      {{"MnuLocCodigo", "FrmBusSub", "TxtSubcuenta", "43.6"}, 6, "11"},
-      // From the given one on.
-      {{"MnuLocAsiento", "FrmBusAsi", "TxtAsiento", "118x"}, 10, "118"},
-      {{"MnuLocDescripcion", "FrmBusDes", "TxtDescripcion", "quiLER"}, 15, "6"},
-      // On either side.
-      {{"MnuLocImporte", "FrmBusImp", "TxtImporte", "1102"}, 9, "6"},
-      {{"MnuLocImporte", "FrmBusImp", "TxtImporte", "12.02"}, 6, "22"},
+      {{"MnuLocCodigo", "TxtSubcuenta", "43.6"}, 6, "11"},
+      {{"MnuLocAsiento", "TxtAsiento", "118x"}, 10, "118"},  // from the given one on
+      {{"MnuLocDescripcion", "TxtDescripcion", "quiLER"}, 15, "6"},
+      {{"MnuLocImporte", "TxtImporte", "1102"}, 9, "6"},  // on either side
+      {{"MnuLocImporte", "TxtImporte", "12.02"}, 6, "22"},
       // The third of January: the month goes first where it can.
-      {{"MnuLocFecha", "FrmBusFec", "TxtFecha", "0103"}, 308, "3"},
-      {{"MnuLocFecha", "FrmBusFec", "TxtFecha", "1503"}, 63, "96"},
+      {{"MnuLocFecha", "TxtFecha", "0103"}, 308, "3"},
+      {{"MnuLocFecha", "TxtFecha", "1503"}, 63, "96"},
   };
-  Busquedas e;
   for (const auto& [busqueda, filas, asiento] : casos) {
-    SCOPED_TRACE(testing::Message() << busqueda.forma << ' ' << busqueda.texto);
-    e.busca(busqueda, [](Teclado& d) { d.escape(); });
-    EXPECT_EQ(e.rejilla().filas(), kTodas);
-    e.busca(busqueda, e.acepta);
-    EXPECT_EQ(e.rejilla().filas(), filas);
-    EXPECT_EQ(e.t->textoDe("TxtAsiento"), asiento);
+    SCOPED_TRACE(testing::Message() << busqueda.entrada << ' ' << busqueda.texto);
+    busca(busqueda, [](Teclado& d) { d.escape(); });
+    EXPECT_EQ(rejilla().filas(), kTodas);
+    busca(busqueda, acepta);
+    EXPECT_EQ(rejilla().filas(), filas);
+    EXPECT_EQ(t->textoDe("TxtAsiento"), asiento);
     // A dialog that closes without a word leaves it narrowed.
-    e.herramienta("MnuRenumeraDiario", "FrmRenumera", [](Teclado& d) { d.escape(); });
-    EXPECT_EQ(e.rejilla().filas(), filas);
-    e.t->tecla(Qt::Key_F5);
-    EXPECT_EQ(e.rejilla().filas(), kTodas);
-    EXPECT_EQ(e.t->enfocado(), "TxtSubcuenta");
+    herramienta("MnuRenumeraDiario", [](Teclado& d) { d.escape(); });
+    EXPECT_EQ(rejilla().filas(), filas);
+    t->tecla(Qt::Key_F5);
+    EXPECT_EQ(rejilla().filas(), kTodas);
+    EXPECT_EQ(t->enfocado(), "TxtSubcuenta");
   }
   // The subcuenta being typed is the one proposed.
-  e.t->teclea("572.2");
-  e.t->intro();
-  e.guion.esperaDialogo("FrmBusSub", [](Teclado& d) {
+  t->teclea("572.2");
+  t->intro();
+  guion.esperaDialogo("FrmBusSub", [](Teclado& d) {
     EXPECT_EQ(d.textoDe("TxtSubcuenta"), "57200002");
     d.intro();
     d.intro();
   });
-  e.t->tecla(Qt::Key_F, Qt::ControlModifier);
-  EXPECT_EQ(e.rejilla().filas(), 7);
-  e.compruebaBalance();
+  t->tecla(Qt::Key_F, Qt::ControlModifier);
+  EXPECT_EQ(rejilla().filas(), 7);
+  compruebaBalance();
 }
 
-TEST(Busquedas, SayWhatIsNotThereAndWhatCanNotBeLookedFor) {
-  const struct {
-    Busqueda busqueda;
-    const char* aviso;  // null: not a word
-    bool cierra;
-  } casos[] = {
-      {{"MnuLocCodigo", "FrmBusSub", "TxtSubcuenta", "43.9"},
-       "La subcuenta introducida no existe",
-       true},
-      {{"MnuLocAsiento", "FrmBusAsi", "TxtAsiento", "999"},
-       "El asiento introducido no existe",
-       true},
-      {{"MnuLocDescripcion", "FrmBusDes", "TxtDescripcion", "xyz"},
-       "Ninguna partida tiene los caracteres introducidos",
-       true},
-      {{"MnuLocImporte", "FrmBusImp", "TxtImporte", "31"},
-       "El importe introducido no existe",
-       true},
-      {{"MnuLocFecha", "FrmBusFec", "TxtFecha", "3112"}, nullptr, true},
-      {{"MnuLocCodigo", "FrmBusSub", "TxtSubcuenta", ""},
-       "No tiene ninguna cuenta introducida",
-       false},
-      {{"MnuLocCodigo", "FrmBusSub", "TxtSubcuenta", "430"},
-       "La cuenta introducida no tiene los digitos correspondientes",
-       false},
-      {{"MnuLocCodigo", "FrmBusSub", "TxtSubcuenta", "ABCDEFGH"}, nullptr, false},
-      {{"MnuLocAsiento", "FrmBusAsi", "TxtAsiento", ""},
-       "No tiene ningun asiento introducido",
-       false},
-      {{"MnuLocImporte", "FrmBusImp", "TxtImporte", "x"},
-       "No tiene ningun importe introducido",
-       false},
+TEST_F(Busquedas, SayWhatIsNotThere) {
+  const std::pair<Busqueda, QString> casos[] = {
+      {{"MnuLocCodigo", "TxtSubcuenta", "43.9"}, "La subcuenta introducida no existe"},
+      {{"MnuLocAsiento", "TxtAsiento", "999"}, "El asiento introducido no existe"},
+      {{"MnuLocDescripcion", "TxtDescripcion", "xyz"},
+       "Ninguna partida tiene los caracteres introducidos"},
+      {{"MnuLocImporte", "TxtImporte", "31"}, "El importe introducido no existe"},
+      {{"MnuLocFecha", "TxtFecha", "3112"}, {}},  // closes without a word
   };
-  Busquedas e;
-  for (const auto& [busqueda, aviso, cierra] : casos) {
-    SCOPED_TRACE(testing::Message() << busqueda.forma << ' ' << busqueda.texto);
-    e.enLinea(3, 0);
-    const int antes = e.rejilla().filas();
-    e.busca(busqueda, [&, aviso = aviso, cierra = cierra](Teclado& d) {
-      if (aviso) e.guion.esperaMensaje(aviso, "Error");
-      e.acepta(d);
-      EXPECT_EQ(d.forma().isVisible(), !cierra);
+  for (const auto& [busqueda, aviso] : casos) {
+    SCOPED_TRACE(busqueda.entrada);
+    enLinea(3, 0);
+    busca(busqueda, [&, &aviso = aviso](Teclado& d) { aceptaCon(d, aviso); });
+    EXPECT_EQ(rejilla().filas(), 0);
+    EXPECT_EQ(t->textoDe("TxtAsiento"), aviso.isEmpty() ? "3" : "");
+  }
+}
+
+TEST_F(Busquedas, RefuseWhatCanNotBeLookedFor) {
+  const std::pair<Busqueda, QString> casos[] = {
+      {{"MnuLocCodigo", "TxtSubcuenta", ""}, "No tiene ninguna cuenta introducida"},
+      {{"MnuLocCodigo", "TxtSubcuenta", "430"},
+       "La cuenta introducida no tiene los digitos correspondientes"},
+      {{"MnuLocCodigo", "TxtSubcuenta", "ABCDEFGH"}, {}},  // nothing happens
+      {{"MnuLocAsiento", "TxtAsiento", ""}, "No tiene ningun asiento introducido"},
+      {{"MnuLocImporte", "TxtImporte", "x"}, "No tiene ningun importe introducido"},
+  };
+  for (const auto& [busqueda, aviso] : casos) {
+    SCOPED_TRACE(testing::Message() << busqueda.entrada << ' ' << busqueda.texto);
+    busca(busqueda, [&, &aviso = aviso](Teclado& d) {
+      aceptaCon(d, aviso);
+      EXPECT_TRUE(d.forma().isVisible());
       d.escape();
     });
-    EXPECT_EQ(e.rejilla().filas(), cierra ? 0 : antes);
-    EXPECT_EQ(e.t->textoDe("TxtAsiento"), cierra && aviso ? "" : "3");
+    EXPECT_EQ(rejilla().filas(), kTodas);
   }
-  e.compruebaBalance();
 }
 
-TEST(Busquedas, FindWhatHasBeenTickedOff) {
+TEST_F(Busquedas, FindWhatHasBeenTickedOff) {
   const char* const kNinguna = "No se ha encontrado ninguna partida con el punteo seleccionado";
-  Busquedas e;
   // The space bar marks with the frame closed too; a double click doesn't.
-  e.enLinea(29, 0);
-  e.t->tecla(Qt::Key_Space);
-  e.t->tecla(Qt::Key_Down);
-  e.t->tecla(Qt::Key_Space);
-  e.t->dobleClic("GrdApuntes");
-  EXPECT_EQ(e.filas("Select NAsiento, Punteo from Diario where Punteo<>'' order by NLinea"),
+  enLinea(29, 0);
+  t->tecla(Qt::Key_Space);
+  t->tecla(Qt::Key_Down);
+  t->tecla(Qt::Key_Space);
+  t->dobleClic("GrdApuntes");
+  EXPECT_EQ(filas("Select NAsiento, Punteo from Diario where Punteo<>'' order by NLinea"),
             (Filas{{"29", "X"}, {"29", "X"}}));
   // Another mark clears; it doesn't replace.
-  e.t->pulsa("CmdActivaPunteo");
-  e.t->pulsa("OptPunteo_7");
-  e.enLinea(29, 0);
-  e.t->tecla(Qt::Key_Space);
-  EXPECT_EQ(e.marcadas(), "1");
-  e.t->tecla(Qt::Key_Space);
-  EXPECT_EQ(e.valor("Select Punteo from Diario where NAsiento=29"), "*");
-  e.t->dobleClic("GrdApuntes");
-  EXPECT_EQ(e.rejilla().valor("Punteo"), "*");
-  EXPECT_EQ(e.marcadas(), "3");
-  e.t->pulsa("CmdCerrarPunteo");
-  EXPECT_FALSE(e.t->visible("FrmPunteo"));
+  t->pulsa("CmdActivaPunteo");
+  t->pulsa("OptPunteo_7");
+  enLinea(29, 0);
+  t->tecla(Qt::Key_Space);
+  EXPECT_EQ(lineas("Punteo<>''").size(), 1u);
+  t->tecla(Qt::Key_Space);
+  EXPECT_EQ(valor("Select Punteo from Diario where NAsiento=29"), "*");
+  t->dobleClic("GrdApuntes");
+  EXPECT_EQ(rejilla().valor("Punteo"), "*");
+  EXPECT_EQ(lineas("Punteo<>''").size(), 3u);
+  t->pulsa("CmdCerrarPunteo");
+  EXPECT_FALSE(t->visible("FrmPunteo"));
 
   // None is chosen at the start, and no line bears none.
-  e.herramienta("MnuLocApuntes", "FrmBusApu", [&](Teclado& d) {
+  herramienta("MnuLocApuntes", [&](Teclado& d) {
     EXPECT_EQ(d.enfocado(), "CmdAceptar");
-    e.guion.esperaMensaje(kNinguna, "Error");
+    guion.esperaMensaje(kNinguna, "Error");
     d.intro();
   });
-  EXPECT_EQ(e.rejilla().filas(), 0);
-  EXPECT_EQ(e.t->textoDe("TxtAsiento"), "");
-  e.herramienta("MnuLocApuntes", "FrmBusApu", [&](Teclado& d) {
+  EXPECT_EQ(rejilla().filas(), 0);
+  EXPECT_EQ(t->textoDe("TxtAsiento"), "");
+  herramienta("MnuLocApuntes", [&](Teclado& d) {
     d.llega("OptPunteo_0");
     d.tecla(Qt::Key_Space);
-    e.acepta(d);
+    acepta(d);
   });
-  EXPECT_EQ(e.rejilla().filas(), 1);
-  EXPECT_EQ(e.rejilla().valor("Subcuenta"), "43000006");
-  e.compruebaBalance();
+  EXPECT_EQ(rejilla().filas(), 1);
+  EXPECT_EQ(rejilla().valor("Subcuenta"), "43000006");
+  compruebaBalance();
 }
 
-TEST(Busquedas, LeadFromAnExtractToItsAsiento) {
-  Busquedas e;
-  e.t->teclea("572.2");
-  e.guion.esperaDialogo("FrmExtractosPantalla", [&e](Teclado& extracto) {
-    e.guion.esperaDialogo("FrmAsiento", [](Teclado& asiento) {
+TEST_F(Busquedas, LeadFromAnExtractToItsAsiento) {
+  t->teclea("572.2");
+  guion.esperaDialogo("FrmExtractosPantalla", [&](Teclado& extracto) {
+    guion.esperaDialogo("FrmAsiento", [](Teclado& asiento) {
       EXPECT_EQ(asiento.textoDe("TxtAsiento"), "29");
       EXPECT_EQ(asiento.forma().windowTitle(), "27/01/2024");
       const auto& lineas = asiento.control<Rejilla>("GridAsiento");
@@ -181,37 +167,36 @@ TEST(Busquedas, LeadFromAnExtractToItsAsiento) {
     extracto.control<Rejilla>("GridExtracto").dobleClic();
     EXPECT_FALSE(extracto.forma().isVisible());
   });
-  e.t->intro();
-  e.t->tecla(Qt::Key_F3);
-  EXPECT_EQ(e.t->textoDe("TxtAsiento"), "29");
-  EXPECT_EQ(e.rejilla().filas(), 2);
+  t->intro();
+  t->tecla(Qt::Key_F3);
+  EXPECT_EQ(t->textoDe("TxtAsiento"), "29");
+  EXPECT_EQ(rejilla().filas(), 2);
 }
 
-TEST(Busquedas, WriteTheDayWhereItWasAskedFrom) {
-  Busquedas e;
+TEST_F(Busquedas, WriteTheDayWhereItWasAskedFrom) {
   const auto alDiaSiguiente = [](Teclado& dias) {
     dias.llega("Calendario");
     dias.tecla(Qt::Key_Right);
     dias.intro();
     EXPECT_FALSE(dias.forma().isVisible());
   };
-  e.guion.esperaDialogo("FrmCalendario", alDiaSiguiente);
-  e.t->pulsa("CmdLinFecha");
-  EXPECT_EQ(e.t->textoDe("TxtFecha"), "03/04/2024");
-  EXPECT_EQ(e.t->enfocado(), "TxtFecha");
+  guion.esperaDialogo("FrmCalendario", alDiaSiguiente);
+  t->pulsa("CmdLinFecha");
+  EXPECT_EQ(t->textoDe("TxtFecha"), "03/04/2024");
+  EXPECT_EQ(t->enfocado(), "TxtFecha");
 
-  e.enLinea(7, 0);
-  e.guion.esperaDialogo("FrmPartida", [&](Teclado& partida) {
-    e.guion.esperaDialogo("FrmCalendario", alDiaSiguiente);
+  enLinea(7, 0);
+  guion.esperaDialogo("FrmPartida", [&](Teclado& partida) {
+    guion.esperaDialogo("FrmCalendario", alDiaSiguiente);
     partida.pulsa("CmdLinFecha");
     EXPECT_EQ(partida.textoDe("TxtFecha"), "06/01/2024");
-    EXPECT_EQ(e.t->textoDe("TxtFecha"), "03/04/2024");
+    EXPECT_EQ(t->textoDe("TxtFecha"), "03/04/2024");
     partida.escape();
   });
-  e.t->intro();
-  e.herramienta("MnuLocFecha", "FrmBusFec", [&](Teclado& busca) {
+  t->intro();
+  herramienta("MnuLocFecha", [&](Teclado& busca) {
     // A day chosen without closing is written too.
-    e.guion.esperaDialogo("FrmCalendario", [](Teclado& dias) {
+    guion.esperaDialogo("FrmCalendario", [](Teclado& dias) {
       dias.llega("Calendario");
       dias.tecla(Qt::Key_Down);
       dias.escape();
@@ -220,11 +205,10 @@ TEST(Busquedas, WriteTheDayWhereItWasAskedFrom) {
     EXPECT_EQ(busca.textoDe("TxtFecha"), "09/04/2024");
     busca.escape();
   });
-  e.compruebaBalance();
+  compruebaBalance();
 }
 
-TEST(Busquedas, ReckonBesideTheEntryLine) {
-  Busquedas e;
+TEST_F(Busquedas, ReckonBesideTheEntryLine) {
   const struct {
     const char* importe;
     QList<const char*> teclas;
@@ -239,20 +223,20 @@ TEST(Busquedas, ReckonBesideTheEntryLine) {
       {"7", {"CmdNumeros_2", "CmdCE"}, "0,00 "},
   };
   for (const auto& [importe, teclas, resultado] : casos) {
-    e.t->llega("TxtDebeHaber");
-    e.t->teclea(importe);
-    for (const char* tecla : teclas) e.t->pulsa(tecla);
-    EXPECT_EQ(e.t->textoDe("TxtDebeHaber"), resultado);
-    EXPECT_EQ(e.t->textoDe("TxtCalImp"), "0");
-    EXPECT_EQ(e.t->enfocado(), "TxtSubcuenta");
+    t->llega("TxtDebeHaber");
+    t->teclea(importe);
+    for (const char* tecla : teclas) t->pulsa(tecla);
+    EXPECT_EQ(t->textoDe("TxtDebeHaber"), resultado);
+    EXPECT_EQ(t->textoDe("TxtCalImp"), "0");
+    EXPECT_EQ(t->enfocado(), "TxtSubcuenta");
   }
   // A result is posted as it stands by the buttons: the field would offer another amount.
-  tecleaLinea(*e.t, e.guion, e.ctx.sesion, {"", "02/04/2024", "57000001", "Ajuste", "9", ""}, true);
-  for (const char* tecla : {"CmdNumeros_4", "CmdSuma", "CmdLinHaber"}) e.t->pulsa(tecla);
-  e.compruebaBalance({{"57000001", 4, 9, -13}});
-  e.guion.esperaMensaje("Error 11: " + ErrorEjecucion(err::kDivisionPorCero).descripcion(),
-                        "Librano");
-  e.t->pulsa("CmdDivide");
+  tecleaLinea(*t, guion, ctx.sesion, {"", "02/04/2024", "57000001", "Ajuste", "9", ""}, true);
+  for (const char* tecla : {"CmdNumeros_4", "CmdSuma", "CmdLinHaber"}) t->pulsa(tecla);
+  compruebaBalance({{"57000001", 4, 9, -13}});
+  guion.esperaMensaje("Error 11: " + ErrorEjecucion(err::kDivisionPorCero).descripcion(),
+                      "Librano");
+  t->pulsa("CmdDivide");
 }
 
 }  // namespace

@@ -26,7 +26,8 @@ struct Movido {
   double haber;
 };
 
-struct DiarioDelTrimestre : Escenario {
+class DiarioDelTrimestre : public testing::Test, protected Escenario {
+ protected:
   DiarioDelTrimestre() : Escenario(Empresa, empresa("Comercial Ejemplo")) {
     reloj.ponEn(QDate(2024, 4, 2));
     altaSubcuentasTrimestre(*ctx.motor.Workspaces(0).OpenDatabase(ctx.sesion.rutaEmpresa()));
@@ -65,14 +66,15 @@ struct DiarioDelTrimestre : Escenario {
       teclas.intro();
     }
   }
-  // A tool's dialog, from its entry.
-  void herramienta(const char* nombre, const char* forma, std::function<void(Teclado&)> paso) {
-    guion.esperaDialogo(forma, std::move(paso));
+  // The dialog of an entry, driven by `paso`.
+  void herramienta(const char* nombre, std::function<void(Teclado&)> paso) {
+    const QString dialogo = entradaMenu(QString::fromLatin1(nombre))->destino.toString();
+    guion.esperaDialogo(dialogo, std::move(paso));
     entrada(nombre);
   }
   // The grid on a line of an asiento, counted from 0.
   void enLinea(int asiento, int linea) {
-    herramienta("MnuLocAsiento", "FrmBusAsi", [&](Teclado& busca) {
+    herramienta("MnuLocAsiento", [&](Teclado& busca) {
       rellena(busca, {{"TxtAsiento", QString::number(asiento)}});
       acepta(busca);
     });
