@@ -22,6 +22,7 @@ class Busquedas : public DiarioDelTrimestre {
       paso(d);
     });
   }
+  QString marcadas() const { return valor("Select Count(NLinea) from Diario where Punteo<>''"); }
   void aceptaCon(Teclado& d, const QString& aviso) {
     if (!aviso.isEmpty()) guion.esperaMensaje(aviso, "Error");
     acepta(d);
@@ -67,7 +68,7 @@ TEST_F(Busquedas, NarrowTheJournalUntilItIsReloaded) {
   });
   t->tecla(Qt::Key_F, Qt::ControlModifier);
   EXPECT_EQ(rejilla().filas(), 7);
-  compruebaBalance();
+  comprueba();
 }
 
 TEST_F(Busquedas, SayWhatIsNotThere) {
@@ -123,12 +124,12 @@ TEST_F(Busquedas, FindWhatHasBeenTickedOff) {
   t->pulsa("OptPunteo_7");
   enLinea(29, 0);
   t->tecla(Qt::Key_Space);
-  EXPECT_EQ(lineas("Punteo<>''").size(), 1u);
+  EXPECT_EQ(marcadas(), "1");
   t->tecla(Qt::Key_Space);
   EXPECT_EQ(valor("Select Punteo from Diario where NAsiento=29"), "*");
   t->dobleClic("GrdApuntes");
   EXPECT_EQ(rejilla().valor("Punteo"), "*");
-  EXPECT_EQ(lineas("Punteo<>''").size(), 3u);
+  EXPECT_EQ(marcadas(), "3");
   t->pulsa("CmdCerrarPunteo");
   EXPECT_FALSE(t->visible("FrmPunteo"));
 
@@ -147,7 +148,7 @@ TEST_F(Busquedas, FindWhatHasBeenTickedOff) {
   });
   EXPECT_EQ(rejilla().filas(), 1);
   EXPECT_EQ(rejilla().valor("Subcuenta"), "43000006");
-  compruebaBalance();
+  comprueba();
 }
 
 TEST_F(Busquedas, LeadFromAnExtractToItsAsiento) {
@@ -205,7 +206,7 @@ TEST_F(Busquedas, WriteTheDayWhereItWasAskedFrom) {
     EXPECT_EQ(busca.textoDe("TxtFecha"), "09/04/2024");
     busca.escape();
   });
-  compruebaBalance();
+  comprueba();
 }
 
 TEST_F(Busquedas, ReckonBesideTheEntryLine) {
@@ -233,7 +234,9 @@ TEST_F(Busquedas, ReckonBesideTheEntryLine) {
   // A result is posted as it stands by the buttons: the field would offer another amount.
   tecleaLinea(*t, guion, ctx.sesion, {"", "02/04/2024", "57000001", "Ajuste", "9", ""}, true);
   for (const char* tecla : {"CmdNumeros_4", "CmdSuma", "CmdLinHaber"}) t->pulsa(tecla);
-  compruebaBalance({{"57000001", 4, 9, -13}});
+  libro[312] = {121, "02/04/2024", "57000001", "Ajuste", 9};
+  libro[313] = {121, "02/04/2024", "57000001", "Ajuste", -13};
+  comprueba();
   guion.esperaMensaje("Error 11: " + ErrorEjecucion(err::kDivisionPorCero).descripcion(),
                       "Librano");
   t->pulsa("CmdDivide");

@@ -1,5 +1,5 @@
 // The quarter's books in the main window, with the journal's tools at hand: each is driven by keys,
-// and after it the trial balance is what it must be, row by row.
+// and after it the journal and the trial balance are compared whole with what they must be.
 #pragma once
 
 #include <QApplication>
@@ -18,12 +18,19 @@
 
 using Filas = std::vector<QStringList>;
 
-// What a tool adds to the debe and to the haber of a subcuenta in a month; a haber is negative.
-struct Movido {
-  const char* subcuenta;
-  int mes;
-  double debe;
-  double haber;
+// A line of the journal as it must stand; the amount of a haber is negative.
+struct Linea {
+  int asiento;
+  QString fecha;
+  QString subcuenta;
+  QString concepto;
+  double importe;
+
+  bool operator==(const Linea&) const = default;
+  friend void PrintTo(const Linea& l, std::ostream* salida) {
+    *salida << l.asiento << ' ' << qPrintable(l.fecha) << ' ' << qPrintable(l.subcuenta) << ' '
+            << qPrintable(l.concepto) << ' ' << l.importe;
+  }
 };
 
 class DiarioDelTrimestre : public testing::Test, protected Escenario {
@@ -35,7 +42,7 @@ class DiarioDelTrimestre : public testing::Test, protected Escenario {
     registraAccounts(*formularios);
     registraJournal(*formularios);
     registraReports(*formularios);
-    balance_ = balance();
+    libro = lee();
     t = std::make_unique<Teclado>(abre("FrmMenu"));
   }
 
@@ -94,49 +101,53 @@ class DiarioDelTrimestre : public testing::Test, protected Escenario {
     d.intro();
   }
 
-  // What the trial balance has gained since the last time, and nothing else.
-  void compruebaBalance(const std::vector<Movido>& movidos = {}) {
-    for (const auto& [subcuenta, mes, debe, haber] : movidos)
-      suma(balance_, {subcuenta, mes}, {qRound64(debe * 100), qRound64(haber * 100)});
-    Balance diferencia = balance_;
-    for (const auto& [clave, hay] : balance()) suma(diferencia, clave, {-hay.first, -hay.second});
-    EXPECT_EQ(diferencia, Balance());
-  }
+  // The whole journal is `libro`, and the trial balance is that of its lines.
+  void comprueba() const {
+    auto hay = lee();
+    auto falta = libro;
+    std::erase_if(falta, [&](const auto& linea) {
+      const auto it = hay.find(linea.first);
+      return it != hay.end() && it->second == linea.second && (hay.erase(it), true);
+    });
+    EXPECT_EQ(hay, falta);
 
-  // The lines of a condition: number, asiento, date, subcuenta and amount.
-  Filas lineas(const QString& condicion) const {
-    return filas("Select NLinea, NAsiento, Fecha, Subcuenta, Importe from Diario where " +
-                 condicion + " order by NLinea");
+    std::map<std::pair<QString, int>, std::pair<qint64, qint64>> resto;  // in cents
+    for (const auto& [numero, l] : libro) {
+      auto& [debe, haber] = resto[{l.subcuenta, l.fecha.mid(3, 2).toInt()}];
+      (l.importe < 0 ? haber : debe) += qRound64(l.importe * 100);
+    }
+    for (const QStringList& f :
+         filas("Select Subcuenta, Mes, SumaDeDebe, SumaDeHaber from SqlSumasSaldosN4")) {
+      auto& [debe, haber] = resto[{f[0], f[1].toInt()}];
+      debe -= qRound64(Variant(f[2]).number() * 100);
+      haber -= qRound64(Variant(f[3]).number() * 100);
+    }
+    for (const auto& [clave, saldo] : resto)
+      EXPECT_EQ(saldo, std::pair(0LL, 0LL)) << qPrintable(clave.first) << ' ' << clave.second;
   }
-  // Marks a line as an invoice's, and writes its row of the register.
+  // The lines of the file, by their number.
+  std::map<int, Linea> lee() const {
+    std::map<int, Linea> todas;
+    for (const QStringList& f :
+         filas("Select NLinea, NAsiento, Fecha, Subcuenta, Descripcion, Importe from Diario"))
+      todas[f[0].toInt()] = {f[1].toInt(), f[2], f[3], f[4], Variant(f[5]).number()};
+    return todas;
+  }
+  // Takes an asiento out of what must be there.
+  void sinAsiento(int numero) {
+    std::erase_if(libro, [=](const auto& linea) { return linea.second.asiento == numero; });
+  }
+  void cambiaLinea(int numero, const QString& campo, const Variant& valor) {
+    cambia("Select * from Diario where NLinea=" + QString::number(numero), campo, valor);
+  }
+  // Makes an asiento that of an invoice, with its row of the register.
   void factura(const QString& codigo, int asiento) {
-    for (const QStringList& fila : lineas("NAsiento=" + QString::number(asiento)))
-      cambia("Select * from Diario where NLinea=" + fila[0], "ApunteIVA", codigo);
+    for (const auto& [numero, linea] : lee())
+      if (linea.asiento == asiento) cambiaLinea(numero, "ApunteIVA", codigo);
     inserta("RSIVA", {{"Codigo", codigo}, {"Asiento", asiento}, {"Factura", "A-7"}});
   }
   const Rejilla& rejilla() const { return t->control<Rejilla>("GrdApuntes"); }
 
   std::unique_ptr<Teclado> t;
-
- private:
-  using Clave = std::pair<QString, int>;
-  using Centimos = std::pair<qint64, qint64>;
-  using Balance = std::map<Clave, Centimos>;
-
-  static void suma(Balance& balance, const Clave& clave, const Centimos& mas) {
-    Centimos& saldo = balance[clave];
-    saldo = {saldo.first + mas.first, saldo.second + mas.second};
-    if (saldo == Centimos()) balance.erase(clave);
-  }
-  Balance balance() const {
-    Balance todo;
-    for (const QStringList& f :
-         filas("Select Subcuenta, Mes, SumaDeDebe, SumaDeHaber from SqlSumasSaldosN4")) {
-      suma(todo, {f[0], f[1].toInt()},
-           {qRound64(Variant(f[2]).number() * 100), qRound64(Variant(f[3]).number() * 100)});
-    }
-    return todo;
-  }
-
-  Balance balance_;
+  std::map<int, Linea> libro;
 };
