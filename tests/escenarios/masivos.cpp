@@ -97,9 +97,9 @@ TEST_F(Masivos, ReplaceWhatTheyFind) {
     Cambio cambio;
     void (*efecto)(Linea&);
   } casos[] = {
-      {{"Fecha", "1303", "1402"},
+      {{"Fecha", "0502", "0603"},
        [](Linea& l) {
-         if (l.fecha == "13/03/2024") l.fecha = "14/02/2024";
+         if (l.fecha == "05/02/2024") l.fecha = "06/03/2024";
        }},
       {{"Descripcion", "pago n*", "Líquido"},
        [](Linea& l) {

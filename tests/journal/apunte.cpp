@@ -58,16 +58,6 @@ TEST_F(ApunteTest, UnaLineaQueNoEntraNoGastaNumero) {
   EXPECT_EQ(diario_.Recordset().editMode(), Recordset::EditMode::None);
 }
 
-TEST_F(ApunteTest, ElContadorSeLeeComoEstaEnElFichero) {
-  DataControl otra(libros_.motor);
-  otra.bind(libros_.rutaEmpresa(), QStringLiteral("Select * from Empresa"));
-  otra.Edit();
-  otra.Fields(QStringLiteral("NLinDiario")) = 40;
-  otra.Update();
-  EXPECT_EQ(grabaApunte(diario_, empresa_, apunteDe("1")), 40);
-  EXPECT_EQ(contador(), QStringLiteral("41"));
-}
-
 TEST_F(ApunteTest, UnNumeroOcupadoNoPisaLaLineaQueLoTiene) {
   EXPECT_EQ(graba(apunteDe("7")), 0);
   empresa_.Edit();

@@ -8,8 +8,9 @@
 
 namespace {
 
-struct DiarioAbierto : MenuAbierto {
-  DiarioAbierto() {
+class FrmMenuDiario : public MenuAbierto {
+ protected:
+  FrmMenuDiario() {
     registraJournal(*formularios);
     abreMenu();
   }
@@ -21,7 +22,7 @@ struct DiarioAbierto : MenuAbierto {
   const Rejilla& rejilla() const { return t->control<Rejilla>("GrdApuntes"); }
 };
 
-TEST(FrmMenuDiario, MovesByItsButtonsAndMarksTheAsientoItStandsOn) {
+TEST_F(FrmMenuDiario, MovesByItsButtonsAndMarksTheAsientoItStandsOn) {
   const struct {
     const char* boton;
     int fila;
@@ -29,43 +30,41 @@ TEST(FrmMenuDiario, MovesByItsButtonsAndMarksTheAsientoItStandsOn) {
   } pasos[] = {{"CmdPrimero", 0, "100,00 "},   {"CmdAnterior", 0, "100,00 "},
                {"CmdSiguiente", 1, "100,00 "}, {"CmdUltimo", 2, "30,00 "},
                {"CmdSiguiente", 2, "30,00 "},  {"CmdAnterior", 1, "100,00 "}};
-  DiarioAbierto e;
-  for (const auto& paso : pasos) e.t->pulsa(paso.boton);  // there is nowhere to go yet
-  e.guion.esperaMensaje("Debe seleccionar un apunte de la lista de apuntes", "Error");
-  e.t->pulsa("CmdModificaApunte");
-  EXPECT_EQ(e.t->enfocado(), "GrdApuntes");
-  e.t->tecla(Qt::Key_F5);
-  e.tecleaTres();
+  for (const auto& paso : pasos) t->pulsa(paso.boton);  // there is nowhere to go yet
+  guion.esperaMensaje("Debe seleccionar un apunte de la lista de apuntes", "Error");
+  t->pulsa("CmdModificaApunte");
+  EXPECT_EQ(t->enfocado(), "GrdApuntes");
+  t->tecla(Qt::Key_F5);
+  tecleaTres();
   for (const auto& paso : pasos) {
-    e.t->pulsa(paso.boton);
-    EXPECT_EQ(e.rejilla().filaActual(), paso.fila) << paso.boton;
-    EXPECT_EQ(e.totales("Marcado").constFirst(), paso.debe) << paso.boton;
+    t->pulsa(paso.boton);
+    EXPECT_EQ(rejilla().filaActual(), paso.fila) << paso.boton;
+    EXPECT_EQ(totales("Marcado").constFirst(), paso.debe) << paso.boton;
   }
-  EXPECT_EQ(e.rejilla().texto(1, 5), "");
-  EXPECT_EQ(e.rejilla().texto(1, 6), "-100,00");
+  EXPECT_EQ(rejilla().texto(1, 5), "");
+  EXPECT_EQ(rejilla().texto(1, 6), "-100,00");
 }
 
-TEST(FrmMenuDiario, ActsByTheRightButtonAndOnWhatIsDroppedOnItsButtons) {
-  DiarioAbierto e;
-  e.tecleaTres();
-  auto& lienzo = *e.rejilla().viewport();
+TEST_F(FrmMenuDiario, ActsByTheRightButtonAndOnWhatIsDroppedOnItsButtons) {
+  tecleaTres();
+  auto& lienzo = *rejilla().viewport();
   const QPoint sitio(20, 20);
   QContextMenuEvent derecho(QContextMenuEvent::Mouse, sitio, lienzo.mapToGlobal(sitio));
   QApplication::sendEvent(&lienzo, &derecho);
-  auto& edicion = e.t->control<QMenu>("MnuEdicion");
+  auto& edicion = t->control<QMenu>("MnuEdicion");
   EXPECT_TRUE(edicion.isVisible());
   edicion.close();
 
   for (const auto& [boton, forma] :
        {std::pair("CmdModificaApunte", "FrmPartida"), {"CmdEliminarApunte", "FrmEliminaAsiento"}}) {
-    e.guion.esperaDialogo(forma, [](Teclado& d) { d.cierra(); });
-    e.t->suelta(boton, {});
+    guion.esperaDialogo(forma, [](Teclado& d) { d.cierra(); });
+    t->suelta(boton, {});
   }
-  e.guion.esperaPregunta("Esta a punto de eliminar una partida del diario, ¿ Desea continuar ?",
-                         true, "Eliminar");
-  e.t->suelta("CmdEliminarPartida", {});
+  guion.esperaPregunta("Esta a punto de eliminar una partida del diario, ¿ Desea continuar ?", true,
+                       "Eliminar");
+  t->suelta("CmdEliminarPartida", {});
   // The asiento that was nearly deleted is still on show, standing on its last line.
-  EXPECT_EQ(e.totales("Total"), QStringList({"130,00 ", "0,00 ", "130,00 "}));
+  EXPECT_EQ(totales("Total"), QStringList({"130,00 ", "0,00 ", "130,00 "}));
 }
 
 }  // namespace

@@ -6,7 +6,8 @@
 #include "soporte/escenario.h"
 #include "soporte/tecleo.h"
 
-struct MenuAbierto : Escenario {
+class MenuAbierto : public testing::Test, protected Escenario {
+ protected:
   explicit MenuAbierto(const DatosEmpresa& datos = empresaDePrueba()) : Escenario(Empresa, datos) {
     const std::pair<const char*, const char*> subcuentas[] = {
         {"43000001", "Almacenes Ruiz"}, {"57000001", "Caja"}, {"57200001", "Banco"}};

@@ -98,20 +98,12 @@ TEST(Orden, HastaUnaConfirmacion) {
 class Seguridad : public testing::Test {
  protected:
   Seguridad() {
-    const auto empresa = libros_.abre();
-    const auto diario = empresa->OpenRecordset("Diario");
-    for (int i = 0; i < kLineas; ++i) {
-      diario->AddNew();
-      diario->Fields("NLinea") = i;
-      diario->Fields("NAsiento") = 10 + i / 3;
-      diario->Fields("Fecha") = QDate(2024, 1, 1).addDays(i / 6);
-      diario->Fields("Subcuenta") = i % 2 ? "57200001" : "43000001";
-      diario->Fields("Descripcion") = "Viejo";
-      diario->Fields("DH") = i % 3 ? "H" : "D";
-      diario->Fields("Importe") = i % 3 ? -5 : 10;
-      diario->Update();
-    }
     libros_.motor.flush();
+    sqlite("WITH RECURSIVE n(i) AS (SELECT 0 UNION ALL SELECT i+1 FROM n WHERE i+1<" +
+           QString::number(kLineas) +
+           ") INSERT INTO Diario(NLinea,NAsiento,Fecha,Subcuenta,Descripcion,DH,Importe) "
+           "SELECT i, 10+i/3, date('2024-01-01','+'||(i/6)||' days'), '57200001', 'Viejo', "
+           "iif(i%3,'H','D'), iif(i%3,-5,10) FROM n");
   }
 
   QString fichero(const QString& empresa = "Tienda") const {
