@@ -58,13 +58,16 @@ void siembra(const Obra& obra, const QString& tabla) {
   }
 }
 
-// The journal is read by asiento, by date and by subcuenta at every key, and grows without end.
+// The journal is read by asiento, by date and by subcuenta at every key, searched by marks and
+// amounts, and grows without end.
 void aligeraDiario(Database& base) {
   const QString diario = QStringLiteral("Diario");
   base.keepIndex(diario, {QStringLiteral("NAsiento")});
   base.keepIndex(diario, {QStringLiteral("Subcuenta"), QStringLiteral("Fecha"),
                           QStringLiteral("NAsiento"), QStringLiteral("NLinea")});
   base.keepIndex(diario, {QStringLiteral("Fecha"), QStringLiteral("NAsiento")});
+  base.keepIndex(diario, {QStringLiteral("Punteo"), QStringLiteral("NAsiento")});
+  base.keepIndex(diario, {QStringLiteral("Importe")});
   base.keepIndex(QStringLiteral("Subcuentas"), {QStringLiteral("Descripcion")});
   const QList<QStringList> claves = {{},
                                      {QStringLiteral("NAsiento")},

@@ -15,7 +15,7 @@ constexpr char16_t kOccidental[32] = {
 
 QString leeTexto(const QByteArray& bytes) {
   QStringDecoder utf8(QStringDecoder::Utf8);
-  const QString texto = utf8(bytes);
+  QString texto = utf8(bytes);
   if (!utf8.hasError()) return texto;
   QString occidental = QString::fromLatin1(bytes);
   for (QChar& c : occidental) {

@@ -15,7 +15,7 @@ FrmAsiento::FrmAsiento(Contexto& contexto)
                                        {"Fecha", "Fecha", 11, Fecha},
                                        {"Debe", "Debe", 14, Importe},
                                        {"Haber", "Haber", 14, Importe},
-                                       {"Descripcion", "Descripción", 40}});
+                                       {"Descripcion", "Descripción", 34}});
   teclaDecimal(ui->GridAsiento);
   alPulsar(ui->CmdVerAsiento, [this] { CmdVerAsiento_Click(); });
   alPulsar(ui->CmdSalir, [this] { descargar(); });

@@ -31,6 +31,7 @@ class FrmMenu : public Formulario, public Principal {
   void Form_Load() override;
   void Form_Activate() override;
   void done(int resultado) override;
+  void changeEvent(QEvent* evento) override;
 
   QWidget* ventana() override { return this; }
   DataControl& DtaEmpresaActual() override { return DtaEmpresaActual_; }
@@ -116,6 +117,7 @@ class FrmMenu : public Formulario, public Principal {
   void puntea();
   bool lineaDeIVA() const;
   void alineaBusqueda();
+  void ensanchaBusqueda();
   void muestraDiario(const QString& seleccion);
   void muestraAsiento(const QString& numero);
   void refrescaDiario();

@@ -63,15 +63,7 @@ void FrmMenu::alineaBusqueda() {
   dentro->addWidget(boton(u"CmdDescuadres"), 2);
   ui->FilaBusqueda->insertWidget(ui->FilaBusqueda->indexOf(boton(u"CmdImporte")), ancha, 1);
 
-  const std::pair<QStringView, QString> anchos[] = {
-      {u"CmdPunteo", QStringLiteral("WWW")},
-      {u"CmdCodigo", QStringLiteral("000000000000000")},
-      {u"CmdFecha", QStringLiteral("00/00/00000000")},
-      {u"CmdAsiento", QStringLiteral("000000000000")},
-      {u"CmdImporte", QStringLiteral("-000.000.000,00 -000.000.000,00 000")}};
-  for (const auto& [nombre, muestra] : anchos) {
-    boton(nombre)->setFixedWidth(fontMetrics().horizontalAdvance(muestra));
-  }
+  ensanchaBusqueda();
   const int marco = ui->GrdApuntes->frameWidth();
   ui->FilaBusqueda->setContentsMargins(marco, 0, marco, 0);
   ui->GrdApuntes->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
@@ -79,6 +71,23 @@ void FrmMenu::alineaBusqueda() {
   ui->GrdApuntes->alinearCon({boton(u"CmdPunteo"), boton(u"CmdCodigo"), boton(u"CmdFecha"),
                               boton(u"CmdAsiento"), ancha, boton(u"CmdImporte"),
                               boton(u"CmdImporte")});
+}
+
+// The widths of the columns are those of the buttons over them.
+void FrmMenu::ensanchaBusqueda() {
+  const std::pair<QStringView, QString> anchos[] = {
+      {u"CmdPunteo", QStringLiteral("WWW")},
+      {u"CmdCodigo", QStringLiteral("000000000000000")},
+      {u"CmdFecha", QStringLiteral("00/00/00000000")},
+      {u"CmdAsiento", QStringLiteral("000000000000")},
+      {u"CmdImporte", QStringLiteral("-000.000.000,00 -000.000.000,00 000")}};
+  for (const auto& [nombre, muestra] : anchos)
+    menu_->boton(nombre).setFixedWidth(fontMetrics().horizontalAdvance(muestra));
+}
+
+void FrmMenu::changeEvent(QEvent* evento) {
+  Formulario::changeEvent(evento);
+  if (evento->type() == QEvent::FontChange && menu_) ensanchaBusqueda();
 }
 
 // Puts lines of the journal on show, standing on the last of them. `seleccion` follows the

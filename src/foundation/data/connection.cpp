@@ -146,10 +146,10 @@ void Connection::configure() {
   registerFunctions(db_);
   static const char* const kPragmas[] = {
       "PRAGMA journal_mode=TRUNCATE",  // data folders are shared over networks: never a WAL
-      "PRAGMA synchronous=EXTRA",
-      "PRAGMA mmap_size=0",
-      "PRAGMA temp_store=MEMORY",
-      "PRAGMA cache_size=-65536",
+      "PRAGMA synchronous=EXTRA",      // a posted line outlives a power cut
+      "PRAGMA mmap_size=0",            // a folder that goes away is an error, not a signal
+      "PRAGMA temp_store=MEMORY",      // nothing of a company is left on other disks
+      "PRAGMA cache_size=-65536",      // in KiB: the keys of a million lines stay at hand
   };
   for (const char* pragma : kPragmas) execute(QString::fromLatin1(pragma), Doing::Reading);
 }
@@ -328,7 +328,7 @@ FindPlan Connection::criterionPlan(const QString& source, const QString& criteri
   return compileCriterion(source, criterion, *schema(), dated ? companyYear() : 0);
 }
 
-KeySet Connection::keys(const Compiled& compiled) {
+KeySet Connection::keys(const Compiled& compiled, int limit) {
   const Plan& plan = *compiled.plan;
   const Stamp now = stamp(plan.baseTable);
   std::erase_if(keySets_, [&](const Keys& k) {
@@ -340,9 +340,11 @@ KeySet Connection::keys(const Compiled& compiled) {
     return keySets_.front().keys;
   }
   auto keys = std::make_shared<std::vector<qint64>>();
-  Statement statement = prepare(plan.keysSql);
+  Statement statement = prepare(
+      limit < 0 ? plan.keysSql : plan.keysSql + QStringLiteral(" LIMIT ") + QString::number(limit));
   statement.bind(compiled.params);
   while (statement.step()) keys->push_back(statement.integer(0));
+  if (static_cast<int>(keys->size()) == limit) return keys;
   if (keySets_.size() >= kKeySetsKept) keySets_.pop_back();
   keySets_.insert(keySets_.begin(), {plan.keysSql, compiled.params, now, keys});
   return keys;

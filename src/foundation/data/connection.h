@@ -91,7 +91,8 @@ class Connection {
   Compiled compiled(const QString& source);
   FindPlan criterionPlan(const QString& source, const QString& criterion);
   // The keys of an updatable plan, shared between recordsets while the file's rows stay the same.
-  KeySet keys(const Compiled& compiled);
+  // With a limit only the first ones may come; as many as it says means that there may be more.
+  KeySet keys(const Compiled& compiled, int limit = -1);
 
   // Lets go of every prepared statement; before another file is written over this one.
   void forgetStatements();

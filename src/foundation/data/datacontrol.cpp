@@ -9,7 +9,8 @@ void DataControl::Refresh() {
   // The old rows go last, so that a source read again finds the keys that it shares with them.
   const auto old = std::move(recordset_);
   try {
-    recordset_ = Database(engine_.connection(databaseName_)).OpenRecordset(recordSource_);
+    recordset_ = Database(engine_.connection(databaseName_))
+                     .OpenRecordset(recordSource_, Opening::FirstRows);
   } catch (const ErrorEjecucion&) {
     Q_EMIT refreshed();
     throw;

@@ -24,8 +24,8 @@ class DataControl : public QObject {
   QString RecordSource() const { return recordSource_; }
   void setRecordSource(const QString& source) { recordSource_ = source; }
 
-  // Opens the file if needed, runs the source and stands on the first row. On failure (3024 no
-  // file, 3061, 3075, 3078, 3343...) the control is left without a recordset.
+  // Opens the file if needed, runs the source as far as its first rows and stands on the first. On
+  // failure (3024 no file, 3061, 3075, 3078, 3343...) the control is left without a recordset.
   void Refresh();
   // Sets both and refreshes.
   void bind(const QString& databaseName, const QString& recordSource);

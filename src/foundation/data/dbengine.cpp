@@ -132,8 +132,9 @@ std::unique_ptr<Database> Workspace::OpenDatabase(const QString& path) {
   return std::make_unique<Database>(engine_.connection(path));
 }
 
-std::unique_ptr<Recordset> Database::OpenRecordset(const QString& source) {
+std::unique_ptr<Recordset> Database::OpenRecordset(const QString& source, Opening opening) {
   return guarded(*connection_, [&] {
-    return std::make_unique<Recordset>(std::make_unique<Recordset::Impl>(connection_, source));
+    return std::make_unique<Recordset>(
+        std::make_unique<Recordset::Impl>(connection_, source, opening));
   });
 }

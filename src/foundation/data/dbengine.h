@@ -77,7 +77,7 @@ class Database {
   void deleteQuery(const QString& name);
 
   // A table, query or statement. 3061 unknown field, 3075 syntax, 3078 unknown source.
-  std::unique_ptr<Recordset> OpenRecordset(const QString& source);
+  std::unique_ptr<Recordset> OpenRecordset(const QString& source, Opening opening = Opening::Whole);
 
   QString path() const;  // as given
   std::shared_ptr<Connection> connection() const { return connection_; }

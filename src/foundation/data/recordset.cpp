@@ -147,14 +147,17 @@ int Recordset::AbsolutePosition() const {
 
 void Recordset::setAbsolutePosition(int position) {
   run(impl_, [&](Impl& impl) {
-    if (position < 0 || position >= impl.rows.total())
-      throw ErrorEjecucion(err::kSinRegistroActivo);
+    if (position < 0 || !impl.rows.has(position)) throw ErrorEjecucion(err::kSinRegistroActivo);
     impl.stand(position);
   });
 }
 
 int Recordset::rowTotal() const {
   return run(impl_, [](Impl& impl) { return impl.rows.total(); });
+}
+
+int Recordset::rowsKnown() const {
+  return run(impl_, [](Impl& impl) { return impl.rows.known(); });
 }
 
 Recordset::Bookmark Recordset::bookmark() const {
@@ -187,7 +190,7 @@ bool Recordset::NoMatch() const {
 
 Variant Recordset::cell(int position, int ordinal) const {
   return run(impl_, [&](Impl& impl) {
-    if (position < 0 || position >= impl.rows.total()) return Variant();
+    if (position < 0 || !impl.rows.has(position)) return Variant();
     const Row* row = impl.rows.row(position);
     return row ? (*row)[static_cast<std::size_t>(impl.checked(ordinal))] : Variant();
   });
@@ -195,6 +198,6 @@ Variant Recordset::cell(int position, int ordinal) const {
 
 bool Recordset::isDeleted(int position) const {
   return run(impl_, [&](Impl& impl) {
-    return position >= 0 && position < impl.rows.total() && !impl.rows.row(position);
+    return position >= 0 && impl.rows.has(position) && !impl.rows.row(position);
   });
 }

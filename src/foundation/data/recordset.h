@@ -14,6 +14,11 @@
 
 class Recordset;
 
+// How a set of keys is read at its opening: whole, as who goes through the rows needs it, or only
+// as far as a screen shows at once. The other keys are then read when they are asked for, at the
+// latest before the first change through the recordset.
+enum class Opening { Whole, FirstRows };
+
 // One field of the current row (or of the row being added or edited).
 class FieldRef {
  public:
@@ -81,8 +86,10 @@ class Recordset {
   int RecordCount() const;
   int AbsolutePosition() const;  // zero-based; -1 without a current row
   void setAbsolutePosition(int position);
-  // All rows, known from the start: for grids, which must size their scroll bar.
+  // All rows: for grids, which must size their scroll bar. The rows known so far are as many,
+  // unless it was opened by its first rows only and nothing asked for the others yet.
   int rowTotal() const;
+  int rowsKnown() const;
 
   // A bookmark names a row for the life of this recordset.
   using Bookmark = qint64;

@@ -23,8 +23,9 @@ QString noteLastRowSql(const QString& table) {
 
 }  // namespace
 
-Recordset::Impl::Impl(std::shared_ptr<Connection> connection, const QString& source)
-    : rows(connection, source), connection_(std::move(connection)) {
+Recordset::Impl::Impl(std::shared_ptr<Connection> connection, const QString& source,
+                      Opening opening)
+    : rows(connection, source, opening), connection_(std::move(connection)) {
   const auto& columns = rows.plan().columns;
   for (std::size_t i = 0; i < columns.size(); ++i)
     ordinals_.insert(columns[i].name.toCaseFolded(), static_cast<int>(i));
@@ -58,7 +59,7 @@ void Recordset::Impl::first() {
 }
 
 bool Recordset::Impl::forward() {
-  for (int next = position_ + 1; next < rows.total(); ++next)
+  for (int next = position_ + 1; rows.has(next); ++next)
     if (!rows.isDeleted(next)) {
       stand(next);
       return true;
@@ -133,12 +134,12 @@ void Recordset::Impl::assign(int ordinal, const Variant& value) {
   const OutputColumn& shown = column(ordinal);
   const Field* field = base(ordinal);
   if (!field) throw ErrorEjecucion(err::kSoloLectura, shown.name);
-  Variant converted = convertTo(field->Type, field->Size, value);
+  const Variant converted = convertTo(field->Type, field->Size, value);
   if (converted.isText() && !field->AllowZeroLength && converted.text().isEmpty())
     throw ErrorEjecucion(err::kTextoVacio, shown.name);
   edited_[static_cast<std::size_t>(ordinal)] = converted;
   // A query may show a column twice: the last value set counts.
-  changed_.insert(shown.baseColumn, std::move(converted));
+  changed_.insert(shown.baseColumn, converted);
 }
 
 // --- Changes
@@ -152,6 +153,7 @@ void Recordset::Impl::drop() {
 void Recordset::Impl::addNew() {
   drop();
   if (!rows.plan().updatable) throw ErrorEjecucion(err::kSoloLectura);
+  rows.total();
   connection_->beginGroup();
   mode_ = EditMode::Add;
   edited_.assign(rows.plan().columns.size(), Variant());
@@ -163,6 +165,7 @@ void Recordset::Impl::edit() {
   drop();
   const int position = current();
   if (!rows.plan().updatable) throw ErrorEjecucion(err::kSoloLectura);
+  rows.total();
   connection_->beginGroup();
   const Row* row = rows.reread(position);
   if (!row) throw ErrorEjecucion(err::kRegistroEliminado);
@@ -249,6 +252,7 @@ int Recordset::Impl::remove() {
   const int position = current();
   if (!rows.plan().updatable) throw ErrorEjecucion(err::kSoloLectura);
   if (rows.isDeleted(position)) throw ErrorEjecucion(err::kRegistroEliminado);
+  rows.total();
   const QString table = rows.plan().baseTable;
   connection_->beginGroup();
   const bool wasCurrent = rows.isCurrent();

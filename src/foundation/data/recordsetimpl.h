@@ -10,7 +10,7 @@
 
 class Recordset::Impl {
  public:
-  Impl(std::shared_ptr<Connection> connection, const QString& source);
+  Impl(std::shared_ptr<Connection> connection, const QString& source, Opening opening);
 
   RowSet rows;
 

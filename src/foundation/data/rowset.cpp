@@ -1,11 +1,14 @@
 #include "foundation/data/rowset.h"
 
+#include <unordered_set>
+
 namespace {
 
 // Enough for what a grid shows; a loop that goes on reads bigger pieces.
 constexpr int kScreenful = 32;
 constexpr int kStretch = 256;
 constexpr std::size_t kRowsKept = 4096;
+constexpr int kFirstKeys = 128;  // more than any screen shows
 
 }  // namespace
 
@@ -17,12 +20,14 @@ Row rowOf(const Statement& statement, const std::vector<OutputColumn>& columns) 
   return row;
 }
 
-RowSet::RowSet(std::shared_ptr<Connection> connection, const QString& source)
+RowSet::RowSet(std::shared_ptr<Connection> connection, const QString& source, Opening opening)
     : connection_(std::move(connection)), source_(source) {
   const Connection::Reading reading(*connection_);
   compiled_ = connection_->compiled(source);
   if (plan().updatable) {
-    keys_ = connection_->keys(compiled_);
+    const int limit = opening == Opening::FirstRows ? kFirstKeys : -1;
+    keys_ = connection_->keys(compiled_, limit);
+    allKeys_ = static_cast<int>(keys_->size()) != limit;
   } else {
     readWhole();
   }
@@ -35,8 +40,30 @@ void RowSet::readWhole() {
   while (statement.step()) whole_.push_back(rowOf(statement, plan().columns));
 }
 
-int RowSet::total() const {
+void RowSet::readOtherKeys() {
+  const Connection::Reading reading(*connection_);
+  const KeySet all = connection_->keys(compiled_);
+  // Rows that were shown stay where they were, whoever wrote since.
+  const auto moved = std::mismatch(keys_->begin(), keys_->end(), all->begin(), all->end());
+  if (moved.first == keys_->end()) {
+    keys_ = all;
+  } else {
+    const std::unordered_set<qint64> first(keys_->begin(), keys_->end());
+    auto joined = std::make_shared<std::vector<qint64>>(*keys_);
+    std::copy_if(all->begin(), all->end(), std::back_inserter(*joined),
+                 [&](qint64 key) { return !first.contains(key); });
+    keys_ = std::move(joined);
+  }
+  allKeys_ = true;
+}
+
+int RowSet::known() const {
   return static_cast<int>(plan().updatable ? keys_->size() + tail_.size() : whole_.size());
+}
+
+int RowSet::total() {
+  if (!allKeys_) readOtherKeys();
+  return known();
 }
 
 qint64 RowSet::key(int position) const {
@@ -45,8 +72,9 @@ qint64 RowSet::key(int position) const {
   return at < keys_->size() ? (*keys_)[at] : tail_[at - keys_->size()];
 }
 
-int RowSet::positionOf(qint64 key) const {
+int RowSet::positionOf(qint64 key) {
   if (!plan().updatable) return key >= 0 && key < total() ? static_cast<int>(key) : -1;
+  total();
   const auto found = std::find(keys_->begin(), keys_->end(), key);
   if (found != keys_->end()) return static_cast<int>(found - keys_->begin());
   const auto late = std::find(tail_.begin(), tail_.end(), key);
@@ -97,7 +125,7 @@ void RowSet::readWindow(int position) {
     end = position + 1;
   }
   first = std::max(first, 0);
-  end = std::min(end, total());
+  end = std::min(end, known());
   if (near_.size() > kRowsKept) near_.clear();
   const Connection::Reading reading(*connection_);
   // The look at the file may have shown that what is kept is old.

@@ -1,13 +1,15 @@
 // The rows of an opened source: their keys in order, and those rows that were looked at lately.
 //
 // Positions count from zero and never move while the set is open: a row added stands at the end, a
-// deleted one leaves its place empty.
+// deleted one leaves its place empty. A set opened by its first rows reads the other keys when it
+// is asked for them; what others wrote meanwhile may be among them.
 #pragma once
 
 #include <QSet>
 #include <unordered_map>
 
 #include "foundation/data/connection.h"
+#include "foundation/data/recordset.h"
 
 using Row = std::vector<Variant>;
 
@@ -17,14 +19,18 @@ Row rowOf(const Statement& statement, const std::vector<OutputColumn>& columns);
 class RowSet {
  public:
   // Runs the source. 3061, 3075, 3078.
-  RowSet(std::shared_ptr<Connection> connection, const QString& source);
+  RowSet(std::shared_ptr<Connection> connection, const QString& source, Opening opening);
 
   Connection& connection() const { return *connection_; }
   const Plan& plan() const { return *compiled_.plan; }
-  int total() const;
+  // The rows known so far, and all of them, for which the keys left are read.
+  int known() const;
+  int total();
+  // Whether there is a row at the position; reads on only beyond the known ones.
+  bool has(int position) { return position < known() || position < total(); }
   // The row's key: the file's row number, or the position where rows have no number.
   qint64 key(int position) const;
-  int positionOf(qint64 key) const;  // -1 if it isn't in the set
+  int positionOf(qint64 key);  // -1 if it isn't in the set
 
   // The row as the file has it now, read with its neighbours; nullptr if it is gone. It stands
   // until the next call.
@@ -48,6 +54,7 @@ class RowSet {
 
  private:
   void readWhole();
+  void readOtherKeys();
   void discardOld();
   void readWindow(int position);
   std::optional<Row> readRow(int position);
@@ -56,7 +63,8 @@ class RowSet {
   std::shared_ptr<Connection> connection_;
   QString source_;
   Compiled compiled_;
-  KeySet keys_;               // shared with other sets of the same source
+  KeySet keys_;  // shared with other sets of the same source
+  bool allKeys_ = true;
   std::vector<qint64> tail_;  // rows added through this set
   QSet<int> deleted_;
   std::vector<Row> whole_;  // of a source without keys

@@ -20,7 +20,7 @@ QString columnOf(const QString& key) {
 
 // A key of the row named by `row`: "NEW.", "OLD." or nothing.
 QString keyExpression(const QString& key, const QString& row) {
-  const QString column = row + bracketed(columnOf(key));
+  QString column = row + bracketed(columnOf(key));
   if (!isMonth(key)) return column;
   return QStringLiteral("CAST(substr(") + column + QStringLiteral(", 6, 2) AS INTEGER)");
 }

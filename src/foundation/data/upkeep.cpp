@@ -34,7 +34,7 @@ void rebuildSums(Connection& connection) {
 }
 
 QString missing(const QString& path) {
-  const QString systemPath = rutaSistema(path);
+  QString systemPath = rutaSistema(path);
   if (QFileInfo::exists(systemPath)) throw ErrorEjecucion(err::kBaseYaExiste, path);
   return systemPath;
 }

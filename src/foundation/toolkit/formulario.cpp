@@ -231,7 +231,7 @@ void Formulario::alElegirOpcion(const QString& matriz, std::function<void(int)> 
   }
 }
 
-void Formulario::alPulsarMatriz(const QString& matriz, std::function<void(int)> reaccion) {
+void Formulario::alPulsarMatriz(const QString& matriz, const std::function<void(int)>& reaccion) {
   const auto botones = findChildren<QAbstractButton*>();
   for (auto* boton : botones) {
     const int indice = indiceDe(boton->objectName(), matriz);

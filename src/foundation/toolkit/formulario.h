@@ -87,8 +87,8 @@ class Formulario : public QDialog {
   void alRecolocar(DataControl& datos, std::function<void()> reaccion);         // _Reposition
   // Arrays of controls, by the name before their index: OptPunteo for OptPunteo_0, OptPunteo_1...
   // The first runs whenever another option is set, by the user or by the program.
-  void alElegirOpcion(const QString& matriz, std::function<void(int)> reaccion);  // _Click
-  void alPulsarMatriz(const QString& matriz, std::function<void(int)> reaccion);  // _Click
+  void alElegirOpcion(const QString& matriz, std::function<void(int)> reaccion);         // _Click
+  void alPulsarMatriz(const QString& matriz, const std::function<void(int)>& reaccion);  // _Click
   int opcion(const QString& matriz) const;  // the index set, -1 for none
   void setOpcion(const QString& matriz, int indice);
   // The control takes the text of a cell dragged from a grid. Without a reaction a field shows it.

@@ -32,7 +32,7 @@ void ModeloRejilla::reiniciar() {
   total_ = 0;
   if (datos_ && datos_->isOpen()) {
     const auto& filas = datos_->Recordset();
-    total_ = filas.rowTotal();
+    total_ = filas.rowsKnown();
     for (size_t i = 0; i < columnas_.size(); ++i) ordinales_[i] = filas.Ordinal(columnas_[i].campo);
   }
   endResetModel();
@@ -40,7 +40,7 @@ void ModeloRejilla::reiniciar() {
 
 void ModeloRejilla::ponerAlDia() {
   if (!datos_ || !datos_->isOpen() || reiniciar_) return reiniciar();
-  const int ahora = datos_->Recordset().rowTotal();
+  const int ahora = datos_->Recordset().rowsKnown();
   if (ahora > total_) {
     beginInsertRows({}, filas(), filas() + ahora - total_ - 1);
     total_ = ahora;
@@ -85,7 +85,7 @@ QString ModeloRejilla::texto(int fila, int columna) const {
   if (!datos_ || !datos_->isOpen() || ordinales_[columna] < 0 || fila < 0) return {};
   const auto& filas = datos_->Recordset();
   const int donde = posicion(fila);
-  if (donde >= filas.rowTotal()) return {};
+  if (donde >= filas.rowsKnown()) return {};
   const Variant valor = filas.cell(donde, ordinales_[columna]);
   if (valor.isNull()) return {};
   const Columna& c = columnas_[columna];

@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QPointer>
+#include <QScreen>
 #include <QTimer>
 
 #include "foundation/toolkit/contexto.h"
@@ -20,8 +21,8 @@ Registro::~Registro() {
   if (contexto_.formularios == this) contexto_.formularios = nullptr;
 }
 
-void Registro::registra(const QString& nombre, Fabrica fabrica) {
-  fabricas_.insert(nombre, std::move(fabrica));
+void Registro::registra(const QString& nombre, const Fabrica& fabrica) {
+  fabricas_.insert(nombre, fabrica);
 }
 
 // Nobody is left to catch what fails at the return to the event loop: it is told over the form on
@@ -42,6 +43,10 @@ bool Registro::mostrar(const QString& nombre) {
   // Over its parent on the screen; if that one goes away first it takes this one along.
   forma->setParent(padre, forma->windowFlags() | Qt::Dialog);
   if (forma->cargar()) {
+    // As large as its contents ask for: left alone, a window takes two thirds of the screen at most
+    // and its grids hide behind bars.
+    if (!forma->testAttribute(Qt::WA_Resized))
+      forma->resize(forma->sizeHint().boundedTo(forma->screen()->availableSize()));
     contexto_.motor.flush();
     contexto_.cajas->modal(*forma);
   }

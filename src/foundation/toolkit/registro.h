@@ -19,7 +19,7 @@ class Registro {
   explicit Registro(Contexto& contexto);
   ~Registro();
 
-  void registra(const QString& nombre, Fabrica fabrica);
+  void registra(const QString& nombre, const Fabrica& fabrica);
   template <class F>
   void registra() {
     registra(QString::fromLatin1(F::staticMetaObject.className()),

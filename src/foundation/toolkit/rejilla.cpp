@@ -7,6 +7,7 @@
 #include <QLineEdit>
 #include <QMimeData>
 #include <QMouseEvent>
+#include <QResizeEvent>
 #include <QScopedValueRollback>
 #include <QScrollBar>
 #include <QStyledItemDelegate>
@@ -70,6 +71,7 @@ void Rejilla::enlazar(DataControl& datos, std::vector<Columna> columnas) {
   modelo_->enlazar(datos, std::move(columnas));
   connect(&datos, &DataControl::refreshed, this, [this] {
     modelo_->anotarRefresco();
+    restoPorLeer_ = true;
     aplazarSincronia();
   });
   connect(&datos, &DataControl::repositioned, this, [this] {
@@ -82,7 +84,7 @@ void Rejilla::enlazar(DataControl& datos, std::vector<Columna> columnas) {
     modelo_->anotarBorrada(posicion);
     aplazarSincronia();
   });
-  sinAnchos_ = true;
+  sinAnchos_ = restoPorLeer_ = true;
   updateGeometry();
   aplazarSincronia();
 }
@@ -194,7 +196,15 @@ QString Rejilla::texto(int fila, int columna) const {
   return modelo_->texto(fila, columna);
 }
 
+void Rejilla::leerResto() {
+  const auto* datos = modelo_->datos();
+  if (!datos || !datos->isOpen()) return;
+  protege([&] { datos->Recordset().rowTotal(); });
+  aplazarSincronia();
+}
+
 int Rejilla::filas() const {
+  const_cast<Rejilla*>(this)->leerResto();
   const_cast<Rejilla*>(this)->sincronizar();
   return modelo_->filas();
 }
@@ -253,7 +263,16 @@ void Rejilla::changeEvent(QEvent* evento) {
   if (evento->type() == QEvent::FontChange) ajustarAnchos();
 }
 
+// The row where one was stays in sight, however small the window is made.
+void Rejilla::resizeEvent(QResizeEvent* evento) {
+  const bool seVeia = QRect(QPoint(), evento->oldSize()).intersects(visualRect(currentIndex()));
+  QTableView::resizeEvent(evento);
+  if (seVeia) scrollTo(currentIndex());
+}
+
 void Rejilla::paintEvent(QPaintEvent* evento) {
   sincronizar();
   QTableView::paintEvent(evento);
+  if (!std::exchange(restoPorLeer_, false)) return;
+  QTimer::singleShot(0, this, &Rejilla::leerResto);  // once the first ones are seen
 }

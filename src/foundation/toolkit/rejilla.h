@@ -88,6 +88,7 @@ class Rejilla : public QTableView {
   void contextMenuEvent(QContextMenuEvent* evento) override;
   void paintEvent(QPaintEvent* evento) override;
   void changeEvent(QEvent* evento) override;
+  void resizeEvent(QResizeEvent* evento) override;
   bool eventFilter(QObject* objeto, QEvent* evento) override;
   void currentChanged(const QModelIndex& actual, const QModelIndex& anterior) override;
   bool edit(const QModelIndex& indice, EditTrigger motivo, QEvent* evento) override;
@@ -96,6 +97,7 @@ class Rejilla : public QTableView {
  private:
   void aplazarSincronia();
   void sincronizar();
+  void leerResto();  // the rows after the first ones
   void recolocar(int columna);
   int anchoDe(const Columna& columna) const;
   void ajustarAnchos();
@@ -114,4 +116,5 @@ class Rejilla : public QTableView {
   bool pendiente_ = false;    // the recordset has moved or changed since the last painting
   bool sincronizando_ = false;
   bool sinAnchos_ = true;
+  bool restoPorLeer_ = true;
 };

@@ -28,7 +28,6 @@ class Estilo : public QProxyStyle {
       case SH_UnderlineShortcut:
         return 1;
       case SH_Widget_Animation_Duration:
-        return 0;
       case SH_RequestSoftwareInputPanel:
         return 0;
       default:

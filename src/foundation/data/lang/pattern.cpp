@@ -94,6 +94,19 @@ bool Pattern::meets(const Step& step, char32_t character) {
   return true;
 }
 
+// Drops from the front the plain letters that a run must go over before what comes after it. In a
+// search through a whole journal that is nearly all of the text.
+void Pattern::passOver(std::string_view& text, const Step& next) {
+  if (next.kind != Step::Kind::Char || next.character >= 0x80) return;
+  const char lower = static_cast<char>(next.character);
+  const char upper = lower >= 'a' && lower <= 'z' ? static_cast<char>(lower - 32) : lower;
+  std::size_t over = 0;
+  while (over < text.size() && static_cast<unsigned char>(text[over]) < 0x80 &&
+         text[over] != lower && text[over] != upper)
+    ++over;
+  text.remove_prefix(over);
+}
+
 bool Pattern::matches(std::string_view text) const {
   size_t step = 0;
   size_t star = steps_.size();  // the last run tried, and where its text went on
@@ -101,8 +114,9 @@ bool Pattern::matches(std::string_view text) const {
   while (!text.empty()) {
     if (step < steps_.size() && steps_[step].kind == Step::Kind::Any) {
       star = step++;
-      afterStar = text;
       if (step == steps_.size()) return true;
+      passOver(text, steps_[step]);
+      afterStar = text;
       continue;
     }
     std::string_view rest = text;
@@ -114,8 +128,9 @@ bool Pattern::matches(std::string_view text) const {
     }
     if (star == steps_.size()) return false;
     take(afterStar);
-    text = afterStar;
     step = star + 1;
+    passOver(afterStar, steps_[step]);
+    text = afterStar;
   }
   while (step < steps_.size() && steps_[step].kind == Step::Kind::Any) ++step;
   return step == steps_.size();

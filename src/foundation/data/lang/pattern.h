@@ -26,6 +26,7 @@ class Pattern {
     std::vector<Range> ranges{};
   };
   static bool meets(const Step& step, char32_t character);
+  static void passOver(std::string_view& text, const Step& next);
   bool readClass(std::string_view& rest);
   std::vector<Step> steps_;
 };

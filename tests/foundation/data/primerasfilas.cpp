@@ -1,0 +1,73 @@
+// Rows that are read only as far as a screen shows, and the others when they are asked for.
+#include "libroendisco.h"
+
+namespace {
+
+using PrimerasFilas = LibroEnDisco;
+const QString kDiario = QStringLiteral("Select * from Diario order by NLinea desc");
+
+TEST_F(PrimerasFilas, LasDemasLleganAlPedirlas) {
+  anotaLineas(1000);
+  struct Caso {
+    const char* que;
+    int (*pide)(DataControl& datos);  // the position that it takes them to
+    int posicion;
+  };
+  const Caso casos[] = {
+      {"total", [](DataControl& d) { return d.Recordset().rowTotal() - 1; }, 999},
+      {"última", [](DataControl& d) { return d.MoveLast(), d.Recordset().AbsolutePosition(); },
+       999},
+      {"celda", [](DataControl& d) { return 1000 - int(d.Recordset().cell(998, 0).toLong()); },
+       998},
+      {"búsqueda",
+       [](DataControl& d) { return d.FindFirst("NLinea=3"), d.Recordset().AbsolutePosition(); },
+       997},
+      {"paso a paso",
+       [](DataControl& d) {
+         int pasos = 0;
+         for (; !d.Eof(); d.MoveNext()) ++pasos;
+         return pasos - 1;
+       },
+       999},
+  };
+  for (const Caso& caso : casos) {
+    SCOPED_TRACE(caso.que);
+    DBEngine otro;  // that shares no keys with what was read before
+    DataControl datos(otro);
+    datos.bind(ruta, kDiario);
+    const int vistas = datos.Recordset().rowsKnown();
+    EXPECT_GT(vistas, 40);  // a screenful
+    EXPECT_LT(vistas, 1000);
+    EXPECT_EQ(caso.pide(datos), caso.posicion);
+    EXPECT_EQ(datos.Recordset().rowsKnown(), 1000);
+  }
+}
+
+TEST_F(PrimerasFilas, LoVistoNoSeMueveAunqueOtroEscriba) {
+  anotaLineas(1000);
+  DataControl datos(engine);
+  datos.bind(ruta, kDiario);
+  herramienta("INSERT INTO Diario(NLinea) VALUES (2000); DELETE FROM Diario WHERE NLinea=998");
+  Recordset& filas = datos.Recordset();
+  EXPECT_EQ(filas.cell(0, 0).toLong(), 1000);
+  EXPECT_EQ(filas.rowTotal(), 1001);
+  EXPECT_EQ(filas.cell(1, 0).toLong(), 999);
+  EXPECT_TRUE(filas.isDeleted(2));
+  QList<qint64> lineas;
+  for (int i = 0; i < 1001; ++i)
+    if (!filas.isDeleted(i)) lineas += filas.cell(i, 0).toLong();
+  std::sort(lineas.begin(), lineas.end());
+  EXPECT_EQ(std::unique(lineas.begin(), lineas.end()), lineas.end());
+  EXPECT_EQ(lineas.size(), 1000);
+}
+
+TEST_F(PrimerasFilas, UnaAltaQuedaDetrasDeTodas) {
+  anotaLineas(1000);
+  DataControl datos(engine);
+  datos.bind(ruta, kDiario);
+  anota(datos.Recordset(), 5000, 1, "570", "D", 1);
+  EXPECT_EQ(datos.Recordset().rowTotal(), 1001);
+  EXPECT_EQ(datos.Recordset().cell(1000, 0).toLong(), 5000);
+}
+
+}  // namespace
