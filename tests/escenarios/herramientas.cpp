@@ -9,6 +9,8 @@ const QString kAlDebe =
     "Atención su partida anterior era en el 'HABER' , ¿Desea cambiarlo al 'DEBE'?";
 const QString kAlHaber =
     "Atención su partida anterior era en el 'DEBE' , ¿Desea cambiarlo al 'HABER'?";
+const QString kNoExiste =
+    "El código de la subcuenta introducido no existe, ¿ Desea darlo de alta ? ";
 const QString kFechaEnTodas =
     "La fecha ha sido modificada, ¿desea que Librano modifique la fecha en cada partida del mismo "
     "asiento?";
@@ -133,9 +135,24 @@ TEST_F(Correcciones, ItsFieldsAreThoseOfTheEntryLine) {
     EXPECT_EQ(partida.textoDe("TxtFecha"), "02/04/2024");
 
     EXPECT_EQ(partida.enfocado(), "TxtSubcuenta");
-    partida.teclea("570.1");
+    partida.teclea("57200002");  // found while it is typed
+    EXPECT_EQ(partida.textoDe("TxtNombreCuenta"), "Caja Rural c/c");
     partida.intro();
-    EXPECT_EQ(partida.textoDe("TxtNombreCuenta"), "Caja");
+    const auto otra = [&](const QString& texto) {
+      partida.atras();
+      partida.teclea(texto);
+      partida.intro();
+      return partida.textoDe("TxtNombreCuenta");
+    };
+    guion.esperaPregunta(kNoExiste, true, "Error");
+    guion.esperaDialogo("FrmSubCuentas", [](Teclado& alta) { tecleaNombre(alta, "Caja chica"); });
+    EXPECT_EQ(otra("570.9"), "Caja chica");
+    guion.esperaPregunta(kNoExiste, false, "Error");
+    guion.esperaDialogo("FrmVisualizaPlan", [](Teclado& plan) { plan.escape(); });
+    EXPECT_EQ(otra("570.8"), "");
+    guion.esperaDialogo("FrmVisualizaPlan", [](Teclado& plan) { plan.intro(); });
+    EXPECT_EQ(otra("caja"), "Caja");
+    EXPECT_EQ(otra("57000001"), "Caja");
     EXPECT_EQ(t->textoDe("TxtSubcuenta"), "57000001");  // the main window follows
     EXPECT_EQ(t->textoDe("TxtCuentaDebe"), "25.908,44 ");
     EXPECT_EQ(partida.enfocado(), "TxtConcepto");
