@@ -8,7 +8,7 @@
 
 class MenuAbierto : public testing::Test, protected Escenario {
  protected:
-  explicit MenuAbierto(const DatosEmpresa& datos = empresaDePrueba()) : Escenario(Empresa, datos) {
+  MenuAbierto() {
     const std::pair<const char*, const char*> subcuentas[] = {
         {"43000001", "Almacenes Ruiz"}, {"57000001", "Caja"}, {"57200001", "Banco"}};
     for (const auto& [codigo, nombre] : subcuentas) {
