@@ -33,8 +33,9 @@ void FrmDuplicarAsiento::CmdAceptar_Click() {
   Workspace& area = ctx.motor.Workspaces(0);
   const auto origen = area.OpenDatabase(sesion().rutaEmpresa());
   const auto destino = area.OpenDatabase(sesion().rutaEmpresa(ui->TxtEmpresa->currentText()));
-  if (!duplicaAsiento(*origen, *destino, ui->TxtAsiento->text().toInt(), ui->TxtFecha->text(),
-                      sesion().DigitosSubcuenta, ui->ChkEliminaAsiento->isChecked())) {
+  if (!duplicaAsiento(ctx.motor, *origen, *destino, ui->TxtAsiento->text().toInt(),
+                      ui->TxtFecha->text(), sesion().DigitosSubcuenta,
+                      ui->ChkEliminaAsiento->isChecked())) {
     mensaje(
         "El tamaño de las subcuentas en la empresa destino no son iguales a las del origen, el "
         "proceso se cancelara",

@@ -3,6 +3,7 @@
 #include <QLineEdit>
 
 #include "foundation/data/filas.h"
+#include "foundation/data/ignorar.h"
 #include "foundation/formato.h"
 #include "foundation/funciones.h"
 #include "foundation/toolkit/principal.h"
@@ -22,6 +23,7 @@ FrmPartida::FrmPartida(Contexto& contexto)
   soloNumero(ui->TxtAsiento);
   alTeclear(ui->TxtAsiento, [this](Tecla& tecla) { TxtAsiento_KeyPress(tecla); });
   alSalir(ui->TxtFecha, [this] { TxtFecha_LostFocus(); });
+  alCambiar(ui->TxtSubcuenta, [this] { TxtSubcuenta_Change(); });
   alSalir(ui->TxtSubcuenta, [this] { TxtSubcuenta_LostFocus(); });
   sinIntro(ui->TxtConcepto);
   alTeclear(ui->TxtConcepto, [this](Tecla& tecla) { TxtConcepto_KeyPress(tecla); });
@@ -75,21 +77,34 @@ void FrmPartida::TxtFecha_LostFocus() {
   }
 }
 
+void FrmPartida::TxtSubcuenta_Change() {
+  if (ui->TxtSubcuenta->text().size() != sesion().DigitosSubcuenta) return;
+  ignorando([this] { buscaSubcuenta(); });
+}
+
+// Shows the name of the code in the field; 3021 if there is no such subcuenta.
+void FrmPartida::buscaSubcuenta() {
+  QString codigo = ui->TxtSubcuenta->text();
+  if (codigo.at(0).isDigit()) codigo = ExpandeCodigo(codigo, sesion().DigitosSubcuenta);
+  if (codigo != ui->TxtSubcuenta->text()) {
+    const QSignalBlocker callado(ui->TxtSubcuenta);
+    ui->TxtSubcuenta->setText(codigo);
+  }
+  ui->TxtNombreCuenta->clear();
+  DtaSubcuentas.bind(sesion().rutaEmpresa(),
+                     "Select * from Subcuentas where Subcuenta='" + codigo + "'");
+  ui->TxtNombreCuenta->setText(DtaSubcuentas.Fields("Descripcion").display());
+}
+
 void FrmPartida::TxtSubcuenta_LostFocus() {
-  const QString texto = ui->TxtSubcuenta->text();
-  if (texto.isEmpty()) return;
-  const int digitos = sesion().DigitosSubcuenta;
+  if (ui->TxtSubcuenta->text().isEmpty()) return;
   try {
-    if (texto.at(0).isDigit()) ui->TxtSubcuenta->setText(ExpandeCodigo(texto, digitos));
-    const QString codigo = ui->TxtSubcuenta->text();
-    DtaSubcuentas.bind(sesion().rutaEmpresa(),
-                       "Select * from Subcuentas where Subcuenta='" + codigo + "'");
-    if (DtaSubcuentas.Eof()) return ofreceSubcuenta(codigo);
-    ui->TxtNombreCuenta->setText(DtaSubcuentas.Fields("Descripcion").display());
+    buscaSubcuenta();
     // The main window's panel follows the subcuenta of the dialog.
-    ctx.principal->TxtSubcuenta().setText(codigo);
+    ctx.principal->TxtSubcuenta().setText(ui->TxtSubcuenta->text());
     ctx.principal->TxtSubcuenta_LostFocus();
   } catch (const ErrorEjecucion& e) {
+    if (e.numero() == err::kSinRegistroActivo) return ofreceSubcuenta(ui->TxtSubcuenta->text());
     RegistraError(sesion().DirPrograma, e.numero(), e.descripcion(),
                   "TxtSubcuenta_LostFocus - FrmMenu");
   }
@@ -100,6 +115,7 @@ void FrmPartida::ofreceSubcuenta(const QString& codigo) {
       pregunta("El código de la subcuenta introducido no existe, ¿ Desea darlo de alta ? ",
                "Error")) {
     mostrar("FrmSubCuentas", 1, codigo);
+    ignorando([this] { buscaSubcuenta(); });  // given up, or created under another code
     return;
   }
   sesion().CodigoAccion = 25;
@@ -131,13 +147,12 @@ void FrmPartida::TxtConcepto_KeyPress(Tecla& tecla) {
 // The last character is left out of the test, as in the entry line.
 void FrmPartida::TxtDebeHaber_KeyPress(Tecla& tecla) {
   QLineEdit* campo = ui->TxtDebeHaber;
-  if (tecla.esIntro() || tecla.esRetroceso() || tecla.texto.isNull()) return;
+  if (tecla.esIntro() || tecla.esRetroceso() || !tecla.texto.isPrint()) return;
   if (campo->text().isEmpty()) {
     campo->setText(Format(0, sesion().MascaraImporte));
     campo->selectAll();
-    return;
   }
-  if (!EsNumerico('0' + campo->text().chopped(1) + tecla.texto)) {
+  if (tecla.texto == u'-' || !EsNumerico('0' + campo->text().chopped(1) + tecla.texto)) {
     pitido();
     tecla.tragar();
   }

@@ -25,6 +25,8 @@ class FrmPartida : public Formulario {
  private:
   void TxtAsiento_KeyPress(Tecla& tecla);
   void TxtFecha_LostFocus();
+  void TxtSubcuenta_Change();
+  void buscaSubcuenta();
   void TxtSubcuenta_LostFocus();
   void ofreceSubcuenta(const QString& codigo);
   void TxtConcepto_KeyPress(Tecla& tecla);

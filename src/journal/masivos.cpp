@@ -44,8 +44,8 @@ QString duplicaRegistro(Database& origen, Recordset& registroDestino, Recordset&
 
 }  // namespace
 
-bool duplicaAsiento(Database& origen, Database& destino, int asiento, const QString& fecha,
-                    int digitosSubcuenta, bool eliminar) {
+bool duplicaAsiento(DBEngine& motor, Database& origen, Database& destino, int asiento,
+                    const QString& fecha, int digitosSubcuenta, bool eliminar) {
   const auto diario = destino.OpenRecordset(QStringLiteral("Select * from diario"));
   const auto contadores = destino.OpenRecordset(QStringLiteral("Select * from Empresa"));
   const auto registro = destino.OpenRecordset(QStringLiteral("Select * from RSIVA"));
@@ -71,6 +71,7 @@ bool duplicaAsiento(Database& origen, Database& destino, int asiento, const QStr
   }
   tomaContador(*contadores, QStringLiteral("Asiento"));
   if (eliminar) {
+    motor.flush();
     borraTodo(*lineasDelAsiento(origen, QString::number(asiento)));
     if (!codigoViejo.isEmpty()) borraTodo(*registroDe(origen, codigoViejo));
   }

@@ -8,87 +8,38 @@
 
 namespace {
 
-Apunte apunteDe(const char* importe) {
-  Apunte apunte;
-  apunte.NAsiento = "1";
-  apunte.Fecha = "15/02/2024";
-  apunte.Subcuenta = "57000001";
-  apunte.Descripcion = "Cobro";
-  apunte.DH = "D";
-  apunte.Importe = importe;
-  return apunte;
-}
-
-class ApunteTest : public testing::Test {
- protected:
-  void SetUp() override {
-    diario_.bind(libros_.rutaEmpresa(),
-                 QStringLiteral("Select * from SqlDiarioPrincipalBlanco order by nasiento"));
-    empresa_.bind(libros_.rutaEmpresa(), QStringLiteral("Select * from Empresa"));
-  }
-  int graba(const Apunte& apunte) {
+TEST(ApunteTest, UnaLineaQueNoEntraNiGastaNumeroNiPisaOtra) {
+  Libros libros;
+  DataControl diario(libros.motor), empresa(libros.motor);
+  diario.bind(libros.rutaEmpresa(), "Select * from SqlDiarioPrincipalBlanco order by nasiento");
+  empresa.bind(libros.rutaEmpresa(), "Select * from Empresa");
+  const auto graba = [&](const char* subcuenta, const char* importe) {
+    Apunte apunte;
+    apunte.NAsiento = 1;
+    apunte.Fecha = "15/02/2024";
+    apunte.Subcuenta = subcuenta;
+    apunte.Descripcion = "Cobro";
+    apunte.DH = "D";
+    apunte.Importe = importe;
     try {
-      grabaApunte(diario_, empresa_, apunte);
+      grabaApunte(diario, empresa, apunte);
       return 0;
     } catch (const ErrorEjecucion& e) {
       return e.numero();
     }
-  }
-  QString contador() {
-    return libros_.filas(QStringLiteral("Select NLinDiario from Empresa")).join(u',');
-  }
-  QStringList lineas() {
-    return libros_.filas(QStringLiteral("Select NLinea, Importe from Diario"));
-  }
-
-  Libros libros_;
-  DataControl diario_{libros_.motor};
-  DataControl empresa_{libros_.motor};
-};
-
-TEST_F(ApunteTest, UnaLineaQueNoEntraNoGastaNumero) {
-  EXPECT_EQ(graba(apunteDe("1.250,50")), 0);
-  EXPECT_EQ(graba(apunteDe("--5")), err::kConversionDeDatos);
-  Apunte larga = apunteDe("1");
-  larga.Subcuenta = "570000011";
-  EXPECT_EQ(graba(larga), err::kTextoDemasiadoLargo);
-  EXPECT_EQ(graba(apunteDe("-3")), 0);
-  EXPECT_EQ(lineas(), (QStringList{QStringLiteral("0|1250,5"), QStringLiteral("1|-3")}));
-  EXPECT_EQ(contador(), QStringLiteral("2"));
-  EXPECT_EQ(diario_.Recordset().editMode(), Recordset::EditMode::None);
-}
-
-TEST_F(ApunteTest, ElContadorSeLeeComoEstaEnElFichero) {
-  DataControl otra(libros_.motor);
-  otra.bind(libros_.rutaEmpresa(), QStringLiteral("Select * from Empresa"));
-  otra.Edit();
-  otra.Fields(QStringLiteral("NLinDiario")) = 40;
-  otra.Update();
-  EXPECT_EQ(grabaApunte(diario_, empresa_, apunteDe("1")), 40);
-  EXPECT_EQ(contador(), QStringLiteral("41"));
-}
-
-TEST_F(ApunteTest, UnNumeroOcupadoNoPisaLaLineaQueLoTiene) {
-  EXPECT_EQ(graba(apunteDe("7")), 0);
-  empresa_.Edit();
-  empresa_.Fields(QStringLiteral("NLinDiario")) = 0;
-  empresa_.Update();
-  EXPECT_EQ(graba(apunteDe("8")), err::kClaveDuplicada);
-  EXPECT_EQ(lineas(), QStringList{QStringLiteral("0|7")});
-  EXPECT_EQ(contador(), QStringLiteral("0"));
-}
-
-TEST_F(ApunteTest, CadaNumeroSeTomaUnaVez) {
-  EXPECT_EQ(tomaAsiento(empresa_), 1);
-  EXPECT_EQ(tomaAsiento(empresa_), 2);
-  EXPECT_EQ(tomaContador(empresa_, QStringLiteral("NLinIVAR")), 0);
-  EXPECT_EQ(libros_.filas(QStringLiteral("Select Asiento, NLinIVAS, NLinIVAR from Empresa")),
-            QStringList{QStringLiteral("3|0|1")});
-}
-
-TEST(CodigoRegistro, LadoYDiezCifras) {
-  EXPECT_EQ(codigoRegistro(u'S', 12), QStringLiteral("S0000000012"));
-  EXPECT_EQ(codigoRegistro(u'R', 2147483647), QStringLiteral("R2147483647"));
+  };
+  EXPECT_EQ(graba("57000001", "1.250,50"), 0);
+  EXPECT_EQ(graba("57000001", "--5"), err::kConversionDeDatos);
+  EXPECT_EQ(graba("570000011", "1"), err::kTextoDemasiadoLargo);
+  EXPECT_EQ(graba("57000001", "-3"), 0);
+  EXPECT_EQ(libros.filas("Select NLinDiario from Empresa"), QStringList("2"));
+  EXPECT_EQ(diario.Recordset().editMode(), Recordset::EditMode::None);
+  empresa.Edit();
+  empresa.Fields("NLinDiario") = 0;
+  empresa.Update();
+  EXPECT_EQ(graba("57000001", "8"), err::kClaveDuplicada);
+  EXPECT_EQ(libros.filas("Select NLinDiario from Empresa"), QStringList("0"));
+  EXPECT_EQ(libros.filas("Select NLinea, Importe from Diario"), (QStringList{"0|1250,5", "1|-3"}));
 }
 
 }  // namespace

@@ -3,11 +3,12 @@
 
 namespace {
 
-TEST(FrmMenuTamano, TheCurrentRowStaysInSightAndTheDatesWhole) {
-  MenuAbierto e;
-  FrmMenu& forma = e.abreMenu();
-  for (int i = 0; i < 40; ++i) e.linea("57000001", "1", {}, i == 0 ? "15/03/2003" : "");
-  auto& grid = e.t->control<Rejilla>("GrdApuntes");
+using FrmMenuTamano = MenuAbierto;
+
+TEST_F(FrmMenuTamano, TheCurrentRowStaysInSightAndTheDatesWhole) {
+  FrmMenu& forma = abreMenu();
+  for (int i = 0; i < 40; ++i) linea("57000001", "1", {}, i == 0 ? "15/03/2003" : "");
+  auto& grid = t->control<Rejilla>("GrdApuntes");
   const auto actual = [&] { return grid.visualRect(grid.currentIndex()); };
   ASSERT_EQ(grid.filaActual(), 39);
   forma.resize(forma.minimumSizeHint());

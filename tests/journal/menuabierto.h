@@ -6,8 +6,9 @@
 #include "soporte/escenario.h"
 #include "soporte/tecleo.h"
 
-struct MenuAbierto : Escenario {
-  explicit MenuAbierto(const DatosEmpresa& datos = empresaDePrueba()) : Escenario(Empresa, datos) {
+class MenuAbierto : public testing::Test, protected Escenario {
+ protected:
+  MenuAbierto() {
     const std::pair<const char*, const char*> subcuentas[] = {
         {"43000001", "Almacenes Ruiz"}, {"57000001", "Caja"}, {"57200001", "Banco"}};
     for (const auto& [codigo, nombre] : subcuentas) {
@@ -27,15 +28,6 @@ struct MenuAbierto : Escenario {
              const QString& fecha = {}) {
     const LineaDiario datos{{}, fecha, subcuenta, QStringLiteral("Apunte"), debe, haber};
     tecleaLinea(*t, guion, ctx.sesion, datos, !fecha.isEmpty());
-  }
-  // Changes a field of the first row of a source.
-  void cambia(const QString& fuente, const QString& campo, const Variant& valor) {
-    DataControl datos(ctx.motor);
-    datos.bind(ctx.sesion.rutaEmpresa(), fuente);
-    datos.Edit();
-    datos.Fields(campo) = valor;
-    datos.Update();
-    ctx.motor.flush();
   }
   void vacia(const char* campo) {
     t->enfoca(campo);

@@ -6,6 +6,8 @@
 
 namespace {
 
+using Extractos = ListadoAbierto;
+
 void dobleClicEnFila(Teclado& t, int fila) {
   auto& rejilla = t.control<Rejilla>("GridExtracto");
   const QRect celda = rejilla.visualRect(rejilla.model()->index(fila, 3));
@@ -22,10 +24,9 @@ QStringList columna(Teclado& t, int numero) {
   return textos;
 }
 
-TEST(FrmExtractosPantalla, ShowsTheWholeYearAndStoresItsBalances) {
-  ListadoAbierto e;
-  e.elige("57200001");
-  e.dialogo("MnuExtractos", "FrmExtractosPantalla", [&](Teclado& t) {
+TEST_F(Extractos, ShowsTheWholeYearAndStoresItsBalances) {
+  elige("57200001");
+  dialogo("MnuExtractos", "FrmExtractosPantalla", [&](Teclado& t) {
     EXPECT_EQ(t.forma().windowTitle(), "Extracto de la subcuenta Banco - 57200001");
     EXPECT_EQ(columna(t, 1), QStringList({"3", "1", "2", "4"}));
     EXPECT_EQ(columna(t, 2), QStringList({"05/01/2003", "10/01/2003", "10/01/2003", "20/02/2003"}));
@@ -34,67 +35,66 @@ TEST(FrmExtractosPantalla, ShowsTheWholeYearAndStoresItsBalances) {
     EXPECT_EQ(columna(t, 6), QStringList({"30,00", "130,00", "230,00", "180,00"}));
     EXPECT_EQ(t.control<Rejilla>("GridExtracto").filaActual(), 3);
     // Each line is rounded before it is added.
-    EXPECT_EQ(e.saldos("57200001"), QStringList({"30", "130", "230", "180"}));
+    EXPECT_EQ(saldos("57200001"), QStringList({"30", "130", "230", "180"}));
     t.escape();
   });
-  EXPECT_EQ(e.saldos("57000001"), QStringList({"", ""}));
-  EXPECT_TRUE(e.ctx.sesion.ValorElegido.isEmpty());
+  EXPECT_EQ(saldos("57000001"), QStringList({"", ""}));
+  EXPECT_TRUE(ctx.sesion.ValorElegido.isEmpty());
 
   // A line that has changed since is told by the next one.
-  e.cambia("Select * from Diario where NAsiento=3 and DH='D'", "Importe", 40);
-  e.dialogo("MnuExtractos", "FrmExtractosPantalla", [](Teclado& t) { t.pulsa("CmdSalir"); });
-  EXPECT_EQ(e.saldos("57200001"), QStringList({"40", "140", "240", "190"}));
+  cambia("Select * from Diario where NAsiento=3 and DH='D'", "Importe", 40);
+  dialogo("MnuExtractos", "FrmExtractosPantalla", [](Teclado& t) { t.pulsa("CmdSalir"); });
+  EXPECT_EQ(saldos("57200001"), QStringList({"40", "140", "240", "190"}));
 
   // Its lines are seen even when another station doesn't let the balances be written.
   const QString ajuste = "Select * from Diario where NAsiento=3 and DH='D'";
-  e.cambia(ajuste, "Importe", 50);
+  cambia(ajuste, "Importe", 50);
   DBEngine estacion;
   DataControl ajena(estacion);
-  ajena.bind(e.ctx.sesion.rutaEmpresa(), ajuste);
+  ajena.bind(ctx.sesion.rutaEmpresa(), ajuste);
   ajena.Edit();
-  e.ctx.motor.setLockTimeout(10);
-  e.guion.esperaDialogo("FrmExtractosPantalla", [&](Teclado& t) {
+  ctx.motor.setLockTimeout(10);
+  guion.esperaDialogo("FrmExtractosPantalla", [&](Teclado& t) {
     EXPECT_EQ(columna(t, 4), QStringList({"50,00", "100,00", "100,00", "0,00"}));
     EXPECT_EQ(columna(t, 6), QStringList({"40,00", "140,00", "240,00", "190,00"}));
     t.escape();
   });
-  e.guion.esperaMensaje(
-      "Error 3260: " + ErrorEjecucion(3260, e.ctx.sesion.rutaEmpresa()).descripcion(), "Librano");
-  e.menu("MnuExtractos");
+  guion.esperaMensaje("Error 3260: " + ErrorEjecucion(3260, ctx.sesion.rutaEmpresa()).descripcion(),
+                      "Librano");
+  menu("MnuExtractos");
   ajena.unbind();
 
-  e.inserta("Subcuentas",
-            {{"Subcuenta", "57200002"}, {"Cuenta", "572"}, {"Descripcion", "Otro banco"}});
-  e.elige("57200002");
-  e.dialogo("MnuExtractos", "FrmExtractosPantalla", [&](Teclado& t) {
+  inserta("Subcuentas",
+          {{"Subcuenta", "57200002"}, {"Cuenta", "572"}, {"Descripcion", "Otro banco"}});
+  elige("57200002");
+  dialogo("MnuExtractos", "FrmExtractosPantalla", [&](Teclado& t) {
     EXPECT_EQ(t.control<Rejilla>("GridExtracto").filas(), 0);
     t.teclea(" ");
     t.tecla(Qt::Key_V, Qt::ControlModifier);
     t.escape();
   });
 
-  e.t->escribe("TxtSubcuenta", "5720000");
+  t->escribe("TxtSubcuenta", "5720000");
   for (const auto& [entrada, que] :
        {std::pair("MnuExtractos", "extracto"), std::pair("MnuAcumulados", "acumulado")}) {
-    e.guion.esperaMensaje(
+    guion.esperaMensaje(
         QString("Para visualizar un %1 tiene que tener una cuenta en el diario").arg(que),
         "Error de selección");
-    e.menu(entrada);
+    menu(entrada);
   }
 }
 
-TEST(FrmExtractosPantalla, TicksOffFindsAndGoesToTheAsiento) {
-  ListadoAbierto e;
-  e.elige("57200001");
-  e.dialogo("MnuExtractos", "FrmExtractosPantalla", [&](Teclado& t) {
+TEST_F(Extractos, TicksOffFindsAndGoesToTheAsiento) {
+  elige("57200001");
+  dialogo("MnuExtractos", "FrmExtractosPantalla", [&](Teclado& t) {
     auto& rejilla = t.control<Rejilla>("GridExtracto");
     // A date as it is typed everywhere; the first line from it on. What is no date, and no answer,
     // isn't taken for today.
-    e.reloj.ponEn(QDate(2003, 1, 31));
+    reloj.ponEn(QDate(2003, 1, 31));
     const std::pair<std::optional<QString>, const char*> fechas[] = {
         {"1102", "4"}, {"06/01/2003", "1"}, {std::nullopt, "1"}, {"31/02", "1"}, {"enero", "1"}};
     for (const auto& [fecha, asiento] : fechas) {
-      e.guion.esperaEntrada("Introduzca una fecha a localizar", fecha);
+      guion.esperaEntrada("Introduzca una fecha a localizar", fecha);
       if (fecha)
         t.tecla(Qt::Key_B, Qt::ControlModifier);
       else
@@ -105,7 +105,7 @@ TEST(FrmExtractosPantalla, TicksOffFindsAndGoesToTheAsiento) {
     for (const char* marca : {"X", ""}) {
       t.teclea(" ");
       EXPECT_EQ(columna(t, 0), QStringList({"", marca, "", ""}));
-      EXPECT_EQ(e.valor("Select Punteo from Diario where NAsiento=1 and DH='D'"), marca);
+      EXPECT_EQ(valor("Select Punteo from Diario where NAsiento=1 and DH='D'"), marca);
       EXPECT_EQ(rejilla.filaActual(), 1);
     }
     // Only a marked line is taken to its asiento by key or button.
@@ -113,37 +113,36 @@ TEST(FrmExtractosPantalla, TicksOffFindsAndGoesToTheAsiento) {
     t.pulsa("ImpresionEntreCuentas");
     t.escape();
   });
-  e.t->pulsa("CmdActivaPunteo");
-  e.dialogo("MnuExtractos", "FrmExtractosPantalla", [&](Teclado& t) {
+  t->pulsa("CmdActivaPunteo");
+  dialogo("MnuExtractos", "FrmExtractosPantalla", [&](Teclado& t) {
     dobleClicEnFila(t, 2);
     EXPECT_EQ(columna(t, 0), QStringList({"", "", "X", ""}));
     t.escape();
   });
-  e.t->pulsa("CmdCerrarPunteo");
-  e.dialogo("MnuExtractos", "FrmExtractosPantalla", [&](Teclado& t) {
-    e.guion.esperaDialogo("FrmAsiento", [](Teclado& asiento) {
+  t->pulsa("CmdCerrarPunteo");
+  dialogo("MnuExtractos", "FrmExtractosPantalla", [&](Teclado& t) {
+    guion.esperaDialogo("FrmAsiento", [](Teclado& asiento) {
       EXPECT_EQ(asiento.textoDe("TxtAsiento"), "2");
       asiento.pulsa("CmdSalir");
     });
     t.tecla(Qt::Key_Up);
     t.tecla(Qt::Key_V, Qt::ControlModifier);  // the marked one
-    e.guion.esperaDialogo("FrmAsiento", [](Teclado& asiento) { asiento.pulsa("CmdVerAsiento"); });
+    guion.esperaDialogo("FrmAsiento", [](Teclado& asiento) { asiento.pulsa("CmdVerAsiento"); });
     dobleClicEnFila(t, 3);
     EXPECT_FALSE(t.forma().isVisible());
   });
-  EXPECT_EQ(e.t->textoDe("TxtAsiento"), "4");
-  EXPECT_EQ(e.t->control<Rejilla>("GrdApuntes").filas(), 2);
+  EXPECT_EQ(t->textoDe("TxtAsiento"), "4");
+  EXPECT_EQ(t->control<Rejilla>("GrdApuntes").filas(), 2);
 }
 
-TEST(FrmExtractoEntraCtas, WritesTheBalancesOfItsRangeAsTheyAre) {
-  ListadoAbierto e;
-  e.guion.esperaDialogo("FrmExtractoEntraCtas", [&](Teclado& t) {
+TEST_F(Extractos, WritesTheBalancesOfItsRangeAsTheyAre) {
+  guion.esperaDialogo("FrmExtractoEntraCtas", [&](Teclado& t) {
     // Nothing in the range: nobody catches it but the form itself.
     t.escribe("TxtSubcuentaDesde", "9.");
     t.intro();
     EXPECT_EQ(t.textoDe("TxtSubcuentaDesde"), "90000000");
     t.teclea("9.1");
-    e.guion.esperaMensaje("Error 3021: " + ErrorEjecucion(3021).descripcion(), "Librano");
+    guion.esperaMensaje("Error 3021: " + ErrorEjecucion(3021).descripcion(), "Librano");
     t.pulsa("CmdAceptar");
     EXPECT_EQ(vistaAbierta(), nullptr);
 
@@ -152,22 +151,21 @@ TEST(FrmExtractoEntraCtas, WritesTheBalancesOfItsRangeAsTheyAre) {
     t.escribe("TxtSubcuentaHasta", "572.1");
     t.escribe("TxtDesde", "01/02/2003");
     EXPECT_EQ(
-        e.lanza(t).lineas().filter("20/02/2003"),
+        lanza(t).lineas().filter("20/02/2003"),
         QStringList({"20/02/2003 4 Apunte 4 50,00 20,00", "20/02/2003 4 Apunte 4 50,00 180,01"}));
     EXPECT_FALSE(t.visible("Bar"));
     t.escape();
   });
-  e.formularios->mostrar("FrmExtractoEntraCtas");
-  EXPECT_EQ(e.saldos("57200001"), QStringList({"30", "130,004", "230,008", "180,008"}));
-  EXPECT_EQ(e.saldos("57000001"), QStringList({"-30", "20"}));
-  EXPECT_EQ(e.saldos("43000001"), QStringList({"", ""}));
+  formularios->mostrar("FrmExtractoEntraCtas");
+  EXPECT_EQ(saldos("57200001"), QStringList({"30", "130,004", "230,008", "180,008"}));
+  EXPECT_EQ(saldos("57000001"), QStringList({"-30", "20"}));
+  EXPECT_EQ(saldos("43000001"), QStringList({"", ""}));
 }
 
-TEST(FrmAcumulados, SumsMonthByMonth) {
-  ListadoAbierto e;
-  e.elige("57000001");
+TEST_F(Extractos, SumsMonthByMonth) {
+  elige("57000001");
   const auto mira = [&](const std::vector<std::pair<int, QStringList>>& filas) {
-    e.dialogo("MnuAcumulados", "FrmAcumulados", [&](Teclado& t) {
+    dialogo("MnuAcumulados", "FrmAcumulados", [&](Teclado& t) {
       EXPECT_EQ(t.forma().windowTitle(), "Acumulados de cuentas");
       const auto& grid = t.control<QTableWidget>("Grid");
       ASSERT_EQ(grid.rowCount(), 13);
@@ -184,7 +182,7 @@ TEST(FrmAcumulados, SumsMonthByMonth) {
         {2, {"FEB", "50,00", "0,00", "50,00", "20,00"}},
         {12, {"DIC", "0,00", "0,00", "0,00", "20,00"}}});
   // Amounts that can't be read again aren't summed, but they are shown.
-  e.ctx.sesion.MascaraImporte = "#,##0.00 €";
+  ctx.sesion.MascaraImporte = "#,##0.00 €";
   mira({{1, {"ENE", "0,00 €", "-30,00 €", "0,00 €", "0,00 €"}}});
 }
 

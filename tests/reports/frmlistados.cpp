@@ -8,20 +8,21 @@
 
 namespace {
 
+using Listados = ListadoAbierto;
+
 // Whatever goes wrong is told in the same box, and the dialog stays as it was.
-TEST(FrmListado, TellsWhatFails) {
-  ListadoAbierto e;
+TEST_F(Listados, TellsWhatFails) {
   const auto controlado = [](int numero, const QString& detalle = {}) {
     return QString("Error numero : %1 ").arg(numero) +
            ErrorEjecucion(numero, detalle).descripcion();
   };
   const auto falla = [&](Teclado& t, const QString& texto, const QString& titulo) {
-    e.guion.esperaMensaje(texto, titulo);
+    guion.esperaMensaje(texto, titulo);
     t.pulsa("CmdAceptar");
     EXPECT_EQ(vistaAbierta(), nullptr);
     EXPECT_TRUE(t.forma().isVisible());
   };
-  e.dialogo("MnuImprimirDiario", "FrmDiarioImprimir", [&](Teclado& t) {
+  dialogo("MnuImprimirDiario", "FrmDiarioImprimir", [&](Teclado& t) {
     for (const char* fecha : {"31/02/2003", ""}) {
       t.control<QLineEdit>("TxtHasta").setText(fecha);
       falla(t, controlado(13, fecha), "Error controlado");
@@ -32,30 +33,30 @@ TEST(FrmListado, TellsWhatFails) {
     t.tecla(Qt::Key_Delete);
     falla(t, controlado(err::kFormulaRechazada, "falta un paréntesis"), "Error controlado");
     t.escribe("TxtAsientoDesde", "1");
-    EXPECT_EQ(e.lanza(t).lineas().filter("Total asiento").size(), 4);
+    EXPECT_EQ(lanza(t).lineas().filter("Total asiento").size(), 4);
     t.escape();
   });
-  e.guion.esperaDialogo("FrmSubcuentasImpresos", [&](Teclado& t) {
+  guion.esperaDialogo("FrmSubcuentasImpresos", [&](Teclado& t) {
     falla(t, controlado(53), "Error controlado");  // no choice, no template
     t.escape();
   });
-  e.formularios->mostrar("FrmSubcuentasImpresos");
+  formularios->mostrar("FrmSubcuentasImpresos");
   // The only one whose failures reach the form's own box.
-  const QString plantilla = e.ctx.sesion.DirDatos + "Impresos\\SumSalN3.rpt";
+  const QString plantilla = ctx.sesion.DirDatos + "Impresos\\SumSalN3.rpt";
   ASSERT_TRUE(QFile::remove(rutaSistema(plantilla)));
-  e.dialogo("MnuSumasysaldos", "FrmSumasSaldosImpresos", [&](Teclado& t) {
+  dialogo("MnuSumasysaldos", "FrmSumasSaldosImpresos", [&](Teclado& t) {
     falla(t, "Error 53: " + ErrorEjecucion(53, plantilla).descripcion(), "Librano");
     t.escape();
   });
-  EXPECT_EQ(e.errores().size(), 1);
+  EXPECT_EQ(errores().size(), 1);
 
   struct SinImpresora : FrmListado {
     explicit SinImpresora(Contexto& contexto) : FrmListado(contexto) {
       lanza([]() -> Listado { throw ErrorEjecucion(err::kSinImpresora); });
     }
   };
-  e.guion.esperaMensaje("No tiene ninguna impresora instalada en su sistema", "Error de Windows");
-  SinImpresora(e.ctx);
+  guion.esperaMensaje("No tiene ninguna impresora instalada en su sistema", "Error de Windows");
+  SinImpresora{ctx};
 }
 
 }  // namespace

@@ -12,7 +12,8 @@
 #include "reports/registro.h"
 #include "soporte/libroimpreso.h"
 
-struct ListadoAbierto : MenuAbierto {
+class ListadoAbierto : public MenuAbierto {
+ protected:
   ListadoAbierto() {
     registraAccounts(*formularios);
     registraJournal(*formularios);

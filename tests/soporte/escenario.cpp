@@ -164,6 +164,15 @@ void Escenario::inserta(const QString& tabla,
   ctx.motor.flush();
 }
 
+void Escenario::cambia(const QString& fuente, const QString& campo, const Variant& valor) {
+  const auto base = ctx.motor.Workspaces(0).OpenDatabase(ctx.sesion.rutaEmpresa());
+  const auto registros = base->OpenRecordset(fuente);
+  registros->Edit();
+  registros->Fields(campo) = valor;
+  registros->Update();
+  ctx.motor.flush();
+}
+
 QStringList Escenario::errores() const {
   QFile fichero(carpetaPrograma() + "/Errores.txt");
   if (!fichero.open(QIODevice::ReadOnly)) return {};

@@ -73,6 +73,8 @@ class Escenario {
   QString valor(const QString& fuente) const;
   // Adds a row to a table of the open company: names and values by turns.
   void inserta(const QString& tabla, const std::vector<std::pair<QString, Variant>>& valores);
+  // Changes a field of the first row of a source of the open company.
+  void cambia(const QString& fuente, const QString& campo, const Variant& valor);
   // The lines of Errores.txt.
   QStringList errores() const;
   // A setting of Config.ini, read and written.

@@ -1,0 +1,238 @@
+// Finding one's way in the quarter's books: locating, ticking off, looking at an asiento, picking a
+// day and reckoning beside the entry line, by keys.
+#include "escenarios/herramientas.h"
+#include "foundation/data/errorejecucion.h"
+
+namespace {
+
+constexpr int kTodas = 312;
+
+// A locate by its entry, the field of its dialog, and what is asked for.
+struct Busqueda {
+  const char* entrada;
+  const char* campo;
+  const char* texto;
+};
+
+class Busquedas : public DiarioDelTrimestre {
+ protected:
+  void busca(const Busqueda& b, const std::function<void(Teclado&)>& paso) {
+    herramienta(b.entrada, [&](Teclado& d) {
+      rellena(d, {{b.campo, b.texto}});
+      paso(d);
+    });
+  }
+  QString marcadas() const { return valor("Select Count(NLinea) from Diario where Punteo<>''"); }
+};
+
+TEST_F(Busquedas, NarrowTheJournalUntilItIsReloaded) {
+  const struct {
+    Busqueda busqueda;
+    int filas;
+    const char* asiento;
+  } casos[] = {
+      {{"MnuLocCodigo", "TxtSubcuenta", "43.6"}, 6, "11"},
+      {{"MnuLocAsiento", "TxtAsiento", "118x"}, 10, "118"},  // from the given one on
+      {{"MnuLocDescripcion", "TxtDescripcion", "quiLER"}, 15, "6"},
+      {{"MnuLocImporte", "TxtImporte", "1102"}, 9, "6"},  // on either side
+      {{"MnuLocImporte", "TxtImporte", "12.02"}, 6, "22"},
+      // The third of January: the month goes first where it can.
+      {{"MnuLocFecha", "TxtFecha", "0103"}, 308, "3"},
+      {{"MnuLocFecha", "TxtFecha", "1503"}, 63, "96"},
+  };
+  for (const auto& [busqueda, filas, asiento] : casos) {
+    SCOPED_TRACE(testing::Message() << busqueda.entrada << ' ' << busqueda.texto);
+    busca(busqueda, [](Teclado& d) { d.escape(); });
+    EXPECT_EQ(rejilla().filas(), kTodas);
+    busca(busqueda, acepta);
+    EXPECT_EQ(rejilla().filas(), filas);
+    EXPECT_EQ(t->textoDe("TxtAsiento"), asiento);
+    // A dialog that closes without a word leaves it narrowed.
+    herramienta("MnuRenumeraDiario", [](Teclado& d) { d.escape(); });
+    EXPECT_EQ(rejilla().filas(), filas);
+    t->tecla(Qt::Key_F5);
+    EXPECT_EQ(rejilla().filas(), kTodas);
+    EXPECT_EQ(t->enfocado(), "TxtSubcuenta");
+  }
+  // The subcuenta being typed is the one proposed.
+  t->teclea("572.2");
+  t->intro();
+  guion.esperaDialogo("FrmBusSub", [](Teclado& d) {
+    EXPECT_EQ(d.textoDe("TxtSubcuenta"), "57200002");
+    d.intro();
+    d.intro();
+  });
+  t->tecla(Qt::Key_F, Qt::ControlModifier);
+  EXPECT_EQ(rejilla().filas(), 7);
+  comprueba();
+}
+
+TEST_F(Busquedas, SayWhatIsNotThereAndWhatCanNotBeLookedFor) {
+  const struct {
+    Busqueda busqueda;
+    QString aviso;  // empty: not a word
+    bool cierra;
+  } casos[] = {
+      {{"MnuLocCodigo", "TxtSubcuenta", "43.9"}, "La subcuenta introducida no existe", true},
+      {{"MnuLocAsiento", "TxtAsiento", "999"}, "El asiento introducido no existe", true},
+      {{"MnuLocDescripcion", "TxtDescripcion", "xyz"},
+       "Ninguna partida tiene los caracteres introducidos",
+       true},
+      {{"MnuLocImporte", "TxtImporte", "31"}, "El importe introducido no existe", true},
+      {{"MnuLocFecha", "TxtFecha", "3112"}, {}, true},
+      {{"MnuLocCodigo", "TxtSubcuenta", ""}, "No tiene ninguna cuenta introducida", false},
+      {{"MnuLocCodigo", "TxtSubcuenta", "430"},
+       "La cuenta introducida no tiene los digitos correspondientes",
+       false},
+      {{"MnuLocCodigo", "TxtSubcuenta", "ABCDEFGH"}, {}, false},
+      {{"MnuLocAsiento", "TxtAsiento", ""}, "No tiene ningun asiento introducido", false},
+      {{"MnuLocImporte", "TxtImporte", "x"}, "No tiene ningun importe introducido", false},
+  };
+  for (const auto& [busqueda, aviso, cierra] : casos) {
+    SCOPED_TRACE(testing::Message() << busqueda.entrada << ' ' << busqueda.texto);
+    enLinea(118, 0);
+    busca(busqueda, [&, &aviso = aviso, cierra = cierra](Teclado& d) {
+      if (!aviso.isEmpty()) guion.esperaMensaje(aviso, "Error");
+      acepta(d);
+      EXPECT_EQ(d.forma().isVisible(), !cierra);
+      d.escape();
+    });
+    EXPECT_EQ(rejilla().filas(), cierra ? 0 : 10);
+    EXPECT_EQ(t->textoDe("TxtAsiento"), cierra && !aviso.isEmpty() ? "" : "118");
+  }
+}
+
+TEST_F(Busquedas, FindWhatHasBeenTickedOff) {
+  const char* const kNinguna = "No se ha encontrado ninguna partida con el punteo seleccionado";
+  // The space bar marks with the frame closed too; a double click doesn't.
+  enLinea(29, 0);
+  t->tecla(Qt::Key_Space);
+  t->tecla(Qt::Key_Down);
+  t->tecla(Qt::Key_Space);
+  t->dobleClic("GrdApuntes");
+  EXPECT_EQ(filas("Select NAsiento, Punteo from Diario where Punteo<>'' order by NLinea"),
+            (Filas{{"29", "X"}, {"29", "X"}}));
+  // Another mark clears; it doesn't replace.
+  t->pulsa("CmdActivaPunteo");
+  t->pulsa("OptPunteo_7");
+  enLinea(29, 0);
+  t->tecla(Qt::Key_Space);
+  EXPECT_EQ(marcadas(), "1");
+  t->tecla(Qt::Key_Space);
+  EXPECT_EQ(valor("Select Punteo from Diario where NAsiento=29"), "*");
+  t->dobleClic("GrdApuntes");
+  EXPECT_EQ(rejilla().valor("Punteo"), "*");
+  EXPECT_EQ(marcadas(), "3");
+  t->pulsa("CmdCerrarPunteo");
+  EXPECT_FALSE(t->visible("FrmPunteo"));
+
+  // None is chosen at the start, and no line bears none.
+  herramienta("MnuLocApuntes", [&](Teclado& d) {
+    EXPECT_EQ(d.enfocado(), "CmdAceptar");
+    guion.esperaMensaje(kNinguna, "Error");
+    d.intro();
+  });
+  EXPECT_EQ(rejilla().filas(), 0);
+  EXPECT_EQ(t->textoDe("TxtAsiento"), "");
+  herramienta("MnuLocApuntes", [&](Teclado& d) {
+    d.llega("OptPunteo_0");
+    d.tecla(Qt::Key_Space);
+    acepta(d);
+  });
+  EXPECT_EQ(rejilla().filas(), 1);
+  EXPECT_EQ(rejilla().valor("Subcuenta"), "43000006");
+  comprueba();
+}
+
+TEST_F(Busquedas, LeadFromAnExtractToItsAsiento) {
+  t->teclea("572.2");
+  guion.esperaDialogo("FrmExtractosPantalla", [&](Teclado& extracto) {
+    guion.esperaDialogo("FrmAsiento", [](Teclado& asiento) {
+      EXPECT_EQ(asiento.textoDe("TxtAsiento"), "29");
+      EXPECT_EQ(asiento.forma().windowTitle(), "27/01/2024");
+      const auto& lineas = asiento.control<Rejilla>("GridAsiento");
+      EXPECT_EQ(lineas.filas(), 2);
+      EXPECT_EQ(lineas.texto(1, 3), "-682,96");
+      asiento.llega("CmdVerAsiento");
+      asiento.intro();
+    });
+    extracto.llega("GridExtracto");
+    extracto.tecla(Qt::Key_Home, Qt::ControlModifier);
+    extracto.control<Rejilla>("GridExtracto").dobleClic();
+    EXPECT_FALSE(extracto.forma().isVisible());
+  });
+  t->intro();
+  t->tecla(Qt::Key_F3);
+  EXPECT_EQ(t->textoDe("TxtAsiento"), "29");
+  EXPECT_EQ(rejilla().filas(), 2);
+}
+
+TEST_F(Busquedas, WriteTheDayWhereItWasAskedFrom) {
+  const auto alDiaSiguiente = [](Teclado& dias) {
+    dias.llega("Calendario");
+    dias.tecla(Qt::Key_Right);
+    dias.intro();
+    EXPECT_FALSE(dias.forma().isVisible());
+  };
+  guion.esperaDialogo("FrmCalendario", alDiaSiguiente);
+  t->pulsa("CmdLinFecha");
+  EXPECT_EQ(t->textoDe("TxtFecha"), "03/04/2024");
+  EXPECT_EQ(t->enfocado(), "TxtFecha");
+
+  enLinea(7, 0);
+  guion.esperaDialogo("FrmPartida", [&](Teclado& partida) {
+    guion.esperaDialogo("FrmCalendario", alDiaSiguiente);
+    partida.pulsa("CmdLinFecha");
+    EXPECT_EQ(partida.textoDe("TxtFecha"), "06/01/2024");
+    EXPECT_EQ(t->textoDe("TxtFecha"), "03/04/2024");
+    partida.escape();
+  });
+  t->intro();
+  herramienta("MnuLocFecha", [&](Teclado& busca) {
+    // A day chosen without closing is written too.
+    guion.esperaDialogo("FrmCalendario", [](Teclado& dias) {
+      dias.llega("Calendario");
+      dias.tecla(Qt::Key_Down);
+      dias.escape();
+    });
+    busca.pulsa("CmdCal");
+    EXPECT_EQ(busca.textoDe("TxtFecha"), "09/04/2024");
+    busca.escape();
+  });
+  comprueba();
+}
+
+TEST_F(Busquedas, ReckonBesideTheEntryLine) {
+  const struct {
+    const char* importe;
+    QList<const char*> teclas;
+    const char* resultado;
+  } casos[] = {
+      {"", {"CmdNumeros_1", "CmdNumeros_0", "CmdNumeros_10", "CmdNumeros_5", "CmdSuma"}, "10,5"},
+      {"100", {"CmdNumeros_3", "CmdResta"}, "97"},
+      {"1200.5", {"CmdNumeros_2", "CmdMultiplica"}, "2401"},
+      {"", {"CmdNumeros_7", "CmdMultiplica"}, "7"},
+      {"7", {"CmdNumeros_2", "CmdDivide"}, "3,5"},
+      {"7", {"CmdNumeros_2", "CmdC", "CmdNumeros_1", "CmdSuma"}, "8"},
+      {"7", {"CmdNumeros_2", "CmdCE"}, "0,00 "},
+  };
+  for (const auto& [importe, teclas, resultado] : casos) {
+    t->llega("TxtDebeHaber");
+    t->teclea(importe);
+    for (const char* tecla : teclas) t->pulsa(tecla);
+    EXPECT_EQ(t->textoDe("TxtDebeHaber"), resultado);
+    EXPECT_EQ(t->textoDe("TxtCalImp"), "0");
+    EXPECT_EQ(t->enfocado(), "TxtSubcuenta");
+  }
+  // A result is posted as it stands by the buttons: the field would offer another amount.
+  tecleaLinea(*t, guion, ctx.sesion, {"", "02/04/2024", "57000001", "Ajuste", "9", ""}, true);
+  for (const char* tecla : {"CmdNumeros_4", "CmdSuma", "CmdLinHaber"}) t->pulsa(tecla);
+  libro[312] = {121, "02/04/2024", "57000001", "Ajuste", 9};
+  libro[313] = {121, "02/04/2024", "57000001", "Ajuste", -13};
+  comprueba();
+  guion.esperaMensaje("Error 11: " + ErrorEjecucion(err::kDivisionPorCero).descripcion(),
+                      "Librano");
+  t->pulsa("CmdDivide");
+}
+
+}  // namespace

@@ -1,0 +1,153 @@
+// The quarter's books in the main window, with the journal's tools at hand: each is driven by keys,
+// and after it the journal and the trial balance are compared whole with what they must be.
+#pragma once
+
+#include <QApplication>
+#include <QMenu>
+
+#include <map>
+
+#include "accounts/registro.h"
+#include "foundation/menu/tablamenu.h"
+#include "foundation/toolkit/rejilla.h"
+#include "journal/registro.h"
+#include "reports/registro.h"
+#include "soporte/escenario.h"
+#include "soporte/libros.h"
+#include "soporte/tecleo.h"
+
+using Filas = std::vector<QStringList>;
+
+// A line of the journal as it must stand; the amount of a haber is negative.
+struct Linea {
+  int asiento;
+  QString fecha;
+  QString subcuenta;
+  QString concepto;
+  double importe;
+
+  bool operator==(const Linea&) const = default;
+  friend void PrintTo(const Linea& l, std::ostream* salida) {
+    *salida << l.asiento << ' ' << qPrintable(l.fecha) << ' ' << qPrintable(l.subcuenta) << ' '
+            << qPrintable(l.concepto) << ' ' << l.importe;
+  }
+};
+
+class DiarioDelTrimestre : public testing::Test, protected Escenario {
+ protected:
+  DiarioDelTrimestre() : Escenario(Empresa, empresa("Comercial Ejemplo")) {
+    reloj.ponEn(QDate(2024, 4, 2));
+    altaSubcuentasTrimestre(*ctx.motor.Workspaces(0).OpenDatabase(ctx.sesion.rutaEmpresa()));
+    asientaDiarioTrimestre(ctx.motor, ctx.sesion.rutaEmpresa());
+    registraAccounts(*formularios);
+    registraJournal(*formularios);
+    registraReports(*formularios);
+    libro = lee();
+    t = std::make_unique<Teclado>(abre("FrmMenu"));
+  }
+
+  static DatosEmpresa empresa(const QString& nombre) {
+    DatosEmpresa datos = empresaDePrueba();
+    datos.NombreEmpresa = nombre;
+    datos.Ano = "2024";
+    return datos;
+  }
+
+  // An entry of the menu bar: Alt and the letter of its menu, down to it, Enter.
+  void entrada(const char* nombre) {
+    QStringList camino(QString::fromLatin1(nombre));
+    const EntradaMenu* tramo = entradaMenu(camino[0]);
+    for (; !tramo->padre.isEmpty(); tramo = entradaMenu(tramo->padre))
+      camino.prepend(tramo->padre.toString());
+    t->mnemonico(tramo->rotulo[tramo->rotulo.indexOf(u'&') + 1]);
+    for (const QString& paso : camino.mid(1)) {
+      auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+      ASSERT_TRUE(menu) << qPrintable(paso);
+      Teclado teclas(*menu);
+      const auto enPaso = [&] {
+        const QAction* a = menu->activeAction();
+        return a && (a->menu() ? a->menu()->objectName() : a->objectName()) == paso;
+      };
+      for (auto n = menu->actions().size(); n > 0 && !enPaso(); --n) teclas.tecla(Qt::Key_Down);
+      ASSERT_TRUE(enPaso()) << qPrintable(paso);
+      teclas.intro();
+    }
+  }
+  // The dialog of an entry, driven by `paso`.
+  void herramienta(const char* nombre, std::function<void(Teclado&)> paso) {
+    const QString dialogo = entradaMenu(QString::fromLatin1(nombre))->destino.toString();
+    guion.esperaDialogo(dialogo, std::move(paso));
+    entrada(nombre);
+  }
+  // The grid on a line of an asiento, counted from 0.
+  void enLinea(int asiento, int linea) {
+    herramienta("MnuLocAsiento", [&](Teclado& busca) {
+      rellena(busca, {{"TxtAsiento", QString::number(asiento)}});
+      acepta(busca);
+    });
+    t->llega("GrdApuntes");
+    for (; linea > 0; --linea) t->tecla(Qt::Key_Down);
+  }
+  // Goes from field to field by Tab; a field's old text is selected when it is entered.
+  static void rellena(Teclado& d, const std::vector<std::pair<const char*, QString>>& campos) {
+    for (const auto& [campo, texto] : campos) {
+      d.llega(campo);
+      d.tecla(Qt::Key_Delete);
+      d.teclea(texto);
+    }
+  }
+  static void acepta(Teclado& d) {
+    d.llega("CmdAceptar");
+    d.intro();
+  }
+
+  // The whole journal is `libro`, and the trial balance is that of its lines.
+  void comprueba() const {
+    auto hay = lee();
+    auto falta = libro;
+    std::erase_if(falta, [&](const auto& linea) {
+      const auto it = hay.find(linea.first);
+      return it != hay.end() && it->second == linea.second && (hay.erase(it), true);
+    });
+    EXPECT_EQ(hay, falta);
+
+    std::map<std::pair<QString, int>, std::pair<qint64, qint64>> resto;  // in cents
+    for (const auto& [numero, l] : libro) {
+      auto& [debe, haber] = resto[{l.subcuenta, l.fecha.mid(3, 2).toInt()}];
+      (l.importe < 0 ? haber : debe) += qRound64(l.importe * 100);
+    }
+    for (const QStringList& f :
+         filas("Select Subcuenta, Mes, SumaDeDebe, SumaDeHaber from SqlSumasSaldosN4")) {
+      auto& [debe, haber] = resto[{f[0], f[1].toInt()}];
+      debe -= qRound64(Variant(f[2]).number() * 100);
+      haber -= qRound64(Variant(f[3]).number() * 100);
+    }
+    for (const auto& [clave, saldo] : resto)
+      EXPECT_EQ(saldo, std::pair(0LL, 0LL)) << qPrintable(clave.first) << ' ' << clave.second;
+  }
+  // The lines of the file, by their number.
+  std::map<int, Linea> lee() const {
+    std::map<int, Linea> todas;
+    for (const QStringList& f :
+         filas("Select NLinea, NAsiento, Fecha, Subcuenta, Descripcion, Importe from Diario"))
+      todas[f[0].toInt()] = {f[1].toInt(), f[2], f[3], f[4], Variant(f[5]).number()};
+    return todas;
+  }
+  // Takes an asiento out of what must be there.
+  void sinAsiento(int numero) {
+    std::erase_if(libro, [=](const auto& linea) { return linea.second.asiento == numero; });
+  }
+  void cambiaLinea(int numero, const QString& campo, const Variant& valor) {
+    cambia("Select * from Diario where NLinea=" + QString::number(numero), campo, valor);
+  }
+  // Makes an asiento that of an invoice, with its row of the register.
+  void factura(const QString& codigo, int asiento) {
+    for (const auto& [numero, linea] : lee())
+      if (linea.asiento == asiento) cambiaLinea(numero, "ApunteIVA", codigo);
+    inserta("RSIVA", {{"Codigo", codigo}, {"Asiento", asiento}, {"Factura", "A-7"}});
+  }
+  const Rejilla& rejilla() const { return t->control<Rejilla>("GrdApuntes"); }
+
+  std::unique_ptr<Teclado> t;
+  std::map<int, Linea> libro;
+};

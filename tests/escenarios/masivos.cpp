@@ -1,0 +1,299 @@
+// Changing the quarter's books in bulk: duplicating, replacing, squaring, checking dates and
+// renumbering, by keys.
+#include "escenarios/herramientas.h"
+
+namespace {
+
+const QString kFin = "Proceso terminado con exito";
+
+struct Cambio {
+  QString campo;
+  const char* localizar;
+  const char* cambiar;
+  const char* hasta = "3112";
+};
+
+class Masivos : public DiarioDelTrimestre {
+ protected:
+  static void alterna(Teclado& d, const char* casilla) {
+    d.llega(casilla);
+    d.tecla(Qt::Key_Space);
+  }
+  // The dialog of a replacement, whose list takes the first letter of a field.
+  static void llena(Teclado& d, const Cambio& cambio) {
+    d.llega("TxtCampo");
+    d.teclea(cambio.campo.left(1));
+    EXPECT_EQ(d.textoDe("TxtCampo"), cambio.campo);
+    rellena(d, {{"TxtDatoLoc", cambio.localizar}, {"TxtFechaHasta", cambio.hasta}});
+    if (*cambio.cambiar) rellena(d, {{"TxtDatoCam", cambio.cambiar}});
+  }
+};
+
+TEST_F(Masivos, DuplicateAnAsientoWithItsInvoice) {
+  factura("S0000000041", 9);
+  cambia("Empresa", "NLinIVAS", 41);
+  enLinea(9, 1);
+  herramienta("MnuDuplicaAsiento", [&](Teclado& duplica) {
+    EXPECT_EQ(duplica.textoDe("TxtAsiento"), "9");
+    EXPECT_EQ(duplica.textoDe("TxtEmpresa"), "Comercial Ejemplo");
+    EXPECT_EQ(duplica.textoDe("TxtFecha"), "08/01/2024");
+    EXPECT_EQ(rejilla().filas(), 3);  // the asiento is on show meanwhile
+    rellena(duplica, {{"TxtFecha", "0104"}});
+    acepta(duplica);
+  });
+  for (const int numero : {20, 21, 22}) {
+    libro[292 + numero] = libro[numero];
+    libro[292 + numero].asiento = 121;
+    libro[292 + numero].fecha = "01/04/2024";
+  }
+  comprueba();
+  EXPECT_EQ(filas("Select NLinea from Diario where ApunteIVA='S0000000042'"),
+            (Filas{{"312"}, {"313"}, {"314"}}));
+  EXPECT_EQ(filas("Select Codigo, Asiento, FechaC, Factura from RSIVA order by Codigo"),
+            (Filas{{"S0000000041", "9", "", "A-7"}, {"S0000000042", "121", "01/04/2024", "A-7"}}));
+  EXPECT_EQ(filas("Select Asiento, NLinDiario, NLinIVAS from Empresa"),
+            (Filas{{"122", "315", "42"}}));
+}
+
+TEST_F(Masivos, MoveAnAsientoToAnotherCompany) {
+  DatosEmpresa ancha = empresa("Ancha");
+  ancha.SubCuN01 = "9";
+  creaEmpresa(ancha);
+  creaEmpresa(empresa("Sucursal"));
+  factura("R0000000007", 10);
+  enLinea(10, 0);
+  herramienta("MnuDuplicaAsiento", [&](Teclado& duplica) {
+    duplica.llega("TxtEmpresa");
+    duplica.tecla(Qt::Key_Up);
+    EXPECT_EQ(duplica.textoDe("TxtEmpresa"), "Ancha");
+    guion.esperaMensaje(
+        "El tamaño de las subcuentas en la empresa destino no son iguales a las del origen, el "
+        "proceso se cancelara",
+        "Atención");
+    acepta(duplica);
+    duplica.llega("TxtEmpresa");
+    duplica.tecla(Qt::Key_End);
+    alterna(duplica, "ChkEliminaAsiento");
+    acepta(duplica);
+  });
+  EXPECT_TRUE(filas("RSIVA").empty());
+  std::map<int, Linea> traslado;
+  for (const int numero : {23, 24, 25}) {
+    traslado[numero - 23] = libro[numero];
+    traslado[numero - 23].asiento = 1;
+  }
+  sinAsiento(10);
+  comprueba();
+  abreEmpresa("Sucursal");
+  libro = traslado;
+  EXPECT_EQ(lee(), libro);
+  EXPECT_EQ(filas("Select NLinea from Diario where ApunteIVA='R0000000001'").size(), 3u);
+  EXPECT_EQ(filas("Select Codigo, Asiento from RSIVA"), (Filas{{"R0000000001", "1"}}));
+  EXPECT_EQ(filas("Select Asiento, NLinDiario, NLinIVAR from Empresa"), (Filas{{"2", "3", "1"}}));
+}
+
+TEST_F(Masivos, ReplaceWhatTheyFind) {
+  const struct {
+    Cambio cambio;
+    void (*efecto)(Linea&);
+  } casos[] = {
+      {{"Fecha", "0502", "0603"},
+       [](Linea& l) {
+         if (l.fecha == "05/02/2024") l.fecha = "06/03/2024";
+       }},
+      {{"Descripcion", "pago n*", "Líquido"},
+       [](Linea& l) {
+         if (l.concepto == "Pago nóminas") l.concepto = "Líquido";
+       }},
+      {{"Importe", "12.02", "13"},  // on this side only
+       [](Linea& l) {
+         if (l.importe == 12.02) l.importe = 13;
+       }},
+      {{"NAsiento", "1", "501"},
+       [](Linea& l) {
+         if (l.asiento == 1) l.asiento = 501;
+       }},
+      // The limits are read month first where they can be: up to the third of January.
+      {{"Subcuenta", "572.1", "572.2", "0103"},
+       [](Linea& l) {
+         if (l.subcuenta == "57200001" && l.fecha == "02/01/2024") l.subcuenta = "57200002";
+       }},
+  };
+  for (const auto& [cambio, efecto] : casos) {
+    SCOPED_TRACE(qPrintable(cambio.campo));
+    herramienta("MnuCambiaAsientos", [&, &cambio = cambio](Teclado& d) {
+      EXPECT_EQ(d.textoDe("TxtFechaDesde"), "01/01/2024");
+      EXPECT_EQ(d.textoDe("TxtFechaHasta"), "31/12/2024");
+      llena(d, cambio);
+      acepta(d);
+    });
+    for (auto& [numero, linea] : libro) efecto(linea);
+    comprueba();
+  }
+}
+
+TEST_F(Masivos, SayWhyTheyCanNotReplace) {
+  const QString kVacio = "No existe ningun apunte entre los límites seleccionados";
+  const QString kMalRelleno = "Una de las casillas no la ha rellenado correctamente";
+  const std::pair<Cambio, QString> casos[] = {
+      {{"Importe", "31", "32"}, kVacio},
+      {{"Fecha", "0502", "0603", "0103"}, kVacio},
+      {{"NAsiento", "", "3"}, kMalRelleno},
+      {{"Subcuenta", "O'Brien", "3"}, kMalRelleno},
+      {{"NAsiento", "1", "siete"},
+       "El dato a convertir en la casilla de dato a cambiar, no es correcto"},
+      // Whatever else the engine says is shown as it says it.
+      {{"Subcuenta", "572.1", "572000011"}, "El texto es demasiado largo para el campo: 572000011"},
+  };
+  for (const auto& [cambio, aviso] : casos) {
+    herramienta("MnuCambiaAsientos", [&, &cambio = cambio, &aviso = aviso](Teclado& d) {
+      llena(d, cambio);
+      guion.esperaMensaje(aviso, "Error");
+      acepta(d);
+      EXPECT_FALSE(d.visible("Bar"));
+      d.escape();
+    });
+  }
+  comprueba();
+}
+
+TEST_F(Masivos, DeleteWholeAsientosByACondition) {
+  herramienta("MnuCambiaAsientos", [&](Teclado& d) {
+    rellena(d, {{"TxtDatoCam", "9"}});
+    alterna(d, "ChkEliminarAsientos");
+    EXPECT_EQ(d.textoDe("TxtDatoCam"), "");
+    EXPECT_FALSE(d.control("TxtDatoCam").isEnabled());
+    guion.esperaMensaje("No se puede eliminar asientos a la vez que localiza por ellos",
+                        "Ejecución anulada");
+    acepta(d);
+    for (const bool libre : {true, false}) {
+      alterna(d, "ChkEliminarAsientos");
+      EXPECT_EQ(d.control("TxtDatoCam").isEnabled(), libre);
+    }
+    // Two lines of each asiento are found: the second is gone when its turn comes.
+    llena(d, {"Descripcion", "ventas contado semana", "", "1302"});
+    rellena(d, {{"TxtFechaDesde", "1301"}});
+    acepta(d);
+  });
+  for (const int asiento : {20, 28, 38, 47}) sinAsiento(asiento);
+  comprueba();
+}
+
+TEST_F(Masivos, PostWhatIsMissingToSquare) {
+  const LineaDiario descuadres[] = {{"", "01/01/2024", "57000001", "Suelto", "9", ""},
+                                    {"", "10/03/2024", "57000001", "Suelto", "8", ""},
+                                    {"", "11/03/2024", "57000001", "Suelto", "", "7.5"},
+                                    {"", "12/03/2024", "57000001", "Suelto", "0.001", ""}};
+  for (const LineaDiario& linea : descuadres) tecleaLinea(*t, guion, ctx.sesion, linea, true);
+  libro = lee();
+  const QString cuadrar = "Asiento %1 descuadrado, ¿desea cuadrar el asiento?";
+  const QString fin = "Fín de la busqueda de cuadrar asientos descuadrados";
+  herramienta("MnuCuadrarAsientosAutomaticamente", [&](Teclado& cuadra) {
+    EXPECT_EQ(cuadra.textoDe("TxtDesde"), "01/01/2024");
+    EXPECT_EQ(cuadra.textoDe("TxtHasta"), "31/12/2024");
+    cuadra.teclea("572.2");
+    cuadra.intro();
+    EXPECT_EQ(cuadra.textoDe("LblCuenta"), "Caja Rural c/c");
+    EXPECT_EQ(cuadra.enfocado(), "TxtDesde");
+    // The one of the first of January stands on the limit, and a thousandth is square.
+    guion.esperaPregunta(cuadrar.arg(122), false, "Descuadre localizado");
+    guion.esperaPregunta(cuadrar.arg(123), true, "Descuadre localizado");
+    guion.esperaMensaje(fin, "Fín");
+    acepta(cuadra);
+  });
+  libro[316] = {123, "11/03/2024", "57200002", "Descuadre Automático", 7.5};
+  comprueba();
+  herramienta("MnuCuadrarAsientosAutomaticamente", [&](Teclado& cuadra) {
+    // A code that isn't there leads to the plan, which gives back the one chosen.
+    guion.esperaDialogo("FrmVisualizaPlan", [](Teclado& plan) { plan.intro(); });
+    cuadra.teclea("43000");
+    cuadra.intro();
+    EXPECT_EQ(cuadra.enfocado(), "TxtSubcuenta");
+    EXPECT_EQ(cuadra.textoDe("TxtSubcuenta"), "43000001");
+    alterna(cuadra, "ChkSolicitar");
+    guion.esperaMensaje(fin, "Fín");
+    acepta(cuadra);
+  });
+  libro[317] = {122, "10/03/2024", "43000001", "Descuadre Automático", -8};
+  comprueba();
+  EXPECT_EQ(valor("Select NLinDiario from Empresa"), "318");
+  EXPECT_EQ(rejilla().texto(0, 3), "122");
+}
+
+TEST_F(Masivos, GiveEachAsientoItsEarliestDateInTheYear) {
+  const std::map<int, Linea> antes = libro;
+  cambiaLinea(14, "Fecha", "03/02/2024");
+  cambiaLinea(21, "Fecha", "07/02/1999");
+  libro = lee();
+  herramienta("MnuCompruebaFechasAsientos", [](Teclado& d) { d.escape(); });
+  comprueba();
+  herramienta("MnuCompruebaFechasAsientos", [&](Teclado& d) {
+    guion.esperaMensaje(kFin, "Fín");
+    acepta(d);
+  });
+  libro = antes;
+  for (const int numero : {20, 21, 22}) libro[numero].fecha = "07/02/2024";
+  comprueba();
+}
+
+TEST_F(Masivos, CompareTheNumbersOfRenumberingAsTexts) {
+  const struct {
+    const char* desde;
+    const char* numero;
+    const char* quedaDesde;
+    const char* quedaNumero;
+  } casos[] = {
+      {"1", "1", "1", "1"}, {"9", "10", "9", "9"},      {"10", "9", "10", "9"},
+      {"x", "0", "1", "1"}, {"20", "nada", "20", "20"}, {"3", "30", "3", "30"},
+  };
+  herramienta("MnuRenumeraDiario", [&](Teclado& renumera) {
+    for (const auto& caso : casos) {
+      rellena(renumera, {{"TxtRenumeraAsientoDesde", caso.desde}});
+      renumera.intro();
+      renumera.teclea(caso.numero);
+      renumera.intro();
+      EXPECT_EQ(renumera.textoDe("TxtRenumeraAsientoDesde"), caso.quedaDesde) << caso.desde;
+      EXPECT_EQ(renumera.textoDe("TxtRenumeraDesdeNumero"), caso.quedaNumero) << caso.numero;
+    }
+    renumera.escape();
+  });
+}
+
+TEST_F(Masivos, RenumberByDateWhateverTheSecondFieldSays) {
+  tecleaLinea(*t, guion, ctx.sesion, {"", "10/01/2024", "57000001", "Suelto", "9", ""}, true);
+  tecleaLinea(*t, guion, ctx.sesion, {"", "", "57200001", "Suelto", "", "9"}, false);
+  factura("S0000000001", 121);
+  cambiaLinea(17, "Fecha", "09/01/2024");
+  libro = lee();
+  // From the second on: the last typed goes to its day, and the second line of the seventh, of a
+  // later day, becomes an asiento of its own.
+  for (auto& [numero, linea] : libro) {
+    const int antes = linea.asiento;
+    linea.asiento = antes == 121 ? 12 : antes > 10 ? antes + 2 : antes + antes / 10;
+  }
+  libro[17].asiento = 10;
+  herramienta("MnuRenumeraDiario", [&](Teclado& renumera) {
+    rellena(renumera, {{"TxtRenumeraAsientoDesde", "2"}, {"TxtRenumeraDesdeNumero", "50"}});
+    guion.esperaDialogo("FrmCompruebaFechasAsientos", [](Teclado& d) { d.escape(); });
+    renumera.llega("CmdRevisarFechas");
+    renumera.intro();
+    guion.esperaMensaje(kFin, "Fín");
+    acepta(renumera);
+  });
+  comprueba();
+  EXPECT_EQ(valor("Select Asiento from RSIVA"), "12");
+  EXPECT_EQ(valor("Select Asiento from Empresa"), "123");
+
+  // An invoice that isn't in the register is told, and the counter stays.
+  cambiaLinea(311, "ApunteIVA", "S0000000007");
+  herramienta("MnuRenumeraDiario", [&](Teclado& renumera) {
+    rellena(renumera, {{"TxtRenumeraAsientoDesde", "3"}});
+    guion.esperaMensaje("Error 3021: No hay ningún registro en curso.", "Librano");
+    acepta(renumera);
+    EXPECT_TRUE(renumera.visible("Bar"));
+    renumera.escape();
+  });
+  EXPECT_EQ(valor("Select Asiento from Empresa"), "123");
+}
+
+}  // namespace
