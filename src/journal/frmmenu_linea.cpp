@@ -1,5 +1,6 @@
 #include <algorithm>
 
+#include "accounts/widgets/subcuentatecleada.h"
 #include "foundation/data/ignorar.h"
 #include "foundation/formato.h"
 #include "foundation/funciones.h"
@@ -17,7 +18,6 @@ constexpr QChar kHaber = u'H';
 constexpr int kAlta = 1;
 constexpr int kCalendarioDelDiario = 20;
 
-constexpr int kNombreDeSubcuenta = 2;
 constexpr int kTextoDeConcepto = 1;
 
 }  // namespace
@@ -140,16 +140,8 @@ void FrmMenu::TxtSubcuenta_Change() {
 
 // Shows the name and the totals of the code in the field; 3021 if there is no such subcuenta.
 void FrmMenu::buscaSubcuenta() {
-  QString codigo = ui->TxtSubcuenta->text();
-  if (codigo.at(0).isDigit()) codigo = ExpandeCodigo(codigo, sesion().DigitosSubcuenta);
-  if (codigo != ui->TxtSubcuenta->text()) {
-    const QSignalBlocker callado(ui->TxtSubcuenta);
-    ui->TxtSubcuenta->setText(codigo);
-  }
   ui->TxtNombreCuenta->clear();
-  DtaSubcuenta_.bind(sesion().rutaEmpresa(),
-                     QStringLiteral("Select * from Subcuentas where Subcuenta='%1'").arg(codigo));
-  ui->TxtNombreCuenta->setText(DtaSubcuenta_.Fields(kNombreDeSubcuenta).display());
+  ui->TxtNombreCuenta->setText(nombreDeSubcuenta(*ui->TxtSubcuenta, DtaSubcuenta_, sesion()));
   ACuenta();
 }
 
@@ -202,7 +194,7 @@ void FrmMenu::TxtNombreCuenta_LostFocus() {
     return;
   }
   DtaSubcuenta_.Edit();
-  DtaSubcuenta_.Fields(kNombreDeSubcuenta) = ui->TxtNombreCuenta->text();
+  DtaSubcuenta_.Fields(QStringLiteral("Descripcion")) = ui->TxtNombreCuenta->text();
   DtaSubcuenta_.Update();
 }
 

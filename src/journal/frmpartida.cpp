@@ -2,6 +2,7 @@
 
 #include <QLineEdit>
 
+#include "accounts/widgets/subcuentatecleada.h"
 #include "foundation/data/filas.h"
 #include "foundation/data/ignorar.h"
 #include "foundation/formato.h"
@@ -84,16 +85,8 @@ void FrmPartida::TxtSubcuenta_Change() {
 
 // Shows the name of the code in the field; 3021 if there is no such subcuenta.
 void FrmPartida::buscaSubcuenta() {
-  QString codigo = ui->TxtSubcuenta->text();
-  if (codigo.at(0).isDigit()) codigo = ExpandeCodigo(codigo, sesion().DigitosSubcuenta);
-  if (codigo != ui->TxtSubcuenta->text()) {
-    const QSignalBlocker callado(ui->TxtSubcuenta);
-    ui->TxtSubcuenta->setText(codigo);
-  }
   ui->TxtNombreCuenta->clear();
-  DtaSubcuentas.bind(sesion().rutaEmpresa(),
-                     "Select * from Subcuentas where Subcuenta='" + codigo + "'");
-  ui->TxtNombreCuenta->setText(DtaSubcuentas.Fields("Descripcion").display());
+  ui->TxtNombreCuenta->setText(nombreDeSubcuenta(*ui->TxtSubcuenta, DtaSubcuentas, sesion()));
 }
 
 void FrmPartida::TxtSubcuenta_LostFocus() {
