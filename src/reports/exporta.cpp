@@ -33,7 +33,7 @@ std::vector<ColumnaHoja> columnasDe(const Documento& documento) {
 
 // What a cell of the sheet holds: nothing, a number, a date or a text.
 Variant celda(const Cursor& cursor, const ColumnaHoja& columna) {
-  const Variant v = cursor.valor(columna.ordinal);
+  Variant v = cursor.valor(columna.ordinal);
   if (v.isNull() || !esDeImporte(columna.formato)) return v;
   const auto mostrado = importeMostrado(v.number(), columna.formato);
   return mostrado ? Variant(*mostrado) : Variant();

@@ -58,7 +58,7 @@ class Lector {
   QString hasta(QChar cierre) {
     const qsizetype fin = texto_.indexOf(cierre, pos_ + 1);
     if (fin < 0) rechaza(QStringLiteral("falta %1").arg(cierre));
-    const QString dentro = texto_.mid(pos_ + 1, fin - pos_ - 1);
+    QString dentro = texto_.mid(pos_ + 1, fin - pos_ - 1);
     pos_ = fin + 1;
     return dentro;
   }
