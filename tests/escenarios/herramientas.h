@@ -50,6 +50,7 @@ class DiarioDelTrimestre : public testing::Test, protected Escenario {
     DatosEmpresa datos = empresaDePrueba();
     datos.NombreEmpresa = nombre;
     datos.Ano = "2024";
+    datos.Nif = "12345678";
     return datos;
   }
 

@@ -2,14 +2,9 @@
 // that the preview saves.
 #include <map>
 
-#include "accounts/registro.h"
+#include "escenarios/herramientas.h"
 #include "foundation/formato.h"
-#include "journal/frmmenu.h"
-#include "journal/registro.h"
-#include "reports/registro.h"
-#include "soporte/escenario.h"
 #include "soporte/libroimpreso.h"
-#include "soporte/libros.h"
 #include "soporte/textos.h"
 
 namespace {
@@ -44,23 +39,10 @@ Saldo suma(const Saldos& saldos, const QString& comienzos) {
   return total;
 }
 
-class Libreria : public testing::Test {
+class Libreria : public DiarioDelTrimestre {
  protected:
-  static DatosEmpresa empresa() {
-    DatosEmpresa datos = Escenario::empresaDePrueba();
-    datos.NombreEmpresa = "Comercial Ejemplo";
-    datos.Ano = "2024";
-    datos.Nif = "12345678";
-    return datos;
-  }
-
   Libreria() {
-    altaSubcuentasTrimestre(*e.ctx.motor.Workspaces(0).OpenDatabase(e.ctx.sesion.rutaEmpresa()));
-    asientaDiarioTrimestre(e.ctx.motor, e.ctx.sesion.rutaEmpresa());
-    registraAccounts(*e.formularios);
-    registraJournal(*e.formularios);
-    registraReports(*e.formularios);
-    ponPlantillas(e.ctx);
+    ponPlantillas(ctx);
     for (const QStringList& f : leeCsv("trimestre/saldos-trimestre.csv"))
       if (f[0] != "Total") saldos[f[0]] = {{}, numero(f[1]), numero(f[2]), numero(f[3])};
     for (const QStringList& f : leeCsv("trimestre/subcuentas.csv"))
@@ -71,22 +53,20 @@ class Libreria : public testing::Test {
       enero[f[2]].haber += numero(f[5]);
       enero[f[2]].saldo += numero(f[4]) - numero(f[5]);
     }
-    menu = &e.abre<FrmMenu>();
   }
 
-  void dialogo(const char* entrada, const QString& nombre, const QString& titulo,
+  void dialogo(const char* entrada, const QString& titulo,
                const std::function<void(Teclado&)>& paso) {
-    e.guion.esperaDialogo(nombre, [&](Teclado& t) {
+    herramienta(entrada, [&](Teclado& t) {
       EXPECT_EQ(t.forma().windowTitle(), titulo);
       paso(t);
     });
-    menu->findChild<QAction*>(entrada)->trigger();
   }
   // The book that a dialog gives, with what stands on each page of any: whose it is, of when, and
   // which page.
   LibroImpreso lanza(Teclado& t, const QString& titulo, const QString& limites) {
     t.pulsa("CmdAceptar");
-    const LibroImpreso libro = leeVista(e.guion);
+    const LibroImpreso libro = leeVista(guion);
     activar(t.forma());
     EXPECT_EQ(libro.titulo, titulo);
     const auto total = libro.paginas.size();
@@ -95,7 +75,7 @@ class Libreria : public testing::Test {
       const QString pagina = libro.paginas[n - 1].join('|');
       EXPECT_TRUE(pagina.startsWith("Comercial Ejemplo"));
       for (const QString& parte : {limites, QString("Ejercicio 2024"), QString("N.I.F. 12345678"),
-                                   QString("15/03/2003 Página %1 de %2").arg(n).arg(total)})
+                                   QString("02/04/2024 Página %1 de %2").arg(n).arg(total)})
         EXPECT_TRUE(pagina.contains(parte)) << qPrintable(parte);
     }
     return libro;
@@ -111,8 +91,6 @@ class Libreria : public testing::Test {
     return llevadas;
   }
 
-  Escenario e{Escenario::Empresa, empresa()};
-  FrmMenu* menu = nullptr;
   const QList<QStringList> diario = leeCsv("trimestre/diario-trimestre.csv");
   Saldos saldos, enero;
   const QString ano = "Desde : 01/01/2024 ~ Hasta : 31/12/2024";
@@ -122,7 +100,7 @@ class Libreria : public testing::Test {
 
 TEST_F(Libreria, Diario) {
   LibroImpreso libro, parte;
-  dialogo("MnuImprimirDiario", "FrmDiarioImprimir", "Imprimir diario", [&](Teclado& t) {
+  dialogo("MnuImprimirDiario", "Imprimir diario", [&](Teclado& t) {
     EXPECT_EQ(t.textoDe("TxtAsientoHasta"), "9999999999999");
     libro = lanza(t, "Listado de diario", ano);
     t.enfoca("TxtHasta");
@@ -170,11 +148,10 @@ TEST_F(Libreria, Mayor) {
     todos = lanza(t, "Listado de libro Mayor", ano);
     t.pulsa("CmdCancelar");
   };
-  Teclado(*menu).escribe("TxtSubcuenta", "57200001");
-  dialogo("MnuExtractos", "FrmExtractosPantalla",
-          "Extracto de la subcuenta " + saldos["57200001"].titulo + " - 57200001",
+  t->escribe("TxtSubcuenta", "57200001");
+  dialogo("MnuExtractos", "Extracto de la subcuenta " + saldos["57200001"].titulo + " - 57200001",
           [&](Teclado& extracto) {
-            e.guion.esperaDialogo("FrmExtractos", [&](Teclado& uno) {
+            guion.esperaDialogo("FrmExtractos", [&](Teclado& uno) {
               EXPECT_EQ(uno.forma().windowTitle(), "Edicion de libro mayor");
               EXPECT_EQ(uno.textoDe("TxtSubcuenta"), "57200001");
               uno.teclea("0103");
@@ -182,7 +159,7 @@ TEST_F(Libreria, Mayor) {
               EXPECT_EQ(uno.textoDe("TxtDesde"), "01/03/2024");
               marzo =
                   lanza(uno, "Listado de libro Mayor", "Desde : 01/03/2024 ~ Hasta : 31/12/2024");
-              e.guion.esperaDialogo("FrmExtractoEntraCtas", entreCuentas);
+              guion.esperaDialogo("FrmExtractoEntraCtas", entreCuentas);
               uno.pulsa("CmdSeleccion");
             });
             extracto.tecla(Qt::Key_P, Qt::ControlModifier);
@@ -222,7 +199,7 @@ TEST_F(Libreria, SumasYSaldos) {
     EXPECT_EQ(libro.linea("Totales"),
               "Totales " + total.sumas() + ' ' + importe(deudor) + ' ' + importe(acreedor));
   };
-  dialogo("MnuSumasysaldos", "FrmSumasSaldosImpresos", "Sumas y saldos", [&](Teclado& t) {
+  dialogo("MnuSumasysaldos", "Sumas y saldos", [&](Teclado& t) {
     // Enter goes on from options, texts and lists alike.
     EXPECT_EQ(t.enfocado(), "OptNivel_2");
     for (const char* siguiente : {"TxtDesde", "TxtHasta", "TxtDesdef", "TxtHastaf", "CmdAceptar"}) {
@@ -267,16 +244,16 @@ TEST_F(Libreria, BalanceYResultados) {
         "Resultado (ingresos menos gastos) " + importe(-suma(de, "6 7").saldo)};
   };
   const struct {
-    const char *entrada, *nombre, *ventana, *titulo;
+    const char *entrada, *ventana, *titulo;
     const char* grupos;
     Totales totales;
-  } casos[] = {{"MnuBalanceSituacion", "FrmBalanceImpresos", "Balance de situación (General)",
-                "Balance de situación", "12345", deBalance},
+  } casos[] = {{"MnuBalanceSituacion", "Balance de situación (General)", "Balance de situación",
+                "12345", deBalance},
                // It opens under the title of another book.
-               {"MnuPerdidasyGanancias", "FrmPerdidasYGananciasImpresos",
-                "Explotación (Perdidas y Ganancias)", "Acumulados de IVA", "67", deResultados}};
+               {"MnuPerdidasyGanancias", "Explotación (Perdidas y Ganancias)", "Acumulados de IVA",
+                "67", deResultados}};
   for (const auto& c : casos) {
-    dialogo(c.entrada, c.nombre, c.ventana, [&](Teclado& t) {
+    dialogo(c.entrada, c.ventana, [&](Teclado& t) {
       LibroImpreso libro;
       const auto mira = [&](const Saldos& de, const QString& limites) {
         libro = lanza(t, c.titulo, limites);
@@ -311,13 +288,13 @@ TEST_F(Libreria, Plan) {
     EXPECT_EQ(t.enfocado(), "TxtSubcuentasHasta");
     // One that isn't there is looked for in the plan.
     t.teclea("572.9");
-    e.guion.esperaDialogo("FrmVisualizaPlan", [&](Teclado& plan) {
-      EXPECT_EQ(e.ctx.sesion.CodigoAccion, 31);
+    guion.esperaDialogo("FrmVisualizaPlan", [&](Teclado& plan) {
+      EXPECT_EQ(ctx.sesion.CodigoAccion, 31);
       plan.escape();
     });
     t.tab();
     EXPECT_EQ(t.enfocado(), "TxtSubcuentasHasta");
-    EXPECT_TRUE(e.ctx.sesion.ValorElegido.isEmpty());
+    EXPECT_TRUE(ctx.sesion.ValorElegido.isEmpty());
     t.teclea("572.1");
     t.tab();
     EXPECT_EQ(t.textoDe("LblHasta"), saldos["57200001"].titulo);
@@ -344,12 +321,11 @@ TEST_F(Libreria, Plan) {
     }
     t.pulsa("CmdCancelar");
   };
-  dialogo("MnuVisualizarPlan", "FrmVisualizaPlan", "Visualizar el plan de subcuentas",
-          [&](Teclado& plan) {
-            e.guion.esperaDialogo("FrmSubcuentasImpresos", imprime);
-            plan.pulsa("CmdImpresos");
-            plan.escape();
-          });
+  dialogo("MnuVisualizarPlan", "Visualizar el plan de subcuentas", [&](Teclado& plan) {
+    guion.esperaDialogo("FrmSubcuentasImpresos", imprime);
+    plan.pulsa("CmdImpresos");
+    plan.escape();
+  });
 }
 
 }  // namespace
