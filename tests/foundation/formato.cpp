@@ -92,4 +92,9 @@ TEST(ExpandeCodigo, RellenaElPunto) {
   EXPECT_EQ(numeroDeError([] { ExpandeCodigo("43000.00007", 9); }), err::kLlamadaNoValida);
 }
 
+TEST(SignosDecimales, SeCambianUnoPorOtro) {
+  EXPECT_EQ(ComaAPunto("1,5,"), "1.5.");
+  EXPECT_EQ(PuntoAComa("1.5."), "1,5,");
+}
+
 }  // namespace

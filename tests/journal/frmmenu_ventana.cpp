@@ -5,7 +5,6 @@
 
 #include "accounts/registro.h"
 #include "company/registro.h"
-#include "foundation/cini.h"
 #include "foundation/rutas.h"
 #include "journal/menuabierto.h"
 
@@ -34,11 +33,6 @@ class FrmMenuVentana : public MenuAbierto {
   }
   QAction& entrada(const char* nombre) const {
     return *menu->findChild<QAction*>(QString::fromLatin1(nombre));
-  }
-  QString ajuste(const char* seccion, const char* clave) const {
-    QString valor;
-    CIni().Leer(ctx.carpetaPrograma + "Config.ini", seccion, clave, valor);
-    return valor;
   }
   // The number that the entry line takes next.
   QString siguiente() {
