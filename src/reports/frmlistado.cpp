@@ -1,8 +1,10 @@
 #include "reports/frmlistado.h"
 
 #include <QComboBox>
+#include <QDir>
 #include <QLineEdit>
 
+#include "foundation/rutas.h"
 #include "reports/widgets/vistaprevia.h"
 
 FrmListado::FrmListado(Contexto& contexto)
@@ -20,6 +22,10 @@ void FrmListado::lanza(const std::function<Listado()>& prepara) {
 }
 
 void FrmListado::lanzaSinTrampa(const Listado& listado) {
+  // Wherever the program was started from, what a book names by a bare name is looked for beside
+  // it.
+  if (!QDir::setCurrent(rutaSistema(ctx.carpetaPrograma)))
+    throw ErrorEjecucion(err::kRutaNoEncontrada, ctx.carpetaPrograma);
   Rpt01.WindowTitle = listado.titulo;
   Rpt01.ReportFileName =
       listado.plantilla.isEmpty() ? QString() : sesion().DirDatos + listado.plantilla;

@@ -1,4 +1,5 @@
 // What the dialogs of the official books do when there is no book to show.
+#include <QDir>
 #include <QFile>
 
 #include "foundation/rutas.h"
@@ -34,6 +35,10 @@ TEST_F(Listados, TellsWhatFails) {
     falla(t, controlado(err::kFormulaRechazada, "falta un paréntesis"), "Error controlado");
     t.escribe("TxtAsientoDesde", "1");
     EXPECT_EQ(lanza(t).lineas().filter("Total asiento").size(), 4);
+    EXPECT_EQ(QDir::currentPath(), QDir(carpetaPrograma()).canonicalPath());
+    const QString programa = std::exchange(ctx.carpetaPrograma, "\\No está\\");
+    falla(t, controlado(76, ctx.carpetaPrograma), "Error controlado");
+    ctx.carpetaPrograma = programa;
     t.escape();
   });
   guion.esperaDialogo("FrmSubcuentasImpresos", [&](Teclado& t) {

@@ -1,10 +1,12 @@
 #include "foundation/toolkit/cajasqt.h"
 
+#include <QDir>
 #include <QEventLoop>
 #include <QFileDialog>
 #include <QInputDialog>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QStandardPaths>
 
 #include "foundation/data/dbengine.h"
 
@@ -33,6 +35,10 @@ void preparar(QMessageBox& caja, const QString& texto, const QString& titulo, Ic
   caja.setText(texto);
 }
 }  // namespace
+
+CajasQt::CajasQt(DBEngine& motor)
+    : motor_(motor),
+      carpeta_(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation)) {}
 
 void CajasQt::mensaje(QWidget* padre, const QString& texto, const QString& titulo, Icono icono) {
   motor_.flush();
@@ -77,8 +83,11 @@ std::optional<QString> CajasQt::abrirFichero(QWidget* padre, const QString& titu
 std::optional<QString> CajasQt::guardarFichero(QWidget* padre, const QString& titulo,
                                                const QString& propuesto, const QString& filtro) {
   motor_.flush();
-  const QString fichero = QFileDialog::getSaveFileName(padre, titulo, propuesto, filtro);
-  return fichero.isEmpty() ? std::nullopt : std::optional(fichero);
+  const QString fichero =
+      QFileDialog::getSaveFileName(padre, titulo, QDir(carpeta_).filePath(propuesto), filtro);
+  if (fichero.isEmpty()) return std::nullopt;
+  carpeta_ = QFileInfo(fichero).path();
+  return fichero;
 }
 
 void CajasQt::modal(QDialog& dialogo) {

@@ -8,7 +8,7 @@ class DBEngine;
 class CajasQt : public Cajas {
  public:
   // What is pending in `motor` is written before anything is shown.
-  explicit CajasQt(DBEngine& motor) : motor_(motor) {}
+  explicit CajasQt(DBEngine& motor);
 
   void mensaje(QWidget* padre, const QString& texto, const QString& titulo,
                Icono icono = Icono::Ninguno) override;
@@ -24,4 +24,5 @@ class CajasQt : public Cajas {
 
  private:
   DBEngine& motor_;
+  QString carpeta_;  // where the last file was written; at first the user's documents
 };
