@@ -167,7 +167,7 @@ void Recordset::Impl::edit() {
   if (!rows.plan().updatable) throw ErrorEjecucion(err::kSoloLectura);
   rows.total();
   connection_->beginGroup();
-  const Row* row = rows.reread(position);
+  const Row* row = rows.rowToChange(position);
   if (!row) throw ErrorEjecucion(err::kRegistroEliminado);
   edited_ = *row;
   mode_ = EditMode::InProgress;

@@ -102,10 +102,10 @@ const Row* RowSet::row(int position) {
   return found->second ? &*found->second : nullptr;
 }
 
-const Row* RowSet::reread(int position) {
+const Row* RowSet::rowToChange(int position) {
   if (!plan().updatable || isDeleted(position)) return row(position);
   discardOld();
-  near_[position] = readRow(position);
+  if (!near_.contains(position)) near_.emplace(position, readRow(position));
   return row(position);
 }
 

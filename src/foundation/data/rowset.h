@@ -35,8 +35,9 @@ class RowSet {
   // The row as the file has it now, read with its neighbours; nullptr if it is gone. It stands
   // until the next call.
   const Row* row(int position);
-  // Reads one row again, whatever was kept of it. For a row that is about to be changed.
-  const Row* reread(int position);
+  // The same for a row that is about to be changed, within a group: nobody else can have written
+  // it since what is kept was looked at, and its neighbours are of no use.
+  const Row* rowToChange(int position);
   // Whether the row was deleted through this set.
   bool isDeleted(int position) const { return deleted_.contains(position); }
   int deletedCount() const { return static_cast<int>(deleted_.size()); }
