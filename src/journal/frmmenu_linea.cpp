@@ -94,10 +94,8 @@ void FrmMenu::ofreceAsientoDeIVA(const QString& codigo, const QString& clase, in
   // asiento is the opening one: its lines are never taken for those of an invoice.
   if (!asiento.isEmpty() && asiento != u"1") {
     muestraAsiento(asiento);
-    while (!DtaDiarioLista_.Eof()) {
+    for (CmdPrimero_Click(); !DtaDiarioLista_.Eof(); DtaDiarioLista_.MoveNext())
       DtaDiarioLista_.Delete();
-      DtaDiarioLista_.MoveNext();
-    }
   }
   mostrar(QStringLiteral("FrmIVASR"), codigoLlamada, asiento);
   refrescaDiario();

@@ -230,6 +230,7 @@ TEST_F(FrmMenuLinea, HandsALineOfIVAOverToItsInvoice) {
     EXPECT_EQ(ctx.sesion.ValorElegido, "");
     t->enfoca("TxtSubcuenta");
     linea("57000001", "50", {}, kFecha);
+    linea("43000001", {}, "50");
   }
 }
 
