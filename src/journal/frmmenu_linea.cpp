@@ -253,7 +253,9 @@ void FrmMenu::TxtDebeHaber_KeyPress(Tecla& tecla) {
   }
   if (tecla.esRetroceso() || !tecla.texto.isPrint()) return;
   // The last character is left out: on entry it is the blank of the mask, under the selection.
-  const QString prueba = u'0' + ui->TxtDebeHaber->text().chopped(1) + tecla.texto;
+  // Under some masks a zero is shown as nothing, and there is none.
+  const QString ahora = ui->TxtDebeHaber->text();
+  const QString prueba = u'0' + ahora.left(ahora.size() - 1) + tecla.texto;
   if (tecla.texto == u'-' || !EsNumerico(prueba)) {
     tecla.tragar();
     pitido();
