@@ -14,6 +14,9 @@ std::optional<QDate> FechaTecleada(const QString& tecleado, int anoActual, QDate
     case 2:
       completa = tecleado + Format(hoy, QStringLiteral("/mm/")) + ano;
       break;
+    case 3:
+      completa = tecleado + u'/' + ano;
+      break;
     case 4:
     case 5:
       completa = tecleado.left(2) + u'/' + tecleado.right(2) + u'/' + ano;

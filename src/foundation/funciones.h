@@ -8,7 +8,7 @@
 #include <QString>
 
 // The date that a typed text stands for within the working year, which is the company's and not
-// the clock's: 2 characters are a day of this month, 4 a day and month, 5 the same with a
+// the clock's: 2 characters are a day of this month, 4 a day and month, 3 or 5 the same with a
 // separator, 6 add the year in the century of the working one; 7 or more are a full date. Nothing
 // when it can't be one.
 std::optional<QDate> FechaTecleada(const QString& tecleado, int anoActual, QDate hoy);

@@ -94,10 +94,8 @@ void FrmMenu::ofreceAsientoDeIVA(const QString& codigo, const QString& clase, in
   // asiento is the opening one: its lines are never taken for those of an invoice.
   if (!asiento.isEmpty() && asiento != u"1") {
     muestraAsiento(asiento);
-    while (!DtaDiarioLista_.Eof()) {
+    for (CmdPrimero_Click(); !DtaDiarioLista_.Eof(); DtaDiarioLista_.MoveNext())
       DtaDiarioLista_.Delete();
-      DtaDiarioLista_.MoveNext();
-    }
   }
   mostrar(QStringLiteral("FrmIVASR"), codigoLlamada, asiento);
   refrescaDiario();
@@ -255,7 +253,9 @@ void FrmMenu::TxtDebeHaber_KeyPress(Tecla& tecla) {
   }
   if (tecla.esRetroceso() || !tecla.texto.isPrint()) return;
   // The last character is left out: on entry it is the blank of the mask, under the selection.
-  const QString prueba = u'0' + ui->TxtDebeHaber->text().chopped(1) + tecla.texto;
+  // Under some masks a zero is shown as nothing, and there is none.
+  const QString ahora = ui->TxtDebeHaber->text();
+  const QString prueba = u'0' + ahora.left(ahora.size() - 1) + tecla.texto;
   if (tecla.texto == u'-' || !EsNumerico(prueba)) {
     tecla.tragar();
     pitido();

@@ -145,7 +145,8 @@ void FrmPartida::TxtDebeHaber_KeyPress(Tecla& tecla) {
     campo->setText(Format(0, sesion().MascaraImporte));
     campo->selectAll();
   }
-  if (tecla.texto == u'-' || !EsNumerico('0' + campo->text().chopped(1) + tecla.texto)) {
+  const QString ahora = campo->text();
+  if (tecla.texto == u'-' || !EsNumerico('0' + ahora.left(ahora.size() - 1) + tecla.texto)) {
     pitido();
     tecla.tragar();
   }

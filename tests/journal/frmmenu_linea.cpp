@@ -79,6 +79,11 @@ TEST_F(FrmMenuLinea, RefusesAnIncompleteLine) {
   EXPECT_EQ(menu.pitidos(), antes + 2);
   t->escribe("TxtAsiento", "7x");
   EXPECT_EQ(t->textoDe("TxtAsiento"), "7");
+
+  // Under a mask that shows a zero as nothing the amount stays empty until it is typed.
+  ctx.sesion.MascaraImporte = "#,###";
+  t->escribe("TxtDebeHaber", "5");
+  EXPECT_EQ(t->textoDe("TxtDebeHaber"), "5");
 }
 
 TEST_F(FrmMenuLinea, OffersWhatSquaresTheAsiento) {
@@ -230,6 +235,7 @@ TEST_F(FrmMenuLinea, HandsALineOfIVAOverToItsInvoice) {
     EXPECT_EQ(ctx.sesion.ValorElegido, "");
     t->enfoca("TxtSubcuenta");
     linea("57000001", "50", {}, kFecha);
+    linea("43000001", {}, "50");
   }
 }
 

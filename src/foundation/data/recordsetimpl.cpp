@@ -191,7 +191,19 @@ void Recordset::Impl::checkKey(bool adding) const {
     for (const Field& field : fields_)
       if (!set && field.Name == column) value = defaultValue(field);
     if (value.isNull()) throw ErrorEjecucion(err::kClaveNula, column);
+    if (value.isText() && primary_.size() == 1) checkTwin(column, value.text(), adding);
   }
+}
+
+// The file's index takes PEÑA and Peña for two keys: it knows the case of the plain letters only.
+void Recordset::Impl::checkTwin(const QString& column, const QString& key, bool adding) const {
+  if (std::all_of(key.begin(), key.end(), [](QChar c) { return c.unicode() < 0x80; })) return;
+  Statement twin = connection_->prepare(
+      QStringLiteral(
+          "SELECT 1 FROM %1 WHERE mayusculas(%2) = mayusculas(?1) AND rowid <> ?2 LIMIT 1")
+          .arg(bracketed(rows.plan().baseTable), bracketed(column)));
+  twin.bind({key, adding ? qint64{0} : rows.key(current())});
+  if (twin.step()) throw ErrorEjecucion(err::kClaveDuplicada);
 }
 
 int Recordset::Impl::insert() {

@@ -50,6 +50,7 @@ class Recordset::Impl {
   const Row& currentRow();
   const Field* base(int ordinal) const;
   void checkKey(bool adding) const;
+  void checkTwin(const QString& column, const QString& key, bool adding) const;
   int insert();
   int store();
 

@@ -94,6 +94,31 @@ TEST_F(Registros, LoQueNoSePuedeHacerDaSuError) {
   EXPECT_TRUE(rs->Fields("Importe").isNull());
 }
 
+TEST_F(Registros, UnaClaveEsLaMismaEnMayusculasYEnMinusculas) {
+  db->appendTable({"Empresas",
+                   {{"NombreEmpresa", FieldType::Text, 50, {}, true}},
+                   {{"NombreEmpresa", true, true, {"NombreEmpresa"}}}});
+  const auto rs = db->OpenRecordset("Empresas");
+  const auto anade = [&](const char* nombre) {
+    return numeroDeError([&] {
+      rs->AddNew();
+      rs->Fields(0) = nombre;
+      rs->Update();
+    });
+  };
+  EXPECT_EQ(anade("Peña e Hijos"), 0);
+  EXPECT_EQ(anade("PEÑA E HIJOS"), err::kClaveDuplicada);
+  EXPECT_EQ(anade("Pena e Hijos"), 0);
+  rs->MoveFirst();
+  rs->Edit();
+  rs->Fields(0) = "PEÑA e Hijos";
+  EXPECT_EQ(numeroDeError([&] { rs->Update(); }), 0);
+  rs->MoveNext();
+  rs->Edit();
+  rs->Fields(0) = "peña e hijos";
+  EXPECT_EQ(numeroDeError([&] { rs->Update(); }), err::kClaveDuplicada);
+}
+
 TEST_F(Registros, AnadirNoMueveElRegistroActivoYBorrarDejaSuSitioVacio) {
   anotaLineas(3);
   const auto rs = db->OpenRecordset("Diario");
