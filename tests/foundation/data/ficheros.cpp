@@ -45,6 +45,19 @@ TEST_F(Ficheros, LosQueNoSirvenDanSuError) {
             err::kErrorDeRuta);
 }
 
+// A company deleted while a list still shows it, and made anew under its name.
+TEST_F(Ficheros, ElNuevoNoEsElQueSeBorroAbierto) {
+  Workspace& area = engine.Workspaces(0);
+  const QString barras = carpeta.path() + "\\" + QFileInfo(ruta).fileName();
+  DataControl lista(engine);
+  lista.bind(barras, "Diario");
+  anotaLineas(3);
+  engine.flush();
+  ASSERT_TRUE(QFile::remove(ruta));
+  EXPECT_TRUE(area.CreateDatabase(ruta, kLocale)->TableDefs().isEmpty());
+  EXPECT_TRUE(area.OpenDatabase(barras)->TableDefs().isEmpty());
+}
+
 TEST_F(Ficheros, RepararRehaceIndicesYSumas) {
   anotaLineas(2000);
   db->keepSums("Diario", "DH", "Importe", {"NAsiento"});
