@@ -48,14 +48,21 @@ TEST_F(Ficheros, LosQueNoSirvenDanSuError) {
 // A company deleted while a list still shows it, and made anew under its name.
 TEST_F(Ficheros, ElNuevoNoEsElQueSeBorroAbierto) {
   Workspace& area = engine.Workspaces(0);
+  const QString otra = carpeta.filePath("Otra.MDB");
+  area.CreateDatabase(otra, kLocale);
   const QString barras = carpeta.path() + "\\" + QFileInfo(ruta).fileName();
-  DataControl lista(engine);
-  lista.bind(barras, "Diario");
-  anotaLineas(3);
-  engine.flush();
-  ASSERT_TRUE(QFile::remove(ruta));
-  EXPECT_TRUE(area.CreateDatabase(ruta, kLocale)->TableDefs().isEmpty());
-  EXPECT_TRUE(area.OpenDatabase(barras)->TableDefs().isEmpty());
+  const std::function<void()> maneras[] = {[&] { area.CreateDatabase(ruta, kLocale); },
+                                           [&] { engine.CopyDatabase(otra, ruta); },
+                                           [&] { engine.CompactDatabase(otra, ruta); }};
+  for (const auto& manera : maneras) {
+    const auto abierta = area.OpenDatabase(barras);
+    abierta->appendTable({"Vieja", {{"Codigo", FieldType::Long, 0, {}, false}}, {}});
+    engine.flush();
+    ASSERT_TRUE(QFile::remove(ruta));
+    manera();
+    EXPECT_FALSE(area.OpenDatabase(ruta)->TableDefs().contains("Vieja")) << &manera - maneras;
+    EXPECT_FALSE(area.OpenDatabase(barras)->TableDefs().contains("Vieja")) << &manera - maneras;
+  }
 }
 
 TEST_F(Ficheros, RepararRehaceIndicesYSumas) {
