@@ -66,7 +66,7 @@ class Libreria : public DiarioDelTrimestre {
   // which page.
   LibroImpreso lanza(Teclado& t, const QString& titulo, const QString& limites) {
     t.pulsa("CmdAceptar");
-    const LibroImpreso libro = leeVista(guion);
+    LibroImpreso libro = leeVista(guion);
     activar(t.forma());
     EXPECT_EQ(libro.titulo, titulo);
     const auto total = libro.paginas.size();

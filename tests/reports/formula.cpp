@@ -100,12 +100,12 @@ alto = 4
       "(Sum([Diario].[Debe]) > 5) ORDER BY 1");
   EXPECT_EQ(sentencia("{Niveles.NNivel}='1'"),
             "SELECT * FROM Niveles WHERE ([Niveles].[NNivel] = '1')");
-  for (const auto& [lineas, grupos] : {std::pair{"{Ajena.X}=1", ""},
-                                       {"{Diario.X}=1 and {Niveles.X}=1", ""},
-                                       {"{@Dia}=1", ""},
-                                       {"", "Sum({Diario.Debe},{Diario.Mes})>5"}})
-    EXPECT_EQ(falloDe([&] { sentencia(lineas, grupos); }), err::kFormulaRechazada)
-        << lineas << grupos;
+  for (const auto& falta : {std::pair{"{Ajena.X}=1", ""},
+                            {"{Diario.X}=1 and {Niveles.X}=1", ""},
+                            {"{@Dia}=1", ""},
+                            {"", "Sum({Diario.Debe},{Diario.Mes})>5"}})
+    EXPECT_EQ(falloDe([&] { sentencia(falta.first, falta.second); }), err::kFormulaRechazada)
+        << falta.first << falta.second;
 }
 
 }  // namespace

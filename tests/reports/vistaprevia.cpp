@@ -151,8 +151,8 @@ TEST_F(Vista, imprimeSusPaginas) {
   auto impresora = std::make_unique<QPrinter>();
   impresora->setOutputFileName("/no/hay/libro.pdf");
   try {
-    TareaImpresion(abreLibro(e.ctx.motor, e.ctx.sesion.rutaEmpresa(), "Diario.rpt"),
-                   std::move(impresora), 1, 1);
+    const TareaImpresion tarea(abreLibro(e.ctx.motor, e.ctx.sesion.rutaEmpresa(), "Diario.rpt"),
+                               std::move(impresora), 1, 1);
     ADD_FAILURE();
   } catch (const ErrorEjecucion& fallo) {
     EXPECT_EQ(fallo.numero(), err::kErrorDeRuta);

@@ -83,7 +83,7 @@ TEST_F(Ficheros, RepararRehaceIndicesYSumas) {
   const int pagina =
       herramienta("SELECT rootpage FROM sqlite_schema WHERE name = 'Diario'").toInt();
   db.reset();
-  escribe("Conta.MDB", QByteArray(4096, '\xee'), (pagina - 1) * 4096);
+  escribe("Conta.MDB", QByteArray(4096, '\xee'), (pagina - 1) * 4096LL);
   EXPECT_EQ(numeroDeError([&] { engine.RepairDatabase(ruta); }), err::kFormatoNoReconocido);
   const QString copia = carpeta.filePath("Copia.mdb");
   EXPECT_EQ(numeroDeError([&] { engine.CopyDatabase(ruta, copia); }), err::kFormatoNoReconocido);
