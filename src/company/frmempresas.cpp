@@ -85,7 +85,7 @@ FrmEmpresas::FrmEmpresas(Contexto& contexto)
 FrmEmpresas::~FrmEmpresas() = default;
 
 void FrmEmpresas::cablea() {
-  for (const auto numero : kNumeros) soloNumero((*ui_).*numero);
+  for (const auto numero : kNumeros) numeroConSigno((*ui_).*numero);
   for (const auto sena : kSenas) sinSeleccion((*ui_).*sena);
   alCambiar(ui_->TxtMayNivel, [this] { TxtMayNivel_Change(); });
   alCambiar(ui_->TxtSubNivel, [this] { TxtSubNivel_Change(); });

@@ -85,7 +85,12 @@ void FrmConfiguracion::borraEmpresa(const QString& nombre) {
   DtaEmpresas_.Refresh();
 }
 
+// A folder typed by hand gets the final backslash that every path of the program counts on. An
+// empty one stays so, and is set right by the next start.
 void FrmConfiguracion::CmdAceptar_Click() {
+  for (QLineEdit* carpeta : {ui_->TxtRutPrograma, ui_->TxtRutAcesoDatos}) {
+    if (!carpeta->text().isEmpty()) carpeta->setText(AjustaBarra(rutaPrograma(carpeta->text())));
+  }
   const struct {
     const char* seccion;
     const char* clave;

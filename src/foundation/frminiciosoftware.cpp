@@ -14,7 +14,6 @@ FrmInicioSoftware::FrmInicioSoftware(Contexto& contexto)
     : Formulario(contexto), ui_(std::make_unique<Ui::FrmInicioSoftware>()) {
   ui_->setupUi(this);
   alPulsar(ui_->CmdAceptar, [this] { ctx.formularios->cambiarA(QStringLiteral("FrmSeleccion")); });
-  setBotonDeCierre(ui_->CmdAceptar);
 }
 
 FrmInicioSoftware::~FrmInicioSoftware() = default;

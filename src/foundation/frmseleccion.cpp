@@ -42,6 +42,8 @@ void FrmSeleccion::Form_Load() {
 
 void FrmSeleccion::carga() {
   LeeConfiguracion(ctx.carpetaPrograma + QStringLiteral("Config.ini"), sesion());
+  // Without a data folder the path would be one of wherever the program was started from.
+  if (sesion().DirDatos.isEmpty()) throw ErrorEjecucion(err::kBaseNoEncontrada);
   DtaEmpresa_.bind(sesion().rutaCatalogo(),
                    QStringLiteral("Select * from Empresas order by NombreEmpresa"));
   DtaUsuarios_.bind(sesion().rutaCatalogo(),

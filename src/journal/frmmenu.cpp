@@ -191,6 +191,7 @@ void FrmMenu::Form_Activate() {
   // Loading has just put the journal on show: a long one isn't read twice.
   if (std::exchange(recienCargada_, false)) {
     enfocar(ui->TxtSubcuenta);
+    AMarcado();
   } else if (DtaEmpresaActual_.isOpen()) {
     CmdRecargar_Click();
   }

@@ -7,8 +7,8 @@ FrmDiarioImprimir::FrmDiarioImprimir(Contexto& contexto)
   ui->setupUi(this);
   fecha(ui->TxtDesde);
   fecha(ui->TxtHasta);
-  soloNumero(ui->TxtAsientoDesde);
-  soloNumero(ui->TxtAsientoHasta);
+  numeroConSigno(ui->TxtAsientoDesde);
+  numeroConSigno(ui->TxtAsientoHasta);
   alPulsar(ui->CmdAceptar, [this] { lanza([this] { return listado(); }); });
   alPulsar(ui->CmdCancelar, [this] { descargar(); });
 }

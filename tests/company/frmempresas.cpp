@@ -65,6 +65,8 @@ TEST(FrmEmpresas, AltaTecleada) {
   t.intro();
   EXPECT_EQ(pestana(t), 3);  // where the accounts have their defaults again
   EXPECT_EQ(t.enfocado(), "TxtMesInicio");
+  t.escribe("TxtContador", "1-");  // a minus behind would make a counter that goes down
+  EXPECT_EQ(t.textoDe("TxtContador"), "1");
   t.pulsa("CmdAceptar");
   EXPECT_FALSE(sigueAbierta(e));
   e.ctx.sesion.EmpresaActual = "Comercial Ejemplo";

@@ -112,6 +112,25 @@ TEST(Reinicio, UnCatalogoQueYaEstaSeQueda) {
   EXPECT_TRUE(e.errores().isEmpty());
 }
 
+// Lost settings lead to the defaults, wherever the program was started from; a catalogue that can't
+// be read must not keep anybody from leaving.
+TEST(Reinicio, SinAjustesYConSalida) {
+  Arranque e(Escenario::Carpetas);
+  CrearInicio(e.ctx.motor, e.ctx.carpetaPrograma + "Inicio.mdb");
+  const QString antes = QDir::currentPath();
+  QDir::setCurrent(e.carpetaPrograma());
+  e.guion.esperaMensaje(
+      "Su programa es posible que lo halla cambiado de directorio, localizado el directorio nuevo");
+  e.formularios->cambiarA("FrmSeleccion");
+  QDir::setCurrent(antes);
+  ASSERT_EQ(e.abierta(), "FrmInicioSoftware");
+  EXPECT_EQ(e.ajuste("Directorios", "Datos"), e.ctx.carpetaPrograma);
+  e.formularios->abierto("FrmInicioSoftware")->close();
+  reposar();
+  EXPECT_EQ(e.abierta(), QString());
+  EXPECT_EQ(e.finales, 1);
+}
+
 TEST(FrmSeleccion, QuienEntraYConQue) {
   const char* const olvido =
       "Atención usted esta entrando con un usuario que no recuerda, esta contraseña es provisional";

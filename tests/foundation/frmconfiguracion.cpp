@@ -51,7 +51,7 @@ struct Instalacion : Escenario {
 
 TEST(FrmConfiguracion, AceptarEscribeYLaSesionSigueIgual) {
   Instalacion e;
-  e.t->escribe("TxtRutAcesoDatos", "\\otra carpeta\\");
+  e.t->escribe("TxtRutAcesoDatos", "/otra carpeta");
   e.pestana(1);
   e.t->escribe("TxtPermitirUser", "Si");
   e.pestana(3);

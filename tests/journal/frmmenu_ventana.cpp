@@ -158,6 +158,7 @@ TEST_F(FrmMenuVentana, GivesTheFileUpToTheFormThatTakesItsPlace) {
   ASSERT_TRUE(formularios->abierto("FrmCopias"));
   abreMenu();
   EXPECT_EQ(totales("Total").constFirst(), "100,00 ");
+  EXPECT_EQ(totales("Marcado").constFirst(), "100,00 ");
 }
 
 TEST_F(FrmMenuVentana, TakesWhatTheCompanysScreenChanges) {

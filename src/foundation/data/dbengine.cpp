@@ -114,6 +114,15 @@ std::shared_ptr<Connection> DBEngine::connection(const QString& path) {
   return connection;
 }
 
+// A file that was removed while something had it open lives on for its readers. Whoever asks for
+// the one made in its place must not get the old one.
+void DBEngine::forget(const QString& systemPath) {
+  const QFileInfo file(systemPath);
+  const auto gone =
+      d_->pool.take(QFileInfo(file.path()).canonicalFilePath() + u'/' + file.fileName()).lock();
+  d_->byText.removeIf([&](const auto& known) { return known.value().lock() == gone; });
+}
+
 void DBEngine::setLockTimeout(int milliseconds) {
   d_->settings->lockTimeout = milliseconds;
 }
@@ -124,6 +133,7 @@ int DBEngine::lockTimeout() const {
 std::unique_ptr<Database> Workspace::CreateDatabase(const QString& path, const QString& locale) {
   const QString systemPath = rutaSistema(path);
   if (QFileInfo::exists(systemPath)) throw ErrorEjecucion(err::kBaseYaExiste, path);
+  engine_.forget(systemPath);
   Connection::create(systemPath, path, locale);
   return OpenDatabase(path);
 }

@@ -135,6 +135,8 @@ class DBEngine : public QObject {
   void commitFailed(int numero, const QString& descripcion);
 
  private:
+  friend class Workspace;
+  void forget(const QString& systemPath);
   void askForCommit(int delay);
   void commitFromLoop();
 

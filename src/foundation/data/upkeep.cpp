@@ -67,6 +67,7 @@ void DBEngine::CompactDatabase(const QString& source, const QString& destination
         .bind(1, copy.path())
         .execute();
     copy.verify();
+    forget(target);
     copy.rename();
   });
 }
@@ -80,6 +81,7 @@ void DBEngine::CopyDatabase(const QString& source, const QString& destination) {
     copy.fill(shared->handle(), source);
     copy.verify();
     if (!QFileInfo::exists(target)) {
+      forget(target);
       copy.rename();
       return;
     }

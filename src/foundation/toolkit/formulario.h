@@ -97,12 +97,13 @@ class Formulario : public QDialog {
   // --- what a field is --------------------------------------------------------------------------
   // Every text field turns Enter into Tab and selects itself on entry without being told. These add
   // the filters; a form's own alTeclear runs before them and may swallow the key.
-  void soloNumero(QLineEdit* campo);    // "0" & text & key must be numeric, else a beep
-  void importe(QLineEdit* campo);       // the number filter ("text & key & 0") and the decimal key
-  void teclaDecimal(QWidget* campo);    // the decimal key alone
-  void fecha(QLineEdit* campo);         // normalised on leaving
-  void sinSeleccion(QLineEdit* campo);  // places the caret instead of selecting
-  void sinIntro(QWidget* campo);        // Enter isn't Tab here: the form tells what it is
+  void soloNumero(QLineEdit* campo);      // "0" & text & key must be numeric, else a beep
+  void numeroConSigno(QLineEdit* campo);  // text & key & "0" must be: a minus first, never last
+  void importe(QLineEdit* campo);         // the same and the decimal key
+  void teclaDecimal(QWidget* campo);      // the decimal key alone
+  void fecha(QLineEdit* campo);           // normalised on leaving
+  void sinSeleccion(QLineEdit* campo);    // places the caret instead of selecting
+  void sinIntro(QWidget* campo);          // Enter isn't Tab here: the form tells what it is
 
   // --- showing ----------------------------------------------------------------------------------
   void mensaje(const QString& texto, const QString& titulo, Icono icono = Icono::Ninguno);

@@ -10,7 +10,7 @@
 
 // A QObject, so that its connections end before the controls are destroyed.
 struct Formulario::Privado : QObject {
-  enum class Filtro { Ninguno, Numero, Importe };
+  enum class Filtro { Ninguno, Numero, NumeroConSigno };
 
   struct Control {
     std::vector<std::function<void()>> entrar, salir, dobleClic;

@@ -100,9 +100,13 @@ void Formulario::soloNumero(QLineEdit* campo) {
   p_->control(campo).filtro = Privado::Filtro::Numero;
 }
 
+void Formulario::numeroConSigno(QLineEdit* campo) {
+  p_->control(campo).filtro = Privado::Filtro::NumeroConSigno;
+}
+
 void Formulario::importe(QLineEdit* campo) {
-  p_->control(campo).filtro = Privado::Filtro::Importe;
-  p_->control(campo).decimal = true;
+  numeroConSigno(campo);
+  teclaDecimal(campo);
 }
 
 void Formulario::teclaDecimal(QWidget* campo) {

@@ -45,6 +45,26 @@ TEST_F(Ficheros, LosQueNoSirvenDanSuError) {
             err::kErrorDeRuta);
 }
 
+// A company deleted while a list still shows it, and made anew under its name.
+TEST_F(Ficheros, ElNuevoNoEsElQueSeBorroAbierto) {
+  Workspace& area = engine.Workspaces(0);
+  const QString otra = carpeta.filePath("Otra.MDB");
+  area.CreateDatabase(otra, kLocale);
+  const QString barras = carpeta.path() + "\\" + QFileInfo(ruta).fileName();
+  const std::function<void()> maneras[] = {[&] { area.CreateDatabase(ruta, kLocale); },
+                                           [&] { engine.CopyDatabase(otra, ruta); },
+                                           [&] { engine.CompactDatabase(otra, ruta); }};
+  for (const auto& manera : maneras) {
+    const auto abierta = area.OpenDatabase(barras);
+    abierta->appendTable({"Vieja", {{"Codigo", FieldType::Long, 0, {}, false}}, {}});
+    engine.flush();
+    ASSERT_TRUE(QFile::remove(ruta));
+    manera();
+    EXPECT_FALSE(area.OpenDatabase(ruta)->TableDefs().contains("Vieja")) << &manera - maneras;
+    EXPECT_FALSE(area.OpenDatabase(barras)->TableDefs().contains("Vieja")) << &manera - maneras;
+  }
+}
+
 TEST_F(Ficheros, RepararRehaceIndicesYSumas) {
   anotaLineas(2000);
   db->keepSums("Diario", "DH", "Importe", {"NAsiento"});
