@@ -1,6 +1,7 @@
 // The expressions of a statement, in the words of the file's engine.
 #include "foundation/data/errorejecucion.h"
 #include "foundation/data/lang/emitter.h"
+#include "foundation/data/lang/lexer.h"
 
 namespace lang {
 namespace {
@@ -49,6 +50,10 @@ bool isWildcard(QChar c) {
 QString quotedText(QString text) {
   if (text.contains(QChar::Null)) throw ErrorEjecucion(err::kErrorDeSintaxis, text);
   return u'\'' + text.replace(u'\'', QStringLiteral("''")) + u'\'';
+}
+
+bool isOtherWord(const Expr& expr) {
+  return expr.kind == Kind::Literal && expr.value.isText() && hasOtherLetters(expr.value.text());
 }
 
 // The case of the value is no matter to Like.
@@ -166,6 +171,11 @@ QString Emitter::compared(const Expr& expr) {
   const Expr& left = *expr.args[0];
   const Expr& right = *expr.args[1];
   const bool texts = left.type == Type::Text && right.type == Type::Text;
+  // Codes are compared as the indexes have them; only words need the case of every letter.
+  const bool equal = expr.op == Op::Equal || expr.op == Op::NotEqual;
+  if (texts && equal && dialect_ != Dialect::View && (isOtherWord(left) || isOtherWord(right)))
+    return QStringLiteral("(mayusculas(") + value(left) + u')' + operatorOf(expr.op) +
+           QStringLiteral("mayusculas(") + value(right) + QStringLiteral("))");
   return u'(' + value(left) + operatorOf(expr.op) + value(right) +
          (texts ? QStringLiteral(" COLLATE NOCASE)") : QStringLiteral(")"));
 }

@@ -1,5 +1,6 @@
 #include "foundation/data/lang/lexer.h"
 
+#include <algorithm>
 #include <cmath>
 #include <iterator>
 #include <QDateTime>
@@ -157,6 +158,10 @@ QString sourceName(QStringView source) {
   return name.toString();
 }
 
+bool hasOtherLetters(QStringView text) {
+  return std::any_of(text.begin(), text.end(), [](QChar c) { return c.unicode() >= 0x80; });
+}
+
 void numberLiterals(std::vector<Token>& tokens) {
   size_t where = tokens.size();
   for (size_t i = 0; i < tokens.size(); ++i) {
@@ -166,7 +171,8 @@ void numberLiterals(std::vector<Token>& tokens) {
   }
   int next = 0;
   for (size_t i = where; i < tokens.size() && tokens[i].word != Word::Order; ++i) {
-    if (tokens[i].isLiteral() && tokens[i - 1].word != Word::Like) tokens[i].parameter = next++;
+    const bool inPlan = tokens[i - 1].word == Word::Like || hasOtherLetters(tokens[i].text);
+    if (tokens[i].isLiteral() && !inPlan) tokens[i].parameter = next++;
   }
 }
 

@@ -69,9 +69,12 @@ bool isStatement(QStringView source);
 // The name of a table or query given as a source: without brackets around it and a final ";".
 QString sourceName(QStringView source);
 
+// Whether a text holds letters whose case the file's own comparisons don't know: ñ, accented ones.
+bool hasOtherLetters(QStringView text);
+
 // Numbers the literals that may change without another plan: those of the condition, but for the
-// patterns of Like. A statement that groups keeps all of its own, because its lists are matched
-// literal by literal.
+// patterns of Like and texts with other letters. A statement that groups keeps all of its own,
+// because its lists are matched literal by literal.
 void numberLiterals(std::vector<Token>& tokens);
 
 struct Literal {
