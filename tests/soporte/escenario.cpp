@@ -59,7 +59,7 @@ void registraFormularios(Registro& formularios) {
 
 Escenario::Escenario(Hasta hasta, const DatosEmpresa& datos, const QString& carpeta)
     : formularios(std::make_unique<Registro>(ctx)),
-      carpeta_(carpeta.isEmpty() ? temporal_.path() : carpeta) {
+      carpeta_(carpeta.isEmpty() ? temporal_.path() : QDir::cleanPath(carpeta)) {
   ctx.reloj = &reloj;
   ctx.cajas = &guion;
   ctx.formularios = formularios.get();
