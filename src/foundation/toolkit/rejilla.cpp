@@ -199,8 +199,9 @@ QString Rejilla::texto(int fila, int columna) const {
 void Rejilla::leerResto() {
   const auto* datos = modelo_->datos();
   if (!datos || !datos->isOpen()) return;
+  const int conocidas = datos->Recordset().rowsKnown();
   protege([&] { datos->Recordset().rowTotal(); });
-  aplazarSincronia();
+  if (datos->Recordset().rowsKnown() != conocidas) aplazarSincronia();
 }
 
 int Rejilla::filas() const {
