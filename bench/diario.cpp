@@ -14,14 +14,8 @@ namespace {
 
 using banco::Directo;
 using banco::Libros;
-
-void tamanos(benchmark::internal::Benchmark* b) {
-  b->Arg(10'000)->Arg(100'000)->Arg(1'000'000)->UseRealTime();
-}
-
-Libros& libros(const benchmark::State& estado) {
-  return Libros::de(static_cast<int>(estado.range(0)));
-}
+using banco::libros;
+using banco::tamanos;
 
 QString asientoMedio(const Libros& l) {
   return QString::number(l.lineas() / 6);

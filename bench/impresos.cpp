@@ -12,14 +12,8 @@ namespace {
 
 using banco::Directo;
 using banco::Libros;
-
-void tamanos(benchmark::internal::Benchmark* b) {
-  b->Arg(10'000)->Arg(100'000)->Arg(1'000'000)->UseRealTime()->Unit(benchmark::kMillisecond);
-}
-
-Libros& libros(const benchmark::State& estado) {
-  return Libros::de(static_cast<int>(estado.range(0)));
-}
+using banco::libros;
+using banco::tamanos;
 
 std::shared_ptr<reports::Documento> abre(Libros& l, DBEngine& motor, const QString& plantilla,
                                          const QString& seleccion) {

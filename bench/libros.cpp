@@ -46,6 +46,14 @@ Libros& Libros::de(int lineas, int subcuentas) {
   return *libros;
 }
 
+void tamanos(benchmark::internal::Benchmark* b) {
+  b->Arg(10'000)->Arg(100'000)->Arg(1'000'000)->UseRealTime()->Unit(benchmark::kMillisecond);
+}
+
+Libros& libros(const benchmark::State& estado) {
+  return Libros::de(static_cast<int>(estado.range(0)));
+}
+
 Libros::Libros(int lineas, int subcuentas)
     : lineas_(lineas),
       subcuentas_(subcuentas),

@@ -1,6 +1,7 @@
 // Journals of any length to measure on, and the same file seen without the program.
 #pragma once
 
+#include <benchmark/benchmark.h>
 #include <sqlite3.h>
 
 #include <memory>
@@ -35,6 +36,10 @@ class Libros {
   QString carpeta_;
   DBEngine motor_;
 };
+
+// The lengths of a measure, and the journal of the one that is running.
+void tamanos(benchmark::internal::Benchmark* b);
+Libros& libros(const benchmark::State& estado);
 
 // The other side of each measure: the library alone, with statements prepared once.
 class Directo {

@@ -11,10 +11,7 @@
 namespace {
 
 using banco::Libros;
-
-void tamanos(benchmark::internal::Benchmark* b) {
-  b->Arg(10'000)->Arg(100'000)->Arg(1'000'000)->UseRealTime();
-}
+using banco::tamanos;
 
 // The main window's grid over its source.
 struct Pantalla {

@@ -49,15 +49,9 @@ Ventana::~Ventana() {
 namespace {
 
 using banco::Libros;
+using banco::libros;
+using banco::tamanos;
 using banco::Ventana;
-
-void tamanos(benchmark::internal::Benchmark* b) {
-  b->Arg(10'000)->Arg(100'000)->Arg(1'000'000)->UseRealTime()->Unit(benchmark::kMillisecond);
-}
-
-Libros& libros(const benchmark::State& estado) {
-  return Libros::de(static_cast<int>(estado.range(0)));
-}
 
 void abrirEmpresa(benchmark::State& estado) {
   const Libros& l = libros(estado);
