@@ -6,7 +6,9 @@
 #include <iostream>
 
 #include "foundation/data/errorejecucion.h"
+#include "foundation/data/lang/functions.h"
 #include "foundation/data/lang/plan.h"
+#include "foundation/data/lang/statementkey.h"
 
 namespace {
 
@@ -28,7 +30,7 @@ class Libro : public Catalog {
               QStringLiteral("Diario"),
               QStringLiteral("DH"),
               QStringLiteral("Importe"),
-              {QStringLiteral("Subcuenta"), QStringLiteral("Month(Fecha)")},
+              {{QStringLiteral("Subcuenta")}, {QStringLiteral("Fecha"), SumKey::Part::Month}},
               {QStringLiteral("Subcuenta"), QStringLiteral("Mes")},
               QStringLiteral("n"),
               QStringLiteral("d"),

@@ -5,6 +5,7 @@
 
 #include "accounts/registro.h"
 #include "company/registro.h"
+#include "foundation/data/dbengine.h"
 #include "foundation/instancia.h"
 #include "foundation/programas.h"
 #include "foundation/registro.h"
@@ -35,7 +36,8 @@ int main(int argc, char** argv) {
 
   const Instancia instancia(QStringLiteral("librano"));
   const Reloj reloj;
-  Contexto contexto;
+  DBEngine motor;
+  Contexto contexto(motor);
   CajasQt cajas(contexto.motor);
   Registro registro(contexto);
   contexto.reloj = &reloj;

@@ -69,10 +69,11 @@ void aligeraDiario(Database& base) {
   base.keepIndex(diario, {QStringLiteral("Punteo"), QStringLiteral("NAsiento")});
   base.keepIndex(diario, {QStringLiteral("Importe")});
   base.keepIndex(QStringLiteral("Subcuentas"), {QStringLiteral("Descripcion")});
-  const QList<QStringList> claves = {{},
-                                     {QStringLiteral("NAsiento")},
-                                     {QStringLiteral("Subcuenta"), QStringLiteral("Month(Fecha)")}};
-  for (const QStringList& clave : claves)
+  const QList<QList<SumKey>> claves = {
+      {},
+      {{QStringLiteral("NAsiento")}},
+      {{QStringLiteral("Subcuenta")}, {QStringLiteral("Fecha"), SumKey::Part::Month}}};
+  for (const QList<SumKey>& clave : claves)
     base.keepSums(diario, QStringLiteral("DH"), QStringLiteral("Importe"), clave);
 }
 

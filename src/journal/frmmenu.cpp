@@ -247,6 +247,7 @@ void FrmMenu::abreEmpresa(const QString& nombre) {
     throw;
   }
   leeEmpresa(DtaEmpresaActual_.Recordset(), sesion());
+  ctx.motor.setYear(sesion().AnoActual);
   ui->TxtAñoActual->setText(QString::number(sesion().AnoActual));
   ui->TxtSubcuenta->setMaxLength(sesion().DigitosSubcuenta);
   ui->GrdApuntes->setMascara(sesion().MascaraImporte);

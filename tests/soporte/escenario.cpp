@@ -116,6 +116,7 @@ void Escenario::abreEmpresa(const QString& nombre) {
   const auto base = ctx.motor.Workspaces(0).OpenDatabase(ctx.sesion.rutaEmpresa());
   const auto empresa = base->OpenRecordset("Select * from Empresa");
   leeEmpresa(*empresa, ctx.sesion);
+  motor.setYear(ctx.sesion.AnoActual);
 }
 
 Formulario& Escenario::abre(const QString& nombre) {

@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "company/datosempresa.h"
+#include "foundation/data/dbengine.h"
 #include "foundation/toolkit/contexto.h"
 #include "foundation/toolkit/formulario.h"
 #include "foundation/toolkit/registro.h"
@@ -47,7 +48,8 @@ class Escenario {
   void creaEmpresa(const DatosEmpresa& datos);
   void abreEmpresa(const QString& nombre);
 
-  Contexto ctx;
+  DBEngine motor;
+  Contexto ctx{motor};
   RelojFijo reloj{QDate(2003, 3, 15)};
   Guion guion{ctx.motor};
   std::unique_ptr<Registro> formularios;

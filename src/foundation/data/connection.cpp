@@ -1,10 +1,11 @@
 #include "foundation/data/connection.h"
 
 #include <sqlite3.h>
-#include <QDate>
 #include <QFileInfo>
 #include <QThread>
 
+#include "foundation/data/lang/functions.h"
+#include "foundation/data/lang/statementkey.h"
 #include "foundation/data/schema.h"
 
 namespace {
@@ -311,7 +312,7 @@ void Connection::noteDefinitions() {
 }
 
 Compiled Connection::compiled(const QString& source) {
-  const int year = source.contains(u'#') ? companyYear() : 0;
+  const int year = source.contains(u'#') ? settings_->year : 0;
   const StatementKey key = statementKey(source, year);
   std::shared_ptr<const Plan> plan = plans_.value(key.key);
   if (!plan) {
@@ -325,7 +326,7 @@ Compiled Connection::compiled(const QString& source) {
 
 FindPlan Connection::criterionPlan(const QString& source, const QString& criterion) {
   const bool dated = source.contains(u'#') || criterion.contains(u'#');
-  return compileCriterion(source, criterion, *schema(), dated ? companyYear() : 0);
+  return compileCriterion(source, criterion, *schema(), dated ? settings_->year : 0);
 }
 
 KeySet Connection::keys(const Compiled& compiled, int limit) {
@@ -348,23 +349,4 @@ KeySet Connection::keys(const Compiled& compiled, int limit) {
   if (keySets_.size() >= kKeySetsKept) keySets_.pop_back();
   keySets_.insert(keySets_.begin(), {plan.keysSql, compiled.params, now, keys});
   return keys;
-}
-
-int Connection::companyYear() {
-  const std::shared_ptr<const Schema> definitions = schema();
-  const TableDef* company = definitions->definition(QStringLiteral("Empresa"));
-  if (!company) return QDate::currentDate().year();
-  const Stamp now = stamp(company->Name);
-  if (year_ != 0 && now == yearStamp_) return year_;
-  year_ = QDate::currentDate().year();
-  yearStamp_ = now;
-  for (const Field& field : company->Fields) {
-    if (field.Name.compare(QStringLiteral("Año"), Qt::CaseInsensitive) != 0) continue;
-    Statement statement =
-        prepare(QStringLiteral("SELECT ") + bracketed(field.Name) + QStringLiteral(" FROM ") +
-                bracketed(company->Name) + QStringLiteral(" LIMIT 1"));
-    if (statement.step() && statement.integer(0) > 0)
-      year_ = static_cast<int>(statement.integer(0));
-  }
-  return year_;
 }

@@ -43,6 +43,7 @@ class Connection {
   // was opened and will have to be committed, or that one was lost at the closing of its file.
   struct Settings {
     int lockTimeout = 5000;  // milliseconds
+    int year = 0;            // of the company at hand
     std::function<void()> groupOpened;
     std::function<void(const ErrorEjecucion&)> lost;
   };
@@ -128,7 +129,6 @@ class Connection {
   void close();
   void lookAtDataVersion(Statement& statement);
   void dropOldestPrepared();
-  int companyYear();
 
   sqlite3* db_ = nullptr;
   QString path_;
@@ -154,8 +154,6 @@ class Connection {
   std::unordered_map<QString, Prepared> prepared_;
   quint64 uses_ = 0;
   std::vector<Keys> keySets_;  // the latest first
-  Stamp yearStamp_;
-  int year_ = 0;
 };
 
 // Runs something for a caller outside the engine; on an error the group is committed before it goes

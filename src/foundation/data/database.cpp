@@ -173,23 +173,19 @@ void Database::keepIndex(const QString& table, const QStringList& columns) {
 }
 
 void Database::keepSums(const QString& table, const QString& side, const QString& amount,
-                        const QStringList& keys) {
+                        const QList<SumKey>& keys) {
   define(*connection_, [&] {
     const auto schema = connection_->schema();
     const TableDef& def = definitionOf(*schema, table);
-    QStringList spelled;
-    for (const QString& key : keys) {
-      const bool month = key.startsWith(QLatin1String("Month("), Qt::CaseInsensitive);
-      spelled += month ? QStringLiteral("Month(") + columnOf(def, key.mid(6).chopped(1)) + u')'
-                       : columnOf(def, key);
-    }
+    QList<SumKey> spelled;
+    for (const SumKey& key : keys) spelled.push_back({columnOf(def, key.column), key.part});
     const QString sideColumn = columnOf(def, side), amountColumn = columnOf(def, amount);
     Statement note = connection_->prepare(
         QStringLiteral("INSERT INTO %1 (Tabla, Lado, Importe, Claves) VALUES (?1, ?2, ?3, ?4) "
                        "RETURNING Orden")
             .arg(QLatin1String(own::kSums)),
         Doing::Writing);
-    note.bind({def.Name, sideColumn, amountColumn, spelled.join(u';')}).step();
+    note.bind({def.Name, sideColumn, amountColumn, sumKeysText(spelled)}).step();
     const qint64 order = note.integer(0);
     note.execute();
     const auto sums = describeSums(order, def.Name, sideColumn, amountColumn, spelled);

@@ -1,5 +1,6 @@
 #include "foundation/data/dbengine.h"
 
+#include <QDate>
 #include <QFileInfo>
 #include <QHash>
 #include <QThread>
@@ -40,6 +41,7 @@ struct DBEngine::Private {
 
 DBEngine::DBEngine(QObject* parent) : QObject(parent), d_(std::make_unique<Private>()) {
   d_->workspace = std::make_unique<Workspace>(*this);
+  d_->settings->year = QDate::currentDate().year();
   d_->settings->groupOpened = [this] { askForCommit(0); };
   d_->settings->lost = [this](const ErrorEjecucion& e) {
     Q_EMIT commitFailed(e.numero(), e.descripcion());
@@ -128,6 +130,13 @@ void DBEngine::setLockTimeout(int milliseconds) {
 }
 int DBEngine::lockTimeout() const {
   return d_->settings->lockTimeout;
+}
+
+void DBEngine::setYear(int year) {
+  if (year == d_->settings->year) return;
+  d_->settings->year = year;
+  // Stored queries may hold such literals.
+  for (const auto& connection : d_->open()) connection->definitionsChanged();
 }
 
 std::unique_ptr<Database> Workspace::CreateDatabase(const QString& path, const QString& locale) {

@@ -13,40 +13,11 @@
 
 #include "foundation/data/errorejecucion.h"
 #include "foundation/data/recordset.h"
+#include "foundation/data/tabledef.h"
 
 class Connection;
 class Database;
 class DBEngine;
-
-// A column being defined. `Size` matters for text only.
-struct Field {
-  QString Name;
-  FieldType Type = FieldType::Text;
-  int Size = 0;
-  QString DefaultValue;  // as written in the definition: "0", "\"1\""; empty for none
-  bool AllowZeroLength = false;
-};
-
-struct Index {
-  QString Name;
-  bool Primary = false;
-  bool Unique = false;
-  QStringList Fields;
-};
-
-// A table being defined, or the definition of one that stands in the file.
-struct TableDef {
-  QString Name;
-  std::vector<Field> Fields;
-  std::vector<Index> Indexes;
-
-  Field& CreateField(const QString& name, FieldType type, int size = 0);  // and appends it
-};
-
-struct QueryDef {
-  QString Name;
-  QString Sql;  // word for word
-};
 
 class Database {
  public:
@@ -63,11 +34,11 @@ class Database {
   // What keeps the totals instant on a journal of any length, unseen by TableDefs: an index on
   // columns of a table, and sums kept beside it by triggers of built-in functions, so that they
   // stay exact whatever tool writes. The sums are those of `amount` on each side of `side` ("D" is
-  // the debit, anything else the credit), one row for each combination of `keys`: column names, or
-  // "Month(column)"; no keys for the one row of the whole table.
+  // the debit, anything else the credit), one row for each combination of `keys`; no keys for
+  // the one row of the whole table.
   void keepIndex(const QString& table, const QStringList& columns);
   void keepSums(const QString& table, const QString& side, const QString& amount,
-                const QStringList& keys);
+                const QList<SumKey>& keys);
 
   // Stored queries. The text is kept word for word and not looked at: names are resolved when it
   // runs.
@@ -127,6 +98,9 @@ class DBEngine : public QObject {
   // How long a lock of another station is waited for; five seconds unless a test says otherwise.
   void setLockTimeout(int milliseconds);
   int lockTimeout() const;
+  // The accounting year of the company at hand: date literals with a two-digit year fall nearest
+  // to it. Until it is told, the year of today.
+  void setYear(int year);
 
  Q_SIGNALS:
   // A commit at the return to the event loop failed, where no caller is left to catch it. With 3186

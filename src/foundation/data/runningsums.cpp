@@ -10,24 +10,16 @@ using Sums = Catalog::RunningSums;
 
 constexpr QLatin1String kMonth("Month(");
 
-bool isMonth(const QString& key) {
-  return key.startsWith(kMonth, Qt::CaseInsensitive);
-}
-
-QString columnOf(const QString& key) {
-  return isMonth(key) ? key.mid(kMonth.size()).chopped(1).trimmed() : key;
-}
-
 // A key of the row named by `row`: "NEW.", "OLD." or nothing.
-QString keyExpression(const QString& key, const QString& row) {
-  QString column = row + bracketed(columnOf(key));
-  if (!isMonth(key)) return column;
+QString keyExpression(const SumKey& key, const QString& row) {
+  QString column = row + bracketed(key.column);
+  if (!key.isMonth()) return column;
   return QStringLiteral("CAST(substr(") + column + QStringLiteral(", 6, 2) AS INTEGER)");
 }
 
 QStringList keyExpressions(const Sums& sums, const QString& row) {
   QStringList list;
-  for (const QString& key : sums.keys) list += keyExpression(key, row);
+  for (const SumKey& key : sums.keys) list += keyExpression(key, row);
   return list;
 }
 
@@ -90,8 +82,8 @@ QString trigger(const Sums& sums, const QString& event, const QString& when, con
 
 QString updateTrigger(const Sums& sums) {
   QStringList watched{sums.sideColumn, sums.amountColumn};
-  for (const QString& key : sums.keys)
-    if (!watched.contains(columnOf(key), Qt::CaseInsensitive)) watched += columnOf(key);
+  for (const SumKey& key : sums.keys)
+    if (!watched.contains(key.column, Qt::CaseInsensitive)) watched += key.column;
   QStringList names, changed;
   for (const QString& column : std::as_const(watched)) {
     names += bracketed(column);
@@ -120,16 +112,35 @@ QString recountSelect(const Sums& sums) {
 
 }  // namespace
 
+QString sumKeysText(const QList<SumKey>& keys) {
+  QStringList words;
+  for (const SumKey& key : keys) words += key.isMonth() ? kMonth + key.column + u')' : key.column;
+  return words.join(u';');
+}
+
+QList<SumKey> sumKeys(const QString& text) {
+  QList<SumKey> keys;
+  const QStringList words = text.split(u';', Qt::SkipEmptyParts);
+  for (const QString& word : words) {
+    if (word.startsWith(kMonth, Qt::CaseInsensitive)) {
+      keys.push_back({word.mid(kMonth.size()).chopped(1).trimmed(), SumKey::Part::Month});
+    } else {
+      keys.push_back({word});
+    }
+  }
+  return keys;
+}
+
 Sums describeSums(qint64 order, const QString& table, const QString& side, const QString& amount,
-                  const QStringList& keys) {
+                  const QList<SumKey>& keys) {
   Sums sums;
   sums.sumsTable = QLatin1String(own::kSums) + u'_' + QString::number(order);
   sums.baseTable = table;
   sums.sideColumn = side;
   sums.amountColumn = amount;
   sums.keys = keys;
-  for (const QString& key : keys)
-    sums.keyColumns += isMonth(key) ? QStringLiteral("Mes") + columnOf(key) : key;
+  for (const SumKey& key : keys)
+    sums.keyColumns += key.isMonth() ? QStringLiteral("Mes") + key.column : key.column;
   sums.countColumn = QStringLiteral("NumeroLineas");
   sums.debitColumn = QStringLiteral("SumaDebe");
   sums.creditColumn = QStringLiteral("SumaHaber");
@@ -144,7 +155,7 @@ QStringList sumsDefinition(const Sums& sums, const TableDef& base) {
     keys += bracketed(sums.keyColumns[i]);
     Field key{sums.keyColumns[i], FieldType::Long, 0, {}, true};
     for (const Field& field : base.Fields) {
-      if (isMonth(sums.keys[i]) || field.Name != sums.keys[i]) continue;
+      if (sums.keys[i].isMonth() || field.Name != sums.keys[i].column) continue;
       key.Type = field.Type;
       key.Size = field.Size;
     }
@@ -208,14 +219,4 @@ QStringList replaceGuards(const TableDef& table) {
            QStringLiteral("END");
   }
   return sql;
-}
-
-QString sumsDifference(const Sums& sums) {
-  const QString kept = QStringLiteral("SELECT ") + columns(sums) + QStringLiteral(" FROM ") +
-                       bracketed(sums.sumsTable);
-  const QString counted = recountSelect(sums);
-  return QStringLiteral(
-             "SELECT 1 FROM (SELECT * FROM (%1 EXCEPT %2) UNION ALL "
-             "SELECT * FROM (%2 EXCEPT %1)) LIMIT 1")
-      .arg(kept, counted);
 }

@@ -8,14 +8,18 @@
 
 #include <QStringList>
 
-#include "foundation/data/lang/plan.h"
+#include "foundation/data/lang/catalog.h"
 
 class Connection;
 struct TableDef;
 
+// The keys as the file notes them ("Subcuenta;Month(Fecha)"), and read back.
+QString sumKeysText(const QList<SumKey>& keys);
+QList<SumKey> sumKeys(const QString& text);
+
 // The names that sums number `order` have in the file.
 Catalog::RunningSums describeSums(qint64 order, const QString& table, const QString& side,
-                                  const QString& amount, const QStringList& keys);
+                                  const QString& amount, const QList<SumKey>& keys);
 
 // The table of the sums, its index and its triggers.
 QStringList sumsDefinition(const Catalog::RunningSums& sums, const TableDef& base);
@@ -25,5 +29,3 @@ QStringList sumsRemoval(const Catalog::RunningSums& sums);
 // Makes anew the triggers that refuse replacing rows, for the unique indexes that the table has
 // now.
 QStringList replaceGuards(const TableDef& table);
-// One row if the sums differ from those of the rows.
-QString sumsDifference(const Catalog::RunningSums& sums);

@@ -190,7 +190,7 @@ void Schema::readSums(Connection& connection) {
                              .arg(QLatin1String(own::kSums)));
   while (all.step())
     sums_.push_back(describeSums(all.integer(0), all.text(1), all.text(2), all.text(3),
-                                 all.text(4).split(u';', Qt::SkipEmptyParts)));
+                                 sumKeys(all.text(4))));
 }
 
 const Catalog::Table* Schema::table(const QString& name) const {

@@ -8,8 +8,8 @@
 
 #include <QHash>
 
-#include "foundation/data/dbengine.h"
-#include "foundation/data/lang/plan.h"
+#include "foundation/data/lang/catalog.h"
+#include "foundation/data/tabledef.h"
 
 class Connection;
 

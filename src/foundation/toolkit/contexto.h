@@ -4,17 +4,19 @@
 #include <functional>
 #include <QString>
 
-#include "foundation/data/dbengine.h"
 #include "foundation/reloj.h"
 #include "foundation/sesion.h"
 
 class Cajas;
+class DBEngine;
 class Principal;
 class Registro;
 
 struct Contexto {
+  explicit Contexto(DBEngine& motorDeDatos) : motor(motorDeDatos) {}
+
   Sesion sesion;
-  DBEngine motor;
+  DBEngine& motor;
   const Reloj* reloj = nullptr;
   Cajas* cajas = nullptr;
   Registro* formularios = nullptr;

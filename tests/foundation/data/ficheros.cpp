@@ -67,7 +67,7 @@ TEST_F(Ficheros, ElNuevoNoEsElQueSeBorroAbierto) {
 
 TEST_F(Ficheros, RepararRehaceIndicesYSumas) {
   anotaLineas(2000);
-  db->keepSums("Diario", "DH", "Importe", {"NAsiento"});
+  db->keepSums("Diario", "DH", "Importe", {{"NAsiento"}});
   engine.flush();
   // As if an older program had written without the triggers.
   herramienta(
@@ -186,7 +186,7 @@ TEST_F(Ficheros, UnFicheroDeSoloLecturaSeLeePeroNoSeEscribe) {
 
 // A station is killed again and again while it posts: what it had told as saved is there.
 TEST_F(Ficheros, UnaMuerteEnCualquierMomentoNoDescuadraNada) {
-  db->keepSums("Diario", "DH", "Importe", {"NAsiento"});
+  db->keepSums("Diario", "DH", "Importe", {{"NAsiento"}});
   db->keepIndex("Diario", {"NAsiento"});
   db.reset();
   EXPECT_EQ(QDir(carpeta.path()).entryList(QDir::Files), QStringList{"Conta.MDB"});

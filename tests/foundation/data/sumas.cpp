@@ -8,8 +8,8 @@ namespace {
 class Sumas : public LibroEnDisco {
  protected:
   Sumas() {
-    db->keepSums("Diario", "DH", "Importe", {"Subcuenta", "Month(Fecha)"});
-    db->keepSums("Diario", "DH", "Importe", {"NAsiento"});
+    db->keepSums("Diario", "DH", "Importe", {{"Subcuenta"}, {"Fecha", SumKey::Part::Month}});
+    db->keepSums("Diario", "DH", "Importe", {{"NAsiento"}});
     db->keepSums("Diario", "DH", "Importe", {});
     engine.flush();
   }
@@ -80,7 +80,7 @@ TEST_F(Sumas, SonLasDeLasLineasTrasCualquierSucesionDeCambios) {
 TEST_F(Sumas, OtroProgramaNoLasPuedeDescuadrar) {
   anotaLineas(20);
   // Sums over lines that were there before begin with these.
-  db->keepSums("diario", "dh", "importe", {"TipoDiario"});
+  db->keepSums("diario", "dh", "importe", {{"TipoDiario"}});
   engine.flush();
   EXPECT_EQ(herramienta("SELECT * FROM librano_sumas_4"), "1|20|210000000|0");
   const std::pair<const char*, bool> casos[] = {

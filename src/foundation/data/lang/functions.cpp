@@ -1,3 +1,5 @@
+#include "foundation/data/lang/functions.h"
+
 // The functions that plans call besides those built into the file's engine.
 #include <sqlite3.h>
 
@@ -8,7 +10,6 @@
 
 #include "foundation/data/lang/lexer.h"
 #include "foundation/data/lang/pattern.h"
-#include "foundation/data/lang/plan.h"
 
 namespace lang {
 namespace {

@@ -4,12 +4,11 @@
 
 #include "foundation/data/lang/emitter.h"
 #include "foundation/data/lang/rewrite.h"
+#include "foundation/data/lang/statementkey.h"
 
 using namespace lang;
 
 namespace {
-
-constexpr QStringView kMarks[] = {u" ?l", u" ?d", u" ?t", u" ?n", u" ?f"};
 
 // Rows are read by key when each is one row of one table. Literals of the statement itself would
 // need more than the key to show a row.
@@ -24,42 +23,7 @@ bool isUpdatable(const Query& query) {
   });
 }
 
-// Marks what kind of word it is, so that no two statements read alike.
-void addWord(QString& key, const Token& word) {
-  key += u' ';
-  if (word.kind == TokenKind::Text) {
-    key += u'\'';
-    key += QString::number(word.text.size());
-    key += u':';
-  } else if (word.enclosed) {
-    key += word.kind == TokenKind::Date ? u'#' : u'[';
-  }
-  key += word.text;
-  if (word.enclosed) key += u']';
-}
-
 }  // namespace
-
-StatementKey statementKey(const QString& source, int ano) {
-  StatementKey key;
-  if (!isStatement(source)) {
-    key.key = sourceName(source);
-    return key;
-  }
-  std::vector<Token> words = tokens(source);
-  numberLiterals(words);
-  key.key.reserve(source.size() + 16);
-  for (const Token& word : words) {
-    if (word.parameter >= 0) {
-      const Literal literal = literalOf(word, ano);
-      key.key += kMarks[static_cast<int>(literal.kind)];
-      key.literals << literal.value;
-      continue;
-    }
-    addWord(key.key, word);
-  }
-  return key;
-}
 
 Plan compile(const QString& source, const Catalog& catalog, int ano) {
   Binder binder(catalog, ano);

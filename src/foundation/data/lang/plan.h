@@ -5,43 +5,11 @@
 // Nothing that a user typed ever stands in the plan's texts.
 #pragma once
 
-#include <optional>
 #include <QList>
 #include <QString>
 #include <vector>
 
-#include "foundation/data/variant.h"
-
-// What the resolver asks of a file. Names compare without case.
-class Catalog {
- public:
-  struct Column {
-    QString name;
-    FieldType type = FieldType::Text;
-    int size = 0;
-  };
-  struct Table {
-    QString name;
-    std::vector<Column> columns;  // in creation order
-  };
-  // Sums that the file keeps up to date beside a table: one row for each combination of keys, with
-  // the number of lines and, for each side, its sum in integers of a millionth.
-  struct RunningSums {
-    QString sumsTable;     // its name in the file
-    QString baseTable;     // "Diario"
-    QString sideColumn;    // "DH"
-    QString amountColumn;  // "Importe"
-    QStringList keys;  // base columns or "Month(Fecha)"; empty for the one row of the whole table
-    QStringList keyColumns;  // the columns of sumsTable, in the same order
-    QString countColumn;
-    QString debitColumn;   // sum of IIf(side='D',amount,0) * 1e6
-    QString creditColumn;  // sum of IIf(side='D',0,amount) * 1e6
-  };
-  virtual ~Catalog() = default;
-  virtual const Table* table(const QString& name) const = 0;
-  virtual std::optional<QString> queryText(const QString& name) const = 0;
-  virtual const std::vector<RunningSums>& runningSums() const = 0;
-};
+#include "foundation/data/lang/catalog.h"
 
 // A computed column of a number type may be a text in some rows (a blank instead of a zero): the
 // value of such a row is given as it is.
@@ -82,18 +50,9 @@ struct FindPlan {
   QList<Variant> params;
 };
 
-// A statement with its literals taken out, so that statements that differ only in them share one
-// compiled plan: the key, and the literals in order. Literals on which the plan itself depends (the
-// patterns of Like) stay in the key.
-struct StatementKey {
-  QString key;
-  QList<Variant> literals;
-};
-
 // `source` is a table name, a query name or one SELECT. 3075 when it can't be read as that, 3078
 // for an unknown table or query, 3061 for an unknown column, 3464 for types that can't be compared.
 // `ano` is the company's year, for date literals with a two-digit year.
-StatementKey statementKey(const QString& source, int ano);
 Plan compile(const QString& source, const Catalog& catalog, int ano);
 FindPlan compileCriterion(const QString& source, const QString& criterion, const Catalog& catalog,
                           int ano);
@@ -102,8 +61,3 @@ FindPlan compileCriterion(const QString& source, const QString& criterion, const
 // functions and the file's own tables only. Raises as compile() does while a name of the query
 // isn't there.
 QString viewSql(const QString& queryName, const Catalog& catalog);
-
-// The statement language's own functions (Like, Ucase...) for the statements of a Plan. To be
-// called once for each connection of the file's engine.
-struct sqlite3;
-void registerFunctions(sqlite3* db);

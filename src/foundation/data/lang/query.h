@@ -8,8 +8,8 @@
 #include <memory>
 #include <vector>
 
+#include "foundation/data/lang/catalog.h"
 #include "foundation/data/lang/parser.h"
-#include "foundation/data/lang/plan.h"
 
 namespace lang {
 

@@ -21,15 +21,10 @@ class Lines {
   // The place of a key that the sums have, -1 for anything else.
   int key(const Expr& expr) const {
     for (int i = 0; i < sums_.keys.size(); ++i) {
-      const QString& key = sums_.keys[i];
-      if (key.startsWith(u"Month(", Qt::CaseInsensitive) && key.endsWith(u')')) {
-        const QString column = key.sliced(6).chopped(1);
-        if (expr.kind == Kind::Call && expr.function == Fn::Month && is(*expr.args[0], column)) {
-          return i;
-        }
-      } else if (is(expr, key)) {
-        return i;
-      }
+      const SumKey& key = sums_.keys[i];
+      const bool month = expr.kind == Kind::Call && expr.function == Fn::Month;
+      if (key.isMonth() && !month) continue;
+      if (is(key.isMonth() ? *expr.args[0] : expr, key.column)) return i;
     }
     return -1;
   }
@@ -104,7 +99,8 @@ std::shared_ptr<const Catalog::Table> sumsTable(const RunningSums& sums, const S
   for (int i = 0; i < sums.keys.size(); ++i) {
     Catalog::Column column{sums.keyColumns[i], FieldType::Long, 0};
     for (const Catalog::Column& base : lines.table->columns) {
-      if (sameName(base.name, sums.keys[i])) column = {sums.keyColumns[i], base.type, base.size};
+      if (!sums.keys[i].isMonth() && sameName(base.name, sums.keys[i].column))
+        column = {sums.keyColumns[i], base.type, base.size};
     }
     table->columns.push_back(column);
   }

@@ -21,8 +21,11 @@ Libro::Libro(bool withSums) {
   for (const char* column : {"NAsiento", "Subcuenta"}) db->keepIndex("Diario", {column});
   db->appendIndex("Subcuentas", {"Subcuenta", true, true, {"Subcuenta"}});
   if (!withSums) return;
-  for (const QStringList& keys : std::initializer_list<QStringList>{
-           {}, {"NAsiento"}, {"Subcuenta"}, {"Subcuenta", "Month(Fecha)"}})
+  const QList<QList<SumKey>> all = {{},
+                                    {{"NAsiento"}},
+                                    {{"Subcuenta"}},
+                                    {{"Subcuenta"}, {"Fecha", SumKey::Part::Month}}};
+  for (const QList<SumKey>& keys : all)
     db->keepSums("Diario", "DH", "Importe", keys);
 }
 
