@@ -4,8 +4,8 @@
 #include <QDir>
 #include <QFile>
 
-#include "foundation/data/datacontrol.h"
-#include "foundation/data/rowreader.h"
+#include "engine/datacontrol.h"
+#include "engine/rowreader.h"
 #include "journal/apunte.h"
 #include "journal/totales.h"
 #include "libros.h"

@@ -2,7 +2,8 @@
 // balance written before the first is seen.
 #include <benchmark/benchmark.h>
 
-#include "foundation/data/datacontrol.h"
+#include "engine/datacontrol.h"
+#include "engine/dbengine.h"
 #include "reports/registro.h"
 #include "ventana.h"
 

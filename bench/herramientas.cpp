@@ -3,8 +3,8 @@
 
 #include <cmath>
 
-#include "foundation/data/datacontrol.h"
-#include "foundation/data/recordset.h"
+#include "engine/datacontrol.h"
+#include "engine/recordset.h"
 #include "journal/descuadres.h"
 #include "journal/integridad.h"
 #include "journal/masivos.h"

@@ -7,9 +7,9 @@
 #include <QTemporaryDir>
 
 #include "company/crearbase.h"
-#include "foundation/creaini.h"
-#include "foundation/data/recordset.h"
+#include "engine/recordset.h"
 #include "soporte/libros.h"
+#include "start/creaini.h"
 
 namespace banco {
 

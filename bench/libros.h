@@ -8,7 +8,7 @@
 #include <QList>
 #include <QString>
 
-#include "foundation/data/dbengine.h"
+#include "engine/dbengine.h"
 
 namespace banco {
 

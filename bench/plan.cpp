@@ -6,11 +6,12 @@
 #include <QLineEdit>
 
 #include "accounts/registro.h"
-#include "foundation/toolkit/cajasqt.h"
-#include "foundation/toolkit/contexto.h"
-#include "foundation/toolkit/formulario.h"
-#include "foundation/toolkit/registro.h"
+#include "engine/dbengine.h"
 #include "libros.h"
+#include "toolkit/cajasqt.h"
+#include "toolkit/contexto.h"
+#include "toolkit/formulario.h"
+#include "toolkit/registro.h"
 
 namespace {
 

@@ -4,9 +4,9 @@
 #include <QApplication>
 #include <QKeyEvent>
 
-#include "foundation/data/datacontrol.h"
-#include "foundation/toolkit/rejilla.h"
+#include "engine/datacontrol.h"
 #include "libros.h"
+#include "toolkit/rejilla.h"
 
 namespace {
 

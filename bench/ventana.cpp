@@ -9,10 +9,11 @@
 #include <QLineEdit>
 #include <QTest>
 
-#include "foundation/rutas.h"
-#include "foundation/toolkit/formulario.h"
-#include "foundation/toolkit/principal.h"
+#include "common/rutas.h"
+#include "engine/dbengine.h"
 #include "journal/registro.h"
+#include "toolkit/formulario.h"
+#include "toolkit/principal.h"
 #include "ventana.h"
 
 namespace banco {

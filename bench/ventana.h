@@ -1,10 +1,10 @@
 // A session on a company's books, and its main window.
 #pragma once
 
-#include "foundation/toolkit/cajasqt.h"
-#include "foundation/toolkit/contexto.h"
-#include "foundation/toolkit/registro.h"
 #include "libros.h"
+#include "toolkit/cajasqt.h"
+#include "toolkit/contexto.h"
+#include "toolkit/registro.h"
 
 namespace banco {
 

@@ -36,18 +36,21 @@ function(librano_precompile target first header)
   endif()
 endfunction()
 
-# librano_folder(<name> [CORE_LIBS libs...] [FORMS_LIBS libs...])
+# librano_folder(<name> [FORMS_ONLY] [CORE_LIBS libs...] [FORMS_LIBS libs...])
 #
 # Makes <name>_core from every source of the folder without widgets, and <name>_forms from frm*, registro.*
-# and the subfolders toolkit/ and widgets/. Each is linked with the folders given before it in
+# and the subfolder widgets/, or from all of them. Each is linked with the folders given before it in
 # LIBRANO_FOLDERS, so a folder can only reach those to its left. A folder without sources of one
 # kind gets an empty interface target.
 function(librano_folder name)
-  cmake_parse_arguments(ARG "" "" "CORE_LIBS;FORMS_LIBS" ${ARGN})
+  cmake_parse_arguments(ARG "FORMS_ONLY" "" "CORE_LIBS;FORMS_LIBS" ${ARGN})
   file(GLOB_RECURSE all RELATIVE ${CMAKE_CURRENT_SOURCE_DIR} CONFIGURE_DEPENDS *.cpp *.ui *.qrc)
   set(forms ${all})
   # Relative: the checkout itself may lie in a folder of one of these names.
-  set(patron "(^|/)(frm[^/]*$|registro[.]|toolkit/|widgets/|[^/]*[.]qrc$)")
+  set(patron "(^|/)(frm[^/]*$|registro[.]|widgets/|[^/]*[.]qrc$)")
+  if(ARG_FORMS_ONLY)
+    set(patron ".")
+  endif()
   list(FILTER forms INCLUDE REGEX ${patron})
   set(core ${all})
   list(FILTER core EXCLUDE REGEX ${patron})
@@ -61,17 +64,23 @@ function(librano_folder name)
     add_library(${name}_core STATIC ${core})
     target_link_libraries(
       ${name}_core PUBLIC librano_flags Qt6::Core ${earlier_core} ${ARG_CORE_LIBS})
-    librano_precompile(${name}_core foundation_core core_pch.h)
+    librano_precompile(${name}_core common_core core_pch.h)
   else()
     add_library(${name}_core INTERFACE)
     target_link_libraries(${name}_core INTERFACE ${earlier_core})
   endif()
   if(forms)
-    add_library(${name}_forms STATIC ${forms})
+    # Each form depends on the header made from its own .ui alone.
+    set(screens ${forms})
+    list(FILTER screens INCLUDE REGEX "[.]ui$")
+    list(FILTER forms EXCLUDE REGEX "[.]ui$")
+    qt6_wrap_ui(screens ${screens})
+    add_library(${name}_forms STATIC ${forms} ${screens})
+    target_include_directories(${name}_forms PRIVATE ${CMAKE_CURRENT_BINARY_DIR})
     target_link_libraries(
       ${name}_forms PUBLIC ${name}_core Qt6::Widgets Qt6::PrintSupport Qt6::Svg ${earlier_forms}
                            ${ARG_FORMS_LIBS})
-    librano_precompile(${name}_forms foundation_forms forms_pch.h)
+    librano_precompile(${name}_forms toolkit_forms forms_pch.h)
   else()
     add_library(${name}_forms INTERFACE)
     target_link_libraries(${name}_forms INTERFACE ${name}_core ${earlier_forms})

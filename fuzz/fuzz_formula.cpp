@@ -2,7 +2,7 @@
 // becomes a condition in which every text and name is closed.
 #include <cstdlib>
 
-#include "foundation/data/errorejecucion.h"
+#include "common/errorejecucion.h"
 #include "reports/formula.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {

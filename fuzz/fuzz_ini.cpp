@@ -4,8 +4,8 @@
 #include <QFile>
 #include <QTemporaryDir>
 
-#include "foundation/cini.h"
-#include "foundation/rutas.h"
+#include "common/cini.h"
+#include "common/rutas.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   static const QTemporaryDir carpeta;

@@ -2,7 +2,7 @@
 // page.
 #include <cstdlib>
 
-#include "foundation/data/errorejecucion.h"
+#include "common/errorejecucion.h"
 #include "reports/plantilla.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {

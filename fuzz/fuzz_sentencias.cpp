@@ -5,10 +5,10 @@
 #include <cstdlib>
 #include <iostream>
 
-#include "foundation/data/errorejecucion.h"
-#include "foundation/data/lang/functions.h"
-#include "foundation/data/lang/plan.h"
-#include "foundation/data/lang/statementkey.h"
+#include "common/errorejecucion.h"
+#include "engine/lang/statementkey.h"
+#include "engine/sqlite/functions.h"
+#include "engine/sqlite/plan.h"
 
 namespace {
 

@@ -5,22 +5,22 @@
 
 #include "accounts/registro.h"
 #include "company/registro.h"
-#include "foundation/data/dbengine.h"
-#include "foundation/instancia.h"
-#include "foundation/programas.h"
-#include "foundation/registro.h"
-#include "foundation/toolkit/cajasqt.h"
-#include "foundation/toolkit/contexto.h"
-#include "foundation/toolkit/formulario.h"
-#include "foundation/toolkit/registro.h"
-#include "foundation/toolkit/tema.h"
+#include "engine/dbengine.h"
 #include "journal/registro.h"
 #include "reports/registro.h"
+#include "start/instancia.h"
+#include "start/programas.h"
+#include "start/registro.h"
+#include "toolkit/cajasqt.h"
+#include "toolkit/contexto.h"
+#include "toolkit/formulario.h"
+#include "toolkit/registro.h"
+#include "toolkit/tema.h"
 
 namespace {
 
 void registraFormularios(Registro& registro) {
-  registraFoundation(registro);
+  registraStart(registro);
   registraCompany(registro);
   registraAccounts(registro);
   registraJournal(registro);

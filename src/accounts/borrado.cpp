@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "foundation/data/datacontrol.h"
+#include "engine/datacontrol.h"
 
 bool tieneApuntes(DataControl& diario, const QString& ruta, const QString& subcuenta) {
   diario.bind(ruta, QStringLiteral("Select * from SqlDiarioPrincipalBlanco where Subcuenta = '") +

@@ -1,9 +1,9 @@
 #include "accounts/crearplan.h"
 
 #include "accounts/plangeneral.h"
-#include "foundation/data/dbengine.h"
-#include "foundation/data/filas.h"
-#include "foundation/data/ignorar.h"
+#include "common/ignorar.h"
+#include "engine/dbengine.h"
+#include "engine/filas.h"
 
 namespace {
 

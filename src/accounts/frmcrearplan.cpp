@@ -1,7 +1,8 @@
 #include "accounts/frmcrearplan.h"
 
 #include "accounts/crearplan.h"
-#include "foundation/toolkit/registro.h"
+#include "engine/dbengine.h"
+#include "toolkit/registro.h"
 #include "ui_frmcrearplan.h"
 
 namespace {

@@ -1,8 +1,9 @@
 #include "accounts/frmcuentas.h"
 
 #include "accounts/llamada.h"
-#include "foundation/data/ignorar.h"
-#include "foundation/toolkit/comboenlazado.h"
+#include "common/ignorar.h"
+#include "engine/dbengine.h"
+#include "toolkit/comboenlazado.h"
 #include "ui_frmcuentas.h"
 
 FrmCuentas::FrmCuentas(Contexto& contexto)

@@ -6,8 +6,8 @@
 
 #include <memory>
 
-#include "foundation/data/datacontrol.h"
-#include "foundation/toolkit/formulario.h"
+#include "engine/datacontrol.h"
+#include "toolkit/formulario.h"
 
 class ComboEnlazado;
 namespace Ui {

@@ -2,6 +2,7 @@
 
 #include "accounts/borrado.h"
 #include "accounts/llamada.h"
+#include "engine/dbengine.h"
 #include "ui_frmcuentaslista.h"
 
 FrmCuentasLista::FrmCuentasLista(Contexto& contexto)

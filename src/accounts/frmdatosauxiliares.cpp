@@ -1,7 +1,8 @@
 #include "accounts/frmdatosauxiliares.h"
 
-#include "foundation/data/ignorar.h"
-#include "foundation/toolkit/registro.h"
+#include "common/ignorar.h"
+#include "engine/dbengine.h"
+#include "toolkit/registro.h"
 #include "ui_frmdatosauxiliares.h"
 
 FrmDatosAuxiliares::FrmDatosAuxiliares(Contexto& contexto)

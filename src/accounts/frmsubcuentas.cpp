@@ -2,9 +2,10 @@
 
 #include "accounts/frmvisualizaplan.h"
 #include "accounts/llamada.h"
-#include "foundation/data/ignorar.h"
-#include "foundation/funciones.h"
-#include "foundation/toolkit/registro.h"
+#include "common/funciones.h"
+#include "common/ignorar.h"
+#include "engine/dbengine.h"
+#include "toolkit/registro.h"
 #include "ui_frmsubcuentas.h"
 
 FrmSubCuentas::FrmSubCuentas(Contexto& contexto)

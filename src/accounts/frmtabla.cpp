@@ -1,5 +1,6 @@
 #include "accounts/frmtabla.h"
 
+#include "engine/dbengine.h"
 #include "ui_frmtabla.h"
 
 FrmTabla::FrmTabla(Contexto& contexto, const QString& nombre, const QString& titulo,

@@ -5,9 +5,9 @@
 
 #include <memory>
 
-#include "foundation/data/datacontrol.h"
-#include "foundation/toolkit/formulario.h"
-#include "foundation/toolkit/rejilla.h"
+#include "engine/datacontrol.h"
+#include "toolkit/formulario.h"
+#include "toolkit/rejilla.h"
 
 namespace Ui {
 class FrmTabla;

@@ -5,10 +5,11 @@
 
 #include "accounts/borrado.h"
 #include "accounts/llamada.h"
-#include "foundation/data/ignorar.h"
-#include "foundation/toolkit/consulta.h"
-#include "foundation/toolkit/principal.h"
-#include "foundation/toolkit/registro.h"
+#include "common/ignorar.h"
+#include "engine/dbengine.h"
+#include "toolkit/consulta.h"
+#include "toolkit/principal.h"
+#include "toolkit/registro.h"
 #include "ui_frmvisualizaplan.h"
 
 namespace {

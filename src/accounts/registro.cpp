@@ -9,7 +9,7 @@
 #include "accounts/frmnivel2.h"
 #include "accounts/frmsubcuentas.h"
 #include "accounts/frmvisualizaplan.h"
-#include "foundation/toolkit/registro.h"
+#include "toolkit/registro.h"
 
 void registraAccounts(Registro& formularios) {
   formularios.registra<FrmSubCuentas>();

@@ -3,13 +3,13 @@
 #include <QDir>
 #include <QFileInfo>
 
+#include "common/ignorar.h"
+#include "common/rutas.h"
 #include "company/consultas.h"
 #include "company/semillas.h"
 #include "company/tablas.h"
-#include "foundation/creaini.h"
-#include "foundation/data/dbengine.h"
-#include "foundation/data/ignorar.h"
-#include "foundation/rutas.h"
+#include "engine/dbengine.h"
+#include "start/creaini.h"
 
 namespace {
 

@@ -1,7 +1,8 @@
 #include "company/datosempresa.h"
 
-#include "foundation/data/ignorar.h"
-#include "foundation/data/recordset.h"
+#include "common/errorejecucion.h"
+#include "common/ignorar.h"
+#include "engine/recordset.h"
 
 namespace {
 

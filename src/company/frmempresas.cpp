@@ -2,9 +2,10 @@
 
 #include <QTabBar>
 
+#include "common/formato.h"
+#include "common/funciones.h"
 #include "company/crearbase.h"
-#include "foundation/formato.h"
-#include "foundation/funciones.h"
+#include "engine/dbengine.h"
 #include "ui_frmempresas.h"
 
 namespace {

@@ -5,8 +5,8 @@
 #pragma once
 
 #include "company/datosempresa.h"
-#include "foundation/data/datacontrol.h"
-#include "foundation/toolkit/formulario.h"
+#include "engine/datacontrol.h"
+#include "toolkit/formulario.h"
 
 namespace Ui {
 class FrmEmpresas;

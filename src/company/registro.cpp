@@ -1,6 +1,7 @@
 #include "company/registro.h"
+
 #include "company/frmempresas.h"
-#include "foundation/toolkit/registro.h"
+#include "toolkit/registro.h"
 
 void registraCompany(Registro& registro) {
   registro.registra<FrmEmpresas>();

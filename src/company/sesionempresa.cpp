@@ -1,7 +1,7 @@
 #include "company/sesionempresa.h"
 
-#include "foundation/data/ignorar.h"
-#include "foundation/data/recordset.h"
+#include "common/ignorar.h"
+#include "engine/recordset.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 // The open company in the session.
 #pragma once
 
-#include "foundation/sesion.h"
+#include "common/sesion.h"
 
 class Recordset;
 

@@ -1,5 +1,7 @@
 #include "company/tablas.h"
 
+#include "common/errorejecucion.h"
+
 #include <span>
 
 namespace {

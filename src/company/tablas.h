@@ -5,7 +5,7 @@
 
 #include <QStringList>
 
-#include "foundation/data/dbengine.h"
+#include "engine/dbengine.h"
 
 // The twelve tables in order of creation.
 QStringList nombresDeTablas();

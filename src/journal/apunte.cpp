@@ -1,7 +1,7 @@
 #include "journal/apunte.h"
 
-#include "foundation/data/datacontrol.h"
-#include "foundation/data/filas.h"
+#include "engine/datacontrol.h"
+#include "engine/filas.h"
 
 namespace {
 

@@ -6,7 +6,7 @@
 
 #include <QString>
 
-#include "foundation/data/variant.h"
+#include "common/variant.h"
 
 class DataControl;
 class Recordset;

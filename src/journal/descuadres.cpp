@@ -1,7 +1,7 @@
 #include "journal/descuadres.h"
 
-#include "foundation/data/recordset.h"
-#include "foundation/formato.h"
+#include "common/formato.h"
+#include "engine/recordset.h"
 
 namespace {
 

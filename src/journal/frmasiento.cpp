@@ -2,9 +2,10 @@
 
 #include <QLineEdit>
 
-#include "foundation/formato.h"
-#include "foundation/toolkit/principal.h"
-#include "foundation/toolkit/registro.h"
+#include "common/formato.h"
+#include "engine/dbengine.h"
+#include "toolkit/principal.h"
+#include "toolkit/registro.h"
 #include "ui_frmasiento.h"
 
 FrmAsiento::FrmAsiento(Contexto& contexto)

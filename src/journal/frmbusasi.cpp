@@ -1,6 +1,6 @@
 #include "journal/frmbusasi.h"
 
-#include "foundation/formato.h"
+#include "common/formato.h"
 #include "ui_frmbusasi.h"
 
 FrmBusAsi::FrmBusAsi(Contexto& contexto)

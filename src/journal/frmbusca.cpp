@@ -2,8 +2,9 @@
 
 #include <QLineEdit>
 
-#include "foundation/data/datacontrol.h"
-#include "foundation/toolkit/principal.h"
+#include "common/errorejecucion.h"
+#include "engine/datacontrol.h"
+#include "toolkit/principal.h"
 
 void FrmBusca::localiza(const QString& sentencia, const QString& sinFilas) {
   Principal& menu = *ctx.principal;

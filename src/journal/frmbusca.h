@@ -5,7 +5,7 @@
 // afresh.
 #pragma once
 
-#include "foundation/toolkit/formulario.h"
+#include "toolkit/formulario.h"
 
 class FrmBusca : public Formulario {
   Q_OBJECT

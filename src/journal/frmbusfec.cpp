@@ -1,6 +1,6 @@
 #include "journal/frmbusfec.h"
 
-#include "foundation/formato.h"
+#include "common/formato.h"
 #include "ui_frmbusfec.h"
 
 FrmBusFec::FrmBusFec(Contexto& contexto)

@@ -1,7 +1,7 @@
 #include "journal/frmbusimp.h"
 
-#include "foundation/formato.h"
-#include "foundation/funciones.h"
+#include "common/formato.h"
+#include "common/funciones.h"
 #include "ui_frmbusimp.h"
 
 FrmBusImp::FrmBusImp(Contexto& contexto)

@@ -1,8 +1,8 @@
 #include "journal/frmbussub.h"
 
-#include "foundation/formato.h"
-#include "foundation/funciones.h"
-#include "foundation/toolkit/principal.h"
+#include "common/formato.h"
+#include "common/funciones.h"
+#include "toolkit/principal.h"
 #include "ui_frmbussub.h"
 
 FrmBusSub::FrmBusSub(Contexto& contexto)

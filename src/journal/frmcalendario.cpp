@@ -2,8 +2,8 @@
 
 #include <QLineEdit>
 
-#include "foundation/formato.h"
-#include "foundation/toolkit/registro.h"
+#include "common/formato.h"
+#include "toolkit/registro.h"
 #include "ui_frmcalendario.h"
 
 namespace {

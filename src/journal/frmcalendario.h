@@ -6,7 +6,7 @@
 
 #include <memory>
 
-#include "foundation/toolkit/formulario.h"
+#include "toolkit/formulario.h"
 
 namespace Ui {
 class FrmCalendario;

@@ -1,8 +1,9 @@
 #include "journal/frmcambiadatos.h"
 
-#include "foundation/funciones.h"
-#include "foundation/toolkit/progreso.h"
+#include "common/funciones.h"
+#include "engine/dbengine.h"
 #include "journal/masivos.h"
+#include "toolkit/progreso.h"
 #include "ui_frmcambiadatos.h"
 
 FrmCambiadatos::FrmCambiadatos(Contexto& contexto)

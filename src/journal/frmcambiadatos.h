@@ -3,7 +3,8 @@
 
 #include <memory>
 
-#include "foundation/toolkit/formulario.h"
+#include "common/errorejecucion.h"
+#include "toolkit/formulario.h"
 
 namespace Ui {
 class FrmCambiadatos;

@@ -1,7 +1,8 @@
 #include "journal/frmcompruebafechasasientos.h"
 
-#include "foundation/toolkit/progreso.h"
+#include "engine/dbengine.h"
 #include "journal/integridad.h"
+#include "toolkit/progreso.h"
 #include "ui_frmcompruebafechasasientos.h"
 
 FrmCompruebaFechasAsientos::FrmCompruebaFechasAsientos(Contexto& contexto)

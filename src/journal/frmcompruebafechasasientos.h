@@ -3,7 +3,7 @@
 
 #include <memory>
 
-#include "foundation/toolkit/formulario.h"
+#include "toolkit/formulario.h"
 
 namespace Ui {
 class FrmCompruebaFechasAsientos;

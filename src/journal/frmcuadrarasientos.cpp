@@ -1,11 +1,12 @@
 #include "journal/frmcuadrarasientos.h"
 
-#include "foundation/formato.h"
-#include "foundation/funciones.h"
-#include "foundation/toolkit/principal.h"
-#include "foundation/toolkit/progreso.h"
+#include "common/formato.h"
+#include "common/funciones.h"
+#include "engine/dbengine.h"
 #include "journal/apunte.h"
 #include "journal/descuadres.h"
+#include "toolkit/principal.h"
+#include "toolkit/progreso.h"
 #include "ui_frmcuadrarasientos.h"
 
 FrmCuadrarAsientos::FrmCuadrarAsientos(Contexto& contexto)

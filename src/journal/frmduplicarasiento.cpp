@@ -1,8 +1,9 @@
 #include "journal/frmduplicarasiento.h"
 
-#include "foundation/formato.h"
-#include "foundation/toolkit/principal.h"
+#include "common/formato.h"
+#include "engine/dbengine.h"
 #include "journal/masivos.h"
+#include "toolkit/principal.h"
 #include "ui_frmduplicarasiento.h"
 
 FrmDuplicarAsiento::FrmDuplicarAsiento(Contexto& contexto)

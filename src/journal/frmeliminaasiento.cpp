@@ -1,8 +1,9 @@
 #include "journal/frmeliminaasiento.h"
 
-#include "foundation/toolkit/principal.h"
-#include "foundation/toolkit/progreso.h"
+#include "engine/dbengine.h"
 #include "journal/masivos.h"
+#include "toolkit/principal.h"
+#include "toolkit/progreso.h"
 #include "ui_frmeliminaasiento.h"
 
 FrmEliminaAsiento::FrmEliminaAsiento(Contexto& contexto)

@@ -3,8 +3,8 @@
 
 #include <memory>
 
-#include "foundation/data/datacontrol.h"
-#include "foundation/toolkit/formulario.h"
+#include "engine/datacontrol.h"
+#include "toolkit/formulario.h"
 
 namespace Ui {
 class FrmEliminaAsiento;

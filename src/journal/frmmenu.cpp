@@ -6,14 +6,15 @@
 #include <QScreen>
 #include <utility>
 
+#include "common/cini.h"
+#include "common/formato.h"
+#include "common/funciones.h"
+#include "common/ignorar.h"
 #include "company/sesionempresa.h"
-#include "foundation/cini.h"
-#include "foundation/data/ignorar.h"
-#include "foundation/formato.h"
-#include "foundation/funciones.h"
-#include "foundation/toolkit/registro.h"
-#include "foundation/toolkit/tema.h"
+#include "engine/dbengine.h"
 #include "journal/widgets/menuprincipal.h"
+#include "toolkit/registro.h"
+#include "toolkit/tema.h"
 #include "ui_frmmenu.h"
 
 namespace {

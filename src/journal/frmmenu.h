@@ -11,10 +11,10 @@
 
 #include <memory>
 
-#include "foundation/data/datacontrol.h"
-#include "foundation/toolkit/formulario.h"
-#include "foundation/toolkit/principal.h"
+#include "engine/datacontrol.h"
 #include "journal/widgets/paneltotales.h"
+#include "toolkit/formulario.h"
+#include "toolkit/principal.h"
 
 namespace Ui {
 class FrmMenu;

@@ -1,4 +1,5 @@
-#include "foundation/formato.h"
+#include "common/errorejecucion.h"
+#include "common/formato.h"
 #include "journal/frmmenu.h"
 #include "ui_frmmenu.h"
 

@@ -2,11 +2,11 @@
 #include <QMenu>
 #include <QMenuBar>
 
-#include "foundation/formato.h"
-#include "foundation/toolkit/progreso.h"
+#include "common/formato.h"
 #include "journal/descuadres.h"
 #include "journal/frmmenu.h"
 #include "journal/widgets/menuprincipal.h"
+#include "toolkit/progreso.h"
 #include "ui_frmmenu.h"
 
 void FrmMenu::conectaDiario() {

@@ -1,12 +1,13 @@
 #include <algorithm>
 
 #include "accounts/widgets/subcuentatecleada.h"
-#include "foundation/data/ignorar.h"
-#include "foundation/formato.h"
-#include "foundation/funciones.h"
-#include "foundation/toolkit/registro.h"
+#include "common/errorejecucion.h"
+#include "common/formato.h"
+#include "common/funciones.h"
+#include "common/ignorar.h"
 #include "journal/apunte.h"
 #include "journal/frmmenu.h"
+#include "toolkit/registro.h"
 #include "ui_frmmenu.h"
 
 namespace {

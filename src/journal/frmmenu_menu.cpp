@@ -1,9 +1,9 @@
 #include <QAction>
 
-#include "foundation/funciones.h"
-#include "foundation/menu/tablamenu.h"
-#include "foundation/toolkit/registro.h"
+#include "common/funciones.h"
 #include "journal/frmmenu.h"
+#include "start/menu/tablamenu.h"
+#include "toolkit/registro.h"
 #include "ui_frmmenu.h"
 
 // True when the condition of an entry holds, once the user has read or answered its notice.

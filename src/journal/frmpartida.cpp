@@ -3,12 +3,13 @@
 #include <QLineEdit>
 
 #include "accounts/widgets/subcuentatecleada.h"
-#include "foundation/data/filas.h"
-#include "foundation/data/ignorar.h"
-#include "foundation/formato.h"
-#include "foundation/funciones.h"
-#include "foundation/toolkit/principal.h"
+#include "common/formato.h"
+#include "common/funciones.h"
+#include "common/ignorar.h"
+#include "engine/dbengine.h"
+#include "engine/filas.h"
 #include "journal/apunte.h"
+#include "toolkit/principal.h"
 #include "ui_frmpartida.h"
 
 FrmPartida::FrmPartida(Contexto& contexto)

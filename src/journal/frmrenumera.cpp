@@ -1,8 +1,9 @@
 #include "journal/frmrenumera.h"
 
-#include "foundation/formato.h"
-#include "foundation/toolkit/progreso.h"
+#include "common/formato.h"
+#include "engine/dbengine.h"
 #include "journal/integridad.h"
+#include "toolkit/progreso.h"
 #include "ui_frmrenumera.h"
 
 FrmRenumera::FrmRenumera(Contexto& contexto)

@@ -1,8 +1,8 @@
 #include "journal/integridad.h"
 
-#include "foundation/data/dbengine.h"
-#include "foundation/formato.h"
-#include "foundation/funciones.h"
+#include "common/formato.h"
+#include "common/funciones.h"
+#include "engine/dbengine.h"
 
 void unificaFechas(Database& empresa, int anoActual, QDate hoy, const Avance& avance) {
   const auto diario =

@@ -2,10 +2,10 @@
 
 #include <array>
 
-#include "foundation/data/dbengine.h"
-#include "foundation/data/filas.h"
-#include "foundation/data/ignorar.h"
-#include "foundation/formato.h"
+#include "common/formato.h"
+#include "common/ignorar.h"
+#include "engine/dbengine.h"
+#include "engine/filas.h"
 #include "journal/apunte.h"
 
 namespace {

@@ -1,6 +1,5 @@
 #include "journal/registro.h"
 
-#include "foundation/toolkit/registro.h"
 #include "journal/frmasiento.h"
 #include "journal/frmbusapu.h"
 #include "journal/frmbusasi.h"
@@ -17,6 +16,7 @@
 #include "journal/frmmenu.h"
 #include "journal/frmpartida.h"
 #include "journal/frmrenumera.h"
+#include "toolkit/registro.h"
 
 void registraJournal(Registro& registro) {
   registro.registra<FrmAsiento>();

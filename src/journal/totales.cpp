@@ -1,7 +1,7 @@
 #include "journal/totales.h"
 
-#include "foundation/data/datacontrol.h"
-#include "foundation/data/errorejecucion.h"
+#include "common/errorejecucion.h"
+#include "engine/datacontrol.h"
 
 namespace {
 

@@ -2,8 +2,8 @@
 
 #include <cmath>
 
-#include "foundation/data/errorejecucion.h"
-#include "foundation/formato.h"
+#include "common/errorejecucion.h"
+#include "common/formato.h"
 #include "reports/errores.h"
 
 namespace reports {

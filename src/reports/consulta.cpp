@@ -1,6 +1,6 @@
 #include "reports/consulta.h"
 
-#include "foundation/data/errorejecucion.h"
+#include "common/errorejecucion.h"
 #include "reports/errores.h"
 #include "reports/formula.h"
 

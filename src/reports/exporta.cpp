@@ -8,9 +8,9 @@
 #include <QRegularExpression>
 #include <QSaveFile>
 
-#include "foundation/data/errorejecucion.h"
-#include "foundation/formato.h"
-#include "foundation/rutas.h"
+#include "common/errorejecucion.h"
+#include "common/formato.h"
+#include "common/rutas.h"
 
 namespace reports {
 namespace {

@@ -1,7 +1,7 @@
 #include "reports/extracto.h"
 
-#include "foundation/data/dbengine.h"
-#include "foundation/formato.h"
+#include "common/formato.h"
+#include "engine/dbengine.h"
 
 namespace {
 

@@ -2,7 +2,7 @@
 
 #include <QRegularExpression>
 
-#include "foundation/data/errorejecucion.h"
+#include "common/errorejecucion.h"
 #include "reports/errores.h"
 
 namespace reports {

@@ -9,8 +9,8 @@
 #include <QStringList>
 #include <vector>
 
-#include "foundation/data/dbengine.h"
-#include "foundation/data/rowreader.h"
+#include "engine/dbengine.h"
+#include "engine/rowreader.h"
 #include "reports/consulta.h"
 
 namespace reports {

@@ -2,8 +2,8 @@
 
 #include <vector>
 
-#include "foundation/data/errorejecucion.h"
-#include "foundation/data/variant.h"
+#include "common/errorejecucion.h"
+#include "common/variant.h"
 #include "reports/errores.h"
 
 namespace {

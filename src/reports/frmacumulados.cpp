@@ -1,8 +1,9 @@
 #include "reports/frmacumulados.h"
 
-#include "foundation/data/ignorar.h"
-#include "foundation/formato.h"
-#include "foundation/toolkit/principal.h"
+#include "common/formato.h"
+#include "common/ignorar.h"
+#include "engine/dbengine.h"
+#include "toolkit/principal.h"
 #include "ui_frmacumulados.h"
 
 namespace {

@@ -1,8 +1,9 @@
 #include "reports/frmextractoentractas.h"
 
-#include "foundation/funciones.h"
-#include "foundation/toolkit/progreso.h"
+#include "common/funciones.h"
+#include "engine/dbengine.h"
 #include "reports/extracto.h"
+#include "toolkit/progreso.h"
 #include "ui_frmextractoentractas.h"
 
 FrmExtractoEntraCtas::FrmExtractoEntraCtas(Contexto& contexto)

@@ -1,6 +1,6 @@
 #include "reports/frmextractos.h"
 
-#include "foundation/toolkit/registro.h"
+#include "toolkit/registro.h"
 #include "ui_frmextractos.h"
 
 FrmExtractos::FrmExtractos(Contexto& contexto)

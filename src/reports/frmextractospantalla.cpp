@@ -2,11 +2,12 @@
 
 #include <QMenuBar>
 
-#include "foundation/formato.h"
-#include "foundation/funciones.h"
-#include "foundation/toolkit/principal.h"
-#include "foundation/toolkit/tema.h"
+#include "common/formato.h"
+#include "common/funciones.h"
+#include "engine/dbengine.h"
 #include "reports/extracto.h"
+#include "toolkit/principal.h"
+#include "toolkit/tema.h"
 #include "ui_frmextractospantalla.h"
 
 FrmExtractosPantalla::FrmExtractosPantalla(Contexto& contexto)

@@ -4,7 +4,8 @@
 #include <QDir>
 #include <QLineEdit>
 
-#include "foundation/rutas.h"
+#include "common/rutas.h"
+#include "engine/dbengine.h"
 #include "reports/widgets/vistaprevia.h"
 
 FrmListado::FrmListado(Contexto& contexto)

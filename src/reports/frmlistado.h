@@ -6,9 +6,9 @@
 
 #include <functional>
 
-#include "foundation/toolkit/formulario.h"
 #include "reports/informe.h"
 #include "reports/listado.h"
+#include "toolkit/formulario.h"
 
 class FrmListado : public Formulario {
   Q_OBJECT

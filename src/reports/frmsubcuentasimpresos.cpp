@@ -1,6 +1,7 @@
 #include "reports/frmsubcuentasimpresos.h"
 
-#include "foundation/funciones.h"
+#include "common/funciones.h"
+#include "engine/dbengine.h"
 #include "ui_frmsubcuentasimpresos.h"
 
 FrmSubcuentasImpresos::FrmSubcuentasImpresos(Contexto& contexto)

@@ -3,7 +3,7 @@
 
 #include <memory>
 
-#include "foundation/data/datacontrol.h"
+#include "engine/datacontrol.h"
 #include "reports/frmlistado.h"
 
 class QLabel;

@@ -1,7 +1,7 @@
 #include "reports/informe.h"
 
-#include "foundation/data/errorejecucion.h"
-#include "foundation/formato.h"
+#include "common/errorejecucion.h"
+#include "common/formato.h"
 #include "reports/errores.h"
 
 using namespace reports;

@@ -8,8 +8,8 @@
 #include <memory>
 #include <QStringList>
 
-#include "foundation/data/dbengine.h"
-#include "foundation/reloj.h"
+#include "common/reloj.h"
+#include "engine/dbengine.h"
 #include "reports/documento.h"
 
 class Informe {

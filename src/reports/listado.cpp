@@ -1,6 +1,6 @@
 #include "reports/listado.h"
 
-#include "foundation/formato.h"
+#include "common/formato.h"
 #include "reports/formula.h"
 
 QString textoLimites(const QString& desde, const QString& hasta) {

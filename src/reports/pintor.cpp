@@ -6,8 +6,8 @@
 #include <QPdfWriter>
 #include <QSaveFile>
 
-#include "foundation/data/errorejecucion.h"
-#include "foundation/rutas.h"
+#include "common/errorejecucion.h"
+#include "common/rutas.h"
 
 namespace reports {
 

@@ -6,8 +6,8 @@
 #include <QRegularExpression>
 #include <QSet>
 
-#include "foundation/data/errorejecucion.h"
-#include "foundation/rutas.h"
+#include "common/errorejecucion.h"
+#include "common/rutas.h"
 #include "reports/errores.h"
 
 namespace reports {

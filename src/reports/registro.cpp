@@ -1,6 +1,5 @@
 #include "reports/registro.h"
 
-#include "foundation/toolkit/registro.h"
 #include "reports/frmacumulados.h"
 #include "reports/frmbalanceimpresos.h"
 #include "reports/frmdiarioimprimir.h"
@@ -10,6 +9,7 @@
 #include "reports/frmperdidasygananciasimpresos.h"
 #include "reports/frmsubcuentasimpresos.h"
 #include "reports/frmsumassaldosimpresos.h"
+#include "toolkit/registro.h"
 
 void registraReports(Registro& registro) {
   registro.registra<FrmAcumulados>();

@@ -3,6 +3,7 @@
 
 #include "accounts/plan.h"
 #include "company/registro.h"
+#include "engine/dbengine.h"
 
 namespace {
 

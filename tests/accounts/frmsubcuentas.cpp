@@ -2,7 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "accounts/plan.h"
-#include "foundation/toolkit/rejilla.h"
+#include "toolkit/rejilla.h"
 
 namespace {
 

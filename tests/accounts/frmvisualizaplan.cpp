@@ -4,9 +4,9 @@
 #include <QLineEdit>
 
 #include "accounts/plan.h"
-#include "foundation/toolkit/rejilla.h"
 #include "journal/registro.h"
 #include "soporte/tecleo.h"
+#include "toolkit/rejilla.h"
 
 namespace {
 

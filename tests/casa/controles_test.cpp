@@ -3,9 +3,10 @@
 
 #include <QFile>
 
-#include "foundation/creaini.h"
-#include "foundation/toolkit/principal.h"
+#include "engine/dbengine.h"
 #include "soporte/escenario.h"
+#include "start/creaini.h"
+#include "toolkit/principal.h"
 
 namespace {
 

@@ -5,9 +5,9 @@
 #include <QFile>
 
 #include "company/sesionempresa.h"
-#include "foundation/creaini.h"
 #include "soporte/errores.h"
 #include "soporte/libros.h"
+#include "start/creaini.h"
 
 namespace {
 

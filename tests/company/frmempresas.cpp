@@ -5,6 +5,7 @@
 #include <QTabWidget>
 #include <QTest>
 
+#include "engine/dbengine.h"
 #include "soporte/escenario.h"
 
 namespace {

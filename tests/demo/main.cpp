@@ -10,11 +10,12 @@
 #include <QApplication>
 #include <QDir>
 
-#include "foundation/toolkit/tema.h"
+#include "engine/dbengine.h"
 #include "soporte/escenario.h"
 #include "soporte/libroimpreso.h"
 #include "soporte/libros.h"
 #include "soporte/tecleo.h"
+#include "toolkit/tema.h"
 
 namespace {
 

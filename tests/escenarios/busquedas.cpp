@@ -1,7 +1,7 @@
 // Finding one's way in the quarter's books: locating, ticking off, looking at an asiento, picking a
 // day and reckoning beside the entry line, by keys.
+#include "common/errorejecucion.h"
 #include "escenarios/herramientas.h"
-#include "foundation/data/errorejecucion.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 // Correcting the quarter's books: lines changed, deleted, found and ticked off, by keys.
 #include "escenarios/herramientas.h"
 
-#include "foundation/formato.h"
+#include "common/formato.h"
 
 namespace {
 

@@ -8,13 +8,13 @@
 #include <map>
 
 #include "accounts/registro.h"
-#include "foundation/menu/tablamenu.h"
-#include "foundation/toolkit/rejilla.h"
 #include "journal/registro.h"
 #include "reports/registro.h"
 #include "soporte/escenario.h"
 #include "soporte/libros.h"
 #include "soporte/tecleo.h"
+#include "start/menu/tablamenu.h"
+#include "toolkit/rejilla.h"
 
 using Filas = std::vector<QStringList>;
 

@@ -2,8 +2,8 @@
 // that the preview saves.
 #include <map>
 
+#include "common/formato.h"
 #include "escenarios/herramientas.h"
-#include "foundation/formato.h"
 #include "soporte/libroimpreso.h"
 #include "soporte/textos.h"
 

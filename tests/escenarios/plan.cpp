@@ -3,10 +3,10 @@
 #include <QApplication>
 #include <QMenu>
 
-#include "foundation/toolkit/rejilla.h"
 #include "soporte/escenario.h"
 #include "soporte/libros.h"
 #include "soporte/tecleo.h"
+#include "toolkit/rejilla.h"
 
 namespace {
 

@@ -1,10 +1,10 @@
 // The first quarter of a shop, from an empty folder to balances that agree with those of another
 // reckoning, by the keyboard alone.
-#include "foundation/formato.h"
-#include "foundation/toolkit/rejilla.h"
+#include "common/formato.h"
 #include "soporte/escenario.h"
 #include "soporte/libros.h"
 #include "soporte/tecleo.h"
+#include "toolkit/rejilla.h"
 
 namespace {
 

@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include "foundation/data/datacontrol.h"
-#include "foundation/data/errorejecucion.h"
+#include "common/errorejecucion.h"
+#include "engine/datacontrol.h"
 #include "soporte/libros.h"
 
 namespace {

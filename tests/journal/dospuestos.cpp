@@ -4,8 +4,8 @@
 #include <QCoreApplication>
 #include <QProcess>
 
-#include "foundation/data/datacontrol.h"
-#include "foundation/rutas.h"
+#include "common/rutas.h"
+#include "engine/datacontrol.h"
 #include "journal/apunte.h"
 #include "soporte/libros.h"
 

@@ -4,8 +4,8 @@
 #include <QHeaderView>
 
 #include "accounts/registro.h"
+#include "common/rutas.h"
 #include "company/registro.h"
-#include "foundation/rutas.h"
 #include "journal/menuabierto.h"
 
 namespace {

@@ -1,10 +1,10 @@
 // The main window over the company "Prueba" of 2003 with three subcuentas, on 15/03/2003.
 #pragma once
 
-#include "foundation/toolkit/rejilla.h"
 #include "journal/frmmenu.h"
 #include "soporte/escenario.h"
 #include "soporte/tecleo.h"
+#include "toolkit/rejilla.h"
 
 class MenuAbierto : public testing::Test, protected Escenario {
  protected:

@@ -6,10 +6,10 @@
 #include <unistd.h>
 #include <QRandomGenerator>
 
-#include "foundation/data/estacion.h"
-#include "foundation/data/ignorar.h"
-#include "foundation/data/recordset.h"
-#include "foundation/rutas.h"
+#include "common/ignorar.h"
+#include "common/rutas.h"
+#include "engine/estacion.h"
+#include "engine/recordset.h"
 #include "journal/integridad.h"
 #include "journal/masivos.h"
 #include "soporte/libros.h"

@@ -4,9 +4,9 @@
 #include <QDir>
 #include <QFile>
 
-#include "foundation/data/datacontrol.h"
-#include "foundation/data/errorejecucion.h"
-#include "foundation/rutas.h"
+#include "common/errorejecucion.h"
+#include "common/rutas.h"
+#include "engine/datacontrol.h"
 #include "reports/errores.h"
 #include "reports/exporta.h"
 #include "reports/impreso.h"

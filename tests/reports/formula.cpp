@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "foundation/data/errorejecucion.h"
+#include "common/errorejecucion.h"
 #include "reports/consulta.h"
 #include "reports/errores.h"
 #include "soporte/textos.h"

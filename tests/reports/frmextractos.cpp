@@ -2,6 +2,7 @@
 #include <QTableWidget>
 #include <QTest>
 
+#include "engine/dbengine.h"
 #include "reports/listadoabierto.h"
 
 namespace {

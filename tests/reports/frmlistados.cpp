@@ -2,7 +2,7 @@
 #include <QDir>
 #include <QFile>
 
-#include "foundation/rutas.h"
+#include "common/rutas.h"
 #include "reports/errores.h"
 #include "reports/frmlistado.h"
 #include "reports/listadoabierto.h"

@@ -1,7 +1,7 @@
 // Books opened without a dialog.
 #pragma once
 
-#include "foundation/rutas.h"
+#include "common/rutas.h"
 #include "reports/informe.h"
 
 // Opens the book of a template over a company's file. `plantilla` is a file of impresos, or the

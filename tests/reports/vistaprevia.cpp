@@ -5,6 +5,7 @@
 
 #include <QtWidgets/QtWidgets>
 
+#include "engine/dbengine.h"
 #include "reports/impreso.h"
 #include "reports/widgets/impresion.h"
 #include "reports/widgets/vistapagina.h"

@@ -1,7 +1,7 @@
 // What the tests ask of failures.
 #pragma once
 
-#include "foundation/data/errorejecucion.h"
+#include "common/errorejecucion.h"
 
 // The number of the error that something raises; 0 if it raises none.
 template <typename F>

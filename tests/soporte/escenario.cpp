@@ -6,17 +6,18 @@
 #include <QFile>
 
 #include "accounts/registro.h"
+#include "common/cini.h"
+#include "common/rutas.h"
 #include "company/crearbase.h"
 #include "company/registro.h"
 #include "company/sesionempresa.h"
-#include "foundation/cini.h"
-#include "foundation/creaini.h"
-#include "foundation/leeconfiguracion.h"
-#include "foundation/registro.h"
-#include "foundation/rutas.h"
+#include "engine/dbengine.h"
 #include "journal/registro.h"
 #include "reports/registro.h"
 #include "soporte/libros.h"
+#include "start/creaini.h"
+#include "start/leeconfiguracion.h"
+#include "start/registro.h"
 
 namespace {
 const QString kAjustes = QStringLiteral("Config.ini");
@@ -50,7 +51,7 @@ QString plantilla(const DatosEmpresa& datos) {
 }  // namespace
 
 void registraFormularios(Registro& formularios) {
-  registraFoundation(formularios);
+  registraStart(formularios);
   registraCompany(formularios);
   registraAccounts(formularios);
   registraJournal(formularios);

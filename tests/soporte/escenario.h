@@ -13,12 +13,12 @@
 #include <vector>
 
 #include "company/datosempresa.h"
-#include "foundation/data/dbengine.h"
-#include "foundation/toolkit/contexto.h"
-#include "foundation/toolkit/formulario.h"
-#include "foundation/toolkit/registro.h"
+#include "engine/dbengine.h"
 #include "soporte/guion.h"
 #include "soporte/teclado.h"
+#include "toolkit/contexto.h"
+#include "toolkit/formulario.h"
+#include "toolkit/registro.h"
 
 // The screens of all folders, as the program registers them.
 void registraFormularios(Registro& formularios);

@@ -6,7 +6,7 @@
 #include <QDialog>
 #include <QPointer>
 
-#include "foundation/data/dbengine.h"
+#include "engine/dbengine.h"
 #include "soporte/teclado.h"
 
 QString Guion::nombre(Clase clase, const QString& texto) {

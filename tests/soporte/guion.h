@@ -13,7 +13,7 @@
 #include <functional>
 #include <list>
 
-#include "foundation/toolkit/cajas.h"
+#include "toolkit/cajas.h"
 
 class DBEngine;
 class Teclado;

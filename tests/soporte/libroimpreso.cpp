@@ -6,12 +6,12 @@
 #include <QProcess>
 #include <QTemporaryDir>
 
-#include "foundation/programas.h"
-#include "foundation/rutas.h"
-#include "foundation/toolkit/contexto.h"
+#include "common/rutas.h"
 #include "reports/widgets/vistaprevia.h"
 #include "soporte/guion.h"
 #include "soporte/teclado.h"
+#include "start/programas.h"
+#include "toolkit/contexto.h"
 
 QStringList LibroImpreso::lineas() const {
   QStringList todas;

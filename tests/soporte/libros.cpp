@@ -4,12 +4,12 @@
 #include <stdexcept>
 
 #include "accounts/crearplan.h"
+#include "common/ignorar.h"
+#include "common/rutas.h"
 #include "company/crearbase.h"
-#include "foundation/creaini.h"
-#include "foundation/data/datacontrol.h"
-#include "foundation/data/ignorar.h"
-#include "foundation/rutas.h"
+#include "engine/datacontrol.h"
 #include "journal/apunte.h"
+#include "start/creaini.h"
 
 QList<QStringList> leeCsv(const QString& fichero) {
   QFile csv(QStringLiteral(LIBRANO_DATOS "/") + fichero);

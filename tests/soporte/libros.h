@@ -8,7 +8,7 @@
 #include <QTemporaryDir>
 
 #include "company/datosempresa.h"
-#include "foundation/data/dbengine.h"
+#include "engine/dbengine.h"
 
 class Libros {
  public:

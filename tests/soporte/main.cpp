@@ -3,7 +3,7 @@
 
 #include <QApplication>
 
-#include "foundation/toolkit/tema.h"
+#include "toolkit/tema.h"
 
 int main(int argc, char** argv) {
   qputenv("QT_QPA_PLATFORM", "offscreen");

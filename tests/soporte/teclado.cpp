@@ -13,7 +13,7 @@
 #include <QTest>
 #include <QWindow>
 
-#include "foundation/toolkit/rejilla.h"
+#include "toolkit/rejilla.h"
 
 namespace {
 constexpr int kMitadDeMarca = 8;

@@ -3,13 +3,13 @@
 #include <QRegularExpression>
 #include <QTimer>
 
-#include "foundation/data/dbengine.h"
-#include "foundation/sesion.h"
-#include "foundation/toolkit/contexto.h"
-#include "foundation/toolkit/formulario.h"
-#include "foundation/toolkit/registro.h"
+#include "common/sesion.h"
+#include "engine/dbengine.h"
 #include "soporte/escenario.h"
 #include "soporte/libros.h"
+#include "toolkit/contexto.h"
+#include "toolkit/formulario.h"
+#include "toolkit/registro.h"
 
 void tecleaLinea(Teclado& teclado, Guion& guion, const Sesion& sesion, const LineaDiario& linea,
                  bool nuevoAsiento) {

@@ -3,9 +3,9 @@
 #include <QLineEdit>
 #include <QSignalBlocker>
 
-#include "foundation/data/datacontrol.h"
-#include "foundation/funciones.h"
-#include "foundation/sesion.h"
+#include "common/funciones.h"
+#include "common/sesion.h"
+#include "engine/datacontrol.h"
 
 QString nombreDeSubcuenta(QLineEdit& campo, DataControl& subcuentas, const Sesion& sesion) {
   QString codigo = campo.text();

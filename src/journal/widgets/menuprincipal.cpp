@@ -8,8 +8,8 @@
 #include <QPushButton>
 #include <QToolButton>
 
-#include "foundation/toolkit/formulario.h"
-#include "foundation/toolkit/registro.h"
+#include "toolkit/formulario.h"
+#include "toolkit/registro.h"
 
 MenuPrincipal::MenuPrincipal(QWidget& ventana, const Registro& formularios,
                              std::function<void(const EntradaMenu&)> alElegir)

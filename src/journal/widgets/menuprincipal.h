@@ -6,7 +6,7 @@
 
 #include <functional>
 
-#include "foundation/menu/tablamenu.h"
+#include "start/menu/tablamenu.h"
 
 class QAbstractButton;
 class QBoxLayout;

@@ -2,7 +2,7 @@
 
 #include <QLabel>
 
-#include "foundation/formato.h"
+#include "common/formato.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 #include "reports/widgets/impresion.h"
 
-#include "foundation/data/errorejecucion.h"
-#include "foundation/rutas.h"
+#include "common/errorejecucion.h"
+#include "common/rutas.h"
 #include "reports/errores.h"
 #include "reports/pintor.h"
 

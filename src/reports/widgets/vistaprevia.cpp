@@ -4,15 +4,15 @@
 #include <QtPrintSupport/QPrinterInfo>
 #include <QtWidgets/QtWidgets>
 
-#include "foundation/data/errorejecucion.h"
-#include "foundation/toolkit/cajas.h"
-#include "foundation/toolkit/contexto.h"
-#include "foundation/toolkit/tema.h"
+#include "common/errorejecucion.h"
 #include "reports/errores.h"
 #include "reports/exporta.h"
 #include "reports/pintor.h"
 #include "reports/widgets/impresion.h"
 #include "reports/widgets/vistapagina.h"
+#include "toolkit/cajas.h"
+#include "toolkit/contexto.h"
+#include "toolkit/tema.h"
 
 using namespace reports;
 

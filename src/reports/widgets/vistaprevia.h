@@ -9,6 +9,7 @@
 #include <QTimer>
 #include <QWidget>
 
+#include "common/errorejecucion.h"
 #include "reports/informe.h"
 #include "reports/tarea.h"
 

@@ -1,0 +1,105 @@
+#include "engine/datacontrol.h"
+
+#include "engine/dbengine.h"
+
+DataControl::DataControl(DBEngine& engine, QObject* parent) : QObject(parent), engine_(engine) {}
+DataControl::~DataControl() = default;
+
+void DataControl::Refresh() {
+  // The old rows go last, so that a source read again finds the keys that it shares with them.
+  const auto old = std::move(recordset_);
+  try {
+    recordset_ = Database(engine_.connection(databaseName_))
+                     .OpenRecordset(recordSource_, Opening::FirstRows);
+  } catch (const ErrorEjecucion&) {
+    Q_EMIT refreshed();
+    throw;
+  }
+  Q_EMIT refreshed();
+  Q_EMIT repositioned();
+}
+
+void DataControl::bind(const QString& databaseName, const QString& recordSource) {
+  databaseName_ = databaseName;
+  recordSource_ = recordSource;
+  Refresh();
+}
+
+void DataControl::unbind() {
+  // While somebody can still be told of a failure.
+  engine_.flush();
+  recordset_.reset();
+  Q_EMIT refreshed();
+}
+
+Recordset& DataControl::Recordset() const {
+  if (!recordset_) throw ErrorEjecucion(err::kSinRegistroActivo);
+  return *recordset_;
+}
+
+void DataControl::MoveFirst() {
+  Recordset().MoveFirst();
+  Q_EMIT repositioned();
+}
+
+void DataControl::MoveNext() {
+  Recordset().MoveNext();
+  Q_EMIT repositioned();
+}
+
+void DataControl::MovePrevious() {
+  Recordset().MovePrevious();
+  Q_EMIT repositioned();
+}
+
+void DataControl::MoveLast() {
+  Recordset().MoveLast();
+  Q_EMIT repositioned();
+}
+
+void DataControl::setAbsolutePosition(int position) {
+  Recordset().setAbsolutePosition(position);
+  Q_EMIT repositioned();
+}
+
+void DataControl::setBookmark(::Recordset::Bookmark bookmark) {
+  Recordset().setBookmark(bookmark);
+  Q_EMIT repositioned();
+}
+
+void DataControl::FindFirst(const QString& criterion) {
+  Recordset().FindFirst(criterion);
+  if (!Recordset().NoMatch()) Q_EMIT repositioned();
+}
+
+void DataControl::FindNext(const QString& criterion) {
+  Recordset().FindNext(criterion);
+  if (!Recordset().NoMatch()) Q_EMIT repositioned();
+}
+
+void DataControl::AddNew() {
+  Recordset().AddNew();
+}
+void DataControl::Edit() {
+  Recordset().Edit();
+}
+
+void DataControl::Update() {
+  const bool adding = Recordset().editMode() == ::Recordset::EditMode::Add;
+  Recordset().Update();
+  if (adding) {
+    Q_EMIT rowAdded(Recordset().rowTotal() - 1);
+  } else {
+    Q_EMIT rowChanged(Recordset().AbsolutePosition());
+  }
+}
+
+void DataControl::CancelUpdate() {
+  Recordset().CancelUpdate();
+}
+
+void DataControl::Delete() {
+  const int position = Recordset().AbsolutePosition();
+  Recordset().Delete();
+  Q_EMIT rowDeleted(position);
+}

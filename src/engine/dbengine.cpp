@@ -1,0 +1,159 @@
+#include "engine/dbengine.h"
+
+#include <QDate>
+#include <QFileInfo>
+#include <QHash>
+#include <QThread>
+#include <QTimer>
+
+#include "common/rutas.h"
+#include "engine/recordsetimpl.h"
+#include "engine/sqlite/connection.h"
+
+namespace {
+
+constexpr qint64 kLongWork = 200;  // milliseconds that a group of long work may hold the file
+constexpr int kPause = 20;         // a tenth of it: time enough for whoever polls
+constexpr int kRetry = 500;
+
+}  // namespace
+
+struct DBEngine::Private {
+  QHash<QString, std::weak_ptr<Connection>> pool;    // by the system's path
+  QHash<QString, std::weak_ptr<Connection>> byText;  // by the path as it was asked for
+  std::shared_ptr<Connection::Settings> settings = std::make_shared<Connection::Settings>();
+  std::unique_ptr<Workspace> workspace;
+  bool commitAsked = false;
+
+  std::vector<std::shared_ptr<Connection>> open() {
+    std::vector<std::shared_ptr<Connection>> connections;
+    for (auto it = pool.begin(); it != pool.end();) {
+      if (auto connection = it->lock()) {
+        connections.push_back(std::move(connection));
+        ++it;
+      } else {
+        it = pool.erase(it);
+      }
+    }
+    return connections;
+  }
+};
+
+DBEngine::DBEngine(QObject* parent) : QObject(parent), d_(std::make_unique<Private>()) {
+  d_->workspace = std::make_unique<Workspace>(*this);
+  d_->settings->year = QDate::currentDate().year();
+  d_->settings->groupOpened = [this] { askForCommit(0); };
+  d_->settings->lost = [this](const ErrorEjecucion& e) {
+    Q_EMIT commitFailed(e.numero(), e.descripcion());
+  };
+}
+
+DBEngine::~DBEngine() {
+  // Recordsets may outlive the engine: their groups end with their connection.
+  d_->settings->groupOpened = nullptr;
+  d_->settings->lost = nullptr;
+  try {
+    flush();
+  } catch (const ErrorEjecucion&) {
+    // The connection tries again when its last user goes.
+  }
+}
+
+Workspace& DBEngine::Workspaces(int item) {
+  if (item != 0) throw ErrorEjecucion(err::kElementoNoEncontrado, QString::number(item));
+  return *d_->workspace;
+}
+
+void DBEngine::askForCommit(int delay) {
+  if (d_->commitAsked) return;
+  d_->commitAsked = true;
+  QTimer::singleShot(delay, this, [this] { commitFromLoop(); });
+}
+
+void DBEngine::commitFromLoop() {
+  d_->commitAsked = false;
+  try {
+    flush();
+  } catch (const ErrorEjecucion& e) {
+    const bool stillOpen = e.numero() == err::kNoSePuedeGuardar;
+    if (stillOpen) askForCommit(kRetry);
+    Q_EMIT commitFailed(e.numero(), e.descripcion());
+  }
+}
+
+void DBEngine::flush() {
+  // One file that can't be written doesn't keep the others from it.
+  std::exception_ptr first;
+  for (const auto& connection : d_->open()) {
+    try {
+      connection->commit();
+    } catch (const ErrorEjecucion&) {
+      if (!first) first = std::current_exception();
+    }
+  }
+  if (first) std::rethrow_exception(first);
+}
+
+void DBEngine::breathe() {
+  bool committed = false;
+  for (const auto& connection : d_->open()) {
+    if (!connection->inGroup() || connection->groupAge() < kLongWork) continue;
+    connection->commit();
+    committed = true;
+  }
+  if (committed) QThread::msleep(kPause);
+}
+
+std::shared_ptr<Connection> DBEngine::connection(const QString& path) {
+  // Looking for a file costs more than reading a total from it.
+  if (auto known = d_->byText.value(path).lock()) return known;
+  const QString file = QFileInfo(rutaSistema(path)).canonicalFilePath();
+  if (file.isEmpty()) throw ErrorEjecucion(err::kBaseNoEncontrada, path);
+  auto connection = d_->pool.value(file).lock();
+  if (!connection) connection = std::make_shared<Connection>(file, path, d_->settings);
+  d_->pool.insert(file, connection);
+  d_->byText.insert(path, connection);
+  return connection;
+}
+
+// A file that was removed while something had it open lives on for its readers. Whoever asks for
+// the one made in its place must not get the old one.
+void DBEngine::forget(const QString& systemPath) {
+  const QFileInfo file(systemPath);
+  const auto gone =
+      d_->pool.take(QFileInfo(file.path()).canonicalFilePath() + u'/' + file.fileName()).lock();
+  d_->byText.removeIf([&](const auto& known) { return known.value().lock() == gone; });
+}
+
+void DBEngine::setLockTimeout(int milliseconds) {
+  d_->settings->lockTimeout = milliseconds;
+}
+int DBEngine::lockTimeout() const {
+  return d_->settings->lockTimeout;
+}
+
+void DBEngine::setYear(int year) {
+  if (year == d_->settings->year) return;
+  d_->settings->year = year;
+  // Stored queries may hold such literals.
+  for (const auto& connection : d_->open()) connection->definitionsChanged();
+}
+
+std::unique_ptr<Database> Workspace::CreateDatabase(const QString& path, const QString& locale) {
+  const QString systemPath = rutaSistema(path);
+  if (QFileInfo::exists(systemPath)) throw ErrorEjecucion(err::kBaseYaExiste, path);
+  engine_.forget(systemPath);
+  Connection::create(systemPath, path, locale);
+  return OpenDatabase(path);
+}
+
+std::unique_ptr<Database> Workspace::OpenDatabase(const QString& path) {
+  return std::make_unique<Database>(engine_.connection(path));
+}
+
+std::unique_ptr<Recordset> Database::OpenRecordset(const QString& source, Opening opening) {
+  return guarded(*connection_, [&] {
+    return std::make_unique<Recordset>(
+        std::make_unique<Recordset::Impl>(connection_, source, opening));
+  });
+}

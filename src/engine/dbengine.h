@@ -1,0 +1,119 @@
+// The objects that build and open the database files.
+//
+// A DBEngine holds one connection per file for the whole process: every control on a file shares
+// it. The program has no transactions of its own; the engine groups the single-row updates of one
+// user action and writes them when control returns to the event loop, before a box is shown, before
+// an error is raised, and every 200 milliseconds of long work.
+#pragma once
+
+#include <memory>
+#include <QObject>
+#include <QStringList>
+#include <vector>
+
+#include "common/errorejecucion.h"
+#include "engine/recordset.h"
+#include "engine/tabledef.h"
+
+class Connection;
+class Database;
+class DBEngine;
+
+class Database {
+ public:
+  explicit Database(std::shared_ptr<Connection> connection);
+  ~Database();
+
+  // Tables. Appending one that exists is 3010; indexes may follow with appendIndex.
+  void appendTable(const TableDef& table);
+  void appendIndex(const QString& table, const Index& index);
+  QStringList TableDefs() const;  // names in order of creation; the engine's own are not shown
+  TableDef tableDef(const QString& name) const;  // 3265
+  void deleteTable(const QString& name);
+
+  // What keeps the totals instant on a journal of any length, unseen by TableDefs: an index on
+  // columns of a table, and sums kept beside it by triggers of built-in functions, so that they
+  // stay exact whatever tool writes. The sums are those of `amount` on each side of `side` ("D" is
+  // the debit, anything else the credit), one row for each combination of `keys`; no keys for
+  // the one row of the whole table.
+  void keepIndex(const QString& table, const QStringList& columns);
+  void keepSums(const QString& table, const QString& side, const QString& amount,
+                const QList<SumKey>& keys);
+
+  // Stored queries. The text is kept word for word and not looked at: names are resolved when it
+  // runs.
+  void CreateQueryDef(const QString& name, const QString& statement);  // 3012 if it exists
+  QStringList QueryDefs() const;                                       // names in order of creation
+  QueryDef queryDef(const QString& name) const;                        // 3265
+  void deleteQuery(const QString& name);
+
+  // A table, query or statement. 3061 unknown field, 3075 syntax, 3078 unknown source.
+  std::unique_ptr<Recordset> OpenRecordset(const QString& source, Opening opening = Opening::Whole);
+
+  QString path() const;  // as given
+  std::shared_ptr<Connection> connection() const { return connection_; }
+
+ private:
+  std::shared_ptr<Connection> connection_;
+};
+
+class Workspace {
+ public:
+  explicit Workspace(DBEngine& engine) : engine_(engine) {}
+  // `locale` is the general sort order; it is noted in the file. 3204 if the file exists.
+  std::unique_ptr<Database> CreateDatabase(const QString& path, const QString& locale);
+  std::unique_ptr<Database> OpenDatabase(const QString& path);  // 3024, 3343
+
+ private:
+  DBEngine& engine_;
+};
+
+class DBEngine : public QObject {
+  Q_OBJECT
+ public:
+  explicit DBEngine(QObject* parent = nullptr);
+  ~DBEngine() override;
+
+  Workspace& Workspaces(int item);  // only 0
+  // Checks the file, rebuilds what can be derived (indexes, running sums) and puts it right in
+  // place. 3343 for a file that is no database.
+  void RepairDatabase(const QString& path);
+  // A compacted copy under another name; `destination` must not exist (3204).
+  void CompactDatabase(const QString& source, const QString& destination);
+
+  // A copy of a file as it stands, verified before it takes its name. A destination that exists, in
+  // use or not, is written over as one change: it is left wholly old or wholly new, and what is
+  // open on it shows the new rows. 3024, 3343, 3026.
+  void CopyDatabase(const QString& source, const QString& destination);
+
+  // Commits every open group now. Whatever hands control to somebody else calls it: boxes,
+  // dialogs, the event loop, external programs.
+  void flush();
+  // To be called inside loops of long work: commits when 200 milliseconds have passed since the
+  // group opened, leaving a short pause for other stations.
+  void breathe();
+
+  // The shared connection of a file, opened if needed.
+  std::shared_ptr<Connection> connection(const QString& path);
+  // How long a lock of another station is waited for; five seconds unless a test says otherwise.
+  void setLockTimeout(int milliseconds);
+  int lockTimeout() const;
+  // The accounting year of the company at hand: date literals with a two-digit year fall nearest
+  // to it. Until it is told, the year of today.
+  void setYear(int year);
+
+ Q_SIGNALS:
+  // A commit at the return to the event loop failed, where no caller is left to catch it. With 3186
+  // the changes are kept and it is tried again; with 3026 or 3043 they have been undone, as the
+  // text says.
+  void commitFailed(int numero, const QString& descripcion);
+
+ private:
+  friend class Workspace;
+  void forget(const QString& systemPath);
+  void askForCommit(int delay);
+  void commitFromLoop();
+
+  struct Private;
+  std::unique_ptr<Private> d_;
+};

@@ -1,0 +1,81 @@
+// The rows of an opened source: their keys in order, and those rows that were looked at lately.
+//
+// Positions count from zero and never move while the set is open: a row added stands at the end, a
+// deleted one leaves its place empty. A set opened by its first rows reads the other keys when it
+// is asked for them; what others wrote meanwhile may be among them.
+#pragma once
+
+#include <QSet>
+#include <unordered_map>
+
+#include "engine/recordset.h"
+#include "engine/sqlite/connection.h"
+
+using Row = std::vector<Variant>;
+
+// The row that a statement stands on.
+Row rowOf(const Statement& statement, const std::vector<OutputColumn>& columns);
+
+class RowSet {
+ public:
+  // Runs the source. 3061, 3075, 3078.
+  RowSet(std::shared_ptr<Connection> connection, const QString& source, Opening opening);
+
+  Connection& connection() const { return *connection_; }
+  const Plan& plan() const { return *compiled_.plan; }
+  // The rows known so far, and all of them, for which the keys left are read.
+  int known() const;
+  int total();
+  // Whether there is a row at the position; reads on only beyond the known ones.
+  bool has(int position) { return position < known() || position < total(); }
+  // The row's key: the file's row number, or the position where rows have no number.
+  qint64 key(int position) const;
+  int positionOf(qint64 key);  // -1 if it isn't in the set
+
+  // The row as the file has it now, read with its neighbours; nullptr if it is gone. It stands
+  // until the next call.
+  const Row* row(int position);
+  // The same for a row that is about to be changed, within a group: nobody else can have written
+  // it since what is kept was looked at, and its neighbours are of no use.
+  const Row* rowToChange(int position);
+  // Whether the row was deleted through this set.
+  bool isDeleted(int position) const { return deleted_.contains(position); }
+  int deletedCount() const { return static_cast<int>(deleted_.size()); }
+
+  // After the file was written through this set; what else was kept stays good. `wasCurrent` is
+  // isCurrent() before the writing.
+  bool isCurrent() const { return stamp_ == connection_->stamp(plan().baseTable); }
+  void written(bool wasCurrent, int position);
+  int added(bool wasCurrent, qint64 key);  // its position
+  void deleted(bool wasCurrent, int position);
+
+  // The first position from `from` on that meets a criterion; -1 if none does.
+  int findFirst(const QString& criterion);
+  int findNext(const QString& criterion, int from);
+
+ private:
+  void readWhole();
+  void readOtherKeys();
+  void discardOld();
+  void readWindow(int position);
+  std::optional<Row> readRow(int position);
+  std::vector<int> matches(const QString& criterion);
+
+  std::shared_ptr<Connection> connection_;
+  QString source_;
+  Compiled compiled_;
+  KeySet keys_;  // shared with other sets of the same source
+  bool allKeys_ = true;
+  std::vector<qint64> tail_;  // rows added through this set
+  QSet<int> deleted_;
+  std::vector<Row> whole_;  // of a source without keys
+
+  Stamp stamp_;
+  std::unordered_map<int, std::optional<Row>> near_;
+  int windowFirst_ = -1;
+  int windowEnd_ = -1;
+
+  QString criterion_;
+  Stamp criterionStamp_;
+  std::vector<int> matches_;
+};

@@ -1,0 +1,359 @@
+#include "engine/sqlite/connection.h"
+
+#include <sqlite3.h>
+#include <QFileInfo>
+#include <QThread>
+
+#include "engine/lang/statementkey.h"
+#include "engine/sqlite/functions.h"
+#include "engine/sqlite/schema.h"
+
+namespace {
+
+constexpr int kPollEvery = 2;  // milliseconds
+constexpr qint64 kLookEvery = 2'000'000;
+constexpr std::size_t kPreparedKept = 256;
+constexpr int kPlansKept = 512;
+constexpr std::size_t kKeySetsKept = 4;
+
+struct Wait {
+  const int* timeout;
+  QElapsedTimer since;
+};
+
+int classicNumber(int code, Doing doing) {
+  switch (code & 0xff) {
+    case SQLITE_BUSY:
+    case SQLITE_LOCKED: {
+      const bool saving = doing == Doing::Writing || doing == Doing::Committing;
+      return saving ? err::kNoSePuedeGuardar : err::kRegistroBloqueado;
+    }
+    case SQLITE_READONLY:
+    case SQLITE_PERM:
+    case SQLITE_AUTH:
+      return err::kSoloLectura;
+    case SQLITE_CANTOPEN:  // the journal beside the file, when the folder can't be written
+      return doing == Doing::Reading ? err::kErrorDeDisco : err::kSoloLectura;
+    case SQLITE_FULL:
+      return err::kSinEspacio;
+    case SQLITE_IOERR:
+      return err::kErrorDeDisco;
+    case SQLITE_NOTADB:
+    case SQLITE_CORRUPT:
+      return err::kFormatoNoReconocido;
+    case SQLITE_CONSTRAINT:
+      return code == SQLITE_CONSTRAINT_NOTNULL ? err::kClaveNula : err::kClaveDuplicada;
+    case SQLITE_TOOBIG:
+    case SQLITE_NOMEM:
+      return err::kDesbordamiento;
+    default:
+      return err::kErrorDeSintaxis;
+  }
+}
+
+int onBusy(void* data, int tries) {
+  auto* wait = static_cast<Wait*>(data);
+  if (tries == 0) wait->since.start();
+  if (wait->since.elapsed() >= *wait->timeout) return 0;
+  QThread::msleep(kPollEvery);
+  return 1;
+}
+
+}  // namespace
+
+struct Connection::Waiting : Wait {};
+
+Connection::Connection(const QString& systemPath, const QString& path,
+                       std::shared_ptr<Settings> settings)
+    : path_(path),
+      systemPath_(systemPath),
+      settings_(std::move(settings)),
+      waiting_(std::make_unique<Waiting>()) {
+  const QFileInfo file(systemPath);
+  if (!file.isFile()) throw ErrorEjecucion(err::kBaseNoEncontrada, path);
+  if (file.size() == 0) throw ErrorEjecucion(err::kFormatoNoReconocido, path);
+  waiting_->timeout = &settings_->lockTimeout;
+  const int code = sqlite3_open_v2(systemPath.toUtf8().constData(), &db_,
+                                   SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr);
+  try {
+    if (code != SQLITE_OK) throw ErrorEjecucion(err::kPermisoDenegado, path);
+    configure();
+    freshen();
+  } catch (const ErrorEjecucion& e) {
+    close();
+    if (e.numero() != err::kFormatoNoReconocido) throw;
+    throw ErrorEjecucion(err::kFormatoNoReconocido, path);
+  }
+}
+
+void Connection::create(const QString& systemPath, const QString& path, const QString& locale) {
+  sqlite3* db = nullptr;
+  const int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX;
+  int code = sqlite3_open_v2(systemPath.toUtf8().constData(), &db, flags, nullptr);
+  const auto run = [&](const QString& sql) {
+    if (code == SQLITE_OK)
+      code = sqlite3_exec(db, sql.toUtf8().constData(), nullptr, nullptr, nullptr);
+  };
+  run(
+      QStringLiteral("PRAGMA page_size=4096; PRAGMA encoding='UTF-8'; "
+                     "PRAGMA journal_mode=DELETE; PRAGMA synchronous=EXTRA; BEGIN IMMEDIATE"));
+  const QStringList definitions = own::definitions();
+  for (const QString& sql : definitions) run(sql);
+  QString text = locale;
+  run(QStringLiteral("INSERT INTO %1 VALUES ('', 'Locale', '")
+          .arg(QLatin1String(own::kProperties)) +
+      text.replace(u'\'', QStringLiteral("''")) + QStringLiteral("'); COMMIT"));
+  sqlite3_close_v2(db);
+  if (code == SQLITE_OK) return;
+  const int number = classicNumber(code, Doing::Writing);
+  throw ErrorEjecucion(number == err::kSinEspacio ? number : err::kErrorDeRuta, path);
+}
+
+Connection::~Connection() {
+  try {
+    if (inGroup_) commit();
+  } catch (const ErrorEjecucion& e) {
+    // No caller is left to catch it, and what wasn't written is gone.
+    if (settings_->lost) settings_->lost(e);
+  }
+  try {
+    // An empty journal isn't left beside the file.
+    if (!sqlite3_db_readonly(db_, "main")) execute(QStringLiteral("PRAGMA journal_mode=DELETE"));
+  } catch (const ErrorEjecucion&) {
+    // Another station is using it.
+  }
+  close();
+}
+
+qint64 Connection::lastRowNumber() const {
+  return sqlite3_last_insert_rowid(db_);
+}
+
+qint64 Connection::changedRows() const {
+  return sqlite3_changes64(db_);
+}
+
+void Connection::forgetStatements() {
+  std::erase_if(prepared_, [](const auto& entry) {
+    if (!entry.second.busy) sqlite3_finalize(entry.second.handle);
+    return !entry.second.busy;
+  });
+}
+
+void Connection::close() {
+  forgetStatements();
+  sqlite3_close_v2(db_);
+}
+
+void Connection::configure() {
+  sqlite3_extended_result_codes(db_, 1);
+  sqlite3_busy_handler(db_, onBusy, static_cast<Wait*>(waiting_.get()));
+  sqlite3_db_config(db_, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
+  sqlite3_db_config(db_, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
+  sqlite3_db_config(db_, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
+  sqlite3_db_config(db_, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
+  registerFunctions(db_);
+  static const char* const kPragmas[] = {
+      "PRAGMA journal_mode=TRUNCATE",  // data folders are shared over networks: never a WAL
+      "PRAGMA synchronous=EXTRA",      // a posted line outlives a power cut
+      "PRAGMA mmap_size=0",            // a folder that goes away is an error, not a signal
+      "PRAGMA temp_store=MEMORY",      // nothing of a company is left on other disks
+      "PRAGMA cache_size=-65536",      // in KiB: the keys of a million lines stay at hand
+  };
+  for (const char* pragma : kPragmas) execute(QString::fromLatin1(pragma), Doing::Reading);
+}
+
+Statement Connection::prepare(const QString& sql, Doing doing) {
+  const auto found = prepared_.find(sql);
+  if (found != prepared_.end() && !found->second.busy) {
+    found->second.busy = true;
+    found->second.lastUse = ++uses_;
+    return Statement(*this, found->second.handle, doing, &found->second);
+  }
+  sqlite3_stmt* handle = nullptr;
+  const QByteArray utf8 = sql.toUtf8();
+  const int code = sqlite3_prepare_v3(db_, utf8.constData(), static_cast<int>(utf8.size()),
+                                      SQLITE_PREPARE_PERSISTENT, &handle, nullptr);
+  if (code != SQLITE_OK) fail(code, doing, QString::fromUtf8(sqlite3_errmsg(db_)));
+  if (found != prepared_.end()) return Statement(*this, handle, doing, nullptr);
+  if (prepared_.size() >= kPreparedKept) dropOldestPrepared();
+  Prepared& entry = prepared_[sql];
+  entry = {handle, true, ++uses_};
+  return Statement(*this, handle, doing, &entry);
+}
+
+void Connection::dropOldestPrepared() {
+  auto oldest = prepared_.end();
+  for (auto it = prepared_.begin(); it != prepared_.end(); ++it)
+    if (!it->second.busy &&
+        (oldest == prepared_.end() || it->second.lastUse < oldest->second.lastUse))
+      oldest = it;
+  if (oldest == prepared_.end()) return;
+  sqlite3_finalize(oldest->second.handle);
+  prepared_.erase(oldest);
+}
+
+void Connection::fail(int code, Doing doing, const QString& words) {
+  const int number = classicNumber(code, doing);
+  const bool undone = inGroup_ && sqlite3_get_autocommit(db_) != 0;
+  if (!undone) {
+    if (number == err::kErrorDeSintaxis || number == err::kErrorDeDisco)
+      throw ErrorEjecucion(number, words);
+    const bool ofTheFile = number != err::kClaveDuplicada && number != err::kClaveNula;
+    throw ErrorEjecucion(number, ofTheFile ? path_ : QString());
+  }
+  const int lost = groupChanges_;
+  inGroup_ = false;
+  definitionsChanged();
+  throw ErrorEjecucion(
+      number, QStringLiteral("%1. Se ha deshecho lo último anotado, que no llegó a guardarse "
+                             "(cambios deshechos: %2)")
+                  .arg(path_)
+                  .arg(lost));
+}
+
+void Connection::beginGroup(Doing doing) {
+  if (inGroup_) return;
+  // The library itself would only complain at the first row.
+  if (sqlite3_db_readonly(db_, "main")) throw ErrorEjecucion(err::kSoloLectura, path_);
+  execute(QStringLiteral("BEGIN IMMEDIATE"), doing);
+  inGroup_ = true;
+  groupChanges_ = 0;
+  groupClock_.start();
+  Statement version = prepare(QStringLiteral("PRAGMA data_version"), doing);
+  lookAtDataVersion(version);
+  version.reset();
+  if (settings_->groupOpened) settings_->groupOpened();
+}
+
+void Connection::commit() {
+  if (!inGroup_) return;
+  execute(QStringLiteral("COMMIT"), Doing::Committing);
+  inGroup_ = false;
+}
+
+void Connection::settle() {
+  try {
+    commit();
+  } catch (const ErrorEjecucion&) {
+    if (!inGroup_) throw;
+  }
+}
+
+void Connection::touched(const QString& table) {
+  ++groupChanges_;
+  ++allChanges_;
+  ++tableChanges_[table];
+}
+
+Stamp Connection::stamp(const QString& table) const {
+  const quint64 changes = table.isEmpty() ? allChanges_ : tableChanges_.value(table);
+  return {dataVersion_, generation_, changes};
+}
+
+void Connection::freshen() {
+  if (inGroup_ || readers_ > 0) return;
+  if (looked_.isValid() && looked_.nsecsElapsed() < lookEvery_) return;
+  QElapsedTimer cost;
+  cost.start();
+  const Reading reading(*this);
+  // Over a network a look is dear: it may take a tenth of the time at most.
+  lookEvery_ = std::max(kLookEvery, 10 * cost.nsecsElapsed());
+}
+
+Connection::Reading::Reading(Connection& connection) : connection_(connection) {
+  if (connection_.readers_++ > 0 || connection_.inGroup_) return;
+  try {
+    lock_.emplace(connection_.prepare(QStringLiteral("PRAGMA data_version")));
+    connection_.lookAtDataVersion(*lock_);
+  } catch (...) {
+    --connection_.readers_;
+    throw;
+  }
+}
+
+Connection::Reading::~Reading() {
+  --connection_.readers_;
+}
+
+void Connection::lookAtDataVersion(Statement& statement) {
+  statement.step();
+  looked_.start();
+  const qint64 version = statement.integer(0);
+  if (version == dataVersion_) return;
+  dataVersion_ = version;
+  // Stored queries may change without the library's own definitions changing, so each change of
+  // ours moves the user version too.
+  Statement definitions = prepare(QStringLiteral(
+      "SELECT schema_version * 4294967296 + user_version FROM pragma_schema_version, "
+      "pragma_user_version"));
+  definitions.step();
+  const qint64 now = definitions.integer(0);
+  if (now == definitionsVersion_) return;
+  definitionsVersion_ = now;
+  schema_.reset();
+  plans_.clear();
+  ++generation_;
+}
+
+std::shared_ptr<const Schema> Connection::schema() {
+  if (!schema_) schema_ = std::make_shared<const Schema>(*this);
+  return schema_;
+}
+
+void Connection::definitionsChanged() {
+  schema_.reset();
+  plans_.clear();
+  keySets_.clear();
+  ++generation_;
+}
+
+void Connection::noteDefinitions() {
+  qint64 version = 0;
+  {
+    Statement current = prepare(QStringLiteral("PRAGMA user_version"));
+    current.step();
+    version = current.integer(0);
+  }
+  execute(QStringLiteral("PRAGMA user_version=%1").arg((version + 1) % 0x40000000));
+  definitionsChanged();
+}
+
+Compiled Connection::compiled(const QString& source) {
+  const int year = settings_->year;
+  const StatementKey key = statementKey(source, year);
+  std::shared_ptr<const Plan> plan = plans_.value(key.key);
+  if (!plan) {
+    plan = std::make_shared<const Plan>(compile(source, *schema(), year));
+    if (plans_.size() >= kPlansKept) plans_.clear();
+    plans_.insert(key.key, plan);
+  }
+  // The plan's own values follow the statement's.
+  return {plan, key.literals + plan->params.mid(key.literals.size())};
+}
+
+FindPlan Connection::criterionPlan(const QString& source, const QString& criterion) {
+  return compileCriterion(source, criterion, *schema(), settings_->year);
+}
+
+KeySet Connection::keys(const Compiled& compiled, int limit) {
+  const Plan& plan = *compiled.plan;
+  const Stamp now = stamp(plan.baseTable);
+  std::erase_if(keySets_, [&](const Keys& k) {
+    return k.sql == plan.keysSql && k.params == compiled.params && k.stamp != now;
+  });
+  for (auto it = keySets_.begin(); it != keySets_.end(); ++it) {
+    if (it->sql != plan.keysSql || it->params != compiled.params) continue;
+    std::rotate(keySets_.begin(), it, it + 1);
+    return keySets_.front().keys;
+  }
+  auto keys = std::make_shared<std::vector<qint64>>();
+  Statement statement = prepare(
+      limit < 0 ? plan.keysSql : plan.keysSql + QStringLiteral(" LIMIT ") + QString::number(limit));
+  statement.bind(compiled.params);
+  while (statement.step()) keys->push_back(statement.integer(0));
+  if (static_cast<int>(keys->size()) == limit) return keys;
+  if (keySets_.size() >= kKeySetsKept) keySets_.pop_back();
+  keySets_.insert(keySets_.begin(), {plan.keysSql, compiled.params, now, keys});
+  return keys;
+}

@@ -1,0 +1,172 @@
+// The one connection of this process to one file, shared by everything that works on it.
+//
+// It keeps the file's definitions, the compiled plans and the prepared statements, tells whether
+// rows read earlier may still be trusted, and groups the single-row updates of one user action.
+// Nothing outside this folder uses it.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <QElapsedTimer>
+#include <QHash>
+#include <unordered_map>
+#include <vector>
+
+#include "common/errorejecucion.h"
+#include "engine/sqlite/plan.h"
+#include "engine/sqlite/statement.h"
+
+class Schema;
+struct sqlite3;
+
+// Rows read under one stamp are still those of the file while the stamp stays the same.
+struct Stamp {
+  qint64 dataVersion = -1;  // moved by other stations
+  quint64 generation = 0;   // moved by definitions and by what the library undid
+  quint64 changes = 0;      // moved by this process
+  bool operator==(const Stamp&) const = default;
+};
+
+using KeySet = std::shared_ptr<const std::vector<qint64>>;
+
+// A source ready to run: its plan, shared by the statements that differ only in their literals, and
+// its own values for the plan's parameters.
+struct Compiled {
+  std::shared_ptr<const Plan> plan;
+  QList<Variant> params;
+};
+
+class Connection {
+ public:
+  // What the connections of a process share: the wait for locks, and who is to be told that a group
+  // was opened and will have to be committed, or that one was lost at the closing of its file.
+  struct Settings {
+    int lockTimeout = 5000;  // milliseconds
+    int year = 0;            // of the company at hand
+    std::function<void()> groupOpened;
+    std::function<void(const ErrorEjecucion&)> lost;
+  };
+
+  // `systemPath` must be a file (3024 otherwise) and a database (3343); `path` is its name as the
+  // program writes it.
+  Connection(const QString& systemPath, const QString& path, std::shared_ptr<Settings> settings);
+  // Makes the file, with the engine's own tables and the locale noted in it. 3026, 75.
+  static void create(const QString& systemPath, const QString& path, const QString& locale);
+  ~Connection();
+  Connection(const Connection&) = delete;
+  Connection& operator=(const Connection&) = delete;
+
+  QString path() const { return path_; }
+  QString systemPath() const { return systemPath_; }
+  sqlite3* handle() const { return db_; }
+  // Of the last statement that wrote.
+  qint64 lastRowNumber() const;
+  qint64 changedRows() const;
+
+  // A statement for each text is kept prepared. 3075 with the library's words if it can't be.
+  Statement prepare(const QString& sql, Doing doing = Doing::Reading);
+  void execute(const QString& sql, Doing doing = Doing::Writing) { prepare(sql, doing).execute(); }
+
+  // The group of updates. Opening takes the file's write lock (3260, or 3186 when it is taken to
+  // write at once; 3027); what is read afterwards
+  // is fresh and nobody else's. commit() raises 3186 while others are reading beyond the wait, and
+  // then the group is still open; 3026 and 3043 when it has been undone.
+  void beginGroup(Doing doing = Doing::Locking);
+  void commit();
+  bool inGroup() const { return inGroup_; }
+  qint64 groupAge() const { return groupClock_.elapsed(); }  // milliseconds
+  // Commits before an error goes up to whoever called: what was done before a failure stays. If the
+  // group turns out to be lost, that is the error that must go up, and is raised here.
+  void settle();
+
+  // Notes that rows of a table were changed by this process.
+  void touched(const QString& table);
+  // The file's state for one table, spelled as the file has it, or for all of them without a name.
+  Stamp stamp(const QString& table = {}) const;
+  // Looks whether another station has written, if that wasn't looked at a moment ago.
+  void freshen();
+
+  std::shared_ptr<const Schema> schema();
+  void definitionsChanged();  // by this process
+  void noteDefinitions();     // the same, and in the file, so that other stations notice
+
+  // 3061, 3075, 3078, 3464.
+  Compiled compiled(const QString& source);
+  FindPlan criterionPlan(const QString& source, const QString& criterion);
+  // The keys of an updatable plan, shared between recordsets while the file's rows stay the same.
+  // With a limit only the first ones may come; as many as it says means that there may be more.
+  KeySet keys(const Compiled& compiled, int limit = -1);
+
+  // Lets go of every prepared statement; before another file is written over this one.
+  void forgetStatements();
+
+  // Raises the number of a failure of the library.
+  [[noreturn]] void fail(int code, Doing doing, const QString& words);
+
+  // Holds the file's read lock while rows are read one by one, so that it is taken once for all of
+  // them, and looks whether another station has written.
+  class Reading {
+   public:
+    explicit Reading(Connection& connection);
+    ~Reading();
+    Reading(const Reading&) = delete;
+    Reading& operator=(const Reading&) = delete;
+
+   private:
+    Connection& connection_;
+    std::optional<Statement> lock_;
+  };
+
+ private:
+  struct Keys {
+    QString sql;
+    QList<Variant> params;
+    Stamp stamp;
+    KeySet keys;
+  };
+
+  struct Waiting;  // for a lock
+
+  void configure();
+  void close();
+  void lookAtDataVersion(Statement& statement);
+  void dropOldestPrepared();
+
+  sqlite3* db_ = nullptr;
+  QString path_;
+  QString systemPath_;
+  std::shared_ptr<Settings> settings_;
+  std::unique_ptr<Waiting> waiting_;
+
+  bool inGroup_ = false;
+  QElapsedTimer groupClock_;
+  int groupChanges_ = 0;
+  int readers_ = 0;
+
+  qint64 dataVersion_ = -1;
+  qint64 definitionsVersion_ = -1;
+  quint64 generation_ = 0;
+  quint64 allChanges_ = 0;
+  QHash<QString, quint64> tableChanges_;
+  QElapsedTimer looked_;
+  qint64 lookEvery_ = 0;  // nanoseconds
+
+  std::shared_ptr<const Schema> schema_;
+  QHash<QString, std::shared_ptr<const Plan>> plans_;
+  std::unordered_map<QString, Prepared> prepared_;
+  quint64 uses_ = 0;
+  std::vector<Keys> keySets_;  // the latest first
+};
+
+// Runs something for a caller outside the engine; on an error the group is committed before it goes
+// up.
+template <typename F>
+auto guarded(Connection& connection, F&& what) -> decltype(what()) {
+  try {
+    return what();
+  } catch (const ErrorEjecucion&) {
+    connection.settle();
+    throw;
+  }
+}

@@ -1,0 +1,196 @@
+// The statement around the expressions: FROM, grouping and order.
+#include "engine/sqlite/emitter.h"
+
+#include "common/errorejecucion.h"
+
+namespace lang {
+namespace {
+
+QString columnAlias(qsizetype index) {
+  return u'c' + QString::number(index);
+}
+
+}  // namespace
+
+int Parameters::own(const Variant& value) {
+  for (qsizetype i = statement_; i < values_.size(); ++i) {
+    if (values_[i] == value) return static_cast<int>(i) + 1;
+  }
+  values_.append(value);
+  return static_cast<int>(values_.size());
+}
+
+QString quotedName(const QString& name) {
+  if (!name.contains(u']')) return u'[' + name + u']';
+  return u'"' + QString(name).replace(u'"', QStringLiteral("\"\"")) + u'"';
+}
+
+QString Emitter::whole(const Query& query) {
+  open(query);
+  const bool view = dialect_ == Dialect::View;
+  return outputs(query, view) + rest(query, true);
+}
+
+QString Emitter::keys(const Query& query) {
+  open(query);
+  return QStringLiteral("SELECT ") + names_.value(query.from->source.id) +
+         QStringLiteral(".rowid") + rest(query, true);
+}
+
+QString Emitter::row(const Query& query) {
+  open(query);
+  const Source& base = query.from->source;
+  return outputs(query, false) + QStringLiteral(" FROM ") + source(base) +
+         QStringLiteral(" WHERE ") + names_.value(base.id) + QStringLiteral(".rowid = ?1");
+}
+
+QString Emitter::positions(const Query& query) {
+  open(query);
+  return QStringLiteral("SELECT n FROM (SELECT ROW_NUMBER() OVER (") + orderBy(query).trimmed() +
+         QStringLiteral(") - 1 AS n, ") + condition(*query.outputs.back().expr) +
+         QStringLiteral(" AS k") + rest(query, false) + QStringLiteral(") WHERE k ORDER BY n");
+}
+
+void Emitter::open(const Query& query) {
+  for (const Source* source : sourcesOf(std::as_const(*query.from))) {
+    if (sources_.contains(source->id)) continue;
+    sources_.insert(source->id, source);
+    names_.insert(source->id, dialect_ == Dialect::View ? quotedName(source->alias)
+                                                        : u't' + QString::number(nextName_++));
+  }
+}
+
+QString Emitter::outputs(const Query& query, bool named) {
+  QStringList all;
+  for (const Output& output : query.outputs) {
+    const QString shown = value(*output.expr);
+    all << (named ? shown + QStringLiteral(" AS ") + quotedName(output.name) : shown);
+  }
+  return (query.distinct ? QStringLiteral("SELECT DISTINCT ") : QStringLiteral("SELECT ")) +
+         all.join(QStringLiteral(", "));
+}
+
+QString Emitter::rest(const Query& query, bool ordered) {
+  ExprPtr conditions;
+  QString sql = QStringLiteral(" FROM ") + from(*query.from, conditions);
+  conditions = both(conditions, query.where);
+  if (conditions) sql += QStringLiteral(" WHERE ") + condition(*conditions);
+  QStringList keys;
+  for (const ExprPtr& key : query.groupBy) keys << groupKey(*key);
+  if (!keys.isEmpty()) sql += QStringLiteral(" GROUP BY ") + keys.join(QStringLiteral(", "));
+  if (query.having) sql += QStringLiteral(" HAVING ") + condition(*query.having);
+  return ordered ? sql + orderBy(query) : sql;
+}
+
+// Inner joins are written as one row of tables: their conditions join those of WHERE, and the
+// engine is free to begin with any of them.
+QString Emitter::from(const From& from, ExprPtr& conditions) {
+  if (from.kind == From::Kind::Source) return source(from.source);
+  const QString left = this->from(*from.left, conditions);
+  if (from.kind == From::Kind::Left) {
+    return left + QStringLiteral(" LEFT JOIN ") + nested(*from.right) + QStringLiteral(" ON ") +
+           condition(*from.on);
+  }
+  const QString right = this->from(*from.right, conditions);
+  if (from.on) conditions = both(conditions, from.on);
+  return left + QStringLiteral(" JOIN ") + right;
+}
+
+// What an outer join may miss stays together in parentheses.
+QString Emitter::nested(const From& from) {
+  if (from.kind == From::Kind::Source) return source(from.source);
+  const QString on = from.on ? QStringLiteral(" ON ") + condition(*from.on) : QString();
+  return u'(' + nested(*from.left) +
+         (from.kind == From::Kind::Left ? QStringLiteral(" LEFT JOIN ")
+                                        : QStringLiteral(" JOIN ")) +
+         nested(*from.right) + on + u')';
+}
+
+QString Emitter::source(const Source& source) {
+  const QString as = QStringLiteral(" AS ") + names_.value(source.id);
+  if (source.table) return quotedName(source.table->name) + as;
+  if (dialect_ == Dialect::View) return quotedName(source.queryName) + as;
+  open(*source.query);
+  QStringList all;
+  for (const Output& output : source.query->outputs) {
+    all << value(*output.expr) + QStringLiteral(" AS ") + columnAlias(all.size());
+  }
+  return (source.query->distinct ? QStringLiteral("(SELECT DISTINCT ")
+                                 : QStringLiteral("(SELECT ")) +
+         all.join(QStringLiteral(", ")) + rest(*source.query, false) + u')' + as;
+}
+
+QString Emitter::orderBy(const Query& query) {
+  const QStringList terms = orderTerms(query);
+  return terms.isEmpty() ? QString()
+                         : QStringLiteral(" ORDER BY ") + terms.join(QStringLiteral(", "));
+}
+
+QStringList Emitter::orderTerms(const Query& query) {
+  QStringList terms;
+  QStringList ordered;
+  for (const Order& order : query.orderBy) {
+    ordered << value(*order.expr);
+    terms << ordered.back() +
+                 (order.expr->type == Type::Text ? QStringLiteral(" COLLATE BINARY") : QString()) +
+                 (order.descending ? QStringLiteral(" DESC") : QString());
+  }
+  if (dialect_ == Dialect::View) return terms;
+  for (const QString& tie : tieTerms(query)) {
+    const bool known = ordered.contains(tie) ||
+                       ordered.contains(QString(tie).remove(QStringLiteral(" COLLATE NOCASE")));
+    if (!known) terms << tie;
+  }
+  return terms;
+}
+
+// What makes the order of rows a matter of the books alone and never of the way they were read.
+QStringList Emitter::tieTerms(const Query& query) {
+  QStringList terms;
+  if (query.distinct) {
+    for (const Output& output : query.outputs) terms << groupKey(*output.expr);
+  } else if (query.grouped) {
+    for (const ExprPtr& key : query.groupBy) terms << groupKey(*key);
+  } else {
+    sourceTies(*query.from, terms);
+  }
+  return terms;
+}
+
+void Emitter::sourceTies(const From& from, QStringList& terms) {
+  if (from.kind != From::Kind::Source) {
+    sourceTies(*from.left, terms);
+    const bool hidden = from.kind == From::Kind::Left && from.right->kind != From::Kind::Source;
+    if (!hidden) sourceTies(*from.right, terms);
+    return;
+  }
+  const QString name = names_.value(from.source.id);
+  if (from.source.table) {
+    terms << name + QStringLiteral(".rowid");
+    return;
+  }
+  const Query& inner = *from.source.query;
+  for (size_t i = 0; i < inner.outputs.size(); ++i) {
+    const bool isKey = inner.distinct || !hasAggregate(*inner.outputs[i].expr);
+    if (isKey) terms << name + u'.' + columnAlias(static_cast<qsizetype>(i));
+  }
+}
+
+QString Emitter::groupKey(const Expr& expr) {
+  const QString key = value(expr);
+  return expr.type == Type::Text ? key + QStringLiteral(" COLLATE NOCASE") : key;
+}
+
+QString Emitter::column(const Expr& expr) {
+  const Source& source = *sources_.value(expr.source);
+  const QString name = names_.value(expr.source) + u'.';
+  if (source.table) {
+    return name + quotedName(source.table->columns[static_cast<size_t>(expr.column)].name);
+  }
+  if (dialect_ == Dialect::View) {
+    return name + quotedName(source.query->outputs[static_cast<size_t>(expr.column)].name);
+  }
+  return name + columnAlias(expr.column);
+}
+
+}  // namespace lang

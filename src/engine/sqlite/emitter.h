@@ -1,0 +1,78 @@
+// Writes a resolved query as statements of the file's own engine.
+#pragma once
+
+#include <QHash>
+
+#include "engine/lang/query.h"
+
+namespace lang {
+
+// The values behind ?1, ?2...: first the literals taken out of the statement, then the plan's own.
+class Parameters {
+ public:
+  explicit Parameters(QList<Variant> statement)
+      : values_(std::move(statement)), statement_(values_.size()) {}
+  // The number of a value of the plan's own.
+  int own(const Variant& value);
+  const QList<Variant>& values() const { return values_; }
+
+ private:
+  QList<Variant> values_;
+  qsizetype statement_;
+};
+
+class Emitter {
+ public:
+  // A plan reads inner queries in place and may use the language's own functions; a view names the
+  // views of inner queries and keeps to built-in functions.
+  enum class Dialect { Plan, View };
+  Emitter(Dialect dialect, Parameters& parameters) : dialect_(dialect), parameters_(parameters) {}
+
+  QString whole(const Query& query);
+  // Of an updatable query: its keys in order, and one row by its key.
+  QString keys(const Query& query);
+  QString row(const Query& query);
+  // The places in order, from 0, of the rows for which the last output is true.
+  QString positions(const Query& query);
+
+ private:
+  void open(const Query& query);
+  QString outputs(const Query& query, bool named);
+  QString rest(const Query& query, bool ordered);
+  QString from(const From& from, ExprPtr& conditions);
+  QString nested(const From& from);
+  QString source(const Source& source);
+  QString orderBy(const Query& query);
+  QStringList orderTerms(const Query& query);
+  QStringList tieTerms(const Query& query);
+  void sourceTies(const From& from, QStringList& terms);
+  QString groupKey(const Expr& expr);
+
+  QString value(const Expr& expr);
+  QString plainValue(const Expr& expr);
+  QString condition(const Expr& expr);
+  QString text(const Expr& expr);
+  QString column(const Expr& expr);
+  QString literal(const Expr& expr);
+  QString constant(const Variant& value, Expr::Place place);
+  QString binary(const Expr& expr);
+  QString compared(const Expr& expr);
+  QString inList(const Expr& expr);
+  QString like(const Expr& expr);
+  QString likeLiteral(const Expr& value, const Expr& pattern);
+  QString viewLike(const QString& value, const Expr& pattern) const;
+  QString aggregate(const Expr& expr);
+  QString call(const Expr& expr);
+  QString list(const std::vector<ExprPtr>& args, size_t first);
+
+  Dialect dialect_;
+  Parameters& parameters_;
+  QHash<int, const Source*> sources_;
+  QHash<int, QString> names_;
+  int nextName_ = 0;
+};
+
+// A name as the file's engine reads it, whatever it holds.
+QString quotedName(const QString& name);
+
+}  // namespace lang

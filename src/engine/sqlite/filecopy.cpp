@@ -1,0 +1,105 @@
+#include "engine/sqlite/filecopy.h"
+
+#include <fcntl.h>
+#include <sqlite3.h>
+#include <unistd.h>
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QFileInfo>
+#include <QThread>
+
+#include "common/errorejecucion.h"
+#include "engine/sqlite/connection.h"
+
+namespace {
+
+constexpr int kPoll = 2;  // milliseconds
+
+struct Closer {
+  void operator()(sqlite3* db) const { sqlite3_close_v2(db); }
+};
+using Handle = std::unique_ptr<sqlite3, Closer>;
+
+// Copies page by page until done; other stations may write meanwhile, and then it starts again by
+// itself.
+int copyPages(sqlite3* to, sqlite3* from, int timeout) {
+  sqlite3_backup* backup = sqlite3_backup_init(to, "main", from, "main");
+  if (!backup) return sqlite3_extended_errcode(to);
+  QElapsedTimer waited;
+  waited.start();
+  int code = SQLITE_OK;
+  for (;;) {
+    code = sqlite3_backup_step(backup, -1);
+    const bool locked = code == SQLITE_BUSY || code == SQLITE_LOCKED;
+    if (!locked || waited.elapsed() >= timeout) break;
+    QThread::msleep(kPoll);
+  }
+  const int finished = sqlite3_backup_finish(backup);
+  return code == SQLITE_DONE ? finished : code;
+}
+
+// What was written reaches the disk before the name does.
+void synchronize(const QString& systemPath) {
+  const int file = ::open(systemPath.toUtf8().constData(), O_RDONLY | O_CLOEXEC);
+  if (file < 0) return;
+  ::fsync(file);
+  ::close(file);
+}
+
+}  // namespace
+
+TemporaryCopy::TemporaryCopy(const QString& target, const QString& path)
+    : target_(target),
+      path_(path),
+      temporary_(target + QStringLiteral(".%1.tmp").arg(QCoreApplication::applicationPid())) {
+  QFile::remove(temporary_);
+}
+
+TemporaryCopy::~TemporaryCopy() {
+  QFile::remove(temporary_);
+}
+
+sqlite3* TemporaryCopy::open(int flags) const {
+  sqlite3* db = nullptr;
+  const int code =
+      sqlite3_open_v2(temporary_.toUtf8().constData(), &db, flags | SQLITE_OPEN_NOMUTEX, nullptr);
+  if (code == SQLITE_OK) return db;
+  sqlite3_close_v2(db);
+  throw ErrorEjecucion(err::kErrorDeRuta, path_);
+}
+
+void TemporaryCopy::fill(sqlite3* from, const QString& fromPath) {
+  const Handle to(open(SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE));
+  const int code = copyPages(to.get(), from, kCopyTimeout);
+  if (code == SQLITE_OK) return;
+  const bool full = (code & 0xff) == SQLITE_FULL;
+  throw ErrorEjecucion(full ? err::kSinEspacio : err::kErrorDeDisco, fromPath);
+}
+
+void TemporaryCopy::verify() {
+  const Handle db(open(SQLITE_OPEN_READONLY));
+  QString words;
+  const auto first = [](void* data, int, char** values, char**) {
+    *static_cast<QString*>(data) = QString::fromUtf8(values[0]);
+    return 0;
+  };
+  const int code = sqlite3_exec(db.get(), "PRAGMA integrity_check(1)", first, &words, nullptr);
+  if (code != SQLITE_OK || words != QLatin1String("ok"))
+    throw ErrorEjecucion(err::kFormatoNoReconocido, path_ + u' ' + words);
+}
+
+void TemporaryCopy::rename() {
+  synchronize(temporary_);
+  if (!QFile::rename(temporary_, target_)) throw ErrorEjecucion(err::kErrorDeRuta, path_);
+  synchronize(QFileInfo(target_).path());
+}
+
+void TemporaryCopy::writeInto(Connection& live) {
+  const Handle from(open(SQLITE_OPEN_READONLY));
+  live.forgetStatements();
+  const int code = copyPages(live.handle(), from.get(), kCopyTimeout);
+  live.definitionsChanged();
+  if (code != SQLITE_OK)
+    live.fail(code, Doing::Writing, QString::fromUtf8(sqlite3_errmsg(live.handle())));
+}

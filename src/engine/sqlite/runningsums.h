@@ -1,0 +1,31 @@
+// Sums kept beside a table so that its totals answer at once whatever its length.
+//
+// Each is a table of the engine's own with one row for each combination of keys: the number of
+// lines and the sums of both sides in integers of a millionth, which add up exactly in any order.
+// Triggers of built-in functions keep it, so it is right whatever tool writes; a second trigger
+// refuses the rows that would silently replace others, whose going no trigger sees.
+#pragma once
+
+#include <QStringList>
+
+#include "engine/lang/catalog.h"
+
+class Connection;
+struct TableDef;
+
+// The keys as the file notes them ("Subcuenta;Month(Fecha)"), and read back.
+QString sumKeysText(const QList<SumKey>& keys);
+QList<SumKey> sumKeys(const QString& text);
+
+// The names that sums number `order` have in the file.
+Catalog::RunningSums describeSums(qint64 order, const QString& table, const QString& side,
+                                  const QString& amount, const QList<SumKey>& keys);
+
+// The table of the sums, its index and its triggers.
+QStringList sumsDefinition(const Catalog::RunningSums& sums, const TableDef& base);
+// Empties the sums and takes them from the rows again.
+QStringList sumsRecount(const Catalog::RunningSums& sums);
+QStringList sumsRemoval(const Catalog::RunningSums& sums);
+// Makes anew the triggers that refuse replacing rows, for the unique indexes that the table has
+// now.
+QStringList replaceGuards(const TableDef& table);

@@ -1,0 +1,265 @@
+#include "engine/sqlite/schema.h"
+
+#include "common/errorejecucion.h"
+#include "engine/sqlite/connection.h"
+#include "engine/sqlite/runningsums.h"
+
+namespace {
+
+struct TypeName {
+  FieldType type;
+  const char* declared;
+};
+
+constexpr TypeName kTypes[] = {{FieldType::Boolean, "BOOLEAN"},
+                               {FieldType::Long, "INTEGER"},
+                               {FieldType::Double, "REAL"},
+                               {FieldType::Date, "DATETIME"},
+                               {FieldType::Text, "TEXT"}};
+
+// Types that other tools write.
+constexpr struct {
+  const char* part;
+  FieldType type;
+} kForeignTypes[] = {
+    {"BOOL", FieldType::Boolean}, {"YES", FieldType::Boolean}, {"DATE", FieldType::Date},
+    {"TIME", FieldType::Date},    {"INT", FieldType::Long},    {"LONG", FieldType::Long},
+    {"REAL", FieldType::Double},  {"FLOA", FieldType::Double}, {"DOUB", FieldType::Double},
+    {"NUM", FieldType::Double},   {"DEC", FieldType::Double},  {"CURR", FieldType::Double}};
+
+QString declaredType(const Field& field) {
+  for (const TypeName& t : kTypes) {
+    if (t.type != field.Type) continue;
+    QString text = QString::fromLatin1(t.declared);
+    if (field.Type != FieldType::Text) return text;
+    if (field.Size > 0) text += QStringLiteral("(%1)").arg(field.Size);
+    return text + QStringLiteral(" COLLATE NOCASE");
+  }
+  return QStringLiteral("TEXT COLLATE NOCASE");
+}
+
+FieldType typeOf(const QString& declared) {
+  for (const auto& t : kForeignTypes)
+    if (declared.contains(QLatin1String(t.part), Qt::CaseInsensitive)) return t.type;
+  return FieldType::Text;
+}
+
+int sizeOf(const QString& declared) {
+  const qsizetype open = declared.indexOf(u'('), close = declared.indexOf(u')');
+  return open < 0 || close < open ? 0 : declared.mid(open + 1, close - open - 1).toInt();
+}
+
+// A text between quotes without them; anything else as it is.
+QString unquoted(const QString& text, QChar quote) {
+  if (text.size() < 2 || !text.startsWith(quote) || !text.endsWith(quote)) return text;
+  return text.mid(1, text.size() - 2).replace(QString(2, quote), QString(quote));
+}
+
+QString quoted(QString text, QChar quote) {
+  return quote + text.replace(quote, QString(2, quote)) + quote;
+}
+
+// A default as the definitions write it: the file has '1' where they have "1".
+QString definedDefault(const QString& inFile) {
+  return inFile.startsWith(u'\'') ? quoted(unquoted(inFile, u'\''), u'"') : inFile;
+}
+
+QString propertyKey(const QString& object, const char* property) {
+  return object + u'\n' + QLatin1String(property);
+}
+
+}  // namespace
+
+QStringList own::definitions() {
+  return {
+      QStringLiteral(
+          "CREATE TABLE IF NOT EXISTS %1 (Objeto TEXT NOT NULL, Propiedad TEXT NOT NULL, "
+          "Valor TEXT, PRIMARY KEY (Objeto, Propiedad)) WITHOUT ROWID")
+          .arg(QLatin1String(kProperties)),
+      QStringLiteral("CREATE TABLE IF NOT EXISTS %1 (Orden INTEGER PRIMARY KEY, "
+                     "Nombre TEXT NOT NULL UNIQUE, Texto TEXT NOT NULL)")
+          .arg(QLatin1String(kQueries)),
+      QStringLiteral(
+          "CREATE TABLE IF NOT EXISTS %1 (Orden INTEGER PRIMARY KEY, Tabla TEXT NOT NULL, "
+          "Lado TEXT NOT NULL, Importe TEXT NOT NULL, Claves TEXT NOT NULL)")
+          .arg(QLatin1String(kSums)),
+      QStringLiteral("CREATE TABLE IF NOT EXISTS %1 (Tabla TEXT PRIMARY KEY, "
+                     "Ultima INTEGER NOT NULL) WITHOUT ROWID")
+          .arg(QLatin1String(kRows)),
+  };
+}
+
+bool own::isOwn(const QString& name) {
+  return name.startsWith(QLatin1String("librano_"), Qt::CaseInsensitive) ||
+         name.startsWith(QLatin1String("sqlite_"), Qt::CaseInsensitive);
+}
+
+Schema::Schema(Connection& connection) {
+  QStringList names;
+  {
+    Statement all = connection.prepare(
+        QStringLiteral("SELECT type, name FROM sqlite_schema WHERE type IN ('table','view') "
+                       "ORDER BY rowid"));
+    while (all.step()) {
+      const QString name = all.text(1);
+      if (all.text(0) == QLatin1String("view")) {
+        views_ += name.toCaseFolded();
+      } else if (name == QLatin1String(own::kProperties)) {
+        hasOwn_ = true;
+      } else if (!own::isOwn(name)) {
+        names += name;
+      }
+    }
+  }
+  if (hasOwn_) {
+    Statement all = connection.prepare(QStringLiteral("SELECT Objeto, Propiedad, Valor FROM %1")
+                                           .arg(QLatin1String(own::kProperties)));
+    while (all.step()) properties_.insert(all.text(0) + u'\n' + all.text(1), all.text(2));
+  }
+  for (const QString& name : std::as_const(names)) readTable(connection, name);
+  if (!hasOwn_) return;
+  readQueries(connection);
+  readSums(connection);
+}
+
+void Schema::readTable(Connection& connection, const QString& name) {
+  TableDef def;
+  Table table;
+  def.Name = table.name = name;
+  Statement columns = connection.prepare(
+      QStringLiteral("SELECT name, type, dflt_value, pk FROM pragma_table_info(?1) ORDER BY cid"));
+  columns.bind(1, name);
+  int keyColumns = 0;
+  bool wholeKey = false;
+  while (columns.step()) {
+    Field field;
+    field.Name = columns.text(0);
+    const QString declared = columns.text(1);
+    field.Type = typeOf(declared);
+    field.Size = field.Type == FieldType::Text ? sizeOf(declared) : 0;
+    field.DefaultValue = columns.isNull(2) ? QString() : definedDefault(columns.text(2));
+    if (field.Type == FieldType::Boolean && field.DefaultValue == u'0') field.DefaultValue.clear();
+    field.AllowZeroLength =
+        !properties_.contains(propertyKey(name + u'.' + field.Name, "SinTextoVacio"));
+    if (columns.integer(3) > 0) {
+      ++keyColumns;
+      wholeKey = declared.compare(QLatin1String("INTEGER"), Qt::CaseInsensitive) == 0;
+    }
+    table.columns.push_back({field.Name, field.Type, field.Size});
+    def.Fields.push_back(std::move(field));
+  }
+  if (keyColumns == 1 && wholeKey) rowNumberTables_ += name.toCaseFolded();
+  readIndexes(connection, def);
+  tableAt_.insert(name.toCaseFolded(), static_cast<int>(tables_.size()));
+  definitions_.push_back(std::move(def));
+  tables_.push_back(std::move(table));
+}
+
+void Schema::readIndexes(Connection& connection, TableDef& table) {
+  Statement list = connection.prepare(
+      QStringLiteral("SELECT name, \"unique\" FROM pragma_index_list(?1) ORDER BY seq DESC"));
+  list.bind(1, table.Name);
+  while (list.step()) {
+    const QString full = list.text(0);
+    if (own::isOwn(full)) continue;
+    Index index;
+    const QString prefix = table.Name + u'.';
+    index.Name = full.startsWith(prefix) ? full.mid(prefix.size()) : full;
+    index.Unique = list.integer(1) != 0;
+    index.Primary = properties_.contains(propertyKey(full, "Principal"));
+    Statement columns =
+        connection.prepare(QStringLiteral("SELECT name FROM pragma_index_info(?1) ORDER BY seqno"));
+    columns.bind(1, full);
+    while (columns.step()) index.Fields += columns.text(0);
+    table.Indexes.push_back(std::move(index));
+  }
+}
+
+void Schema::readQueries(Connection& connection) {
+  Statement all = connection.prepare(QStringLiteral("SELECT Nombre, Texto FROM %1 ORDER BY Orden")
+                                         .arg(QLatin1String(own::kQueries)));
+  while (all.step()) {
+    queryAt_.insert(all.text(0).toCaseFolded(), static_cast<int>(queries_.size()));
+    queries_.push_back({all.text(0), all.text(1)});
+  }
+}
+
+void Schema::readSums(Connection& connection) {
+  Statement all =
+      connection.prepare(QStringLiteral("SELECT Orden, Tabla, Lado, Importe, Claves FROM %1 "
+                                        "ORDER BY Orden")
+                             .arg(QLatin1String(own::kSums)));
+  while (all.step())
+    sums_.push_back(
+        describeSums(all.integer(0), all.text(1), all.text(2), all.text(3), sumKeys(all.text(4))));
+}
+
+const Catalog::Table* Schema::table(const QString& name) const {
+  const auto found = tableAt_.constFind(name.toCaseFolded());
+  return found == tableAt_.cend() ? nullptr : &tables_[static_cast<std::size_t>(*found)];
+}
+
+std::optional<QString> Schema::queryText(const QString& name) const {
+  const QueryDef* found = query(name);
+  return found ? std::optional(found->Sql) : std::nullopt;
+}
+
+const TableDef* Schema::definition(const QString& name) const {
+  const auto found = tableAt_.constFind(name.toCaseFolded());
+  return found == tableAt_.cend() ? nullptr : &definitions_[static_cast<std::size_t>(*found)];
+}
+
+const QueryDef* Schema::query(const QString& name) const {
+  const auto found = queryAt_.constFind(name.toCaseFolded());
+  return found == queryAt_.cend() ? nullptr : &queries_[static_cast<std::size_t>(*found)];
+}
+
+QStringList Schema::primaryColumns(const QString& table) const {
+  const TableDef* def = definition(table);
+  if (def)
+    for (const Index& index : def->Indexes)
+      if (index.Primary) return index.Fields;
+  return {};
+}
+
+bool Schema::rowNumberIsColumn(const QString& table) const {
+  return rowNumberTables_.contains(table.toCaseFolded());
+}
+
+void checkName(const QString& name) {
+  const bool wrong = name.isEmpty() || name.size() > 64 || name != name.trimmed() ||
+                     own::isOwn(name) || std::any_of(name.begin(), name.end(), [](QChar c) {
+                       return c < u' ' || QStringView(u"[]\"'`.;!").contains(c);
+                     });
+  if (wrong) throw ErrorEjecucion(err::kLlamadaNoValida, name);
+}
+
+Variant defaultValue(const Field& field) {
+  // A yes/no is one or the other from the start, never Null.
+  if (field.DefaultValue.isEmpty())
+    return field.Type == FieldType::Boolean ? Variant(false) : Variant();
+  bool isNumber = false;
+  const double number = field.DefaultValue.toDouble(&isNumber);
+  return convertTo(field.Type, field.Size,
+                   isNumber ? Variant(number) : Variant(unquoted(field.DefaultValue, u'"')));
+}
+
+QString createTableSql(const TableDef& table) {
+  QStringList columns;
+  for (const Field& field : table.Fields) {
+    QString column = bracketed(field.Name) + u' ' + declaredType(field);
+    const Variant value = defaultValue(field);
+    if (value.isText()) {
+      column += QStringLiteral(" DEFAULT ") + quoted(value.text(), u'\'');
+    } else if (!value.isNull()) {
+      column += QStringLiteral(" DEFAULT %1").arg(value.number(), 0, 'g', 15);
+    }
+    columns += column;
+  }
+  return QStringLiteral("CREATE TABLE %1 (%2)")
+      .arg(bracketed(table.Name), columns.join(QStringLiteral(", ")));
+}
+
+QString indexName(const QString& table, const QString& index) {
+  return table + u'.' + index;
+}

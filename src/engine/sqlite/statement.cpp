@@ -1,0 +1,141 @@
+#include "engine/sqlite/statement.h"
+
+#include <sqlite3.h>
+
+#include "engine/sqlite/connection.h"
+
+namespace {
+
+int twoDigits(const char* at) {
+  return (at[0] - '0') * 10 + (at[1] - '0');
+}
+
+// "2003-02-15" and "2003-02-15 10:30:00" only; anything else is no date of ours.
+QDateTime parseIso(const char* text, int length) {
+  if (length != 10 && length != 19) return {};
+  static const char shape[] = "dddd-dd-dd dd:dd:dd";
+  for (int i = 0; i < length; ++i) {
+    const bool digit = text[i] >= '0' && text[i] <= '9';
+    if (shape[i] == 'd' ? !digit : text[i] != shape[i]) return {};
+  }
+  const QDate date(twoDigits(text) * 100 + twoDigits(text + 2), twoDigits(text + 5),
+                   twoDigits(text + 8));
+  if (length == 10) return QDateTime(date, QTime(0, 0), Qt::UTC);
+  return QDateTime(date, QTime(twoDigits(text + 11), twoDigits(text + 14), twoDigits(text + 17)),
+                   Qt::UTC);
+}
+
+}  // namespace
+
+Statement::Statement(Statement&& other) noexcept
+    : connection_(other.connection_),
+      handle_(std::exchange(other.handle_, nullptr)),
+      doing_(other.doing_),
+      prepared_(other.prepared_) {}
+
+Statement::~Statement() {
+  if (!handle_) return;
+  if (!prepared_) {
+    sqlite3_finalize(handle_);
+    return;
+  }
+  sqlite3_reset(handle_);
+  sqlite3_clear_bindings(handle_);
+  prepared_->busy = false;
+}
+
+Statement& Statement::bind(int parameter, const Variant& value) {
+  if (value.isNull()) {
+    sqlite3_bind_null(handle_, parameter);
+  } else if (value.isText() || value.isDate()) {
+    const QByteArray utf8 = (value.isDate() ? isoText(value.dateTime()) : value.text()).toUtf8();
+    sqlite3_bind_text(handle_, parameter, utf8.constData(), static_cast<int>(utf8.size()),
+                      SQLITE_TRANSIENT);
+  } else if (value.isBoolean()) {
+    sqlite3_bind_int(handle_, parameter, value.toBool() ? -1 : 0);
+  } else if (value.isInteger()) {
+    sqlite3_bind_int64(handle_, parameter, value.integer());
+  } else {
+    sqlite3_bind_double(handle_, parameter, value.number());
+  }
+  return *this;
+}
+
+Statement& Statement::bind(const QList<Variant>& values) {
+  for (int i = 0; i < values.size(); ++i) bind(i + 1, values[i]);
+  return *this;
+}
+
+bool Statement::step() {
+  const int code = sqlite3_step(handle_);
+  if (code == SQLITE_ROW) return true;
+  if (code == SQLITE_DONE) return false;
+  // The words are taken before the reset, which may change them.
+  const QString words = QString::fromUtf8(sqlite3_errmsg(connection_->handle()));
+  sqlite3_reset(handle_);
+  connection_->fail(code, doing_, words);
+}
+
+void Statement::execute() {
+  while (step()) {
+  }
+  reset();
+}
+
+void Statement::reset() {
+  sqlite3_reset(handle_);
+}
+
+int Statement::columnCount() const {
+  return sqlite3_column_count(handle_);
+}
+
+bool Statement::isNull(int column) const {
+  return sqlite3_column_type(handle_, column) == SQLITE_NULL;
+}
+
+qint64 Statement::integer(int column) const {
+  return sqlite3_column_int64(handle_, column);
+}
+
+double Statement::real(int column) const {
+  return sqlite3_column_double(handle_, column);
+}
+
+QString Statement::text(int column) const {
+  const auto* utf8 = reinterpret_cast<const char*>(sqlite3_column_text(handle_, column));
+  return QString::fromUtf8(utf8, sqlite3_column_bytes(handle_, column));
+}
+
+Variant Statement::value(int column, FieldType type) const {
+  switch (sqlite3_column_type(handle_, column)) {
+    case SQLITE_NULL:
+      return {};
+    case SQLITE_INTEGER: {
+      const qint64 whole = integer(column);
+      if (type == FieldType::Boolean) return whole != 0;
+      return type == FieldType::Double ? Variant(static_cast<double>(whole)) : Variant(whole);
+    }
+    case SQLITE_FLOAT:
+      return type == FieldType::Boolean ? Variant(real(column) != 0) : Variant(real(column));
+    default:
+      break;
+  }
+  if (type == FieldType::Date) {
+    const auto* utf8 = reinterpret_cast<const char*>(sqlite3_column_text(handle_, column));
+    const QDateTime date = parseIso(utf8, sqlite3_column_bytes(handle_, column));
+    if (date.isValid()) return date;
+  }
+  return text(column);
+}
+
+QString isoText(const QDateTime& value) {
+  const QTime time = value.time();
+  QString text = value.date().toString(Qt::ISODate);
+  if (time != QTime(0, 0)) text += u' ' + time.toString(QStringLiteral("HH:mm:ss"));
+  return text;
+}
+
+QString bracketed(const QString& name) {
+  return u'[' + name + u']';
+}

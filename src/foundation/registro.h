@@ -1,6 +1,0 @@
-// The forms of the ground floor, by name.
-#pragma once
-
-class Registro;
-
-void registraFoundation(Registro& registro);

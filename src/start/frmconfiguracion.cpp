@@ -1,0 +1,110 @@
+#include "start/frmconfiguracion.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+#include "common/cini.h"
+#include "common/funciones.h"
+#include "common/rutas.h"
+#include "engine/dbengine.h"
+#include "ui_frmconfiguracion.h"
+
+FrmConfiguracion::FrmConfiguracion(Contexto& contexto)
+    : Formulario(contexto),
+      ui_(std::make_unique<Ui::FrmConfiguracion>()),
+      DtaUsuarios_(contexto.motor),
+      DtaEmpresas_(contexto.motor) {
+  ui_->setupUi(this);
+  DtaUsuarios_.setObjectName(QStringLiteral("DtaUsuarios"));
+  DtaEmpresas_.setObjectName(QStringLiteral("DtaEmpresas"));
+  ui_->GrdUsuarios->enlazar(
+      DtaUsuarios_,
+      {{.campo = QStringLiteral("Nombre"), .titulo = QStringLiteral("Nombre"), .ancho = 32},
+       {.campo = QStringLiteral("Password"), .titulo = QStringLiteral("Password"), .ancho = 12}});
+  ui_->GrdUsuarios->permitirEdicion(Rejilla::Cambios | Rejilla::Altas | Rejilla::Bajas);
+  ui_->GridEmpresas->enlazar(DtaEmpresas_, {{.campo = QStringLiteral("NombreEmpresa"),
+                                             .titulo = QStringLiteral("Empresa"),
+                                             .ancho = 40}});
+
+  alPulsar(ui_->Command1, [this] { mostrar(QStringLiteral("FrmSelDirectorios"), 10); });
+  alPulsar(ui_->Command2, [this] { mostrar(QStringLiteral("FrmSelDirectorios"), 11); });
+  alPulsar(ui_->CmdEmpAltas, [this] { CmdEmpAltas_Click(); });
+  alPulsar(ui_->CmdEmpBajas, [this] { CmdEmpBajas_Click(); });
+  alPulsar(ui_->CmdAceptar, [this] { CmdAceptar_Click(); });
+  alPulsar(ui_->CmdCancelar, [this] { descargar(); });
+}
+
+FrmConfiguracion::~FrmConfiguracion() = default;
+
+void FrmConfiguracion::Form_Load() {
+  const QString catalogo = ctx.carpetaPrograma + QStringLiteral("Inicio.mdb");
+  ui_->LblDirWindows->setText(AjustaBarra(rutaPrograma(QDir::rootPath())));
+  DtaUsuarios_.bind(catalogo, QStringLiteral("Select * from usuarios order by nombre"));
+  DtaEmpresas_.bind(catalogo, QStringLiteral("Select * from empresas order by nombreempresa"));
+}
+
+void FrmConfiguracion::Form_Activate() {
+  ui_->TxtRutPrograma->setText(sesion().DirPrograma);
+  ui_->TxtRutAcesoDatos->setText(sesion().DirDatos);
+  ui_->TxtPermitirUser->setText(sesion().UsuariosPermitir);
+  ui_->TxtDecimalOrigen->setText(sesion().DecimalOrigen);
+  ui_->TxtDecimalDestino->setText(sesion().DecimalDestino);
+}
+
+void FrmConfiguracion::CmdEmpAltas_Click() {
+  mostrar(QStringLiteral("FrmEmpresas"), 1);
+  DtaEmpresas_.Refresh();
+}
+
+void FrmConfiguracion::CmdEmpBajas_Click() {
+  try {
+    const QString nombre = DtaEmpresas_.Fields(0).text();
+    if (nombre.compare(sesion().EmpresaActual, Qt::CaseInsensitive) == 0) {
+      mensaje(QStringLiteral("No puede eliminar la empresa actual"), QStringLiteral("Error"));
+      return;
+    }
+    if (!pregunta(QStringLiteral("¿ Desea eliminar la empresa '%1' ?").arg(nombre),
+                  QStringLiteral("Elimina")))
+      return;
+    borraEmpresa(nombre);
+  } catch (const ErrorEjecucion& e) {
+    RegistraError(ctx.carpetaPrograma, e.numero(), e.descripcion(),
+                  QStringLiteral("CmdEmpBajas_Click - Frmconfiguracion"));
+  }
+}
+
+// The row goes last: a deletion that fails half-way leaves the company in the catalogue.
+void FrmConfiguracion::borraEmpresa(const QString& nombre) {
+  const QString fichero = rutaSistema(sesion().rutaEmpresa(nombre));
+  const QString carpeta = QFileInfo(fichero).path();
+  if (!QFileInfo::exists(fichero)) throw ErrorEjecucion(err::kFicheroNoEncontrado, fichero);
+  if (!QFile::remove(fichero)) throw ErrorEjecucion(err::kPermisoDenegado, fichero);
+  QFile::remove(fichero + QStringLiteral("-journal"));  // what the engine keeps beside a file
+  if (!QDir().rmdir(carpeta)) throw ErrorEjecucion(err::kErrorDeRuta, carpeta);
+  DtaEmpresas_.Delete();
+  DtaEmpresas_.Refresh();
+}
+
+// A folder typed by hand gets the final backslash that every path of the program counts on. An
+// empty one stays so, and is set right by the next start.
+void FrmConfiguracion::CmdAceptar_Click() {
+  for (QLineEdit* carpeta : {ui_->TxtRutPrograma, ui_->TxtRutAcesoDatos}) {
+    if (!carpeta->text().isEmpty()) carpeta->setText(AjustaBarra(rutaPrograma(carpeta->text())));
+  }
+  const struct {
+    const char* seccion;
+    const char* clave;
+    QLineEdit* campo;
+  } valores[] = {
+      {"Directorios", "Programa", ui_->TxtRutPrograma},
+      {"Directorios", "Datos", ui_->TxtRutAcesoDatos},
+      {"Usuarios", "Permitir", ui_->TxtPermitirUser},
+      {"Otros", "Decimal Origen", ui_->TxtDecimalOrigen},
+      {"Otros", "Decimal Destino", ui_->TxtDecimalDestino},
+  };
+  for (const auto& v : valores)
+    CIni().Grabar(ctx.carpetaPrograma + QStringLiteral("Config.ini"), QLatin1String(v.seccion),
+                  QLatin1String(v.clave), v.campo->text());
+  descargar();
+}

@@ -1,0 +1,214 @@
+// Files that aren't there, aren't databases, can't be written or don't fit; repair, compaction,
+// copies.
+#include <sys/fsuid.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <QScopeGuard>
+
+#include "engine/sqlite/connection.h"
+#include "estacion.h"
+#include "libroendisco.h"
+
+namespace {
+
+class Ficheros : public LibroEnDisco {
+ protected:
+  // A file of the folder with these bytes at a place.
+  QString escribe(const QString& nombre, const QByteArray& bytes, qint64 lugar = 0) const {
+    QFile f(carpeta.filePath(nombre));
+    EXPECT_TRUE(f.open(QIODevice::ReadWrite));
+    f.seek(lugar);
+    f.write(bytes);
+    return f.fileName();
+  }
+};
+
+TEST_F(Ficheros, LosQueNoSirvenDanSuError) {
+  Workspace& area = engine.Workspaces(0);
+  const std::pair<QString, int> casos[] = {
+      {carpeta.filePath("falta.mdb"), err::kBaseNoEncontrada},
+      {carpeta.path(), err::kBaseNoEncontrada},
+      {"", err::kBaseNoEncontrada},
+      {escribe("vacio.mdb", {}), err::kFormatoNoReconocido},
+      {escribe("texto.mdb", QByteArray(5000, 'x')), err::kFormatoNoReconocido}};
+  for (const auto& caso : casos) {
+    const QString& fichero = caso.first;
+    const int error = caso.second;
+    SCOPED_TRACE(fichero.toStdString());
+    EXPECT_EQ(numeroDeError([&] { area.OpenDatabase(fichero); }), error);
+    EXPECT_EQ(numeroDeError([&] { engine.RepairDatabase(fichero); }), error);
+    EXPECT_EQ(numeroDeError([&] { engine.CopyDatabase(fichero, ruta); }), error);
+  }
+  EXPECT_EQ(numeroDeError([&] { area.CreateDatabase(ruta, kLocale); }), err::kBaseYaExiste);
+  EXPECT_EQ(numeroDeError([&] { area.CreateDatabase(carpeta.filePath("no/hay.mdb"), kLocale); }),
+            err::kErrorDeRuta);
+}
+
+// A company deleted while a list still shows it, and made anew under its name.
+TEST_F(Ficheros, ElNuevoNoEsElQueSeBorroAbierto) {
+  Workspace& area = engine.Workspaces(0);
+  const QString otra = carpeta.filePath("Otra.MDB");
+  area.CreateDatabase(otra, kLocale);
+  const QString barras = carpeta.path() + "\\" + QFileInfo(ruta).fileName();
+  const std::function<void()> maneras[] = {[&] { area.CreateDatabase(ruta, kLocale); },
+                                           [&] { engine.CopyDatabase(otra, ruta); },
+                                           [&] { engine.CompactDatabase(otra, ruta); }};
+  for (const auto& manera : maneras) {
+    const auto abierta = area.OpenDatabase(barras);
+    abierta->appendTable({"Vieja", {{"Codigo", FieldType::Long, 0, {}, false}}, {}});
+    engine.flush();
+    ASSERT_TRUE(QFile::remove(ruta));
+    manera();
+    EXPECT_FALSE(area.OpenDatabase(ruta)->TableDefs().contains("Vieja")) << &manera - maneras;
+    EXPECT_FALSE(area.OpenDatabase(barras)->TableDefs().contains("Vieja")) << &manera - maneras;
+  }
+}
+
+TEST_F(Ficheros, RepararRehaceIndicesYSumas) {
+  anotaLineas(2000);
+  db->keepSums("Diario", "DH", "Importe", {{"NAsiento"}});
+  engine.flush();
+  // As if an older program had written without the triggers.
+  herramienta(
+      "DROP TRIGGER librano_sumas_1_INSERT; INSERT INTO Diario(NLinea, NAsiento, DH, Importe) "
+      "VALUES (9000, 3, 'D', 1); UPDATE librano_sumas_1 SET SumaDebe = 7 WHERE NAsiento = 5");
+  engine.RepairDatabase(ruta);
+  herramienta("INSERT INTO Diario(NLinea, NAsiento, DH, Importe) VALUES (9001, 3, 'D', 1)");
+  EXPECT_EQ(
+      herramienta("SELECT NAsiento, NumeroLineas, SumaDebe FROM librano_sumas_1 WHERE NAsiento "
+                  "IN (3, 5) ORDER BY 1"),
+      "3|4|15000000\n5|2|21000000");
+  // What can't be derived from something else isn't passed off as repaired, nor copied.
+  const int pagina =
+      herramienta("SELECT rootpage FROM sqlite_schema WHERE name = 'Diario'").toInt();
+  db.reset();
+  escribe("Conta.MDB", QByteArray(4096, '\xee'), (pagina - 1) * 4096LL);
+  EXPECT_EQ(numeroDeError([&] { engine.RepairDatabase(ruta); }), err::kFormatoNoReconocido);
+  const QString copia = carpeta.filePath("Copia.mdb");
+  EXPECT_EQ(numeroDeError([&] { engine.CopyDatabase(ruta, copia); }), err::kFormatoNoReconocido);
+  EXPECT_FALSE(QFileInfo::exists(copia));
+}
+
+TEST_F(Ficheros, CompactarYCopiarDanLoMismoEnMenosSitio) {
+  anotaLineas(3000);
+  db->CreateQueryDef("Unos", "Select * from Diario where NAsiento = 1");
+  const auto rs = db->OpenRecordset("Diario");
+  for (int i = 0; i < 2900; ++i, rs->MoveNext()) rs->Delete();
+  const QString compacta = carpeta.filePath("Compacta.mdb"), copia = carpeta.filePath("Copia.mdb");
+  engine.CompactDatabase(ruta, compacta);
+  engine.CopyDatabase(ruta, copia);
+  EXPECT_LT(QFileInfo(compacta).size(), QFileInfo(copia).size() / 2);
+  for (const QString& fichero : {compacta, copia})
+    EXPECT_EQ(herramienta(".dump", {}, fichero), herramienta(".dump"));
+  EXPECT_EQ(numeroDeError([&] { engine.CompactDatabase(ruta, compacta); }), err::kBaseYaExiste);
+  EXPECT_EQ(QDir(carpeta.path()).entryList({"*.tmp*"}), QStringList());
+}
+
+TEST_F(Ficheros, RestaurarSobreUnFicheroEnUsoEnsenaLasFilasDevueltas) {
+  anotaLineas(3);
+  const QString copia = carpeta.filePath("Copia.mdb");
+  engine.CopyDatabase(ruta, copia);
+  const auto rs = db->OpenRecordset("Diario");
+  rs->Edit();
+  rs->Fields("Importe") = 500;
+  rs->Update();
+  // A copy that isn't sound changes nothing.
+  const QString mala = escribe("mala.mdb", QByteArray(8192, 'x'));
+  EXPECT_EQ(numeroDeError([&] { engine.CopyDatabase(mala, ruta); }), err::kFormatoNoReconocido);
+  EXPECT_EQ(rs->Fields("Importe").number(), 500);
+  engine.CopyDatabase(copia, ruta);
+  EXPECT_EQ(rs->Fields("Importe").number(), 1);
+  EXPECT_EQ(herramienta("SELECT sum(Importe) FROM Diario"), "6.0");
+}
+
+// A disk, full or failing, that takes the line noted first and not a long action after it; then it
+// takes everything again.
+TEST_F(Ficheros, SiElDiscoFallaSeDeshaceLaAccionEnteraYSeDice) {
+  ::signal(SIGXFSZ, SIG_IGN);
+  rlimit tope;
+  ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &tope), 0);
+  const rlim_t antes = tope.rlim_cur;
+  const std::pair<std::function<void(rlim_t)>, int> casos[] = {
+      {[&](rlim_t bytes) {
+         db->connection()->execute(QString("PRAGMA max_page_count = %1").arg(bytes / 4096));
+       },
+       err::kSinEspacio},
+      {[&](rlim_t bytes) {
+         tope.rlim_cur = std::min(bytes, antes);
+         ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &tope), 0);
+       },
+       err::kErrorDeDisco}};
+  const auto rs = db->OpenRecordset("Diario");
+  for (const auto& [limita, numero] : casos) {
+    anota(*rs, 1, 1, "430", "D", 1);
+    engine.flush();
+    limita(static_cast<rlim_t>(QFileInfo(ruta).size() + 8192));
+    int linea = 2, error = 0;
+    QString texto;
+    try {
+      for (; linea < 3000; ++linea) anota(*rs, linea, 1, "430", "D", 1);
+      engine.flush();
+    } catch (const ErrorEjecucion& e) {
+      error = e.numero();
+      texto = e.descripcion();
+    }
+    limita(rlim_t{1} << 40);
+    EXPECT_EQ(error, numero);
+    EXPECT_TRUE(texto.endsWith(QString("Se ha deshecho lo último anotado, que no llegó a guardarse "
+                                       "(cambios deshechos: %1)")
+                                   .arg(linea - 2)))
+        << texto.toStdString();
+    rs->MoveLast();
+    EXPECT_EQ(numeroDeError([&] { rs->Fields(0).Value(); }), err::kRegistroEliminado);
+    anota(*rs, 9000, 1, "430", "D", 1);
+    engine.flush();
+    EXPECT_EQ(herramienta("SELECT group_concat(NLinea) FROM Diario"), "1,9000");
+    EXPECT_EQ(herramienta("PRAGMA integrity_check"), "ok");
+    herramienta("DELETE FROM Diario; VACUUM");
+  }
+}
+
+TEST_F(Ficheros, UnFicheroDeSoloLecturaSeLeePeroNoSeEscribe) {
+  anotaLineas(2);
+  db.reset();
+  ::chmod(ruta.toUtf8().constData(), 0444);
+  ::chmod(carpeta.path().toUtf8().constData(), 0755);
+  // The administrator may write anything: somebody else tries.
+  ::setfsuid(65534);
+  const auto vuelve = qScopeGuard([] { ::setfsuid(::geteuid()); });
+  db = engine.Workspaces(0).OpenDatabase(ruta);
+  const auto rs = db->OpenRecordset("Diario");
+  EXPECT_EQ(rs->Fields("NLinea").toLong(), 1);
+  EXPECT_EQ(numeroDeError([&] { rs->Edit(); }), err::kSoloLectura);
+  EXPECT_EQ(numeroDeError([&] { rs->AddNew(); }), err::kSoloLectura);
+}
+
+// A station is killed again and again while it posts: what it had told as saved is there.
+TEST_F(Ficheros, UnaMuerteEnCualquierMomentoNoDescuadraNada) {
+  db->keepSums("Diario", "DH", "Importe", {{"NAsiento"}});
+  db->keepIndex("Diario", {"NAsiento"});
+  db.reset();
+  EXPECT_EQ(QDir(carpeta.path()).entryList(QDir::Files), QStringList{"Conta.MDB"});
+  herramienta("INSERT INTO Empresa(NLinDiario) VALUES (1)");
+  const int veces = qEnvironmentVariableIsSet("LIBRANO_SOAK") ? 500 : 12;
+  int lineas = 0;
+  for (int i = 0; i < veces; ++i) {
+    SCOPED_TRACE(i);
+    const int dichas = Estacion(ruta).mata("anotar", 20 + (i * 37) % 150);
+    EXPECT_EQ(herramienta("PRAGMA integrity_check"), "ok");
+    lineas = herramienta("SELECT count(*) FROM Diario").toInt();
+    EXPECT_GE(lineas, dichas);
+    EXPECT_EQ(herramienta("SELECT total(NLinea) FROM Diario").toDouble(),
+              0.5 * lineas * (lineas + 1));
+    EXPECT_EQ(herramienta("SELECT NLinDiario FROM Empresa").toInt(), lineas + 1);
+    EXPECT_EQ(
+        herramienta("SELECT total(NumeroLineas), total(SumaDebe + SumaHaber) FROM "
+                    "librano_sumas_1"),
+        herramienta("SELECT count(*) + 0.0, total(CAST(round(Importe * 1000000) AS INTEGER)) FROM "
+                    "Diario"));
+  }
+  EXPECT_GT(lineas, 0);
+}
+
+}  // namespace

@@ -1,0 +1,183 @@
+// What a plan promises besides its rows: how it is read, what it keeps of the statement, and that
+// no way of reading changes a total.
+#include <QRandomGenerator>
+#include <QRegularExpression>
+
+#include "engine/lang/libro.h"
+
+namespace {
+
+// How the file's engine reads a statement.
+QString explained(const Libro& libro, const QString& sql) {
+  QStringList steps;
+  for (const QString& row : libro.rows("EXPLAIN QUERY PLAN " + sql)) steps << row.section(" | ", 3);
+  return steps.join("; ");
+}
+
+// A journal of random lines over few accounts, so that sums meet in every way. Doubles hold its
+// quarters exactly, whatever the order in which they are added.
+void fillAtRandom(const Libro& libro, quint32 seed, int lines) {
+  QRandomGenerator random(seed);
+  const char* accounts[] = {"300000001", "430000001", "477000000",
+                            "570000001", "700000001", "999999999"};
+  libro.connection->execute("DELETE FROM Diario");
+  for (int line = 1; line <= lines; ++line)
+    libro.connection->execute(
+        QString("INSERT INTO Diario(Descripcion,NLinea,NAsiento,Fecha,Subcuenta,DH,Importe) "
+                "VALUES ('Cobro',%1,%2,'2003-%3-10','%4','%5',%6)")
+            .arg(line)
+            .arg(random.bounded(1, 15))
+            .arg(random.bounded(1, 13), 2, 10, QLatin1Char('0'))
+            .arg(accounts[random.bounded(6)], random.bounded(2) ? "D" : "H")
+            .arg(random.bounded(-10000, 10000) / 4.0));
+}
+
+// The stored queries that can be opened.
+QStringList queriesOf(const Libro& libro) {
+  QStringList names = libro.db->QueryDefs();
+  for (const char* broken : {"SqlAcumulados", "Serpiente", "Cola"})
+    EXPECT_TRUE(names.removeOne(broken)) << broken;
+  return names;
+}
+
+}  // namespace
+
+TEST(Plan, LosTotalesSalenDeLasSumas) {
+  const Libro libro;
+  // The sums that a source must read (none where the lines themselves are wanted), and whether it
+  // looks one row up.
+  const std::tuple<const char*, int, bool> cases[] = {
+      {"Select * from SqlSumaDiario", 1, false},
+      {"SqlSumaDiarioPorAsientos", 2, false},
+      {"Select * from SqlSumaDiarioPorAsientos where NAsiento = 12", 2, true},
+      {"Select * from SqlDiarioSaldosCuentasTotal where subcuenta='43'", 3, true},
+      {"SqlSubcuentas con saldo", 3, false},
+      {"Select * from SqlDiarioSaldosCuentasMeses where Subcuenta='43' and Mes = '2'", 4, true},
+      {"SqlSumasSaldosN1", 4, false},
+      {"Select * from SqlSumasSaldosN4 where Subcuenta='430000001'", 4, true},
+      {"SqlPerdidasyGanancias", 4, false},
+      {"SqlBalance", 4, false},
+      // Conditions on what the sums don't keep, and sums of the amounts as they stand.
+      {"SqlDiarioBuscaDescuadres", 0, false},
+      {"Select Sum(Debe) as T from SqlDiarioPrincipal where Punteo='*'", 0, false},
+      {"Select Sum(Debe) as T, Count(*) as N from SqlDiarioPrincipal", 0, false},
+  };
+  for (const auto& [source, sums, lookUp] : cases) {
+    const QString sql = libro.planOf(source).wholeSql;
+    const QString table = sums ? QString("[librano_sumas_%1]").arg(sums) : "[Diario]";
+    EXPECT_TRUE(sql.contains(table)) << sql.toStdString();
+    EXPECT_FALSE(lookUp && explained(libro, sql).contains("SCAN")) << sql.toStdString();
+  }
+}
+
+TEST(Plan, LasSumasDanLoMismoQueLasLineas) {
+  const Libro withSums, withoutSums(false);
+  const QStringList sources =
+      queriesOf(withSums) +
+      QStringList{"Select * from SqlDiarioSaldosCuentasTotal where SubcuentaDos<='5'",
+                  "Select * from SqlSumasSaldosN4 where Mes>=3 and SumaDeSaldo > 0",
+                  "Select * from SqlBalance where Mes<=6 order by Saldo desc, Mes, Subcuenta",
+                  "Select Sum(SumaDeDebe) as T from SqlDiarioSaldosCuentasMeses where Mes = 3",
+                  "Select Sum(Debe*2) as T from SqlDiarioPrincipal",
+                  "Select S.Cuenta, Sum(D.Debe) as T from Subcuentas as S left join "
+                  "SqlDiarioPrincipal as D on S.Subcuenta = D.Subcuenta group by S.Cuenta"};
+  for (quint32 seed = 0; seed <= 5; ++seed) {
+    for (const Libro* libro : {&withSums, &withoutSums}) fillAtRandom(*libro, seed, seed ? 60 : 0);
+    for (const QString& source : sources)
+      EXPECT_EQ(withSums.read(source), withoutSums.read(source))
+          << source.toStdString() << " seed " << seed;
+  }
+}
+
+TEST(Plan, LasClavesSalenDeLosIndices) {
+  const Libro libro;
+  const std::pair<const char*, const char*> cases[] = {
+      {"Select * from SqlDiarioPrincipalBlanco order by nasiento",
+       "SCAN t0 USING COVERING INDEX librano_Diario_NAsiento"},
+      {"Select * from SqlDiarioPrincipalBlanco where NAsiento = 3",
+       "SEARCH t0 USING COVERING INDEX librano_Diario_NAsiento (NAsiento=?)"},
+      {"Select * from SqlDiarioPrincipalBlanco where Subcuenta='43'",
+       "SEARCH t0 USING COVERING INDEX librano_Diario_Subcuenta (Subcuenta=?)"},
+      {"Select * from Subcuentas where Subcuenta like '43#*'",
+       "SEARCH t0 USING COVERING INDEX Subcuentas.Subcuenta (Subcuenta>? AND Subcuenta<?); "
+       "USE TEMP B-TREE FOR ORDER BY"},
+      {"SqlDiarioPrincipal", "SCAN t0"},
+  };
+  for (const auto& [source, plan] : cases)
+    EXPECT_EQ(explained(libro, libro.planOf(source).keysSql), plan);
+}
+
+TEST(Plan, NadaDeLoTecleadoQuedaEnSusTextos) {
+  const QString sql =
+      Libro()
+          .planOf(
+              "Select NLinea, IIf(DH='tecleado',4711,'tecleado') as Marca from "
+              "Diario where Descripcion = \"L'tecleado\" and Subcuenta like '4711*' "
+              "and Importe > 4711.25 and Fecha < #4-7-11# and Punteo like '*tecleado'")
+          .wholeSql;
+  for (const char* typed : {"tecleado", "4711", "2011"}) EXPECT_FALSE(sql.contains(typed)) << typed;
+}
+
+// Statements that differ only in their values share a plan; the others must not.
+TEST(Plan, SirveConOtrosValores) {
+  const Libro libro;
+  const std::tuple<const char*, const char*, bool> cases[] = {
+      {"Select * from Diario where NAsiento = 3", "Select  *  from Diario where NAsiento=2", true},
+      {"Select NLinea from Diario where Fecha >= #2-1-03#",
+       "Select NLinea from Diario where Fecha >= #31/12/03#", true},
+      {"Select * from SqlDiarioSaldosCuentasMeses where Subcuenta='1' and Mes='1'",
+       "Select * from SqlDiarioSaldosCuentasMeses where Subcuenta='430000001' and Mes='3'", true},
+      {"Select NLinea from Diario where NLinea in ('1', 2) and Subcuenta like '57*'",
+       "Select NLinea from Diario where NLinea in ('7', 12) and Subcuenta like '57*'", true},
+      {"Select * from Diario where NAsiento = 3", "Select * from Diario where NAsiento = '3'",
+       false},
+      {"Select * from Diario where Subcuenta like '57*'",
+       "Select * from Diario where Subcuenta like '43*'", false},
+      {"Select * from Diario where [DH] = 'D'", "Select * from Diario where DH = 'D'", false},
+      {"Select Left(DH,1) as A from Diario group by Left(DH,1)",
+       "Select Left(DH,2) as A from Diario group by Left(DH,2)", false},
+  };
+  for (const auto& [source, asked, shared] : cases) {
+    const Compiled before = libro.connection->compiled(source);
+    const Compiled now = libro.connection->compiled(asked);
+    EXPECT_EQ(before.plan == now.plan, shared) << asked;
+    const QStringList fresh = libro.read(asked);
+    EXPECT_FALSE(fresh.isEmpty()) << asked;
+    EXPECT_EQ(libro.rows(now.plan->wholeSql, now.params), fresh) << asked;
+  }
+  EXPECT_EQ(numeroDeError([&] {
+              libro.connection->compiled("Select * from Diario where NAsiento = 'tres'");
+            }),
+            err::kTiposEnCriterio);
+}
+
+// Another program altogether reads the stored queries as views, in some order of their rows.
+TEST(Vistas, DanLasFilasDeSuConsulta) {
+  Libro libro;
+  fillAtRandom(libro, 1, 60);
+  libro.engine.flush();
+  for (const QString& name : queriesOf(libro)) {
+    QStringList columns;
+    for (const OutputColumn& column : libro.planOf(name).columns)
+      columns << u'[' + column.name + u']';
+    QStringList expected = libro.read(name).replaceInStrings("''", "");
+    QStringList shown =
+        libro
+            .herramienta(QString("SELECT %1 FROM [%2]").arg(columns.join(u','), name),
+                         {"-nullvalue", "Null", "-separator", " | "})
+            .remove(QRegularExpression("\\.0\\b"))
+            .split(u'\n');
+    expected.sort();
+    shown.sort();
+    EXPECT_EQ(shown, expected) << name.toStdString();
+  }
+  // Those that can't be opened have none, nor those that rested on one that goes.
+  const auto views = [&] {
+    return libro.herramienta("SELECT count(*) FROM sqlite_schema WHERE type = 'view'").toInt();
+  };
+  EXPECT_EQ(views(), queriesOf(libro).size());
+  libro.db->deleteQuery("SqlDiarioSaldosCuentasMeses");
+  libro.engine.flush();
+  EXPECT_EQ(views(), queriesOf(libro).size() - 2);
+  EXPECT_EQ(numeroDeError([&] { libro.planOf("SqlBalance"); }), err::kOrigenDesconocido);
+}

@@ -1,0 +1,70 @@
+// Statements as a bookkeeper reads them: each case of tests/datos/sentencias gives a source and the
+// rows that must come out of it.
+#include <QFile>
+
+#include "engine/lang/libro.h"
+
+namespace {
+
+QStringList linesOf(const QString& file) {
+  QFile data(QString(LIBRANO_DATOS "/sentencias/") + file);
+  EXPECT_TRUE(data.open(QIODevice::ReadOnly)) << file.toStdString();
+  QStringList lines;
+  for (const QString& line : QString::fromUtf8(data.readAll()).split(u'\n'))
+    if (!line.startsWith(u'#') && !line.trimmed().isEmpty()) lines << line.trimmed();
+  return lines;
+}
+
+// A case is its source, maybe the names of its columns or a criterion, and rows: its own, or what
+// the criterion finds.
+void check(const Libro& libro, QStringList lines) {
+  const QString source = lines.takeFirst();
+  const auto take = [&](const QString& key) {
+    const bool given = !lines.isEmpty() && lines.front().startsWith(key);
+    return given ? lines.takeFirst().mid(key.size()) : QString();
+  };
+  const QString columns = take("columnas: ");
+  const QString criterion = take("busca: ");
+  SCOPED_TRACE(source.toStdString() + "  " + criterion.toStdString());
+  if (!criterion.isEmpty()) {
+    const FindPlan find =
+        compileCriterion(source, criterion, *libro.connection->schema(), Libro::kAno);
+    EXPECT_EQ(libro.rows(find.sql, find.params), lines) << find.sql.toStdString();
+    return;
+  }
+  const Plan plan = libro.planOf(source);
+  EXPECT_EQ(libro.rows(plan.wholeSql, plan.params), lines) << plan.wholeSql.toStdString();
+  if (plan.updatable) {
+    // One by one too, as a recordset reads them.
+    QStringList rows;
+    for (const QString& key : libro.rows(plan.keysSql, plan.params))
+      rows << libro.rows(plan.rowSql, {key.toInt()});
+    EXPECT_EQ(rows, lines) << plan.keysSql.toStdString();
+  }
+  if (columns.isEmpty()) return;
+  QStringList names;
+  for (const OutputColumn& column : plan.columns) names << column.name;
+  EXPECT_EQ(names.join(" | "), columns);
+}
+
+}  // namespace
+
+TEST(Sentencias, DanLasFilasDelLibro) {
+  const Libro withSums, withoutSums(false);
+  for (const char* file : {"consultas.txt", "diario.txt", "lenguaje.txt", "busquedas.txt"}) {
+    const QStringList cases = linesOf(file).join(u'\n').split("origen: ").mid(1);
+    ASSERT_FALSE(cases.empty()) << file;
+    for (const QString& lines : cases)
+      for (const Libro* libro : {&withSums, &withoutSums})
+        check(*libro, lines.split(u'\n', Qt::SkipEmptyParts));
+  }
+}
+
+TEST(Sentencias, LasErroneasDanSuNumero) {
+  const Libro libro;
+  for (const QString& line : linesOf("errores.txt")) {
+    const QString source = line.section(u':', 1).trimmed();
+    EXPECT_EQ(numeroDeError([&] { libro.planOf(source); }), line.section(u':', 0, 0).toInt())
+        << source.toStdString();
+  }
+}

@@ -1,0 +1,94 @@
+// A small book of accounts on a real file in a folder of its own, for the tests of the engine, and
+// the other programs and stations that share it.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <QProcess>
+#include <QTemporaryDir>
+
+#include "engine/datacontrol.h"
+#include "engine/dbengine.h"
+#include "soporte/errores.h"
+#include "soporte/textos.h"
+
+inline const QString kLocale = QStringLiteral(";LANGID=0x0409;CP=1252;COUNTRY=0");
+
+// A file without tables.
+struct BaseEnDisco {
+  // What a plain tool of the file's library prints for a statement: another program altogether.
+  QString herramienta(const QString& sql, const QStringList& opciones = {},
+                      const QString& otroFichero = {}) const {
+    QProcess p;
+    p.start("sqlite3", opciones + QStringList{otroFichero.isEmpty() ? ruta : otroFichero, sql});
+    p.waitForFinished();
+    return QString::fromUtf8(p.readAllStandardOutput() + p.readAllStandardError()).trimmed();
+  }
+
+  QTemporaryDir carpeta;
+  QString ruta = carpeta.filePath("Conta.MDB");
+  DBEngine engine;
+  std::unique_ptr<Database> db = engine.Workspaces(0).CreateDatabase(ruta, kLocale);
+};
+
+class LibroEnDisco : public testing::Test, protected BaseEnDisco {
+ public:
+  // One line through an open recordset; the fields not named stay as the table has them.
+  static void anota(Recordset& rs, int linea, int asiento, const QString& subcuenta,
+                    const QString& dh, const Variant& importe) {
+    rs.AddNew();
+    rs.Fields("NLinea") = linea;
+    rs.Fields("NAsiento") = asiento;
+    rs.Fields("Fecha") = QDate(2003, 1 + linea % 12, 15);
+    rs.Fields("Subcuenta") = subcuenta;
+    rs.Fields("DH") = dh;
+    rs.Fields("Importe") = importe;
+    rs.Update();
+  }
+
+ protected:
+  LibroEnDisco() {
+    db->appendTable({"Empresa",
+                     {{"IdCodigo", FieldType::Long, 0, "1", false},
+                      {"Año", FieldType::Long, 0, {}, false},
+                      {"NLinDiario", FieldType::Long, 0, "0", false}},
+                     {{"IdCodigo", true, true, {"IdCodigo"}}}});
+    db->appendTable({"Diario",
+                     {{"NLinea", FieldType::Long, 0, {}, false},
+                      {"NAsiento", FieldType::Long, 0, {}, false},
+                      {"Fecha", FieldType::Date, 0, {}, false},
+                      {"Subcuenta", FieldType::Text, 9, {}, true},
+                      {"DH", FieldType::Text, 1, {}, true},
+                      {"Importe", FieldType::Double, 0, {}, false},
+                      {"TipoDiario", FieldType::Text, 1, "\"1\"", true}},
+                     {{"NLinea", true, true, {"NLinea"}}}});
+    engine.flush();
+  }
+
+  void anotaLineas(int cuantas) {
+    const auto rs = db->OpenRecordset("Diario");
+    for (int i = 1; i <= cuantas; ++i)
+      anota(*rs, i, i / 2, "43000000" + QString::number(i % 5), "D", i);
+    engine.flush();
+  }
+};
+
+// Another station: a plain tool that holds a transaction open until it is told to end.
+class OtroPuesto {
+ public:
+  explicit OtroPuesto(const QString& ruta) { proceso_.start("sqlite3", {"-batch", ruta}); }
+  ~OtroPuesto() {
+    proceso_.closeWriteChannel();
+    proceso_.waitForFinished();
+  }
+  // Runs statements and waits until they are done.
+  void ejecuta(const QString& sql) {
+    proceso_.write((sql + "\n.print hecho\n").toUtf8());
+    QByteArray salida;
+    while (!salida.contains("hecho") && proceso_.waitForReadyRead()) salida += proceso_.readAll();
+    ASSERT_TRUE(salida.contains("hecho")) << salida.toStdString();
+  }
+
+ private:
+  QProcess proceso_;
+};

@@ -1,0 +1,194 @@
+// Rows: what each type makes of a value, adding and changing, moving, and what others do to them.
+#include "common/conversion.h"
+#include "libroendisco.h"
+
+namespace {
+
+class Registros : public LibroEnDisco {};
+
+TEST_F(Registros, CadaCampoConvierteASuTipoYSeLeeComoQuedo) {
+  // Texts given to a field of each type and what is left of them, or the number of the error.
+  const std::tuple<const char*, FieldType, QStringList> textos[] = {
+      {"Texto",
+       FieldType::Text,
+       {" = ", "07 = 07", "ñññññ67890 = ñññññ67890", "ñññññ678901 = 3163"}},
+      {"Lleno", FieldType::Text, {" = 3315"}},
+      {"Entero", FieldType::Long, {"1.000 = 1000", "B12345678 = 3421"}},
+      {"Doble",
+       FieldType::Double,
+       {"1.234,50 = 1234,5", " 12  = 12", "5- = -5", "- 5 = -5", ",5 = 0,5", "0, = 0",
+        "01234. = 1234", " = 3421", "--5 = 3421", "-5- = 3421", "- = 3421", "1,2,3 = 3421",
+        "1,5.0 = 3421", "1e5 = 3421", "1 2 = 3421", "0x10 = 3421"}},
+      {"Fecha",
+       FieldType::Date,
+       {"2-1-2003 = 02/01/2003", "01/02/29 = 01/02/2029", "01/02/99 = 01/02/1999",
+        "2003-02-15 = 15/02/2003", "15/02/2003 10:30 = 15/02/2003 10:30:00",
+        "15/02/2003 00:00:00 = 15/02/2003", "29/02/2003 = 3421", "02/13/2003 = 3421",
+        "15/02 = 3421", "15/02/003 = 3421", "15/02/2003 25:00 = 3421", " = 3421"}},
+      {"SiNo", FieldType::Boolean, {"Verdadero = Verdadero", "quizá = 3421"}},
+  };
+  TableDef tipos{"Tipos", {}, {}};
+  for (const auto& [campo, tipo, casos] : textos) tipos.CreateField(campo, tipo, 10);
+  tipos.Fields[0].AllowZeroLength = true;
+  db->appendTable(tipos);
+  const auto rs = db->OpenRecordset("Tipos");
+  const auto queda = [&](const QString& campo, const Variant& valor) {
+    rs->AddNew();
+    const int error = numeroDeError([&] { rs->Fields(campo) = valor; });
+    rs->Update();
+    rs->MoveLast();
+    return error ? QString::number(error) : rs->Fields(campo).display();
+  };
+  for (const auto& [campo, tipo, casos] : textos)
+    for (const QString& caso : casos)
+      EXPECT_EQ(queda(campo, caso.section(" = ", 0, 0)), caso.section(" = ", 1)) << campo;
+  EXPECT_EQ(queda("Texto", QDate(2003, 2, 15)), "15/02/2003");
+  EXPECT_EQ(queda("Entero", 2.5), "2");
+  EXPECT_EQ(queda("Entero", 3.5), "4");
+  EXPECT_EQ(queda("Entero", 2147483648.0), "3421");
+  EXPECT_EQ(queda("Doble", 0.1 + 0.2), "0,3");
+  EXPECT_EQ(queda("Doble", std::numeric_limits<double>::infinity()), "3421");
+  EXPECT_EQ(queda("Fecha", QDateTime(QDate(2003, 2, 15), QTime(10, 30, 5))), "15/02/2003 10:30:05");
+  EXPECT_EQ(queda("Fecha", 37667), "15/02/2003");
+  EXPECT_EQ(queda("SiNo", 0), "Falso");
+
+  EXPECT_EQ(numeroDeError([] { Variant().text(); }), err::kNuloNoValido);
+  EXPECT_EQ(numeroDeError([] { Variant("doce").number(); }), err::kTiposNoCoinciden);
+  EXPECT_EQ(numeroDeError([] { Variant(3e9).toLong(); }), err::kDesbordamiento);
+  EXPECT_EQ(Variant(true).number(), -1);
+  for (const double valor : {-1234.5, 123456789012345.0, 1e20, 0.000001, -1e-10})
+    EXPECT_NEAR(Variant(numberText(valor)).number(), valor, std::abs(valor) * 1e-14);
+}
+
+TEST_F(Registros, LoQueNoSePuedeHacerDaSuError) {
+  const auto rs = db->OpenRecordset("Diario");
+  const std::tuple<const char*, std::function<void()>, int> casos[] = {
+      {"leer sin registro", [&] { rs->Fields(0).Value(); }, err::kSinRegistroActivo},
+      {"pasar del último", [&] { rs->MoveNext(); }, err::kSinRegistroActivo},
+      {"modificar", [&] { rs->Edit(); }, err::kSinRegistroActivo},
+      {"borrar", [&] { rs->Delete(); }, err::kSinRegistroActivo},
+      {"marca ajena", [&] { rs->setBookmark(99); }, err::kSinRegistroActivo},
+      {"asignar sin editar", [&] { rs->Fields(0) = 1; }, err::kActualizarSinEditar},
+      {"guardar sin editar", [&] { rs->Update(); }, err::kActualizarSinEditar},
+      {"campo desconocido", [&] { rs->Fields("Nada"); }, err::kElementoNoEncontrado},
+      {"tabla del motor", [&] { db->OpenRecordset("librano_filas"); }, err::kOrigenDesconocido},
+      {"tabla repetida", [&] { db->appendTable(db->tableDef("DIARIO")); }, err::kTablaYaExiste},
+  };
+  for (const auto& [que, algo, error] : casos) EXPECT_EQ(numeroDeError(algo), error) << que;
+  for (const char* nombre : {"", " x", "a]b", "a.b", "librano_x", "sqlite_x", "a'b"})
+    EXPECT_EQ(numeroDeError([&] { db->CreateQueryDef(nombre, "x"); }), err::kLlamadaNoValida)
+        << nombre;
+
+  anota(*rs, 1, 1, "430", "D", 10);
+  rs->AddNew();
+  EXPECT_EQ(rs->Fields("TipoDiario").display(), "1");
+  EXPECT_EQ(numeroDeError([&] { rs->Update(); }), err::kClaveNula);
+  rs->Fields("NLinea") = 1;
+  EXPECT_EQ(numeroDeError([&] { rs->Update(); }), err::kClaveDuplicada);
+  // What was done before an error stays, and so does the edit: another key is enough.
+  EXPECT_EQ(herramienta("SELECT NLinea, Importe FROM Diario"), "1|10.0");
+  rs->Fields("NLinea") = 2;
+  rs->Update();
+  rs->MoveLast();
+  EXPECT_EQ(rs->Fields("NLinea").toLong(), 2);
+  EXPECT_TRUE(rs->Fields("Importe").isNull());
+}
+
+TEST_F(Registros, UnaClaveEsLaMismaEnMayusculasYEnMinusculas) {
+  db->appendTable({"Empresas",
+                   {{"NombreEmpresa", FieldType::Text, 50, {}, true}},
+                   {{"NombreEmpresa", true, true, {"NombreEmpresa"}}}});
+  const auto rs = db->OpenRecordset("Empresas");
+  const auto anade = [&](const char* nombre) {
+    return numeroDeError([&] {
+      rs->AddNew();
+      rs->Fields(0) = nombre;
+      rs->Update();
+    });
+  };
+  EXPECT_EQ(anade("Peña e Hijos"), 0);
+  EXPECT_EQ(anade("PEÑA E HIJOS"), err::kClaveDuplicada);
+  EXPECT_EQ(anade("Pena e Hijos"), 0);
+  rs->MoveFirst();
+  rs->Edit();
+  rs->Fields(0) = "PEÑA e Hijos";
+  EXPECT_EQ(numeroDeError([&] { rs->Update(); }), 0);
+  rs->MoveNext();
+  rs->Edit();
+  rs->Fields(0) = "peña e hijos";
+  EXPECT_EQ(numeroDeError([&] { rs->Update(); }), err::kClaveDuplicada);
+}
+
+TEST_F(Registros, AnadirNoMueveElRegistroActivoYBorrarDejaSuSitioVacio) {
+  anotaLineas(3);
+  const auto rs = db->OpenRecordset("Diario");
+  EXPECT_EQ(rs->RecordCount(), 1);
+  rs->MoveNext();
+  const auto marca = rs->bookmark();
+  anota(*rs, 0, 9, "570", "H", -1);
+  EXPECT_EQ(rs->Fields("NLinea").toLong(), 2);
+  rs->Edit();
+  rs->Fields("Subcuenta") = "perdida";
+  rs->MoveLast();  // drops what was being edited
+  EXPECT_EQ(rs->Fields("NLinea").toLong(), 0);
+  EXPECT_EQ(rs->RecordCount(), 4);
+  rs->MoveNext();
+  EXPECT_TRUE(rs->Eof());
+  EXPECT_EQ(numeroDeError([&] { rs->MoveNext(); }), err::kSinRegistroActivo);
+  rs->setBookmark(marca);
+  EXPECT_EQ(rs->AbsolutePosition(), 1);
+  EXPECT_EQ(rs->Fields("Subcuenta").text(), "430000002");
+
+  rs->Delete();
+  EXPECT_EQ(numeroDeError([&] { rs->Fields(0).Value(); }), err::kRegistroEliminado);
+  EXPECT_EQ(numeroDeError([&] { rs->Delete(); }), err::kRegistroEliminado);
+  EXPECT_TRUE(rs->cell(1, 0).isNull());
+  rs->MoveNext();
+  EXPECT_EQ(rs->Fields(0).toLong(), 3);
+  rs->MovePrevious();
+  EXPECT_EQ(rs->Fields(0).toLong(), 1);
+  // The usual loop that empties a source.
+  for (rs->MoveFirst(); !rs->Eof(); rs->MoveNext()) rs->Delete();
+  EXPECT_EQ(numeroDeError([&] { rs->MoveFirst(); }), err::kSinRegistroActivo);
+  EXPECT_EQ(db->OpenRecordset("Diario")->rowTotal(), 0);
+}
+
+TEST_F(Registros, LoQueEscribenOtrosSeVeAlTocarlo) {
+  anotaLineas(4);
+  const auto rs = db->OpenRecordset("Diario"), otro = db->OpenRecordset("Diario");
+  const auto lee = [&](int fila) {
+    return numeroDeError([&] {
+      rs->setAbsolutePosition(fila);
+      rs->Fields(0).Value();
+    });
+  };
+  for (int fila = 0; fila < 4; ++fila) EXPECT_EQ(lee(fila), 0);
+  // Another set of rows; the one that takes a deleted row's place is none of the first's.
+  otro->Edit();
+  otro->Fields("Importe") = 99;
+  otro->Update();
+  EXPECT_EQ(rs->cell(0, rs->Ordinal("Importe")).number(), 99);
+  otro->MoveLast();
+  otro->Delete();
+  anota(*otro, 50, 50, "570", "D", 50);
+  EXPECT_EQ(lee(3), err::kRegistroEliminado);
+  EXPECT_EQ(numeroDeError([&] { rs->Edit(); }), err::kRegistroEliminado);
+  EXPECT_EQ(rs->rowTotal(), 4);  // those of its opening
+  engine.flush();
+
+  EXPECT_EQ(herramienta("UPDATE Diario SET Importe=7.5 WHERE NLinea=1; INSERT INTO "
+                        "Diario(NLinea) VALUES (8); DELETE FROM Diario WHERE NLinea=3"),
+            "");
+  EXPECT_EQ(rs->cell(0, rs->Ordinal("Importe")).number(), 7.5);
+  EXPECT_EQ(lee(2), err::kRegistroEliminado);
+  const auto nuevo = db->OpenRecordset("Diario");
+  EXPECT_EQ(nuevo->rowTotal(), 4);
+  nuevo->MoveLast();
+  EXPECT_EQ(nuevo->Fields("NLinea").toLong(), 8);
+  EXPECT_EQ(nuevo->Fields("TipoDiario").text(), "1");  // the defaults are the file's
+  // A table made by the other program is there at once.
+  herramienta("CREATE TABLE Ajena (Codigo INTEGER, Nombre VARCHAR(20), Alta DATE)");
+  EXPECT_EQ(db->tableDef("Ajena").Fields[1].Size, 20);
+}
+
+}  // namespace

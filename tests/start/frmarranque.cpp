@@ -1,0 +1,203 @@
+// From the start of the program to the main window: presentation, login, reinitialisation.
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QTimer>
+
+#include "common/rutas.h"
+#include "company/registro.h"
+#include "engine/dbengine.h"
+#include "soporte/escenario.h"
+#include "start/creaini.h"
+#include "start/frmpresentacion.h"
+#include "start/registro.h"
+
+namespace {
+
+struct Arranque : Escenario {
+  explicit Arranque(Hasta hasta = Empresa) : Escenario(hasta) {
+    registraStart(*formularios);
+    registraCompany(*formularios);
+    formularios->registra("FrmMenu", [](Contexto& c) { return std::make_unique<Formulario>(c); });
+  }
+
+  QString abierta() const {
+    for (const char* nombre : {"FrmPresentacion", "FrmSeleccion", "FrmInicioSoftware", "FrmMenu"})
+      if (formularios->abierto(nombre)) return nombre;
+    return {};
+  }
+  void escribe(const QString& ruta, const QByteArray& bytes) {
+    QFile fichero(rutaSistema(ruta));
+    ASSERT_TRUE(fichero.open(QIODevice::WriteOnly));
+    fichero.write(bytes);
+  }
+};
+
+}  // namespace
+
+TEST(PrimerInicio, DeUnaCarpetaVaciaALaSeleccion) {
+  Arranque e(Escenario::Carpetas);
+  e.ctx.sesion.VersionPrograma.clear();
+  e.ctx.copiaUnica = [] { return false; };
+  e.guion.esperaMensaje("Ya tiene un Librano ejecutandose en esta maquina", "Error");
+  e.abre("FrmPresentacion");
+  EXPECT_EQ(e.finales, 1);
+  EXPECT_EQ(e.ctx.sesion.VersionPrograma, QString());  // it goes no further
+  e.cierra();
+  e.finales = 0;
+
+  e.ctx.copiaUnica = nullptr;
+  auto& presentacion = static_cast<FrmPresentacion&>(e.abre("FrmPresentacion"));
+  presentacion.findChild<QTimer*>("TMR")->stop();
+  for (int i = 1; i < 100; ++i) presentacion.TMR_Timer();
+  EXPECT_EQ(e.abierta(), "FrmPresentacion");
+  presentacion.TMR_Timer();
+  ASSERT_EQ(e.abierta(), "FrmInicioSoftware");
+  auto& inicio = *e.formularios->abierto("FrmInicioSoftware");
+  activar(inicio);
+
+  const std::tuple<const char*, const char*, QString> ajustes[] = {
+      {"Directorios", "Programa", e.ctx.carpetaPrograma},
+      {"Directorios", "Datos", e.ctx.carpetaPrograma},
+      {"Usuarios", "Permitir", "No"},
+      {"Otros", "Decimal Origen", "."},
+      {"Otros", "Decimal Destino", ","},
+      {"Version", "Version", "1.6"}};
+  for (const auto& [seccion, clave, valor] : ajustes)
+    EXPECT_EQ(e.ajuste(seccion, clave), valor) << clave;
+  EXPECT_TRUE(e.ejecutados.isEmpty());
+  ASSERT_EQ(e.errores().size(), 1);
+  EXPECT_TRUE(e.errores().front().startsWith("Error n - 53 - "));
+  EXPECT_TRUE(e.errores().front().endsWith(" - Producido en Form_Activate - FrmInicioSoftware"));
+
+  Teclado(inicio).intro();  // the only button has the focus
+  ASSERT_EQ(e.abierta(), "FrmSeleccion");
+  const Teclado t(*e.formularios->abierto("FrmSeleccion"));
+  EXPECT_EQ(t.textoDe("TxtUsuario"), "Administrador");
+  EXPECT_FALSE(t.control("TxtUsuario").isEnabled());
+  EXPECT_EQ(e.ctx.sesion.DirDatos, e.ctx.carpetaPrograma);
+  EXPECT_EQ(e.finales, 0);
+}
+
+// A program folder that was moved with its companies keeps them, and remembers who worked where,
+// whatever now stands where its data were; the workbook is opened hidden where there is a program
+// for it.
+TEST(Reinicio, UnCatalogoQueYaEstaSeQueda) {
+  Arranque e(Escenario::Carpetas);
+  const QString catalogo = e.ctx.carpetaPrograma + "Inicio.mdb";
+  CrearInicio(e.ctx.motor, catalogo);
+  e.ctx.motor.flush();
+  const qint64 bytes = QFileInfo(rutaSistema(catalogo)).size();
+  e.ponAjuste("Directorios", "Datos", e.ctx.sesion.DirDatos);
+  QDir().mkpath(e.carpetaDatos());
+  e.escribe(e.ctx.sesion.DirDatos + "Inicio.mdb", QByteArray(4096, 'x'));
+  e.ponAjuste("Entrada", "UltimoUsuario", "Ana");
+  e.escribe(e.ctx.carpetaPrograma + "Inicio.xls", {});
+  const QString hoja = e.carpetaPrograma() + "/localc";
+  e.escribe(hoja, {});
+  QFile::setPermissions(hoja, QFile::ReadOwner | QFile::ExeOwner);
+  const QByteArray antes = qgetenv("PATH");
+  qputenv("PATH", e.carpetaPrograma().toUtf8());
+
+  e.guion.esperaMensaje(
+      "Su programa es posible que lo halla cambiado de directorio, localizado el directorio nuevo",
+      "Error");
+  e.formularios->cambiarA("FrmSeleccion");
+  qputenv("PATH", antes);
+  EXPECT_EQ(e.abierta(), "FrmInicioSoftware");
+  EXPECT_EQ(QFileInfo(rutaSistema(catalogo)).size(), bytes);
+  EXPECT_EQ(e.ajuste("Directorios", "Datos"), e.ctx.carpetaPrograma);
+  EXPECT_EQ(e.ajuste("Entrada", "UltimoUsuario"), "Ana");
+  ASSERT_EQ(e.ejecutados.size(), 1);
+  EXPECT_TRUE(e.ejecutados.front().endsWith("/Inicio.xls"));
+  EXPECT_TRUE(e.errores().isEmpty());
+}
+
+// Lost settings lead to the defaults, wherever the program was started from; a catalogue that can't
+// be read must not keep anybody from leaving.
+TEST(Reinicio, SinAjustesYConSalida) {
+  Arranque e(Escenario::Carpetas);
+  CrearInicio(e.ctx.motor, e.ctx.carpetaPrograma + "Inicio.mdb");
+  const QString antes = QDir::currentPath();
+  QDir::setCurrent(e.carpetaPrograma());
+  e.guion.esperaMensaje(
+      "Su programa es posible que lo halla cambiado de directorio, localizado el directorio nuevo");
+  e.formularios->cambiarA("FrmSeleccion");
+  QDir::setCurrent(antes);
+  ASSERT_EQ(e.abierta(), "FrmInicioSoftware");
+  EXPECT_EQ(e.ajuste("Directorios", "Datos"), e.ctx.carpetaPrograma);
+  e.formularios->abierto("FrmInicioSoftware")->close();
+  reposar();
+  EXPECT_EQ(e.abierta(), QString());
+  EXPECT_EQ(e.finales, 1);
+}
+
+TEST(FrmSeleccion, QuienEntraYConQue) {
+  const char* const olvido =
+      "Atención usted esta entrando con un usuario que no recuerda, esta contraseña es provisional";
+  const char* const mal = "El password no es correcto";
+  const struct {
+    const char* permitir;
+    const char* usuario;
+    const char* password;
+    const char* caja;
+    bool entra;
+  } casos[] = {
+      {"No", "Administrador", "", nullptr, true},
+      {"si", "Ana", "mal", nullptr, true},  // only "Si" asks
+      {"Si", "ana", "Secreto", nullptr, true},
+      {"Si", "Ana", "secreto", mal, false},
+      {"Si", "Luis", "Secreto", mal, false},
+      {"Si", "Luis", "otra", nullptr, true},
+      {"Si", "Administrador", "", mal, false},
+      {"Si", "Nadie", "pasadizo", olvido, true},
+      {"Si", "Ana", "Pasadizo", mal, false},
+  };
+  for (const auto& c : casos) {
+    SCOPED_TRACE(std::string(c.permitir) + " " + c.usuario + " " + c.password);
+    Arranque e;
+    {
+      const auto base = e.ctx.motor.Workspaces(0).OpenDatabase(e.ctx.sesion.rutaCatalogo());
+      const auto usuarios = base->OpenRecordset("Usuarios");
+      for (const auto& [nombre, password] : {std::pair("Ana", "Secreto"), {"Luis", "otra"}}) {
+        usuarios->AddNew();
+        usuarios->Fields(0) = nombre;
+        usuarios->Fields(1) = password;
+        usuarios->Update();
+      }
+    }
+    e.ponAjuste("Usuarios", "Permitir", c.permitir);
+    e.ponAjuste("Entrada", "UltimoUsuario", "Administrador");
+    if (c.caja) e.guion.esperaMensaje(c.caja);
+    Teclado t(e.abre("FrmSeleccion"));
+    EXPECT_EQ(t.textoDe("TxtUsuario"), "Administrador");
+    t.escribe("TxtEmpresa", "Prueba");
+    t.intro();
+    if (t.control("TxtUsuario").isEnabled()) {
+      t.escribe("TxtUsuario", c.usuario);
+      t.intro();
+    }
+    t.teclea(c.password);
+    t.intro();
+    EXPECT_EQ(t.enfocado(), "CmdAceptar");
+    t.intro();
+    EXPECT_EQ(e.abierta(), c.entra ? "FrmMenu" : "FrmSeleccion");
+    EXPECT_TRUE(e.guion.agotado());
+    EXPECT_EQ(e.ctx.sesion.EmpresaActual, "Prueba");
+    EXPECT_EQ(e.ctx.sesion.UsuarioActual.compare(c.usuario, Qt::CaseInsensitive), 0);
+    EXPECT_EQ(e.ajuste("Entrada", "UltimoUsuario"), e.ctx.sesion.UsuarioActual);
+    EXPECT_EQ(e.ajuste("Entrada", "UltimaEmpresa"), "Prueba");
+  }
+}
+
+TEST(FrmSeleccion, CancelarTerminaSinEscribirNada) {
+  Arranque e;
+  e.ponAjuste("Entrada", "UltimaEmpresa", "Prueba");
+  Teclado t(e.abre("FrmSeleccion"));
+  EXPECT_EQ(t.textoDe("TxtEmpresa"), "Prueba");
+  t.escribe("TxtEmpresa", "Otra");
+  t.escape();
+  EXPECT_EQ(e.abierta(), QString());
+  EXPECT_EQ(e.finales, 1);
+  EXPECT_EQ(e.ajuste("Entrada", "UltimaEmpresa"), "Prueba");
+}

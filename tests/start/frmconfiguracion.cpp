@@ -1,0 +1,147 @@
+// The installation's settings, users and companies.
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QFileSystemModel>
+#include <QTabWidget>
+#include <QTreeView>
+
+#include "common/rutas.h"
+#include "engine/dbengine.h"
+#include "soporte/escenario.h"
+#include "start/creaini.h"
+#include "start/registro.h"
+#include "toolkit/rejilla.h"
+
+namespace {
+
+// Program and data in one folder, as a first start leaves them, with these companies.
+struct Instalacion : Escenario {
+  explicit Instalacion(const QStringList& empresas = {"Prueba"}) : Escenario(Carpetas) {
+    ctx.sesion.DirDatos = ctx.carpetaPrograma;
+    ctx.sesion.UsuariosPermitir = "No";
+    ctx.sesion.DecimalOrigen = ".";
+    ctx.sesion.DecimalDestino = ",";
+    CrearInicio(ctx.motor, ctx.sesion.rutaCatalogo());
+    for (const QString& nombre : empresas) {
+      DatosEmpresa datos = empresaDePrueba();
+      datos.NombreEmpresa = nombre;
+      creaEmpresa(datos);
+    }
+    abreEmpresa(empresas.front());
+    registraStart(*formularios);
+    t.emplace(abre("FrmConfiguracion"));
+  }
+
+  void pestana(int indice) {
+    t->control<QTabWidget>("Tabla").setCurrentIndex(indice);
+    reposar();
+  }
+  QStringList catalogo(const char* fuente) {
+    const auto base = ctx.motor.Workspaces(0).OpenDatabase(ctx.sesion.rutaCatalogo());
+    const auto filas = base->OpenRecordset(fuente);
+    QStringList textos;
+    for (; !filas->Eof(); filas->MoveNext()) textos << filas->Fields(0).display();
+    return textos;
+  }
+
+  std::optional<Teclado> t;
+};
+
+}  // namespace
+
+TEST(FrmConfiguracion, AceptarEscribeYLaSesionSigueIgual) {
+  Instalacion e;
+  e.t->escribe("TxtRutAcesoDatos", "/otra carpeta");
+  e.pestana(1);
+  e.t->escribe("TxtPermitirUser", "Si");
+  e.pestana(3);
+  e.t->escribe("TxtDecimalOrigen", "*");
+  e.t->pulsa("CmdAceptar");
+  EXPECT_FALSE(e.formularios->abierto("FrmConfiguracion"));
+  EXPECT_EQ(e.ajuste("Directorios", "Programa"), e.ctx.sesion.DirPrograma);
+  EXPECT_EQ(e.ajuste("Directorios", "Datos"), "\\otra carpeta\\");
+  EXPECT_EQ(e.ajuste("Usuarios", "Permitir"), "Si");
+  EXPECT_EQ(e.ajuste("Otros", "Decimal Origen"), "*");
+  EXPECT_EQ(e.ajuste("Otros", "Decimal Destino"), ",");
+  EXPECT_EQ(e.ctx.sesion.DirDatos, e.ctx.carpetaPrograma);
+  EXPECT_EQ(e.ctx.sesion.UsuariosPermitir, "No");
+}
+
+TEST(FrmConfiguracion, LaRejillaEscribeAunqueSeCancele) {
+  Instalacion e;
+  e.t->escribe("TxtRutAcesoDatos", "\\otra\\");
+  e.pestana(1);
+  auto& rejilla = e.t->control<Rejilla>("GrdUsuarios");
+  e.t->enfoca("GrdUsuarios");
+  rejilla.setCurrentIndex(rejilla.model()->index(1, 0));
+  e.t->teclea("Ana");
+  e.t->tab();
+  e.t->teclea("Secreto8");
+  e.t->tecla(Qt::Key_Up);
+  e.pestana(0);
+  e.t->pulsa("CmdCancelar");
+  EXPECT_EQ(e.catalogo("Select Nombre & '|' & Password from Usuarios"),
+            (QStringList{"Administrador|", "Ana|Secreto8"}));
+  EXPECT_EQ(e.ajuste("Directorios", "Datos"), QString());
+}
+
+TEST(FrmConfiguracion, BajaDeEmpresa) {
+  Instalacion e({"Mayor", "Menor", "Otra"});
+  e.ctx.sesion.EmpresaActual = "mayor";
+  e.pestana(2);
+  auto& rejilla = e.t->control<Rejilla>("GridEmpresas");
+  const auto carpeta = [&](const char* nombre) {
+    return QFileInfo(rutaSistema(e.ctx.sesion.rutaEmpresa(nombre))).path();
+  };
+  e.guion.esperaMensaje("No puede eliminar la empresa actual", "Error");
+  e.t->pulsa("CmdEmpBajas");
+
+  rejilla.setCurrentIndex(rejilla.model()->index(1, 0));
+  e.guion.esperaPregunta("¿ Desea eliminar la empresa 'Menor' ?", false, "Elimina");
+  e.t->pulsa("CmdEmpBajas");
+  EXPECT_EQ(e.catalogo("Empresas").size(), 3);
+  EXPECT_TRUE(QFileInfo::exists(carpeta("Menor")));
+
+  e.guion.esperaPregunta("¿ Desea eliminar la empresa 'Menor' ?", true);
+  e.t->pulsa("CmdEmpBajas");
+  EXPECT_EQ(e.catalogo("Empresas"), (QStringList{"Mayor", "Otra"}));
+  EXPECT_FALSE(QFileInfo::exists(carpeta("Menor")));
+  EXPECT_EQ(rejilla.filas(), 2);
+  EXPECT_TRUE(e.errores().isEmpty());
+
+  // Something of somebody else's in the folder: the row stays and the log tells it.
+  QFile ajeno(carpeta("Otra") + "/notas.txt");
+  ASSERT_TRUE(ajeno.open(QIODevice::WriteOnly));
+  rejilla.setCurrentIndex(rejilla.model()->index(1, 0));
+  e.guion.esperaPregunta("¿ Desea eliminar la empresa 'Otra' ?", true);
+  e.t->pulsa("CmdEmpBajas");
+  EXPECT_EQ(e.catalogo("Empresas").size(), 2);
+  EXPECT_TRUE(QFileInfo::exists(ajeno.fileName()));
+  ASSERT_EQ(e.errores().size(), 1);
+  EXPECT_TRUE(e.errores().front().endsWith("Producido en CmdEmpBajas_Click - Frmconfiguracion"));
+  EXPECT_TRUE(e.guion.agotado());
+}
+
+TEST(FrmSelDirectorios, EscribeEnElCampoQueLoPidio) {
+  Instalacion e;
+  const QString nueva = e.carpetaPrograma() + "/año nuevo";
+  QDir().mkpath(nueva);
+  for (const auto& [boton, campo] :
+       {std::pair("Command1", "TxtRutPrograma"), {"Command2", "TxtRutAcesoDatos"}}) {
+    e.guion.esperaDialogo("FrmSelDirectorios", [](Teclado& d) { d.escape(); });
+    e.t->pulsa(boton);
+    EXPECT_EQ(e.t->textoDe(campo), e.ctx.carpetaPrograma) << campo;
+    e.guion.esperaDialogo("FrmSelDirectorios", [&](Teclado& d) {
+      auto& arbol = d.control<QTreeView>("Carpetas");
+      auto* modelo = qobject_cast<QFileSystemModel*>(arbol.model());
+      // It opens where the field stands.
+      EXPECT_EQ(modelo->filePath(arbol.currentIndex()), e.carpetaPrograma());
+      arbol.setCurrentIndex(modelo->index(nueva));
+      d.pulsa("CmdAceptar");
+    });
+    e.t->pulsa(boton);
+    EXPECT_EQ(e.t->textoDe(campo), e.ctx.carpetaPrograma + "año nuevo\\");
+    EXPECT_EQ(e.ctx.sesion.CodigoLlamada, 0);
+  }
+}

@@ -1,0 +1,138 @@
+// What the user really sees: boxes with Spanish buttons, modal dialogs, progress, drawings.
+#include "toolkit/cajas.h"
+
+#include <gtest/gtest.h>
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QDirIterator>
+#include <QInputDialog>
+#include <QMessageBox>
+#include <QPainter>
+#include <QProgressBar>
+#include <QTest>
+#include <QTimer>
+
+#include "engine/dbengine.h"
+#include "toolkit/cajasqt.h"
+#include "toolkit/formdeprueba.h"
+#include "toolkit/progreso.h"
+#include "toolkit/tema.h"
+
+namespace {
+using Lista = QStringList;
+
+// Does something with the box that comes next, once it is on the screen.
+template <class C>
+void enLaCaja(std::function<void(C&)> accion) {
+  QTimer::singleShot(0, qApp, [accion] {
+    auto* caja = qobject_cast<C*>(QApplication::activeModalWidget());
+    ASSERT_TRUE(caja);
+    activar(*caja);
+    accion(*caja);
+  });
+}
+
+Lista botonesDe(const QWidget& caja) {
+  Lista textos;
+  const auto botones = caja.findChildren<QAbstractButton*>();
+  for (const auto* boton : botones) textos << boton->text().remove(QLatin1Char('&'));
+  textos.sort();
+  return textos;
+}
+
+TEST(CajasQt, LosBotonesVanEnEspanol) {
+  DBEngine motor;
+  CajasQt cajas(motor);
+  enLaCaja<QMessageBox>([](QMessageBox& caja) {
+    EXPECT_EQ(botonesDe(caja), Lista{"Aceptar"});
+    EXPECT_EQ(caja.text(), "1 < 2 & <b>3</b>");
+    EXPECT_EQ(caja.textFormat(), Qt::PlainText);
+    QTest::keyClick(&caja, Qt::Key_Return);
+  });
+  cajas.mensaje(nullptr, "1 < 2 & <b>3</b>", "Error", Icono::Aviso);
+  enLaCaja<QInputDialog>([](QInputDialog& caja) {
+    EXPECT_EQ(botonesDe(caja), (Lista{"Aceptar", "Cancelar"}));
+    caja.accept();
+  });
+  EXPECT_EQ(cajas.entrada(nullptr, "Fecha", "Localizador", "hoy"), "hoy");
+  EXPECT_EQ(QCoreApplication::translate("QPlatformTheme", "Cancel"), "Cancelar");
+}
+
+TEST(CajasQt, PreguntaSiONo) {
+  DBEngine motor;
+  CajasQt cajas(motor);
+  const std::pair<Qt::Key, bool> casos[] = {{Qt::Key_Return, true},
+                                            {Qt::Key_S, true},
+                                            {Qt::Key_N, false},
+                                            {Qt::Key_Escape, false},
+                                            {Qt::Key_Close, false}};
+  for (const auto& [tecla, respuesta] : casos) {
+    SCOPED_TRACE(tecla);
+    enLaCaja<QMessageBox>([tecla = tecla](QMessageBox& caja) {
+      EXPECT_EQ(botonesDe(caja), (Lista{"No", "Sí"}));
+      if (tecla == Qt::Key_Close)
+        caja.close();
+      else
+        QTest::keyClick(&caja, tecla);
+    });
+    EXPECT_EQ(cajas.pregunta(nullptr, "¿Sigue?", "Salir"), respuesta);
+  }
+}
+
+TEST(CajasQt, UnDialogoQueSeCierraAlAparecerNoDejaColgadoElPrograma) {
+  Prueba p;
+  CajasQt cajas(p.e.ctx.motor);
+  FormDePrueba::alCargar = [](FormDePrueba& forma) {
+    forma.mensaje("cargado", "");
+    QTimer::singleShot(0, &forma, [&forma] { forma.descargar(); });
+  };
+  p.e.guion.esperaMensaje("cargado");
+  FormDePrueba tarde(p.e.ctx);
+  cajas.modal(tarde);
+  FormDePrueba::alCargar = [](FormDePrueba& forma) { forma.descargar(); };
+  FormDePrueba enseguida(p.e.ctx);
+  cajas.modal(enseguida);
+  EXPECT_FALSE(tarde.isVisible() || enseguida.isVisible());
+}
+
+TEST(Progreso, MueveLaBarraYNoTomaTeclasHastaQueAcaba) {
+  Prueba p;
+  QProgressBar barra(&p.f);
+  p.t.escribe("TxtA", "x");
+  {
+    Progreso progreso(p.e.ctx, barra, 100);
+    EXPECT_TRUE(barra.isVisible());
+    progreso.avanza(40);
+    p.t.teclea("abc");
+    p.t.escape();
+    p.t.cierra();
+    progreso.avanza();
+    p.e.guion.esperaMensaje("¿Sigue?");
+    p.f.mensaje("¿Sigue?", "");  // a box of the process itself works
+  }
+  EXPECT_EQ(barra.value(), 41);
+  ASSERT_TRUE(p.f.isVisible());
+  p.t.teclea("y");
+  EXPECT_EQ(p.t.textoDe("TxtA"), "xy");
+}
+
+// A drawing that can't be read would leave a blank button.
+TEST(Tema, CadaDibujoSePinta) {
+  aplicarTema(*qApp);
+  QDirIterator it(":/iconos");
+  int cuantos = 0;
+  while (it.hasNext()) {
+    it.next();
+    ++cuantos;
+    for (const int lado : {16, 48}) {
+      const QImage imagen = icono(it.fileInfo().completeBaseName()).pixmap(lado).toImage();
+      int pintados = 0;
+      for (int i = 0; i < imagen.width() * imagen.height(); ++i)
+        pintados += qAlpha(imagen.pixel(i % imagen.width(), i / imagen.width())) > 128;
+      EXPECT_GT(pintados, lado * lado / 20) << qPrintable(it.fileName()) << " a " << lado;
+    }
+  }
+  EXPECT_GE(cuantos, 25);
+}
+}  // namespace

@@ -1,0 +1,299 @@
+// Grids and combos over real files: who follows whom, and what editing writes.
+#include "toolkit/rejilla.h"
+#include "engine/dbengine.h"
+
+#include <gtest/gtest.h>
+
+#include <QContextMenuEvent>
+#include <QScrollBar>
+#include <QSignalSpy>
+
+#include "engine/datacontrol.h"
+#include "toolkit/comboenlazado.h"
+#include "toolkit/formdeprueba.h"
+
+namespace {
+using Lista = QStringList;
+
+// A form with a grid and a combo, over the company's file.
+class FormConRejilla : public FormDePrueba {
+  Q_OBJECT
+ public:
+  explicit FormConRejilla(Contexto& contexto) : FormDePrueba(contexto) {
+    Grid->setMinimumHeight(120);
+  }
+  void ata(const QString& fuente, std::vector<Columna> columnas) {
+    Grid->setMascara(ctx.sesion.MascaraImporte);
+    Grid->enlazar(Dta, std::move(columnas));
+    Dta.bind(ctx.sesion.rutaEmpresa(), fuente);
+    reposar();
+  }
+  DataControl Dta{ctx.motor};
+  Rejilla* Grid = pon<Rejilla>("Grid");
+  ComboEnlazado* TxtLista = pon<ComboEnlazado>("TxtLista");
+};
+
+const std::vector<Columna> kTipos = {
+    {.campo = "Codigo", .titulo = "Código"},
+    {.campo = "Descripcion", .titulo = "Descripción", .ancho = 30},
+    {.campo = "IVA", .titulo = "IVA", .tipo = Columna::Tipo::Importe, .mascara = "0.00"}};
+
+struct PruebaDeRejilla {
+  Escenario e;
+  FormConRejilla& f = e.abre<FormConRejilla>();
+  Teclado t{f};
+  Rejilla& g = *f.Grid;
+
+  explicit PruebaDeRejilla(const QString& fuente = "Select * from TiposIVA order by Codigo",
+                           const std::vector<Columna>& columnas = kTipos) {
+    f.ata(fuente, columnas);
+    t.enfoca("Grid");
+  }
+  Lista columna(int cual) const {
+    Lista textos;
+    for (int i = 0; i < g.filas(); ++i) textos << g.texto(i, cual);
+    return textos;
+  }
+  Lista fila(int cual) const {
+    Lista textos;
+    for (int i = 0; i < g.model()->columnCount(); ++i) textos << g.texto(cual, i);
+    return textos;
+  }
+};
+
+TEST(Rejilla, MuestraCadaTipoASuModo) {
+  using Tipo = Columna::Tipo;
+  PruebaDeRejilla p("SqlDiarioPrincipalBlanco",
+                    {{.campo = "Fecha", .titulo = "", .tipo = Tipo::Fecha},
+                     {.campo = "Descripcion", .titulo = ""},
+                     {.campo = "Debe", .titulo = "", .tipo = Tipo::Importe},
+                     {.campo = "Haber", .titulo = "", .tipo = Tipo::Importe},
+                     {.campo = "NoHay", .titulo = ""}});
+  p.e.inserta("Diario",
+              {{"NLinea", 0}, {"Fecha", QDate(2003, 2, 1)}, {"DH", "D"}, {"Importe", 1234.5}});
+  p.e.inserta("Diario", {{"NLinea", 1}, {"Descripcion", "x"}, {"DH", "H"}, {"Importe", -2.0}});
+  p.f.Dta.Refresh();
+  EXPECT_EQ(p.g.filas(), 2);
+  EXPECT_EQ(p.fila(0), (Lista{"01/02/2003", "", "1.234,50 ", "", ""}));
+  EXPECT_EQ(p.fila(1), (Lista{"", "x", "", "-2,00", ""}));
+}
+
+TEST(Rejilla, PideElAnchoDeSusColumnasConCualquierLetra) {
+  for (const double veces : {1.0, 1.5}) {
+    const LetraAumentada letra(veces);
+    PruebaDeRejilla p;
+    p.f.resize(p.f.sizeHint());
+    reposar();
+    EXPECT_EQ(p.g.horizontalScrollBar()->maximum(), 0) << veces;
+  }
+}
+
+TEST(Rejilla, SigueAlConjuntoYElConjuntoALaRejilla) {
+  PruebaDeRejilla p;
+  EXPECT_EQ(p.g.filaActual(), 0);
+  QSignalSpy cambios(&p.g, &Rejilla::filaCambiada);
+  p.t.tecla(Qt::Key_Down);
+  p.t.tecla(Qt::Key_Down);
+  EXPECT_EQ(p.f.Dta.Fields("Codigo").text(), p.g.texto(2, 0));
+  EXPECT_EQ(p.g.valor("codigo"), p.g.texto(2, 0));
+  EXPECT_EQ(cambios.size(), 2);
+
+  p.f.Dta.MoveLast();
+  EXPECT_EQ(p.g.filaActual(), p.g.filas() - 1);
+  p.f.Dta.setRecordSource("Select * from TiposIVA where Codigo = '03'");
+  p.f.Dta.Refresh();
+  EXPECT_EQ(p.columna(0), Lista{"03"});
+  EXPECT_EQ(p.g.filaActual(), 0);
+  p.f.Dta.setRecordSource("Select * from TiposIVA where Codigo = 'ZZ'");
+  p.f.Dta.Refresh();
+  EXPECT_EQ(p.g.filas(), 0);
+  EXPECT_EQ(p.g.filaActual(), -1);
+  EXPECT_EQ(p.g.valor("Codigo") + p.g.textoDeCelda(), "");
+}
+
+TEST(Rejilla, UnaFilaBorradaDesapareceYLasDemasSiguenEnSuSitio) {
+  PruebaDeRejilla p;
+  const Lista antes = p.columna(0);
+  for (const int cual : {5, 2, 3, 0}) {  // positions, in any order
+    p.f.Dta.setAbsolutePosition(cual);
+    p.f.Dta.Delete();
+  }
+  p.f.Dta.setAbsolutePosition(4);
+  Lista despues = antes;
+  for (const int cual : {5, 3, 2, 0}) despues.removeAt(cual);
+  EXPECT_EQ(p.columna(0), despues);
+  EXPECT_EQ(p.g.filaActual(), 1);
+  p.t.tecla(Qt::Key_Down);
+  EXPECT_EQ(p.g.valor("Codigo"), antes[6]);
+}
+
+TEST(Rejilla, DaSenalesDeTeclasYRaton) {
+  PruebaDeRejilla p;
+  Lista senales;
+  const auto anota = [&](const char* cual) { return [&senales, cual] { senales << cual; }; };
+  QObject::connect(&p.g, &Rejilla::intro, anota("intro"));
+  QObject::connect(&p.g, &Rejilla::mas, anota("mas"));
+  QObject::connect(&p.g, &Rejilla::espacio, anota("espacio"));
+  QObject::connect(&p.g, &Rejilla::dobleClic, anota("doble"));
+  QObject::connect(&p.g, &Rejilla::botonDerecho, anota("derecho"));
+  p.t.intro();
+  p.t.teclea("+ a");
+  p.t.dobleClic("Grid");
+  const QPoint donde = p.g.visualRect(p.g.model()->index(1, 0)).center();
+  QContextMenuEvent menu(QContextMenuEvent::Mouse, donde, p.g.viewport()->mapToGlobal(donde));
+  QCoreApplication::sendEvent(p.g.viewport(), &menu);
+  EXPECT_EQ(senales, (Lista{"intro", "mas", "espacio", "doble", "derecho"}));
+  EXPECT_EQ(p.g.filaActual(), 1);
+  p.t.tab();  // leaves the grid
+  EXPECT_NE(p.t.enfocado(), "Grid");
+}
+
+// --- editing in place
+// -----------------------------------------------------------------------------
+
+struct PruebaDeEdicion : PruebaDeRejilla {
+  explicit PruebaDeEdicion(int cambios, const QString& fuente = "Select * from TiposIVA")
+      : PruebaDeRejilla(fuente) {
+    g.permitirEdicion(cambios);
+    reposar();
+  }
+  QString guardado(const QString& codigo) const {
+    const auto filas = e.filas("Select * from TiposIVA where Codigo='" + codigo + "'");
+    return filas.empty() ? QString() : filas[0].join('|');
+  }
+};
+
+TEST(RejillaEdicion, LoEscritoSeGuardaAlDejarLaCeldaSalvoPorEscapeOUnRechazo) {
+  PruebaDeEdicion p(Rejilla::Cambios);
+  p.t.tecla(Qt::Key_Right);
+  p.t.teclea("Otra");
+  p.t.escape();
+  EXPECT_EQ(p.g.textoDeCelda(), "Super reducido S/R");
+  EXPECT_TRUE(p.f.isVisible());
+  p.t.teclea("General");
+  p.t.intro();  // on to the next cell
+  p.t.teclea("16,5");
+  p.t.tecla(Qt::Key_Tab);
+  EXPECT_EQ(p.guardado("01"), "01|General|16,5|0");
+  EXPECT_EQ(p.g.texto(0, 2), "16,50");
+
+  for (const bool cierra : {false, true}) {
+    p.t.tecla(Qt::Key_Home);
+    p.t.teclea("123");
+    p.e.guion.esperaMensaje(
+        "Error 3163: " + ErrorEjecucion(err::kTextoDemasiadoLargo, "123").descripcion(), "Librano");
+    if (cierra)
+      p.t.cierra();
+    else
+      p.t.intro();
+    EXPECT_EQ(p.g.texto(0, 0), "01");
+    EXPECT_EQ(p.f.Dta.Recordset().editMode(), Recordset::EditMode::None);
+    EXPECT_EQ(p.t.enfocado(), "Grid");
+    EXPECT_TRUE(p.f.isVisible());
+  }
+}
+
+TEST(RejillaEdicion, SuprVaciaLaCeldaOBorraLaFila) {
+  PruebaDeEdicion p(Rejilla::Cambios);
+  p.t.tecla(Qt::Key_Right);
+  p.t.tecla(Qt::Key_Delete);
+  EXPECT_EQ(p.guardado("01"), "01||4|0");
+  const Lista antes = p.columna(0);
+  p.g.permitirEdicion(Rejilla::Cambios | Rejilla::Bajas);
+  p.t.tecla(Qt::Key_Delete);
+  EXPECT_EQ(p.columna(0), antes.mid(1));
+  EXPECT_EQ(p.guardado("01"), "");
+  EXPECT_EQ(p.g.valor("Codigo"), antes[1]);
+}
+
+struct PruebaDeAltas : PruebaDeEdicion {
+  PruebaDeAltas()
+      : PruebaDeEdicion(Rejilla::Cambios | Rejilla::Altas | Rejilla::Bajas,
+                        "Select * from TiposIVA where Codigo >= '98' order by Codigo") {
+    t.tecla(Qt::Key_Down);
+    t.tecla(Qt::Key_Down);  // 98, 99, and the empty row
+    t.teclea("A1");
+    t.intro();
+    EXPECT_EQ(guardado("A1"), "");
+  }
+};
+
+TEST(RejillaAltas, SeGuardaAlPasarAOtraFilaOControlOCerrar) {
+  const struct {
+    const char* como;
+    std::function<void(PruebaDeAltas&)> accion;
+  } casos[] = {
+      {"Arriba", [](PruebaDeAltas& p) { p.t.tecla(Qt::Key_Up); }},
+      {"Intro y Tab", [](PruebaDeAltas& p) { p.t.intro(), p.t.tab(); }},
+      {"desde la celda", [](PruebaDeAltas& p) { p.t.enfoca("TxtA"); }},
+      {"un botón", [](PruebaDeAltas& p) { p.t.pulsa("CmdCancelar"); }},
+      {"el botón de la ventana", [](PruebaDeAltas& p) { p.t.cierra(); }},
+  };
+  for (const auto& caso : casos) {
+    SCOPED_TRACE(caso.como);
+    PruebaDeAltas p;
+    p.t.teclea("Nuevo");
+    caso.accion(p);
+    EXPECT_EQ(p.guardado("A1"), "A1|Nuevo|0|0");
+    EXPECT_EQ(p.columna(0), (Lista{"98", "99", "A1"}));
+  }
+}
+
+TEST(RejillaAltas, UnaClaveRepetidaSeDiceYSeCorrigeYEscapeLaDeja) {
+  PruebaDeAltas p;
+  p.t.tecla(Qt::Key_Home);
+  p.t.teclea("99");
+  p.t.intro();
+  p.e.guion.esperaMensaje("Error 3022: " + ErrorEjecucion(err::kClaveDuplicada).descripcion());
+  p.t.tecla(Qt::Key_Up);
+  EXPECT_EQ(p.g.filaActual(), 2);
+  EXPECT_EQ(p.g.valor("Codigo"), "99");
+  p.t.tecla(Qt::Key_Home);
+  p.t.teclea("A2");
+  p.t.intro();
+  p.t.escape();
+  EXPECT_TRUE(p.f.isVisible());
+  EXPECT_EQ(p.g.textoDeCelda(), "");
+  p.t.escape();
+  EXPECT_FALSE(p.f.isVisible());
+  EXPECT_EQ(p.guardado("A2"), "");
+}
+
+// --- combos
+// ---------------------------------------------------------------------------------------
+
+TEST(ComboEnlazado, ElegirMueveElConjuntoYEscribirNo) {
+  for (const bool editable : {true, false}) {
+    SCOPED_TRACE(editable);
+    PruebaDeRejilla p("Select * from Nivel01 order by NNivel");
+    ComboEnlazado& c = *p.f.TxtLista;
+    c.setEditable(editable);
+    c.enlazar(p.f.Dta, "Descripcion");
+    const QString segunda = c.itemText(1), tercera = c.itemText(2);
+    QSignalSpy elegidos(&c, &ComboEnlazado::elegido);
+    p.t.elige("TxtLista", segunda);
+    EXPECT_EQ(p.f.Dta.Fields("Descripcion").text(), segunda);
+    EXPECT_EQ(elegidos.size(), 1);
+    EXPECT_TRUE(c.ponerTexto(tercera.toUpper()));
+    EXPECT_EQ(c.texto(), tercera);
+    EXPECT_FALSE(c.ponerTexto("no está"));
+    EXPECT_EQ(c.texto(), editable ? "no está" : "");
+    if (editable) p.t.escribe("TxtLista", "texto libre");
+    EXPECT_EQ(p.f.Dta.Fields("Descripcion").text(), tercera);
+
+    // Filled anew, it keeps what is written.
+    const int antes = c.count();
+    p.f.Dta.MoveLast();
+    p.f.Dta.Delete();
+    c.showPopup();
+    EXPECT_EQ(c.count(), antes - 1);
+    c.hidePopup();
+    p.f.Dta.setRecordSource("Select * from Nivel01 where NNivel = '1'");
+    p.f.Dta.Refresh();
+    EXPECT_EQ(c.count(), 1);
+    EXPECT_EQ(c.texto(), editable ? "texto libre" : "");
+  }
+}
+}  // namespace
+
+#include "rejilla_test.moc"

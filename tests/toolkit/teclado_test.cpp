@@ -1,0 +1,196 @@
+// The common keyboard: filters, Enter, selection, and when a field counts as left.
+#include <gtest/gtest.h>
+
+#include "toolkit/formdeprueba.h"
+
+namespace {
+using Lista = QStringList;
+
+TEST(Campos, FiltranLasTeclas) {
+  enum Filtro { Texto, Numero, Importe, Decimal };
+  const struct {
+    const char* que;
+    Filtro filtro;
+    const char* antes;
+    const char* teclas;
+    const char* despues;
+    int pitidos;
+  } casos[] = {
+      {"un texto toma lo que sea, y el punto sigue siendo punto", Texto, "", "a1.5", "a1.5", 0},
+      {"un número no toma letras", Numero, "", "12a3", "123", 1},
+      {"ni blancos en medio", Numero, "1", " 2", "1 ", 1},
+      {"el punto del teclado es la coma", Importe, "", "12.5", "12,5", 0},
+      {"una sola coma", Importe, "", "1,2,3", "1,23", 1},
+      {"el signo puede ir delante", Importe, "", "-5", "-5", 0},
+      {"pero no detrás de las cifras", Importe, "", "5-", "5", 1},
+      {"la tecla decimal sin filtro", Decimal, "", "a.b", "a,b", 0},
+      {"se mira el texto entero, no lo seleccionado", Numero, "x", "1", "x", 1},
+  };
+  for (const auto& caso : casos) {
+    SCOPED_TRACE(caso.que);
+    Prueba p;
+    if (caso.filtro == Numero) p.f.soloNumero(p.f.TxtA);
+    if (caso.filtro == Importe) p.f.importe(p.f.TxtA);
+    if (caso.filtro == Decimal) p.f.teclaDecimal(p.f.TxtA);
+    p.f.TxtA->setText(caso.antes);
+    p.t.enfoca("TxtA");
+    p.f.TxtA->end(false);
+    p.t.teclea(caso.teclas);
+    EXPECT_EQ(p.t.textoDe("TxtA"), caso.despues);
+    EXPECT_EQ(p.f.pitidos(), caso.pitidos);
+  }
+}
+
+TEST(Campos, LaReaccionDelFormularioVeLaTeclaAntesQueElFiltro) {
+  Prueba p;
+  p.f.soloNumero(p.f.TxtA);
+  p.f.alTeclear(p.f.TxtA, [](Tecla& tecla) {
+    if (tecla.texto == '*') tecla.tragar();
+    if (tecla.texto == 'o') tecla.texto = '0';
+  });
+  p.t.escribe("TxtA", "1*o");
+  EXPECT_EQ(p.t.textoDe("TxtA"), "10");
+  p.t.tecla(Qt::Key_Backspace);
+  EXPECT_EQ(p.t.textoDe("TxtA"), "1");
+  EXPECT_EQ(p.f.pitidos(), 0);
+}
+
+TEST(Campos, IntroPasaAlSiguienteYLoSelecciona) {
+  Prueba p;
+  p.f.TxtB->setText("dos");
+  p.f.TxtConcepto->setEditText("tres");
+  p.t.enfoca("TxtA");
+  p.t.intro();
+  EXPECT_EQ(p.f.TxtB->selectedText(), "dos");
+  p.t.tecla(Qt::Key_Enter);
+  p.t.intro();
+  EXPECT_EQ(p.f.TxtConcepto->lineEdit()->selectedText(), "tres");
+  p.t.intro();
+  EXPECT_EQ(p.t.enfocado(), "ChkSi");
+  p.t.intro();
+  EXPECT_FALSE(p.f.ChkSi->isChecked());
+  EXPECT_EQ(p.t.enfocado(), "Opt_0");
+  // A button is pressed by it, and no other than the one with the focus.
+  p.t.enfoca("CmdAceptar");
+  p.f.lee();
+  p.t.intro();
+  EXPECT_EQ(p.f.lee(), Lista{"acepta"});
+}
+
+TEST(Campos, EntrarConElRatonSeleccionaTambien) {
+  Prueba p;
+  p.f.TxtB->setText("dos");
+  p.f.TxtC->setText("tres");
+  p.f.sinIntro(p.f.TxtA);
+  p.f.sinSeleccion(p.f.TxtC);
+  p.t.enfoca("TxtA");
+  p.t.intro();
+  EXPECT_EQ(p.t.enfocado(), "TxtA");
+  p.t.pulsa("TxtB");
+  EXPECT_EQ(p.f.TxtB->selectedText(), "dos");
+  p.t.pulsa("TxtB");  // a second click places the caret as usual
+  EXPECT_EQ(p.f.TxtB->selectedText(), "");
+  p.t.pulsa("TxtC");
+  EXPECT_EQ(p.f.TxtC->selectedText(), "");
+}
+
+// --- leaving a field
+// ------------------------------------------------------------------------------
+
+TEST(Salir, EsPasarAOtroControlYNoCerrar) {
+  const struct {
+    const char* como;
+    std::function<void(Prueba&)> accion;
+    Lista hechos;
+  } casos[] = {
+      {"Tab", [](Prueba& p) { p.t.tab(); }, {"sale TxtA", "entra TxtB"}},
+      {"Intro", [](Prueba& p) { p.t.intro(); }, {"sale TxtA", "entra TxtB"}},
+      {"por el programa", [](Prueba& p) { p.f.TxtC->setFocus(); }, {"sale TxtA", "entra TxtC"}},
+      {"enfocar", [](Prueba& p) { p.f.enfocar(p.f.TxtC); }, {"entra TxtC"}},
+      {"un clic en un botón", [](Prueba& p) { p.t.pulsa("CmdAceptar"); }, {"sale TxtA", "acepta"}},
+      {"su mnemónico", [](Prueba& p) { p.t.mnemonico('A'); }, {"sale TxtA", "acepta"}},
+      {"cancelar con el ratón",
+       [](Prueba& p) { p.t.pulsa("CmdCancelar"); },
+       {"sale TxtA", "cancela"}},
+      {"Escape", [](Prueba& p) { p.t.escape(); }, {"cancela"}},
+      {"el botón de la ventana", [](Prueba& p) { p.t.cierra(); }, {"cancela"}},
+      {"descargar", [](Prueba& p) { p.f.descargar(); }, {}},
+      {"una reacción que lleva el foco a otro sitio",
+       [](Prueba& p) {
+         p.f.alSalir(p.f.TxtA, [&p] { p.f.TxtC->setFocus(); });
+         p.t.tab();
+       },
+       {"sale TxtA", "entra TxtC"}},
+      {"una reacción con una caja",
+       [](Prueba& p) {
+         p.f.alSalir(p.f.TxtA, [&p] { p.f.mensaje("No", "Error"); });
+         p.e.guion.esperaMensaje("No", "Error");
+         p.t.tab();
+       },
+       {"sale TxtA", "entra TxtB"}},
+  };
+  for (const auto& caso : casos) {
+    SCOPED_TRACE(caso.como);
+    Prueba p;
+    p.t.enfoca("TxtA");
+    p.f.lee();
+    caso.accion(p);
+    EXPECT_EQ(p.f.lee(), caso.hechos);
+    EXPECT_EQ(p.f.isVisible(), !caso.hechos.isEmpty() && caso.hechos.last() != "cancela");
+  }
+}
+
+TEST(Salir, NoLoEsLoQueVuelveAlMismoCampo) {
+  Prueba p;
+  p.t.enfoca("TxtA");
+  p.f.lee();
+  const struct {
+    const char* como;
+    std::function<void()> accion;
+  } casos[] = {
+      {"otra ventana",
+       [&] {
+         QWidget otra;
+         otra.show();
+         activar(otra);
+         otra.hide();
+         activar(p.f);
+       }},
+      {"un menú desplegado",
+       [&] {
+         QMenu menu(&p.f);
+         menu.addAction("Nada");
+         menu.popup(p.f.mapToGlobal(QPoint(5, 5)));
+         reposar();
+       }},
+      {"la barra de menús",
+       [&] {
+         p.f.findChild<QMenuBar*>()->setFocus(Qt::MenuBarFocusReason);
+         reposar();
+         p.f.TxtA->setFocus(Qt::MenuBarFocusReason);
+       }},
+      {"el mismo campo otra vez", [&] { p.f.enfocar(p.f.TxtA); }},
+  };
+  for (const auto& caso : casos) {
+    SCOPED_TRACE(caso.como);
+    caso.accion();
+    reposar();
+    EXPECT_EQ(p.f.lee(), Lista{});
+    EXPECT_EQ(p.t.enfocado(), "TxtA");
+  }
+}
+
+TEST(Salir, UnaFechaSeCompletaYEnfocarSeleccionaLoQueHay) {
+  Prueba p;
+  p.e.ctx.sesion.AnoActual = 2003;
+  p.f.fecha(p.f.TxtA);
+  p.t.escribe("TxtA", "1502");
+  p.t.tab();
+  EXPECT_EQ(p.t.textoDe("TxtA"), "15/02/2003");
+  p.f.enfocar(p.f.TxtA);
+  EXPECT_EQ(p.f.TxtA->selectedText(), "15/02/2003");
+  p.f.lee();
+  p.t.tab();
+  EXPECT_EQ(p.f.lee(), (Lista{"sale TxtA", "entra TxtB"}));
+}
+}  // namespace
