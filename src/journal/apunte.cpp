@@ -1,5 +1,6 @@
 #include "journal/apunte.h"
 
+#include "common/errorejecucion.h"
 #include "engine/datacontrol.h"
 #include "engine/filas.h"
 
@@ -77,6 +78,11 @@ int tomaContador(Recordset& empresa, const QString& contador) {
   return toma(empresa, contador);
 }
 
-QString codigoRegistro(QChar lado, int orden) {
-  return lado + QString::number(orden).rightJustified(10, u'0');
+QString codigoRegistro(QChar lado, const QString& orden) {
+  constexpr int kCifras = 10;
+  if (orden.size() > kCifras)
+    throw ErrorEjecucion(
+        err::kLlamadaNoValida,
+        QStringLiteral("el número de orden %1 tiene más de diez cifras").arg(orden));
+  return lado + orden.rightJustified(kCifras, u'0');
 }

@@ -43,7 +43,7 @@ int tomaAsiento(Recordset& empresa);
 int tomaContador(DataControl& empresa, const QString& contador);
 int tomaContador(Recordset& empresa, const QString& contador);
 
-// The code of a register row: its side, 'S' soportado or 'R' repercutido, and its order in ten
-// digits.
-//   codigoRegistro('S', 12) == "S0000000012"
-QString codigoRegistro(QChar lado, int orden);
+// The code of a register row: its side, 'S' soportado or 'R' repercutido, and its order number, as
+// typed, in ten digits. 5 for a number of more.
+//   codigoRegistro('S', "12") == "S0000000012"
+QString codigoRegistro(QChar lado, const QString& orden);

@@ -34,7 +34,7 @@ QString duplicaRegistro(Database& origen, Recordset& registroDestino, Recordset&
   copiaCampos(*fila, registroDestino);
   if (EsFecha(fecha)) registroDestino.Fields("FechaC") = fecha;
   QString nuevo = codigoRegistro(repercutido ? QLatin1Char('R') : QLatin1Char('S'),
-                                 static_cast<int>(contadores.Fields(contador).toLong()) + 1);
+                                 QString::number(contadores.Fields(contador).toLong() + 1));
   registroDestino.Fields("Codigo") = nuevo;
   registroDestino.Fields("Asiento") = contadores.Fields("Asiento").Value();
   registroDestino.Update();

@@ -1,0 +1,199 @@
+#include "iva/grabaiva.h"
+
+#include "common/formato.h"
+#include "engine/datacontrol.h"
+#include "engine/filas.h"
+#include "journal/apunte.h"
+
+namespace {
+
+constexpr int kLargoConcepto = 50;
+
+void graba(const Apunte& apunte, const TablasIVA& tablas) {
+  grabaApunte(tablas.diario, tablas.empresa, apunte);
+}
+
+void ponContador(const TablasIVA& tablas, LibroIVA libro, const QString& orden) {
+  tablas.empresa.Edit();
+  completa(tablas.empresa, [&] { tablas.empresa.Fields(contadorDe(libro)) = orden; });
+}
+
+// --- an invoice ---------------------------------------------------------------------------------
+
+// The amounts of the row, and all that is known before the asiento has its number.
+FilaRSIVA principioDeFila(const FacturaIVA& f, LibroIVA libro, const QString& codigo) {
+  const auto importe = [&](const QString& texto) {
+    const bool vuelve = libro == LibroIVA::Repercutido;
+    return importeEscrito(vuelve ? opuestoSegunBase(texto, f.Base) : texto);
+  };
+  FilaRSIVA fila;
+  fila.Codigo = codigo;
+  fila.Base = importe(f.Base);
+  fila.IVA = importe(f.ImporteIva);
+  fila.Recargo = importe(f.Recargo);
+  fila.PorcenIVA = f.PorcenIVA;
+  fila.PorcenREC = f.PorcenREC;
+  fila.Neto = importe(f.Total);
+  fila.CliPro = f.CodigoProveedor;
+  fila.Factura = f.NumFactura;
+  fila.TipoIVA = f.Iva;
+  return fila;
+}
+
+FilaRSIVA finDeFila(const FacturaIVA& f, const QString& asiento) {
+  FilaRSIVA fila;
+  fila.Asiento = asiento;
+  fila.CtaIVA = f.CuentaIva;
+  fila.FechaC = f.FechaContable;
+  fila.CtaRE = f.CuentaRecargo;
+  fila.CtaCon = f.Contrapartida;
+  fila.Fecha = f.Fecha;
+  return fila;
+}
+
+void grabaFila(const FacturaIVA& f, const ClaseDeFactura& clase, const TablasIVA& tablas,
+               GrabadoIVA& grabado) {
+  if (clase.modificacion) {
+    tablas.registro.Edit();
+  } else {
+    tablas.registro.AddNew();
+  }
+  completa(tablas.registro, [&] {
+    grabado.codigo = codigoRegistro(letraDe(clase.libro), f.NOrden);
+    escribe(tablas.registro, principioDeFila(f, clase.libro, grabado.codigo));
+    grabado.asiento = EsNumerico(f.AsientoContable) ? f.AsientoContable
+                                                    : QString::number(tomaAsiento(tablas.empresa));
+    escribe(tablas.registro, finDeFila(f, grabado.asiento));
+  });
+  grabado.fila = true;
+}
+
+// A rectifying invoice keeps the sides of an ordinary one, with negative amounts.
+void grabaLineas(const FacturaIVA& f, const ClaseDeFactura& clase, const QString& mascara,
+                 const TablasIVA& tablas, const GrabadoIVA& grabado) {
+  const bool soportado = clase.libro == LibroIVA::Soportado;
+  Apunte apunte;
+  apunte.NAsiento = grabado.asiento;
+  apunte.Fecha = f.FechaContable;
+  // Kept: "su" is written for sales too, so that all the lines of invoices are found by one text.
+  apunte.Descripcion =
+      (QStringLiteral("De su fra.") + f.NumFactura + u' ' + f.NombreProveedor).left(kLargoConcepto);
+  apunte.FacturaZuri = f.FacturaZuri;
+  apunte.EmpresaZuri = f.EmpresaZuri;
+  apunte.ApunteIVA = grabado.codigo;
+
+  const struct {
+    const QString& subcuenta;
+    const QString& importe;
+    bool siempre;
+  } partes[] = {{f.Contrapartida, f.Base, true},
+                {f.CuentaIva, f.ImporteIva, false},
+                {f.CuentaRecargo, f.Recargo, false}};
+  for (const auto& parte : partes) {
+    if (!parte.siempre && esCero(parte.importe, mascara)) continue;
+    apunte.Subcuenta = parte.subcuenta;
+    apunte.DH = soportado ? "D" : "H";
+    apunte.Importe = importeEscrito(soportado ? parte.importe : opuesto(parte.importe));
+    graba(apunte, tablas);
+  }
+  const Variant total = importeEscrito(f.Total);
+  apunte.Subcuenta = f.CodigoProveedor;
+  apunte.DH = soportado ? "H" : "D";
+  apunte.Importe = soportado ? Variant(0 - total.number()) : total;
+  graba(apunte, tablas);
+}
+
+// --- an acquisition -----------------------------------------------------------------------------
+
+// One side of it: its register, its accounts and the amounts that it writes.
+struct Parte {
+  LibroIVA libro;
+  const QString& cuentaIva;
+  const QString& cuentaRecargo;
+  const QString& cuentaOtra;
+  QString importeIva;
+  QString recargo;
+};
+
+// Kept: both rows take their number from the counter of repercutido, so that the two of one
+// acquisition stand next to each other.
+QString tomaCodigo(LibroIVA libro, const TablasIVA& tablas) {
+  const int orden = tomaContador(tablas.empresa, contadorDe(LibroIVA::Repercutido)) + 1;
+  return codigoRegistro(letraDe(libro), QString::number(orden));
+}
+
+void grabaParte(const FacturaIntracomunitaria& f, const Parte& parte, const QString& mascara,
+                const TablasIVA& tablas, const GrabadoIVA& grabado) {
+  Apunte apunte;
+  apunte.NAsiento = grabado.asiento;
+  apunte.Fecha = f.Fecha;
+  apunte.Descripcion = (QStringLiteral("Intra.De su fra.") + f.NumFactura).left(kLargoConcepto);
+  apunte.DH = parte.libro == LibroIVA::Soportado ? "D" : "H";
+  apunte.ApunteIVA = grabado.codigo;
+  apunte.TipoFactura = "I";  // these lines can't be changed
+  apunte.Subcuenta = parte.cuentaIva;
+  apunte.Importe = importeEscrito(parte.importeIva);
+  graba(apunte, tablas);
+  if (!esCero(f.Recargo, mascara)) {
+    apunte.Subcuenta = parte.cuentaRecargo;
+    apunte.Importe = importeEscrito(parte.recargo);
+    graba(apunte, tablas);
+  }
+
+  FilaRSIVA fila;
+  fila.Codigo = grabado.codigo;
+  fila.Fecha = f.Fecha;
+  fila.FechaC = f.Fecha;
+  fila.Factura = f.NumFactura;
+  fila.TipoIVA = f.Iva;
+  fila.Asiento = grabado.asiento;
+  fila.Base = 0;
+  fila.IVA = importeEscrito(parte.importeIva);
+  fila.Recargo = importeEscrito(parte.recargo);
+  fila.CliPro = parte.cuentaIva;
+  fila.CtaIVA = parte.cuentaIva;
+  fila.CtaRE = parte.cuentaRecargo;
+  fila.CtaCon = parte.cuentaOtra;
+  fila.PorcenIVA = f.PorcenIVA;
+  fila.PorcenREC = f.PorcenREC;
+  fila.Neto = 0;
+  tablas.registro.AddNew();
+  completa(tablas.registro, [&] { escribe(tablas.registro, fila); });
+}
+
+}  // namespace
+
+void grabaFactura(const FacturaIVA& factura, const ClaseDeFactura& clase, const QString& mascara,
+                  const TablasIVA& tablas, GrabadoIVA& grabado) {
+  if (clase.modificacion) {
+    grabado.asiento = factura.AsientoContable;
+    for (; !tablas.diario.Eof(); tablas.diario.MoveNext()) {
+      tablas.diario.Delete();
+      grabado.lineasBorradas = true;
+    }
+  } else {
+    tablas.registro.setRecordSource(QStringLiteral("RSIVA"));
+    tablas.registro.Refresh();
+    ponContador(tablas, clase.libro, factura.NOrden);
+  }
+  grabaFila(factura, clase, tablas, grabado);
+  grabaLineas(factura, clase, mascara, tablas, grabado);
+}
+
+void grabaIntracomunitaria(const FacturaIntracomunitaria& factura, const QString& mascara,
+                           const TablasIVA& tablas, GrabadoIVA& grabado) {
+  tablas.registro.setRecordSource(QStringLiteral("RSIVA"));
+  tablas.registro.Refresh();
+  grabado.codigo = tomaCodigo(LibroIVA::Soportado, tablas);
+  grabado.asiento = QString::number(tomaAsiento(tablas.empresa));
+  grabaParte(factura,
+             {LibroIVA::Soportado, factura.IVASoportado, factura.RESoportado,
+              factura.IVARepercutido, factura.ImporteIva, factura.Recargo},
+             mascara, tablas, grabado);
+  grabado.fila = true;
+  grabado.codigo = tomaCodigo(LibroIVA::Repercutido, tablas);
+  grabaParte(factura,
+             {LibroIVA::Repercutido, factura.IVARepercutido, factura.RERepercutido,
+              factura.IVASoportado, opuesto(factura.ImporteIva), opuesto(factura.Recargo)},
+             mascara, tablas, grabado);
+}
