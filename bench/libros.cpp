@@ -6,6 +6,7 @@
 #include <QFile>
 #include <QTemporaryDir>
 
+#include "company/alta.h"
 #include "company/crearbase.h"
 #include "engine/recordset.h"
 #include "soporte/libros.h"

@@ -1,10 +1,6 @@
 #include "company/crearbase.h"
 
-#include <QDir>
-#include <QFileInfo>
-
 #include "common/ignorar.h"
-#include "common/rutas.h"
 #include "company/consultas.h"
 #include "company/semillas.h"
 #include "company/tablas.h"
@@ -93,22 +89,5 @@ void CrearBase(DBEngine& motor, const QString& ruta, int digitosCuenta, int digi
   for (const Consulta& consulta : consultasDeEmpresa())
     base->CreateQueryDef(QString::fromUtf8(consulta.nombre), QString::fromUtf8(consulta.texto));
   aligeraDiario(*base);
-}
-
-void creaEmpresa(DBEngine& motor, const QString& dirDatos, const DatosEmpresa& datos) {
-  const auto catalogo = motor.Workspaces(0).OpenDatabase(dirDatos + QStringLiteral("Inicio.mdb"));
-  const auto empresas =
-      catalogo->OpenRecordset(QStringLiteral("Select * from Empresas order by nombreempresa"));
-  empresas->AddNew();
-  empresas->Fields(0) = datos.NombreEmpresa;
-  empresas->Update();
-
-  const QString carpeta = rutaSistema(dirDatos + datos.NombreEmpresa);
-  if (!QDir().mkdir(carpeta)) {
-    const bool sinCamino = !QFileInfo(carpeta).dir().exists();
-    throw ErrorEjecucion(sinCamino ? err::kRutaNoEncontrada : err::kErrorDeRuta, carpeta);
-  }
-  CrearBase(motor, dirDatos + datos.NombreEmpresa + QStringLiteral("/Conta.MDB"),
-            static_cast<int>(Variant(datos.MayorN01).toLong()),
-            static_cast<int>(Variant(datos.SubCuN01).toLong()), kEmpresaNueva, datos);
+  motor.flush();
 }

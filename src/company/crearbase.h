@@ -14,11 +14,6 @@ class DBEngine;
 // it also writes the company's row and its special subcuentas from `datos`, and the rows a new
 // company begins with; otherwise only the levels of the plan, the sides of the balance and the
 // kinds of receipt. Raises 3204 when the file exists and 3022 when two of the special subcuentas
-// share a code: the file then stays as far as it was built.
+// share a code: the file then stays as far as it was built. All of it is written when it returns.
 void CrearBase(DBEngine& motor, const QString& ruta, int digitosCuenta, int digitosSubcuenta,
                int nuevo, const DatosEmpresa& datos = {});
-
-// A new company in the data folder: its row in the catalogue, its folder, its file. Raises 3022 for
-// a name that the catalogue has, 75 or 76 when the folder can't be made, 13 when the digits aren't
-// numbers, and what CrearBase raises. What was done before a failure stays.
-void creaEmpresa(DBEngine& motor, const QString& dirDatos, const DatosEmpresa& datos);

@@ -1,10 +1,11 @@
 #include "company/frmempresas.h"
 
+#include <algorithm>
 #include <QTabBar>
 
 #include "common/formato.h"
 #include "common/funciones.h"
-#include "company/crearbase.h"
+#include "company/alta.h"
 #include "engine/dbengine.h"
 #include "ui_frmempresas.h"
 
@@ -62,6 +63,22 @@ constexpr QLineEdit* Pantalla::*kSenas[] = {
     &Pantalla::TxtPoblacion, &Pantalla::TxtPais,
 };
 
+struct Codigo {
+  QLineEdit* Pantalla::*campo;
+  QLineEdit* Pantalla::*nivel;
+  QString CuentasIVA::*porDefecto;
+};
+constexpr Codigo kCodigos[] = {
+    {&Pantalla::TxtIVASCuenta, &Pantalla::TxtSubNivel, &CuentasIVA::IVASSub},
+    {&Pantalla::TxtIVASProveedores, &Pantalla::TxtMayNivel, &CuentasIVA::IVASPro},
+    {&Pantalla::TxtIVASCompras, &Pantalla::TxtSubNivel, &CuentasIVA::IVASCom},
+    {&Pantalla::TxtIVARCuenta, &Pantalla::TxtSubNivel, &CuentasIVA::IVARSub},
+    {&Pantalla::TxtIVARClientes, &Pantalla::TxtMayNivel, &CuentasIVA::IVARCli},
+    {&Pantalla::TXTIVARVentas, &Pantalla::TxtSubNivel, &CuentasIVA::IVARVen},
+    {&Pantalla::TxtIVASRecargo, &Pantalla::TxtSubNivel, &CuentasIVA::IVASRE},
+    {&Pantalla::TxtIVARRecargo, &Pantalla::TxtSubNivel, &CuentasIVA::IVARRE},
+};
+
 constexpr int kNivelMinimo = 3;
 
 // The number in a level's field; nothing for a text that isn't one.
@@ -88,6 +105,9 @@ FrmEmpresas::~FrmEmpresas() = default;
 void FrmEmpresas::cablea() {
   for (const auto numero : kNumeros) numeroConSigno((*ui_).*numero);
   for (const auto sena : kSenas) sinSeleccion((*ui_).*sena);
+  for (const Codigo& codigo : kCodigos)
+    alSalir((*ui_).*codigo.campo,
+            [this, &codigo] { expande(*((*ui_).*codigo.campo), *((*ui_).*codigo.nivel)); });
   alCambiar(ui_->TxtMayNivel, [this] { TxtMayNivel_Change(); });
   alCambiar(ui_->TxtSubNivel, [this] { TxtSubNivel_Change(); });
   alSalir(ui_->TxtSubNivel, [this] { TxtSubNivel_LostFocus(); });
@@ -166,6 +186,11 @@ void FrmEmpresas::TxtMesInicio_LostFocus() {
   ui_->TxtMesInicio->setText(QString::number(static_cast<int>(Val(ui_->TxtMesInicio->text()))));
 }
 
+void FrmEmpresas::expande(QLineEdit& campo, const QLineEdit& nivelDelCodigo) {
+  const int digitos = nivel(&nivelDelCodigo).value_or(0);
+  if (campo.text().size() <= digitos) campo.setText(ExpandeCodigo(campo.text(), digitos));
+}
+
 void FrmEmpresas::TxtNoModifica_LostFocus() {
   const QString texto = ui_->TxtNoModifica->text();
   if (texto.isEmpty()) return;
@@ -184,14 +209,11 @@ void FrmEmpresas::CalculaCuentas() {
   const auto subcuentas = nivel(ui_->TxtSubNivel);
   if (!mayores || !subcuentas || *subcuentas <= *mayores) return;
   const CuentasIVA cuentas = ::CalculaCuentas(*mayores, *subcuentas);
-  ui_->TxtIVASCuenta->setText(cuentas.IVASSub);
-  ui_->TxtIVASProveedores->setText(cuentas.IVASPro);
-  ui_->TxtIVASCompras->setText(cuentas.IVASCom);
-  ui_->TxtIVARCuenta->setText(cuentas.IVARSub);
-  ui_->TxtIVARClientes->setText(cuentas.IVARCli);
-  ui_->TXTIVARVentas->setText(cuentas.IVARVen);
-  ui_->TxtIVASRecargo->setText(cuentas.IVASRE);
-  ui_->TxtIVARRecargo->setText(cuentas.IVARRE);
+  for (const Codigo& codigo : kCodigos) {
+    QLineEdit& campo = *((*ui_).*codigo.campo);
+    campo.setMaxLength(*nivel((*ui_).*codigo.nivel));
+    campo.setText(cuentas.*codigo.porDefecto);
+  }
 }
 
 // Enter in the last field of a tab goes on in the first of the next one. The focus passes through
@@ -222,34 +244,52 @@ void FrmEmpresas::muestra(const DatosEmpresa& datos) {
   ui_->TxtControlarAsiento->setChecked(datos.Controlar);
 }
 
+// A message about a field, which is gone to.
+void FrmEmpresas::rechaza(const QString& texto, QLineEdit& campo) {
+  mensaje(texto, QStringLiteral("Error"));
+  for (int i = 0; i < ui_->Tabla->count(); ++i)
+    if (ui_->Tabla->widget(i)->isAncestorOf(&campo)) ui_->Tabla->setCurrentIndex(i);
+  enfocar(&campo);
+}
+
 void FrmEmpresas::CmdAceptar_Click() {
-  if (ui_->TxtNombreEmpresa->text().isEmpty()) {
-    mensaje(QStringLiteral("Necesita introducir un nombre de empresa"), QStringLiteral("Error"));
-    ui_->Tabla->setCurrentIndex(0);
-    enfocar(ui_->TxtNombreEmpresa);
-    return;
-  }
+  // A name's blanks at its ends would be lost from its folder's.
+  if (sesion().CodigoLlamada == 1)
+    ui_->TxtNombreEmpresa->setText(ui_->TxtNombreEmpresa->text().trimmed());
+  if (ui_->TxtNombreEmpresa->text().isEmpty())
+    return rechaza(QStringLiteral("Necesita introducir un nombre de empresa"),
+                   *ui_->TxtNombreEmpresa);
   if (sesion().CodigoLlamada == 1) crea();
   if (sesion().CodigoLlamada == 2) modifica();
 }
 
 void FrmEmpresas::crea() {
   try {
-    creaEmpresa(ctx.motor, sesion().DirDatos, datos());
-  } catch (const ErrorEjecucion& e) {
-    if (e.numero() == err::kClaveDuplicada) {
-      mensaje(QStringLiteral(
-                  "Esta intentando dar de alta una empresa que ya existe, cree otra empresa"),
-              QStringLiteral("Error"));
-      descargar();
-    } else {
-      RegistraError(ctx.carpetaPrograma, e.numero(), e.descripcion(),
-                    QStringLiteral("CmdAceptar_Click - FrmEmpresas"));
+    const DatosEmpresa nueva = datos();
+    if (const auto reparo = reparoDelAlta(ctx.motor, sesion().DirDatos, nueva)) {
+      const auto* enlace = std::ranges::find(kEnlaces, reparo->campo, &Enlace::dato);
+      return rechaza(reparo->texto, *((*ui_).*enlace->campo));
     }
-    return;
+    creaEmpresa(ctx.motor, sesion().DirDatos, nueva);
+  } catch (const ErrorEjecucion& e) {
+    return creacionFallida(e);
   }
   // The plan's form closes this one too.
   if (!ui_->OptCreaPlan->isChecked() || !mostrar(QStringLiteral("FrmCrearPlan"))) descargar();
+}
+
+void FrmEmpresas::creacionFallida(const ErrorEjecucion& e) {
+  if (e.numero() == err::kClaveDuplicada) {
+    mensaje(
+        QStringLiteral("Esta intentando dar de alta una empresa que ya existe, cree otra empresa"),
+        QStringLiteral("Error"));
+    descargar();
+    return;
+  }
+  RegistraError(ctx.carpetaPrograma, e.numero(), e.descripcion(),
+                QStringLiteral("CmdAceptar_Click - FrmEmpresas"));
+  mensaje(QStringLiteral("No se ha podido crear la empresa. ") + e.descripcion(),
+          QStringLiteral("Error"));
 }
 
 // A value that the file refuses is lost without a word and the rest is kept.

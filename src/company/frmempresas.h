@@ -4,6 +4,7 @@
 // can't be changed once the company exists.
 #pragma once
 
+#include "common/errorejecucion.h"
 #include "company/datosempresa.h"
 #include "engine/datacontrol.h"
 #include "toolkit/formulario.h"
@@ -34,7 +35,10 @@ class FrmEmpresas : public Formulario {
   void CalculaCuentas();
   void pasaPestana(Tecla& tecla, QWidget* primero);
   void porDefecto();
+  void expande(QLineEdit& campo, const QLineEdit& nivelDelCodigo);
+  void rechaza(const QString& texto, QLineEdit& campo);
   void crea();
+  void creacionFallida(const ErrorEjecucion& e);
   void modifica();
   void refrescaSesion();
   DatosEmpresa datos() const;

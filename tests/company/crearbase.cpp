@@ -2,8 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <QDir>
 #include <QFile>
 
+#include "common/rutas.h"
+#include "company/alta.h"
 #include "company/sesionempresa.h"
 #include "soporte/errores.h"
 #include "soporte/libros.h"
@@ -90,7 +93,7 @@ TEST(CrearBase, FilasDeUnaEmpresaNuevaYDeUnaReconstruccion) {
   EXPECT_EQ(libros.filas("SqlSumaDiario"), QStringList{"-|-"});
 }
 
-TEST(CreaEmpresa, UnValorMaloSePierdeSoloElYLoHechoAntesDeUnFalloSeQueda) {
+TEST(CreaEmpresa, UnValorMaloSePierdeSoloEl) {
   Libros libros;
   DatosEmpresa datos = Libros::datosPorDefecto("Otra", 4, 9);
   datos.Nif = "B12345678";
@@ -105,17 +108,80 @@ TEST(CreaEmpresa, UnValorMaloSePierdeSoloElYLoHechoAntesDeUnFalloSeQueda) {
                          "Otra"),
             QStringList{"1|Otra|2024|-|Alcalá|-|4|9|-|1|Verdadero|0|0"});
 
-  // Two accounts with one code: the file stays as far as it was built.
-  datos = Libros::datosPorDefecto("Repetida", 3, 8);
-  datos.IVARRE = datos.IVARSub;
-  EXPECT_EQ(numeroDeError([&] { libros.creaEmpresa(datos); }), err::kClaveDuplicada);
-  EXPECT_EQ(libros.filas("TiposIVA", "Repetida").size(), 99);
-  EXPECT_FALSE(libros.abre("Repetida")->TableDefs().contains("RSIVA"));
-
   const QString catalogo = libros.dirDatos() + "Inicio.mdb";
   EXPECT_EQ(numeroDeError([&] { CrearInicio(libros.motor, catalogo); }), err::kBaseYaExiste);
   const auto base = libros.motor.Workspaces(0).OpenDatabase(catalogo);
-  EXPECT_EQ(base->OpenRecordset("Empresas")->rowTotal(), 3);
+  EXPECT_EQ(base->OpenRecordset("Empresas")->rowTotal(), 2);
+}
+
+// What keeps a creation from happening is said before anything is written.
+TEST(CreaEmpresa, Reparos) {
+  using Campo = QString DatosEmpresa::*;
+  const struct {
+    Campo campo;
+    const char* valor;
+    const char* aviso;
+  } casos[] = {
+      {&DatosEmpresa::NombreEmpresa, "a/b", "no puede llevar"},
+      {&DatosEmpresa::NombreEmpresa, "¿Qué?", "no puede llevar"},
+      {&DatosEmpresa::NombreEmpresa, "..", "no puede llevar"},
+      {&DatosEmpresa::NombreEmpresa, "com1", "no puede llevar"},
+      {&DatosEmpresa::NombreEmpresa, "AJENA", "Ya hay una carpeta"},
+      {&DatosEmpresa::NombreEmpresa, "Tienda", ""},  // the catalogue has it and says so itself
+      {&DatosEmpresa::NombreEmpresa, "D'Ors & Hijos, S.L.", ""},
+      {&DatosEmpresa::MayorN01, "", "nivel"},
+      {&DatosEmpresa::SubCuN01, "3", "nivel"},
+      {&DatosEmpresa::IVARCli, "4300", "tiene más dígitos"},
+      {&DatosEmpresa::IVASRE, "475000001", "tiene más dígitos"},
+      {&DatosEmpresa::IVARRE, "47700001", "Hay dos subcuentas con el código 47700001"},
+  };
+  Libros libros;
+  QDir(rutaSistema(libros.dirDatos())).mkdir("Ajena");
+  for (const auto& caso : casos) {
+    SCOPED_TRACE(caso.valor);
+    DatosEmpresa datos = Libros::datosPorDefecto("Nueva", 3, 8);
+    datos.*caso.campo = caso.valor;
+    const auto reparo = reparoDelAlta(libros.motor, libros.dirDatos(), datos);
+    EXPECT_EQ(reparo.has_value(), *caso.aviso != 0);
+    if (!reparo) continue;
+    EXPECT_TRUE(reparo->texto.contains(caso.aviso)) << qPrintable(reparo->texto);
+    EXPECT_TRUE(reparo->campo == caso.campo);
+  }
+}
+
+// A creation that fails leaves neither row nor folder. One that was killed leaves what the next one
+// of its name takes over, wherever it stood.
+TEST(CreaEmpresa, EnteraONada) {
+  Libros libros;
+  const QString carpeta = rutaSistema(libros.dirDatos());
+  const auto empresas = [&] {
+    const auto base = libros.motor.Workspaces(0).OpenDatabase(libros.dirDatos() + "Inicio.mdb");
+    return base->OpenRecordset("Empresas")->rowTotal();
+  };
+  const auto carpetas = [&] {
+    return QDir(carpeta).entryList(QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot);
+  };
+  DatosEmpresa datos = Libros::datosPorDefecto("Nueva", 3, 8);
+  datos.IVARRE = datos.IVARSub;
+  EXPECT_EQ(numeroDeError([&] { libros.creaEmpresa(datos); }), err::kClaveDuplicada);
+  EXPECT_EQ(carpetas(), QStringList{"Tienda"});
+  EXPECT_EQ(empresas(), 1);
+
+  datos.IVARRE = "47300001";
+  const QString obra = carpeta + ".alta-Nueva";
+  QDir().mkdir(obra);
+  QFile(obra + "/Conta.MDB").open(QIODevice::WriteOnly);
+  libros.creaEmpresa(datos);
+  EXPECT_EQ(carpetas(), (QStringList{"Nueva", "Tienda"}));
+  EXPECT_EQ(libros.filas("Subcuentas", "Nueva").size(), 7);
+  EXPECT_EQ(numeroDeError([&] { libros.creaEmpresa(datos); }), err::kClaveDuplicada);
+  EXPECT_EQ(empresas(), 2);
+
+  // Killed between the row and the name of the folder.
+  QDir().rename(carpeta + "Nueva", obra);
+  libros.creaEmpresa(datos);
+  EXPECT_EQ(carpetas(), (QStringList{"Nueva", "Tienda"}));
+  EXPECT_EQ(empresas(), 2);
 }
 
 TEST(CalculaCuentas, HastaDondeCabenLosDigitos) {

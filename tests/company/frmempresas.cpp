@@ -143,14 +143,33 @@ TEST(FrmEmpresas, AltasQueFallan) {
   EXPECT_EQ(empresasDelCatalogo(e), 1);
   EXPECT_TRUE(e.errores().isEmpty());
 
-  // No folder can bear this name: the row of the catalogue is there by then.
+  // What is told about a field goes to it; nothing was written.
   Teclado otra = abre(e, kAlta);
   otra.escribe("TxtNombreEmpresa", "a/b");
+  e.guion.esperaMensaje(
+      "El nombre de la empresa es también el de su carpeta: no puede llevar \\ / : * ? \" < > | ni "
+      "empezar por un punto",
+      "Error");
   otra.pulsa("CmdAceptar");
-  EXPECT_TRUE(sigueAbierta(e));
+  EXPECT_EQ(otra.enfocado(), "TxtNombreEmpresa");
+  otra.teclea(" Otra ");
+  pulsaPestana(otra, 2);
+  otra.escribe("TXTIVARVentas", "47.7");
+  otra.escribe("TxtIVARRecargo", "477000011");  // no more digits than its level has
+  EXPECT_EQ(otra.textoDe("TXTIVARVentas"), "47000007");
+  EXPECT_EQ(otra.textoDe("TxtIVARRecargo"), "47700001");
+  e.guion.esperaMensaje("Hay dos subcuentas con el código 47700001", "Error");
+  otra.pulsa("CmdAceptar");
+  EXPECT_EQ(pestana(otra), 2);
+  EXPECT_EQ(otra.enfocado(), "TxtIVARRecargo");
+  EXPECT_EQ(empresasDelCatalogo(e), 1);
+  EXPECT_TRUE(e.errores().isEmpty());
+  otra.teclea("4.3");
+  otra.pulsa("CmdAceptar");
+  EXPECT_FALSE(sigueAbierta(e));
   EXPECT_EQ(empresasDelCatalogo(e), 2);
-  ASSERT_EQ(e.errores().size(), 1);
-  EXPECT_TRUE(e.errores()[0].endsWith("Producido en CmdAceptar_Click - FrmEmpresas"));
+  e.ctx.sesion.EmpresaActual = "Otra";
+  EXPECT_EQ(e.valor("Select NombreEmpresa & '|' & IVARRE from Empresa"), "Otra|40000003");
 }
 
 TEST(FrmEmpresas, ModificaLoQuePuede) {

@@ -8,7 +8,7 @@
 #include "accounts/registro.h"
 #include "common/cini.h"
 #include "common/rutas.h"
-#include "company/crearbase.h"
+#include "company/alta.h"
 #include "company/registro.h"
 #include "company/sesionempresa.h"
 #include "engine/dbengine.h"

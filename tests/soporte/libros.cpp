@@ -6,7 +6,7 @@
 #include "accounts/crearplan.h"
 #include "common/ignorar.h"
 #include "common/rutas.h"
-#include "company/crearbase.h"
+#include "company/alta.h"
 #include "engine/datacontrol.h"
 #include "journal/apunte.h"
 #include "start/creaini.h"
