@@ -10,6 +10,23 @@
 #include "engine/dbengine.h"
 #include "ui_frmconfiguracion.h"
 
+namespace {
+
+// What the engine keeps beside a file that is being changed.
+constexpr const char* kDiarioDeCambios = "-journal";
+
+// What else there is in a company's folder.
+QStringList otrosFicheros(const QDir& carpeta) {
+  QStringList nombres =
+      carpeta.entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
+  for (const QString& suyo :
+       {QStringLiteral("Conta.MDB"), QStringLiteral("Conta.MDB") + QLatin1String(kDiarioDeCambios)})
+    nombres.removeIf([&](const QString& n) { return n.compare(suyo, Qt::CaseInsensitive) == 0; });
+  return nombres;
+}
+
+}  // namespace
+
 FrmConfiguracion::FrmConfiguracion(Contexto& contexto)
     : Formulario(contexto),
       ui_(std::make_unique<Ui::FrmConfiguracion>()),
@@ -71,17 +88,30 @@ void FrmConfiguracion::CmdEmpBajas_Click() {
   } catch (const ErrorEjecucion& e) {
     RegistraError(ctx.carpetaPrograma, e.numero(), e.descripcion(),
                   QStringLiteral("CmdEmpBajas_Click - Frmconfiguracion"));
+    mensaje(QStringLiteral("No se ha podido eliminar la empresa. ") + e.descripcion(),
+            QStringLiteral("Error"));
   }
 }
 
-// The row goes last: a deletion that fails half-way leaves the company in the catalogue.
+// The row goes last: a deletion that fails half-way leaves the company in the catalogue, and can be
+// made again, whatever of it is already gone. Nothing goes while the folder couldn't go after it.
 void FrmConfiguracion::borraEmpresa(const QString& nombre) {
-  const QString fichero = rutaSistema(sesion().rutaEmpresa(nombre));
-  const QString carpeta = QFileInfo(fichero).path();
-  if (!QFileInfo::exists(fichero)) throw ErrorEjecucion(err::kFicheroNoEncontrado, fichero);
-  if (!QFile::remove(fichero)) throw ErrorEjecucion(err::kPermisoDenegado, fichero);
-  QFile::remove(fichero + QStringLiteral("-journal"));  // what the engine keeps beside a file
-  if (!QDir().rmdir(carpeta)) throw ErrorEjecucion(err::kErrorDeRuta, carpeta);
+  const QFileInfo fichero(rutaSistema(sesion().rutaEmpresa(nombre)));
+  const QDir carpeta(fichero.path());
+  const QStringList ajenos = otrosFicheros(carpeta);
+  if (!ajenos.isEmpty())
+    throw ErrorEjecucion(err::kErrorDeRuta,
+                         QStringLiteral("en su carpeta %1 hay algo más que la empresa (%2). No se "
+                                        "ha eliminado nada; quítelo de ella y repita la baja")
+                             .arg(rutaPrograma(carpeta.path()), ajenos.join(QStringLiteral(", "))));
+  if (carpeta.exists()) {
+    if (!QFileInfo(QFileInfo(carpeta.path()).path()).isWritable())
+      throw ErrorEjecucion(err::kPermisoDenegado, carpeta.path());
+    if (fichero.exists() && !QFile::remove(fichero.filePath()))
+      throw ErrorEjecucion(err::kPermisoDenegado, fichero.filePath());
+    QFile::remove(fichero.filePath() + QLatin1String(kDiarioDeCambios));
+    if (!carpeta.rmdir(carpeta.path())) throw ErrorEjecucion(err::kErrorDeRuta, carpeta.path());
+  }
   DtaEmpresas_.Delete();
   DtaEmpresas_.Refresh();
 }

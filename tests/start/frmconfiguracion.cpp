@@ -110,17 +110,31 @@ TEST(FrmConfiguracion, BajaDeEmpresa) {
   EXPECT_EQ(rejilla.filas(), 2);
   EXPECT_TRUE(e.errores().isEmpty());
 
-  // Something of somebody else's in the folder: the row stays and the log tells it.
+  // Something of somebody else's in the folder: nothing goes, it is told, and once that is gone the
+  // deletion is made again; also when the file or the folder went already.
   QFile ajeno(carpeta("Otra") + "/notas.txt");
   ASSERT_TRUE(ajeno.open(QIODevice::WriteOnly));
-  rejilla.setCurrentIndex(rejilla.model()->index(1, 0));
-  e.guion.esperaPregunta("¿ Desea eliminar la empresa 'Otra' ?", true);
-  e.t->pulsa("CmdEmpBajas");
+  const auto elimina = [&](const QString& aviso) {
+    rejilla.setCurrentIndex(rejilla.model()->index(1, 0));
+    e.guion.esperaPregunta("¿ Desea eliminar la empresa 'Otra' ?", true);
+    if (!aviso.isEmpty()) e.guion.esperaMensaje(aviso, "Error");
+    e.t->pulsa("CmdEmpBajas");
+    EXPECT_TRUE(e.guion.agotado());
+  };
+  elimina(
+      "No se ha podido eliminar la empresa. No se puede usar la ruta o el fichero: en su "
+      "carpeta " +
+      rutaPrograma(carpeta("Otra")) +
+      " hay algo más que la empresa (notas.txt). No se ha eliminado nada; quítelo de ella y repita "
+      "la baja");
   EXPECT_EQ(e.catalogo("Empresas").size(), 2);
-  EXPECT_TRUE(QFileInfo::exists(ajeno.fileName()));
+  EXPECT_TRUE(QFileInfo::exists(rutaSistema(e.ctx.sesion.rutaEmpresa("Otra"))));
   ASSERT_EQ(e.errores().size(), 1);
   EXPECT_TRUE(e.errores().front().endsWith("Producido en CmdEmpBajas_Click - Frmconfiguracion"));
-  EXPECT_TRUE(e.guion.agotado());
+  ajeno.remove();
+  QFile::remove(rutaSistema(e.ctx.sesion.rutaEmpresa("Otra")));
+  elimina({});
+  EXPECT_EQ(e.catalogo("Empresas"), QStringList{"Mayor"});
 }
 
 TEST(FrmSelDirectorios, EscribeEnElCampoQueLoPidio) {
