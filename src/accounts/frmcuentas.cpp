@@ -1,9 +1,12 @@
 #include "accounts/frmcuentas.h"
 
+#include "accounts/frmcuentaslista.h"
 #include "accounts/llamada.h"
+#include "common/comillas.h"
 #include "common/ignorar.h"
 #include "engine/dbengine.h"
 #include "toolkit/comboenlazado.h"
+#include "toolkit/registro.h"
 #include "ui_frmcuentas.h"
 
 FrmCuentas::FrmCuentas(Contexto& contexto)
@@ -23,6 +26,7 @@ FrmCuentas::FrmCuentas(Contexto& contexto)
   soloNumero(ui_->TxtN01N);
   soloNumero(ui_->TxtN02N);
   alCambiar(ui_->TxtN01N, [this] { TxtN01N_Change(); });
+  alSalir(ui_->TxtN01N, [this] { TxtN01N_LostFocus(); });
   alElegir(ui_->TxtN01T, [this](int) { TxtN01T_Click(); });
   alSalir(ui_->TxtN02N, [this] { TxtN02N_LostFocus(); });
   alElegir(ui_->TxtN02T, [this](int) { TxtN02T_Click(); });
@@ -35,7 +39,8 @@ FrmCuentas::~FrmCuentas() = default;
 void FrmCuentas::Form_Load() {
   ui_->TxtCuenta->setMaxLength(sesion().DigitosCuenta);
   DtaNivel1.bind(sesion().rutaEmpresa(), "Select * from Nivel01");
-  DtaNivel2.bind(sesion().rutaEmpresa(), "Select * from Nivel02");
+  DtaNivel2.setDatabaseName(sesion().rutaEmpresa());
+  ofreceNivel2(QString());
   if (sesion().CodigoLlamada == kModificacion)
     abreModificacion();
   else if (sesion().CodigoLlamada == kAlta)
@@ -45,7 +50,7 @@ void FrmCuentas::Form_Load() {
 void FrmCuentas::abreModificacion() {
   ui_->TxtCuenta->setEnabled(false);
   DtaCuentas.bind(sesion().rutaEmpresa(),
-                  "Select * from Cuentas where Cuenta='" + sesion().ValorElegido + "'");
+                  "Select * from Cuentas where Cuenta=" + entreComillas(sesion().ValorElegido));
   if (DtaCuentas.Eof()) return;
   ui_->TxtCuenta->setText(DtaCuentas.Fields("Cuenta").display());
   ui_->TxtDescripcion->setText(DtaCuentas.Fields("Descripcion").display());
@@ -70,7 +75,7 @@ void FrmCuentas::abreAlta() {
 bool FrmCuentas::muestraNivel(DataControl& niveles, const QString& nivel, ComboEnlazado& nombre) {
   nombre.setCurrentIndex(-1);
   if (nivel.isEmpty()) return true;
-  const QString criterio = "NNivel='" + nivel + "'";
+  const QString criterio = "NNivel=" + entreComillas(nivel);
   const bool buscado = ignorando([&] {
     niveles.FindNext(criterio);
     if (niveles.Recordset().NoMatch()) niveles.FindFirst(criterio);
@@ -88,15 +93,37 @@ void FrmCuentas::TxtN01N_Change() {
   if (!muestraNivel(DtaNivel1, ui_->TxtN01N->text(), *ui_->TxtN01T)) nivelDesconocido();
 }
 
+// The second levels on offer: those of a group, or all.
+void FrmCuentas::ofreceNivel2(const QString& grupo) {
+  const QString todos = "Select * from Nivel02";
+  DtaNivel2.setRecordSource(grupo.isEmpty() ? todos
+                                            : todos + " where NNivel01=" + entreComillas(grupo));
+  DtaNivel2.Refresh();
+}
+
 void FrmCuentas::TxtN01T_Click() {
   ui_->TxtN01N->setText(DtaNivel1.Fields("NNivel").display());
-  DtaNivel2.setRecordSource("Select * from Nivel02 where NNivel01='" + ui_->TxtN01N->text() + "'");
-  DtaNivel2.Refresh();
+  grupoElegido_ = ui_->TxtN01N->text();
+  ofreceNivel2(grupoElegido_);
+}
+
+// A group typed narrows the offer as one picked does, but a second level of another group may still
+// be typed over it.
+void FrmCuentas::TxtN01N_LostFocus() {
+  const QString grupo = ui_->TxtN01N->text();
+  if (grupo == grupoElegido_ && !grupo.isEmpty()) return;
+  grupoElegido_.clear();
+  ofreceNivel2(ui_->TxtN01T->currentIndex() < 0 ? QString() : grupo);
 }
 
 void FrmCuentas::TxtN02N_LostFocus() {
   const QString nivel = ui_->TxtN02N->text();
-  if (!muestraNivel(DtaNivel2, nivel, *ui_->TxtN02T))
+  bool conocido = muestraNivel(DtaNivel2, nivel, *ui_->TxtN02T);
+  if (!conocido && grupoElegido_.isEmpty()) {
+    ofreceNivel2(QString());
+    conocido = muestraNivel(DtaNivel2, nivel, *ui_->TxtN02T);
+  }
+  if (!conocido)
     nivelDesconocido();
   else if (!nivel.isEmpty())
     ui_->TxtN01N->setText(nivel.left(1));
@@ -109,6 +136,11 @@ void FrmCuentas::TxtN02T_Click() {
 }
 
 void FrmCuentas::CmdAceptar_Click() {
+  const QString codigo = ui_->TxtCuenta->text();
+  if (codigo.isEmpty()) {
+    mensaje("Necesita introducir el código de la cuenta", "Error");
+    return enfocar(ui_->TxtCuenta);
+  }
   if (sesion().CodigoLlamada == kModificacion) {
     DtaCuentas.Edit();
   } else {
@@ -116,7 +148,7 @@ void FrmCuentas::CmdAceptar_Click() {
     DtaCuentas.AddNew();
   }
   try {
-    DtaCuentas.Fields("Cuenta") = ui_->TxtCuenta->text();
+    DtaCuentas.Fields("Cuenta") = codigo;
     DtaCuentas.Fields("Descripcion") = ui_->TxtDescripcion->text();
     DtaCuentas.Fields("GrupoN") = ui_->TxtN01N->text();
     DtaCuentas.Fields("SubGrupoN") = ui_->TxtN02N->text();
@@ -126,5 +158,7 @@ void FrmCuentas::CmdAceptar_Click() {
     DtaCuentas.CancelUpdate();  // the message is the house's own, but no edit may stay open
     throw;
   }
+  if (auto* lista = qobject_cast<FrmCuentasLista*>(ctx.formularios->abierto("FrmCuentasLista")))
+    lista->situaEn(codigo);
   descargar();
 }

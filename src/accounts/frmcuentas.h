@@ -23,6 +23,7 @@ class FrmCuentas : public Formulario {
 
  private:
   void TxtN01N_Change();
+  void TxtN01N_LostFocus();
   void TxtN01T_Click();
   void TxtN02N_LostFocus();
   void TxtN02T_Click();
@@ -31,10 +32,12 @@ class FrmCuentas : public Formulario {
   void abreModificacion();
   void abreAlta();
   bool muestraNivel(DataControl& niveles, const QString& nivel, ComboEnlazado& nombre);
+  void ofreceNivel2(const QString& grupo);
   void nivelDesconocido();
 
   std::unique_ptr<Ui::FrmCuentas> ui_;
   DataControl DtaCuentas;
   DataControl DtaNivel1;
   DataControl DtaNivel2;
+  QString grupoElegido_;  // the group picked by its name, which the second levels are held to
 };

@@ -1,7 +1,12 @@
 #include "accounts/frmcuentaslista.h"
 
+#include <QKeyEvent>
+
 #include "accounts/borrado.h"
+#include "accounts/buscaplan.h"
 #include "accounts/llamada.h"
+#include "accounts/widgets/teclasdebusqueda.h"
+#include "common/comillas.h"
 #include "engine/dbengine.h"
 #include "ui_frmcuentaslista.h"
 
@@ -14,6 +19,19 @@ FrmCuentasLista::FrmCuentasLista(Contexto& contexto)
   ui_->GrigCuentas->enlazar(DtaCuentas,
                             {{.campo = "Cuenta", .titulo = "Cuenta", .ancho = 10},
                              {.campo = "Descripcion", .titulo = "Descripción", .ancho = 60}});
+  ui_->TxtBusquedaCuentas->setMaxLength(kLargoNombre);
+  alCambiar(ui_->TxtBusquedaCuentas, [this] { TxtBusquedaCuentas_Change(); });
+  alBajarTecla(ui_->TxtBusquedaCuentas,
+               [this](QKeyEvent& evento) { return mueveConFlechas(DtaCuentas, evento); });
+  alTeclear(ui_->TxtBusquedaCuentas, [this](Tecla& tecla) { TxtBusquedaCuentas_KeyPress(tecla); });
+  alBajarTecla(ui_->GrigCuentas, [this](QKeyEvent& evento) {
+    return llevaABusqueda(*ui_->TxtBusquedaCuentas, evento);
+  });
+  for (const auto senal : {&Rejilla::intro, &Rejilla::dobleClic})
+    connect(ui_->GrigCuentas, senal, this,
+            [this] { protege([this] { CmdModifica_Click(); }, "CmdModifica_Click"); });
+  connect(ui_->GrigCuentas, &Rejilla::mas, this,
+          [this] { protege([this] { CmdAltas_Click(); }, "CmdAltas_Click"); });
   alPulsar(ui_->CmdAltas, [this] { CmdAltas_Click(); });
   alPulsar(ui_->CmdBajas, [this] { CmdBajas_Click(); });
   alPulsar(ui_->CmdModifica, [this] { CmdModifica_Click(); });
@@ -24,32 +42,45 @@ FrmCuentasLista::FrmCuentasLista(Contexto& contexto)
 FrmCuentasLista::~FrmCuentasLista() = default;
 
 void FrmCuentasLista::Form_Load() {
-  DtaCuentas.bind(sesion().rutaEmpresa(), "Select * from Cuentas");
+  DtaCuentas.bind(sesion().rutaEmpresa(), fuentePlan(kListaCuentas, orden_));
+  ui_->GrigCuentas->setFocus();
+}
+
+void FrmCuentasLista::TxtBusquedaCuentas_Change() {
+  const QString texto = ui_->TxtBusquedaCuentas->text();
+  if (texto.isEmpty()) return;
+  if (ordenDe(texto) != orden_) {
+    orden_ = ordenDe(texto);
+    DtaCuentas.setRecordSource(fuentePlan(kListaCuentas, orden_));
+    DtaCuentas.Refresh();
+  }
+  if (buscaEnPlan(DtaCuentas, kListaCuentas, texto)) ui_->GrigCuentas->subeActual();
+}
+
+void FrmCuentasLista::TxtBusquedaCuentas_KeyPress(Tecla& tecla) {
+  if (!tecla.esIntro()) return;
+  tecla.tragar();
+  CmdModifica_Click();
 }
 
 void FrmCuentasLista::CmdAltas_Click() {
-  const QString codigo = ui_->GrigCuentas->valor("Cuenta");
-  const int filas = ui_->GrigCuentas->filas();
   mostrar("FrmCuentas", kAlta);
-  recarga(codigo);
-  if (ui_->GrigCuentas->filas() > filas) DtaCuentas.MoveLast();  // where a new row stands
 }
 
 void FrmCuentasLista::CmdModifica_Click() {
   const QString codigo = ui_->GrigCuentas->valor("Cuenta");
-  mostrar("FrmCuentas", kModificacion, codigo);
-  recarga(codigo);
+  if (!codigo.isEmpty()) mostrar("FrmCuentas", kModificacion, codigo);
 }
 
 void FrmCuentasLista::CmdCrearPlan_Click() {
   const QString codigo = ui_->GrigCuentas->valor("Cuenta");
   mostrar("FrmCrearPlan");
-  recarga(codigo);
+  situaEn(codigo);
 }
 
-void FrmCuentasLista::recarga(const QString& codigo) {
+void FrmCuentasLista::situaEn(const QString& codigo) {
   DtaCuentas.Refresh();
-  DtaCuentas.FindFirst("Cuenta = '" + codigo + "'");
+  DtaCuentas.FindFirst("Cuenta = " + entreComillas(codigo));
 }
 
 void FrmCuentasLista::CmdBajas_Click() {

@@ -1,5 +1,6 @@
 #include "accounts/frmdatosauxiliares.h"
 
+#include "common/comillas.h"
 #include "common/ignorar.h"
 #include "engine/dbengine.h"
 #include "toolkit/registro.h"
@@ -27,8 +28,8 @@ void FrmDatosAuxiliares::Form_Load() {
   }
   // A code typed over and not yet accepted has no row: the card is empty.
   ignorando([this] {
-    DtaSubcuenta.bind(sesion().rutaEmpresa(), "Select * from Subcuentas where subcuenta='" +
-                                                  ui_->TxtSubcuenta->text() + "'");
+    DtaSubcuenta.bind(sesion().rutaEmpresa(), "Select * from Subcuentas where subcuenta=" +
+                                                  entreComillas(ui_->TxtSubcuenta->text()));
     for (int i = 0; i < int(campos_.size()); ++i)
       campos_[i]->setText(DtaSubcuenta.Fields(kPrimerCampo + i).display());
   });

@@ -2,6 +2,7 @@
 
 #include "accounts/frmvisualizaplan.h"
 #include "accounts/llamada.h"
+#include "common/comillas.h"
 #include "common/funciones.h"
 #include "common/ignorar.h"
 #include "engine/dbengine.h"
@@ -53,11 +54,11 @@ void FrmSubCuentas::Form_Activate() {
 
 void FrmSubCuentas::abreModificacion() {
   const QString codigo = sesion().ValorElegido;
-  DtaCuentas.bind(sesion().rutaEmpresa(), "Select * from Cuentas where Cuenta='" +
-                                              codigo.left(sesion().DigitosCuenta) + "'");
+  DtaCuentas.bind(sesion().rutaEmpresa(), "Select * from Cuentas where Cuenta=" +
+                                              entreComillas(codigo.left(sesion().DigitosCuenta)));
   ui_->CmdDatosAuxiliares->setVisible(tieneFicha());
   DtaSubcuenta.bind(sesion().rutaEmpresa(),
-                    "Select * from Subcuentas where subcuenta='" + codigo + "'");
+                    "Select * from Subcuentas where subcuenta=" + entreComillas(codigo));
   if (DtaSubcuenta.Eof()) return;
   ui_->TxtSubcuenta->setText(DtaSubcuenta.Fields("Subcuenta").display());
   ui_->TxtDescripcion->setText(DtaSubcuenta.Fields("Descripcion").display());
@@ -76,7 +77,8 @@ void FrmSubCuentas::despliega(bool si) {
 
 void FrmSubCuentas::TxtSubcuenta_Change() {
   // The list is a help beside the typing: what it can't find stops nobody.
-  ignorando([this] { DtaCuentas2.FindFirst("Cuenta = '" + ui_->TxtSubcuenta->text() + "'"); });
+  ignorando(
+      [this] { DtaCuentas2.FindFirst("Cuenta = " + entreComillas(ui_->TxtSubcuenta->text())); });
 }
 
 bool FrmSubCuentas::tieneFicha() const {
@@ -92,7 +94,7 @@ void FrmSubCuentas::TxtSubcuenta_LostFocus() {
   if (ui_->TxtSubcuenta->text().isEmpty()) return;
   ui_->TxtSubcuenta->setText(ExpandeCodigo(ui_->TxtSubcuenta->text(), sesion().DigitosSubcuenta));
   DtaCuentas.bind(sesion().rutaEmpresa(),
-                  "Select * from Cuentas where Cuenta='" + cuentaEscrita() + "'");
+                  "Select * from Cuentas where Cuenta=" + entreComillas(cuentaEscrita()));
   if (!DtaCuentas.Eof()) return;
   if (pregunta("La cuenta no existe en el plan de cuentas, ¿ Desea crear una cuenta ?", "Error"))
     creaCuenta(cuentaEscrita());
@@ -111,6 +113,10 @@ void FrmSubCuentas::creaCuenta(const QString& cuenta) {
 
 void FrmSubCuentas::CmdAceptar_Click() {
   const QString codigo = ui_->TxtSubcuenta->text();
+  if (codigo.isEmpty()) {
+    mensaje("Necesita introducir el código de la subcuenta", "Error");
+    return enfocar(ui_->TxtSubcuenta);
+  }
   try {
     graba();
   } catch (const ErrorEjecucion& error) {

@@ -1,10 +1,13 @@
 #include "accounts/frmvisualizaplan.h"
 
 #include <QKeyEvent>
+#include <QTimer>
 #include <utility>
 
 #include "accounts/borrado.h"
+#include "accounts/buscaplan.h"
 #include "accounts/llamada.h"
+#include "accounts/widgets/teclasdebusqueda.h"
 #include "common/ignorar.h"
 #include "engine/dbengine.h"
 #include "toolkit/consulta.h"
@@ -13,12 +16,6 @@
 #include "ui_frmvisualizaplan.h"
 
 namespace {
-
-constexpr int kPorCodigo = 0;
-constexpr int kPorNombre = 1;
-const char* const kOrigenes[] = {"Select * from Subcuentas order by Subcuenta",
-                                 "Select * from Subcuentas order by Descripcion"};
-constexpr int kLargoNombre = 50;
 
 // A field that will have the focus again stands as on entering it: the next code is typed over.
 void muestraEn(QLineEdit& campo, const QString& codigo) {
@@ -43,8 +40,11 @@ FrmVisualizaPlan::FrmVisualizaPlan(Contexto& contexto)
   alRecolocar(DtaSubcuentas, [this] { DtaSubcuentas_Reposition(); });
   alElegirOpcion("OptClasifica", [this](int orden) { OptClasifica_Click(orden); });
   alCambiar(ui_->TxtBusquedaCuentas, [this] { TxtBusquedaCuentas_Change(); });
+  alBajarTecla(ui_->GrigSubCuentas, [this](QKeyEvent& evento) {
+    return llevaABusqueda(*ui_->TxtBusquedaCuentas, evento);
+  });
   alBajarTecla(ui_->TxtBusquedaCuentas,
-               [this](QKeyEvent& evento) { return TxtBusquedaCuentas_KeyDown(evento); });
+               [this](QKeyEvent& evento) { return mueveConFlechas(DtaSubcuentas, evento); });
   alTeclear(ui_->TxtBusquedaCuentas, [this](Tecla& tecla) { TxtBusquedaCuentas_KeyPress(tecla); });
   alPulsarMatriz("CmdMayor", [this](int grupo) { busca(QString::number(grupo)); });
   connect(ui_->GrigSubCuentas, &Rejilla::dobleClic, this, [this] { GrigSubCuentas_DblClick(); });
@@ -63,9 +63,11 @@ FrmVisualizaPlan::~FrmVisualizaPlan() = default;
 
 void FrmVisualizaPlan::Form_Load() {
   DtaSubcuentas.setDatabaseName(sesion().rutaEmpresa());
-  const QString inicio = std::exchange(sesion().ValorElegido, {});
+  anotaCampos();
+  QString inicio = std::exchange(sesion().ValorElegido, {});
+  if (inicio.isEmpty()) inicio = enCampo_.value_or(enLinea_);
   if (inicio.isEmpty()) {
-    setOpcion("OptClasifica", kPorCodigo);
+    setOpcion("OptClasifica", static_cast<int>(OrdenPlan::Codigo));
   } else {
     // The first row, on show where nothing is found, is no answer to what was typed.
     entrega_ = false;
@@ -74,6 +76,25 @@ void FrmVisualizaPlan::Form_Load() {
     if (encontrada_) DtaSubcuentas_Reposition();
   }
   ui_->GrigSubCuentas->setFocus();
+}
+
+// How many rows fit is known once the list is on the screen.
+void FrmVisualizaPlan::Form_Activate() {
+  if (encontrada_) QTimer::singleShot(0, ui_->GrigSubCuentas, &Rejilla::subeActual);
+}
+
+void FrmVisualizaPlan::anotaCampos() {
+  if (ctx.principal) enLinea_ = ctx.principal->TxtSubcuenta().text();
+  enCampo_ = textoDeDestino(ctx, destinosDeSubcuenta());
+}
+
+// Leaving by Escape is having looked: the fields hold again what they held.
+void FrmVisualizaPlan::keyPressEvent(QKeyEvent* evento) {
+  if (evento->key() == Qt::Key_Escape) {
+    if (ctx.principal) muestraEn(ctx.principal->TxtSubcuenta(), enLinea_);
+    if (enCampo_) entregarConsulta(ctx, destinosDeSubcuenta(), *enCampo_);
+  }
+  Formulario::keyPressEvent(evento);
 }
 
 void FrmVisualizaPlan::situaEn(const QString& codigo) {
@@ -90,7 +111,7 @@ void FrmVisualizaPlan::busca(const QString& texto) {
 }
 
 void FrmVisualizaPlan::OptClasifica_Click(int orden) {
-  DtaSubcuentas.setRecordSource(kOrigenes[orden]);
+  DtaSubcuentas.setRecordSource(fuentePlan(kListaSubcuentas, static_cast<OrdenPlan>(orden)));
   DtaSubcuentas.Refresh();
 }
 
@@ -99,33 +120,13 @@ void FrmVisualizaPlan::OptClasifica_Click(int orden) {
 void FrmVisualizaPlan::TxtBusquedaCuentas_Change() {
   const QString texto = ui_->TxtBusquedaCuentas->text();
   if (texto.isEmpty()) return;
-  const bool porCodigo = texto[0] < u'A';
-  const int orden = porCodigo ? kPorCodigo : kPorNombre;
-  if (opcion("OptClasifica") != orden) setOpcion("OptClasifica", orden);
-  ui_->TxtBusquedaCuentas->setMaxLength(porCodigo ? sesion().DigitosSubcuenta : kLargoNombre);
-  // A half-typed text may be no criterion, as one with a quote: like a search without a match, it
-  // leaves the list where it is.
-  encontrada_ =
-      ignorando([&] {
-        DtaSubcuentas.FindFirst(porCodigo ? "Subcuenta Like '" + texto + "*'"
-                                          : "Ucase([Descripcion]) Like '" + texto.toUpper() + "*'");
-      }) &&
-      !DtaSubcuentas.Recordset().NoMatch();
-}
-
-bool FrmVisualizaPlan::TxtBusquedaCuentas_KeyDown(QKeyEvent& evento) {
-  if (evento.key() != Qt::Key_Down && evento.key() != Qt::Key_Up) return false;
-  const bool baja = evento.key() == Qt::Key_Down;
-  ignorando([&] {  // an empty list has nowhere to go
-    if (baja)
-      DtaSubcuentas.MoveNext();
-    else
-      DtaSubcuentas.MovePrevious();
-    // Past either end the list would stand on no row.
-    if (DtaSubcuentas.Eof()) DtaSubcuentas.MoveLast();
-    if (DtaSubcuentas.Recordset().Bof()) DtaSubcuentas.MoveFirst();
-  });
-  return true;
+  const OrdenPlan orden = ordenDe(texto);
+  if (opcion("OptClasifica") != static_cast<int>(orden))
+    setOpcion("OptClasifica", static_cast<int>(orden));
+  ui_->TxtBusquedaCuentas->setMaxLength(orden == OrdenPlan::Codigo ? sesion().DigitosSubcuenta
+                                                                   : kLargoNombre);
+  encontrada_ = buscaEnPlan(DtaSubcuentas, kListaSubcuentas, ui_->TxtBusquedaCuentas->text());
+  if (encontrada_) ui_->GrigSubCuentas->subeActual();
 }
 
 void FrmVisualizaPlan::TxtBusquedaCuentas_KeyPress(Tecla& tecla) {

@@ -14,7 +14,8 @@ class FrmBusca : public Formulario {
 
  protected:
   // Puts the rows of a statement on show and closes. With no rows the user reads `sinFilas`, unless
-  // it is empty.
+  // it is empty. Any other failure (a quote in a text, a lock of another station) goes up, with the
+  // journal on show as it was and the dialog open.
   void localiza(const QString& sentencia, const QString& sinFilas);
   void error(const QString& texto) { mensaje(texto, QStringLiteral("Error")); }
 };

@@ -46,22 +46,36 @@ std::span<const DestinoConsulta> destinosDeTipoIVA() {
   return kTiposIVA;
 }
 
-bool entregarConsulta(Contexto& contexto, std::span<const DestinoConsulta> destinos,
-                      const QString& codigo) {
+namespace {
+
+QWidget* campoDe(const Contexto& contexto, std::span<const DestinoConsulta> destinos) {
   for (const auto& destino : destinos) {
     if (destino.codigoAccion != contexto.sesion.CodigoAccion) continue;
     const auto* forma = contexto.formularios->abierto(QLatin1String(destino.formulario));
-    if (!forma) return false;
-    const QLatin1String nombre(destino.control);
-    if (auto* campo = forma->findChild<QLineEdit*>(nombre)) {
-      campo->setText(codigo);
-      return true;
-    }
-    if (auto* combo = forma->findChild<QComboBox*>(nombre)) {
-      combo->setCurrentText(codigo);
-      return true;
-    }
+    return forma ? forma->findChild<QWidget*>(QLatin1String(destino.control)) : nullptr;
+  }
+  return nullptr;
+}
+
+}  // namespace
+
+bool entregarConsulta(Contexto& contexto, std::span<const DestinoConsulta> destinos,
+                      const QString& codigo) {
+  QWidget* control = campoDe(contexto, destinos);
+  if (auto* campo = qobject_cast<QLineEdit*>(control)) {
+    campo->setText(codigo);
+  } else if (auto* combo = qobject_cast<QComboBox*>(control)) {
+    combo->setCurrentText(codigo);
+  } else {
     return false;
   }
-  return false;
+  return true;
+}
+
+std::optional<QString> textoDeDestino(const Contexto& contexto,
+                                      std::span<const DestinoConsulta> destinos) {
+  const QWidget* control = campoDe(contexto, destinos);
+  if (const auto* campo = qobject_cast<const QLineEdit*>(control)) return campo->text();
+  if (const auto* combo = qobject_cast<const QComboBox*>(control)) return combo->currentText();
+  return std::nullopt;
 }

@@ -4,6 +4,7 @@
 // knows none of them; a form that isn't open, or a code that isn't in the table, gets nothing.
 #pragma once
 
+#include <optional>
 #include <QString>
 #include <span>
 
@@ -23,3 +24,7 @@ std::span<const DestinoConsulta> destinosDeTipoIVA();
 // Writes `codigo` into the field that the session's CodigoAccion names. True if there was one.
 bool entregarConsulta(Contexto& contexto, std::span<const DestinoConsulta> destinos,
                       const QString& codigo);
+
+// What the field that the session's CodigoAccion names holds; nothing if there is none.
+std::optional<QString> textoDeDestino(const Contexto& contexto,
+                                      std::span<const DestinoConsulta> destinos);

@@ -216,6 +216,11 @@ int Rejilla::filaActual() const {
   return currentIndex().isValid() ? currentIndex().row() : -1;
 }
 
+void Rejilla::subeActual() {
+  sincronizar();
+  scrollTo(currentIndex(), PositionAtTop);
+}
+
 int Rejilla::anchoDe(const Columna& columna) const {
   return fontMetrics().horizontalAdvance(QLatin1Char('0')) * (columna.ancho + 2);
 }

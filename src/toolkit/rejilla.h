@@ -59,6 +59,9 @@ class Rejilla : public QTableView {
   // The text on show in a cell of any row.
   QString texto(int fila, int columna) const;
 
+  // Scrolls so that the current row is the first on show: what follows a hit is seen with it.
+  void subeActual();
+
   // Each column takes the width of a button that stands over it; `reparto` gives for each column
   // its button, and a button given twice is shared out by halves.
   void alinearCon(const std::vector<QWidget*>& reparto);

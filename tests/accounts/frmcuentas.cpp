@@ -34,6 +34,17 @@ TEST(FrmCuentas, LosNivelesSeBuscanPorCodigoYPorNombreHaciaAbajoYHaciaArriba) {
   t.enfoca("TxtN01N");
   e.guion.esperaMensaje(kSinNivel, "Error");
   t.escribe("TxtN01N", "9");
+  // A group typed back narrows again.
+  t.escribe("TxtN01N", "4");
+  t.tab();
+  EXPECT_EQ(t.control<QComboBox>("TxtN02T").count(), 8);
+  t.elige("TxtN02T", "Personal");
+  EXPECT_EQ(niveles(t), "4|Acreedores y deudores por operaciones de tráfico|46|Personal");
+  t.escribe("TxtCuenta", "");
+  t.tecla(Qt::Key_Delete);
+  e.guion.esperaMensaje("Necesita introducir el código de la cuenta", "Error");
+  t.pulsa("CmdAceptar");
+  EXPECT_EQ(t.enfocado(), "TxtCuenta");
 }
 
 TEST(FrmCuentas, UnaRepetidaSeDiceYSePuedeCorregirYUnaModificadaGuardaSuCodigo) {
@@ -82,6 +93,29 @@ TEST(FrmCuentasLista, SigueLoQueSeDaDeAltaYSeModifica) {
   });
   t.pulsa("CmdModifica");
   EXPECT_EQ(lista.valor("Descripcion"), "Caja, euros");
+  EXPECT_EQ(lista.texto(1, 0), "570");  // in order of codes
+
+  // Keys over the list search in it; Enter changes the row found and "+" creates one.
+  t.enfoca("GrigCuentas");
+  t.teclea("caj");
+  EXPECT_EQ(t.enfocado(), "TxtBusquedaCuentas");
+  EXPECT_EQ(lista.valor("Cuenta"), "570");
+  t.tecla(Qt::Key_Up);
+  EXPECT_EQ(lista.valor("Descripcion"), "Bancos");  // in order of names now
+  t.enfoca("GrigCuentas");
+  t.teclea("43");
+  e.guion.esperaDialogo("FrmCuentas", [](Teclado& d) {
+    EXPECT_EQ(d.textoDe("TxtCuenta"), "430");
+    d.escape();
+  });
+  t.intro();
+  t.enfoca("GrigCuentas");
+  e.guion.esperaDialogo("FrmCuentas", [](Teclado& d) {
+    EXPECT_EQ(d.forma().windowTitle(), "Alta de cuenta");
+    d.escape();
+  });
+  t.teclea("+");
+  EXPECT_EQ(lista.valor("Cuenta"), "430");
 }
 
 TEST(FrmTabla, LoTecleadoQuedaEnElFicheroAlDejarLaCelda) {

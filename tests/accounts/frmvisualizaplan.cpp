@@ -43,17 +43,18 @@ TEST(FrmVisualizaPlan, SigueLoQueSeTecleaPorCodigoOPorNombre) {
       {"", "57", "57200001", 0},        {"", "572 ", "57200001", 0},
       {"", "bodegas l", "43000002", 1}, {"", "Á", "43000001", 1},
       {"", "zeta", "57200001", 1},  // nothing found: the first by name stays
-      {"", "o'", "57200001", 1},    // nor can a quote be looked for
-      {"banco", "", "57200001", 1},     {"43000002", "", "43000002", 0},
-      {"banco", "47", "47200001", 0},
+      {"", "d'o", "43000009", 1},       {"banco", "", "57200001", 1},
+      {"43000002", "", "43000002", 0},  {"banco", "47", "47200001", 0},
   };
   EscenarioConsulta e;
+  e.inserta("Subcuentas",
+            {{"Subcuenta", "43000009"}, {"Cuenta", "430"}, {"Descripcion", "D'Ors y Cía."}});
   for (const auto& caso : casos) {
     SCOPED_TRACE(testing::Message() << caso.inicio << '+' << caso.teclas);
     e.consulta(caso.inicio, [&](Teclado& d) {
       EXPECT_EQ(d.enfocado(), "GrigSubCuentas");
+      d.teclea(caso.teclas);  // over the list: they go to the search field
       d.enfoca("TxtBusquedaCuentas");
-      d.teclea(caso.teclas);
       EXPECT_EQ(fila(d), caso.fila);
       EXPECT_TRUE(
           d.control<QAbstractButton>(caso.orden ? "OptClasifica_1" : "OptClasifica_0").isChecked());
@@ -62,7 +63,31 @@ TEST(FrmVisualizaPlan, SigueLoQueSeTecleaPorCodigoOPorNombre) {
     });
     EXPECT_FALSE(e.abierto("FrmVisualizaPlan"));
     EXPECT_EQ(e.linea(), caso.fila);
+    Teclado(*e.principal).control<QLineEdit>("TxtSubcuenta").clear();
   }
+}
+
+TEST(FrmVisualizaPlan, EmpiezaEnElCodigoDelCampoYEscapeLoDevuelve) {
+  EscenarioConsulta e;
+  for (int i = 10; i < 60; ++i)
+    e.inserta("Subcuentas", {{"Subcuenta", QString("430000%1").arg(i)}, {"Descripcion", "Otro"}});
+  auto& campo = Teclado(*e.principal).control<QLineEdit>("TxtSubcuenta");
+  campo.setText("43000040");
+  const auto primera = [](Teclado& d) {
+    const auto& lista = d.control<Rejilla>("GrigSubCuentas");
+    return lista.texto(lista.rowAt(0), 0);
+  };
+  e.consulta({}, [&](Teclado& d) {
+    EXPECT_EQ(fila(d), "43000040");
+    EXPECT_EQ(primera(d), "43000040");
+    d.teclea("430000");
+    EXPECT_EQ(primera(d), "43000001");  // a hit stands at the top
+    d.teclea("2");
+    EXPECT_EQ(primera(d), "43000020");
+    EXPECT_EQ(e.linea(), "43000020");
+    d.escape();
+  });
+  EXPECT_EQ(e.linea(), "43000040");
 }
 
 TEST(FrmVisualizaPlan, LasFlechasLosGruposYElOrdenMuevenLaLista) {

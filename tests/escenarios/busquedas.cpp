@@ -102,6 +102,22 @@ TEST_F(Busquedas, SayWhatIsNotThereAndWhatCanNotBeLookedFor) {
   }
 }
 
+// Only the lack of a row is "not there": what couldn't be looked for is told as it is, and leaves
+// the journal and the dialog where they were.
+TEST_F(Busquedas, TellAFailureApartFromNothingFound) {
+  enLinea(118, 0);
+  busca({"MnuLocDescripcion", "TxtDescripcion", "d'ors"}, [&](Teclado& d) {
+    guion.esperaMensaje(
+        "Error 3075: " +
+            ErrorEjecucion(err::kErrorDeSintaxis, "'*D'ORS*' order by Nasiento").descripcion(),
+        "Librano");
+    acepta(d);
+    d.escape();
+  });
+  EXPECT_EQ(rejilla().filas(), 10);
+  EXPECT_EQ(t->textoDe("TxtAsiento"), "118");
+}
+
 TEST_F(Busquedas, FindWhatHasBeenTickedOff) {
   const char* const kNinguna = "No se ha encontrado ninguna partida con el punteo seleccionado";
   // The space bar marks with the frame closed too; a double click doesn't.
