@@ -1,9 +1,13 @@
 #include "company/sesionempresa.h"
 
+#include <utility>
+
 #include "common/ignorar.h"
-#include "engine/recordset.h"
+#include "engine/filas.h"
 
 namespace {
+
+constexpr int kNombre = 1;
 
 struct CampoTexto {
   int ordinal;
@@ -11,16 +15,16 @@ struct CampoTexto {
 };
 
 constexpr CampoTexto kTextos[] = {
-    {1, &Sesion::EmpresaActual},     {4, &Sesion::DireccionEmpresa},
-    {5, &Sesion::ProvinciaEmpresa},  {6, &Sesion::CPEmpresa},
-    {7, &Sesion::PoblacionEmpresa},  {8, &Sesion::PaisEmpresa},
-    {9, &Sesion::NifEmpresa},        {10, &Sesion::TelefonoEmpresa},
-    {11, &Sesion::FaxEmpresa},       {12, &Sesion::GerenteEmpresa},
-    {16, &Sesion::CuentaIVA1},       {17, &Sesion::CuentaProveedores},
-    {18, &Sesion::SubcuentaCompras}, {19, &Sesion::CuentaIVA2},
-    {20, &Sesion::CuentaClientes},   {21, &Sesion::SubcuentaVentas},
-    {23, &Sesion::FechaNoModificar}, {27, &Sesion::MascaraImporte},
-    {28, &Sesion::SimboloMoneda},    {32, &Sesion::CuentaIVA3},
+    {kNombre, &Sesion::EmpresaActual}, {4, &Sesion::DireccionEmpresa},
+    {5, &Sesion::ProvinciaEmpresa},    {6, &Sesion::CPEmpresa},
+    {7, &Sesion::PoblacionEmpresa},    {8, &Sesion::PaisEmpresa},
+    {9, &Sesion::NifEmpresa},          {10, &Sesion::TelefonoEmpresa},
+    {11, &Sesion::FaxEmpresa},         {12, &Sesion::GerenteEmpresa},
+    {16, &Sesion::CuentaIVA1},         {17, &Sesion::CuentaProveedores},
+    {18, &Sesion::SubcuentaCompras},   {19, &Sesion::CuentaIVA2},
+    {20, &Sesion::CuentaClientes},     {21, &Sesion::SubcuentaVentas},
+    {23, &Sesion::FechaNoModificar},   {27, &Sesion::MascaraImporte},
+    {28, &Sesion::SimboloMoneda},      {32, &Sesion::CuentaIVA3},
     {33, &Sesion::CuentaIVA4},
 };
 
@@ -48,6 +52,21 @@ void leeEmpresa(Recordset& empresa, Sesion& sesion) {
   ignorando([&] { sesion.CapitalSocialEmpresa = empresa.Fields(13).number(); });
   ignorando([&] { sesion.LimpiarAsiento = empresa.Fields(25).Value().toBool(); });
   ignorando([&] { sesion.ControlarAsiento = empresa.Fields(26).Value().toBool(); });
+}
+
+QString leeEmpresa(Recordset& empresa, Sesion& sesion, const QString& elegida) {
+  sesion.EmpresaActual = elegida;
+  leeEmpresa(empresa, sesion);
+  const QString escrita = std::exchange(sesion.EmpresaActual, elegida);
+  if (escrita.compare(elegida, Qt::CaseInsensitive) == 0) {
+    sesion.EmpresaActual = escrita;
+    return {};
+  }
+  ignorando([&] {
+    empresa.Edit();
+    completa(empresa, [&] { empresa.Fields(kNombre) = elegida; });
+  });
+  return escrita;
 }
 
 bool empresaCerrada(const Sesion& sesion) {

@@ -247,7 +247,8 @@ void FrmMenu::abreEmpresa(const QString& nombre) {
     DtaEmpresaActual_.bind(sesion().rutaEmpresa(), fuente);
     throw;
   }
-  leeEmpresa(DtaEmpresaActual_.Recordset(), sesion());
+  const QString otra = leeEmpresa(DtaEmpresaActual_.Recordset(), sesion(), nombre);
+  if (!otra.isEmpty()) anotaCambioDeNombre(otra);
   ctx.motor.setYear(sesion().AnoActual);
   ui->TxtAñoActual->setText(QString::number(sesion().AnoActual));
   ui->TxtSubcuenta->setMaxLength(sesion().DigitosSubcuenta);
@@ -261,6 +262,15 @@ void FrmMenu::abreEmpresa(const QString& nombre) {
   ui->TxtFecha->setText(
       NormalizaFecha(ui->TxtFecha->text().left(6) + QString::number(sesion().AnoActual),
                      sesion().AnoActual, ctx.reloj->hoy()));
+}
+
+void FrmMenu::anotaCambioDeNombre(const QString& otra) {
+  ignorando([&] {
+    RegistraError(ctx.carpetaPrograma, 0,
+                  QStringLiteral("Los datos de la empresa %1 llevaban el nombre %2; toman el suyo")
+                      .arg(sesion().EmpresaActual, otra),
+                  QStringLiteral("TxtEmpresa_Change - FrmMenu"));
+  });
 }
 
 // A sign, not a lock: nothing in the entry line asks for it.

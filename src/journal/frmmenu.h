@@ -73,6 +73,7 @@ class FrmMenu : public Formulario, public Principal {
   void TxtEmpresa_Change();
   void TxtEmpresa_Click();
   void abreEmpresa(const QString& nombre);
+  void anotaCambioDeNombre(const QString& otra);
   void refrescaEmpresa();
   void avisaDeVersion();
 

@@ -190,6 +190,7 @@ void FrmMenu::TxtNombreCuenta_LostFocus() {
   // The title is that of the form's other questions about a subcuenta.
   if (!pregunta(QStringLiteral("¿Desea cambiar el nombre de la subcuenta?"),
                 QStringLiteral("Eliminar"))) {
+    ignorando([this] { buscaSubcuenta(); });  // its name is shown again
     return;
   }
   DtaSubcuenta_.Edit();

@@ -108,8 +108,7 @@ TEST_F(Busquedas, TellAFailureApartFromNothingFound) {
   enLinea(118, 0);
   busca({"MnuLocDescripcion", "TxtDescripcion", "d'ors"}, [&](Teclado& d) {
     guion.esperaMensaje(
-        "Error 3075: " +
-            ErrorEjecucion(err::kErrorDeSintaxis, "'*D'ORS*' order by Nasiento").descripcion(),
+        "Error 3075: " + ErrorEjecucion(err::kErrorDeSintaxis, "' order by Nasiento").descripcion(),
         "Librano");
     acepta(d);
     d.escape();

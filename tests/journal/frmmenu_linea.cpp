@@ -138,8 +138,12 @@ TEST_F(FrmMenuLinea, RenamesASubcuentaWhenAnswered) {
     t->intro();
     EXPECT_EQ(t->enfocado(), "TxtSubcuenta");
     EXPECT_EQ(valor("Select Descripcion from Subcuentas where Subcuenta='43000001'"), queda);
+    EXPECT_EQ(t->textoDe("TxtNombreCuenta"), queda);  // the real one
   }
-  // A quote spoils the search and nothing else.
+  // A name with an apostrophe is looked for; in a code it spoils the search and nothing else.
+  t->escribe("TxtSubcuenta", "d'");
+  t->intro();
+  EXPECT_TRUE(errores().isEmpty());
   t->escribe("TxtSubcuenta", "43'");
   t->intro();
   ASSERT_EQ(errores().size(), 1);

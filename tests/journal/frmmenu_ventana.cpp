@@ -175,6 +175,23 @@ TEST_F(FrmMenuVentana, TakesWhatTheCompanysScreenChanges) {
   EXPECT_EQ(siguiente(), "50");
 }
 
+// A folder copied by hand holds the name of the company it was copied from.
+TEST_F(FrmMenuVentana, PostsIntoTheCompanyThatWasPicked) {
+  creaOtra();
+  ASSERT_TRUE(QFile::remove(carpetaDatos() + "/Otra/Conta.MDB"));
+  ASSERT_TRUE(
+      QFile::copy(carpetaDatos() + "/Prueba/Conta.MDB", carpetaDatos() + "/Otra/Conta.MDB"));
+  t->elige("TxtEmpresa", "Otra");
+  EXPECT_EQ(ctx.sesion.EmpresaActual, "Otra");
+  EXPECT_EQ(valor("Select NombreEmpresa from Empresa"), "Otra");
+  linea("57000001", "100", {}, kFecha);
+  EXPECT_EQ(valor("Select Count(NLinea) from Diario"), "1");
+  ASSERT_EQ(errores().size(), 1);
+  EXPECT_TRUE(errores()[0].contains("Otra llevaban el nombre Prueba")) << qPrintable(errores()[0]);
+  abreEmpresa("Prueba");
+  EXPECT_EQ(valor("Select Count(NLinea) from Diario"), "0");
+}
+
 TEST_F(FrmMenuVentana, KeepsSearchButtonsOverTheirColumns) {
   const auto& rejilla = t->control<Rejilla>("GrdApuntes");
   const auto borde = [&](const char* boton, bool derecho) {
