@@ -80,15 +80,6 @@ void addIndex(Connection& connection, const QString& table, const Index& index) 
 
 }  // namespace
 
-Field& TableDef::CreateField(const QString& name, FieldType type, int size) {
-  ::Field field;
-  field.Name = name;
-  field.Type = type;
-  field.Size = size;
-  Fields.push_back(field);
-  return Fields.back();
-}
-
 Database::Database(std::shared_ptr<Connection> connection) : connection_(std::move(connection)) {}
 Database::~Database() = default;
 
@@ -217,15 +208,6 @@ QStringList Database::QueryDefs() const {
     QStringList names;
     for (const QueryDef& query : connection_->schema()->queries()) names += query.Name;
     return names;
-  });
-}
-
-QueryDef Database::queryDef(const QString& name) const {
-  return guarded(*connection_, [&] {
-    connection_->freshen();
-    const QueryDef* query = connection_->schema()->query(name);
-    if (!query) throw ErrorEjecucion(err::kElementoNoEncontrado, name);
-    return *query;
   });
 }
 

@@ -1,6 +1,7 @@
 #include "engine/dbengine.h"
 
 #include <QDate>
+#include <QFile>
 #include <QFileInfo>
 #include <QHash>
 #include <QThread>
@@ -123,6 +124,19 @@ void DBEngine::forget(const QString& systemPath) {
   const auto gone =
       d_->pool.take(QFileInfo(file.path()).canonicalFilePath() + u'/' + file.fileName()).lock();
   d_->byText.removeIf([&](const auto& known) { return known.value().lock() == gone; });
+}
+
+bool DBEngine::exists(const QString& path) const {
+  return QFileInfo(rutaSistema(path)).isFile();
+}
+
+void DBEngine::DeleteDatabase(const QString& path) {
+  const QString file = rutaSistema(path);
+  if (!exists(path)) throw ErrorEjecucion(err::kBaseNoEncontrada, path);
+  if (const auto open = d_->pool.value(QFileInfo(file).canonicalFilePath()).lock()) open->commit();
+  if (!QFile::remove(file)) throw ErrorEjecucion(err::kPermisoDenegado, path);
+  QFile::remove(file + QStringLiteral("-journal"));
+  forget(file);
 }
 
 void DBEngine::setLockTimeout(int milliseconds) {

@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "common/errorejecucion.h"
+#include "engine/lang/catalog.h"
 #include "engine/recordset.h"
 #include "engine/tabledef.h"
 
@@ -44,7 +45,6 @@ class Database {
   // runs.
   void CreateQueryDef(const QString& name, const QString& statement);  // 3012 if it exists
   QStringList QueryDefs() const;                                       // names in order of creation
-  QueryDef queryDef(const QString& name) const;                        // 3265
   void deleteQuery(const QString& name);
 
   // A table, query or statement. 3061 unknown field, 3075 syntax, 3078 unknown source.
@@ -75,6 +75,13 @@ class DBEngine : public QObject {
   ~DBEngine() override;
 
   Workspace& Workspaces(int item);  // only 0
+
+  // Whether there is a file at a path; it needn't be one that can be opened.
+  bool exists(const QString& path) const;
+  // Removes a file with all that is kept beside it. What still has it open keeps reading the rows
+  // that it had, and a file made later in its place is another one. 3024 when it isn't there, 70
+  // when it can't be removed, 3186 while it has changes that can't be committed.
+  void DeleteDatabase(const QString& path);
   // Checks the file, rebuilds what can be derived (indexes, running sums) and puts it right in
   // place. 3343 for a file that is no database.
   void RepairDatabase(const QString& path);

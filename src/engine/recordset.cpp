@@ -99,10 +99,6 @@ Recordset::EditMode Recordset::editMode() const {
   return run(impl_, [](Impl& impl) { return impl.mode(); });
 }
 
-bool Recordset::Updatable() const {
-  return run(impl_, [](Impl& impl) { return impl.rows.plan().updatable; });
-}
-
 void Recordset::MoveFirst() {
   run(impl_, [](Impl& impl) {
     impl.first();

@@ -72,7 +72,6 @@ class Recordset {
   void Delete();  // the position stays on the deleted row until a move
   enum class EditMode { None, InProgress, Add };
   EditMode editMode() const;
-  bool Updatable() const;
 
   // Position. MoveFirst and MoveLast raise 3021 on an empty recordset; MoveNext past the end and
   // MovePrevious before the start too.

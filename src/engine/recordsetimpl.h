@@ -2,9 +2,6 @@
 // members see to it that the group is committed before they go up.
 #pragma once
 
-#include <QMap>
-
-#include "engine/dbengine.h"
 #include "engine/recordset.h"
 #include "engine/rowset.h"
 
@@ -49,17 +46,12 @@ class Recordset::Impl {
 
   const Row& currentRow();
   const Field* base(int ordinal) const;
-  void checkKey(bool adding) const;
-  void checkTwin(const QString& column, const QString& key, bool adding) const;
   int insert();
   int store();
 
   std::shared_ptr<Connection> connection_;
   QHash<QString, int> ordinals_;
   std::vector<Field> fields_;  // of the base table
-  QStringList primary_;
-  bool ownRowNumbers_ = false;
-  bool hasOwnTables_ = false;
 
   Place place_ = Place::Nowhere;
   int position_ = -1;
@@ -68,5 +60,5 @@ class Recordset::Impl {
 
   EditMode mode_ = EditMode::None;
   Row edited_;
-  QMap<QString, Variant> changed_;  // by base column
+  Values changed_;
 };

@@ -139,20 +139,20 @@ void RowSet::readWindow(int position) {
   windowEnd_ = end;
 }
 
-void RowSet::written(bool wasCurrent, int position) {
-  near_.erase(position);
-  if (wasCurrent) stamp_ = connection_->stamp(plan().baseTable);
+void RowSet::Change::written(int position) {
+  rows_.near_.erase(position);
+  if (wasCurrent_) rows_.stamp_ = rows_.connection_->stamp(rows_.plan().baseTable);
 }
 
-int RowSet::added(bool wasCurrent, qint64 key) {
-  tail_.push_back(key);
-  if (wasCurrent) stamp_ = connection_->stamp(plan().baseTable);
-  return total() - 1;
+int RowSet::Change::added(Key key) {
+  rows_.tail_.push_back(key);
+  if (wasCurrent_) rows_.stamp_ = rows_.connection_->stamp(rows_.plan().baseTable);
+  return rows_.total() - 1;
 }
 
-void RowSet::deleted(bool wasCurrent, int position) {
-  deleted_.insert(position);
-  written(wasCurrent, position);
+void RowSet::Change::deleted(int position) {
+  rows_.deleted_.insert(position);
+  written(position);
 }
 
 int RowSet::findFirst(const QString& criterion) {

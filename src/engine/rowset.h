@@ -29,8 +29,8 @@ class RowSet {
   // Whether there is a row at the position; reads on only beyond the known ones.
   bool has(int position) { return position < known() || position < total(); }
   // The row's key: the file's row number, or the position where rows have no number.
-  qint64 key(int position) const;
-  int positionOf(qint64 key);  // -1 if it isn't in the set
+  Key key(int position) const;
+  int positionOf(Key key);  // -1 if it isn't in the set
 
   // The row as the file has it now, read with its neighbours; nullptr if it is gone. It stands
   // until the next call.
@@ -42,18 +42,31 @@ class RowSet {
   bool isDeleted(int position) const { return deleted_.contains(position); }
   int deletedCount() const { return static_cast<int>(deleted_.size()); }
 
-  // After the file was written through this set; what else was kept stays good. `wasCurrent` is
-  // isCurrent() before the writing.
-  bool isCurrent() const { return stamp_ == connection_->stamp(plan().baseTable); }
-  void written(bool wasCurrent, int position);
-  int added(bool wasCurrent, qint64 key);  // its position
-  void deleted(bool wasCurrent, int position);
+  // One change of the table through this set: made before the store is told, and told after it
+  // what became of the rows. What else was kept then stays good, unless it was old already; a
+  // change that failed tells nothing.
+  //   Change change(rows);
+  //   if (store.update(...)) change.written(position);
+  class Change {
+   public:
+    explicit Change(RowSet& rows) : rows_(rows), wasCurrent_(rows.isCurrent()) {}
+    Change(const Change&) = delete;
+    Change& operator=(const Change&) = delete;
+    void written(int position);
+    int added(Key key);  // its position
+    void deleted(int position);
+
+   private:
+    RowSet& rows_;
+    bool wasCurrent_;
+  };
 
   // The first position from `from` on that meets a criterion; -1 if none does.
   int findFirst(const QString& criterion);
   int findNext(const QString& criterion, int from);
 
  private:
+  bool isCurrent() const { return stamp_ == connection_->stamp(plan().baseTable); }
   void readWhole();
   void readOtherKeys();
   void discardOld();
@@ -66,7 +79,7 @@ class RowSet {
   Compiled compiled_;
   KeySet keys_;  // shared with other sets of the same source
   bool allKeys_ = true;
-  std::vector<qint64> tail_;  // rows added through this set
+  std::vector<Key> tail_;  // rows added through this set
   QSet<int> deleted_;
   std::vector<Row> whole_;  // of a source without keys
 

@@ -1,10 +1,10 @@
-// Definitions of what a database file holds: tables with their columns and indexes, stored queries.
+// Definitions of what a set of books holds: tables with their columns and indexes, stored queries.
 #pragma once
 
 #include <QStringList>
 #include <vector>
 
-#include "engine/lang/catalog.h"
+#include "common/variant.h"
 
 // A column being defined. `Size` matters for text only.
 struct Field {
@@ -14,6 +14,10 @@ struct Field {
   QString DefaultValue;  // as written in the definition: "0", "\"1\""; empty for none
   bool AllowZeroLength = false;
 };
+
+// The value that a new row has in a column; Null without a default.
+//   Type Text, DefaultValue "\"1\""  ->  "1"        Type Boolean, no default  ->  false
+Variant defaultValue(const Field& field);
 
 struct Index {
   QString Name;

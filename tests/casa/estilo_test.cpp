@@ -21,7 +21,6 @@ const QStringList kHaciaArriba = {
     "engine/database.cpp -> engine/sqlite/schema.h",
     "engine/database.cpp -> engine/sqlite/views.h",
     "engine/dbengine.cpp -> engine/sqlite/connection.h",
-    "engine/recordsetimpl.cpp -> engine/sqlite/schema.h",
     "engine/rowreader.cpp -> engine/sqlite/connection.h",
     "engine/rowset.h -> engine/sqlite/connection.h",
 };

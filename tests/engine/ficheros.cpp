@@ -58,8 +58,13 @@ TEST_F(Ficheros, ElNuevoNoEsElQueSeBorroAbierto) {
     const auto abierta = area.OpenDatabase(barras);
     abierta->appendTable({"Vieja", {{"Codigo", FieldType::Long, 0, {}, false}}, {}});
     engine.flush();
-    ASSERT_TRUE(QFile::remove(ruta));
+    escribe("Conta.MDB-journal", {});
+    engine.DeleteDatabase(ruta);
+    EXPECT_FALSE(engine.exists(ruta));
+    EXPECT_FALSE(QFileInfo::exists(ruta + "-journal"));
+    EXPECT_EQ(numeroDeError([&] { engine.DeleteDatabase(ruta); }), err::kBaseNoEncontrada);
     manera();
+    EXPECT_TRUE(engine.exists(barras));
     EXPECT_FALSE(area.OpenDatabase(ruta)->TableDefs().contains("Vieja")) << &manera - maneras;
     EXPECT_FALSE(area.OpenDatabase(barras)->TableDefs().contains("Vieja")) << &manera - maneras;
   }

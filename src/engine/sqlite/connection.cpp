@@ -301,6 +301,11 @@ std::shared_ptr<const Schema> Connection::schema() {
   return schema_;
 }
 
+std::shared_ptr<const Definitions> Connection::definitions() {
+  freshen();
+  return schema();
+}
+
 void Connection::definitionsChanged() {
   schema_.reset();
   plans_.clear();

@@ -37,7 +37,7 @@ struct Compiled {
   QList<Variant> params;
 };
 
-class Connection {
+class Connection : public Store {
  public:
   // What the connections of a process share: the wait for locks, and who is to be told that a group
   // was opened and will have to be committed, or that one was lost at the closing of its file.
@@ -53,7 +53,7 @@ class Connection {
   Connection(const QString& systemPath, const QString& path, std::shared_ptr<Settings> settings);
   // Makes the file, with the engine's own tables and the locale noted in it. 3026, 75.
   static void create(const QString& systemPath, const QString& path, const QString& locale);
-  ~Connection();
+  ~Connection() override;
   Connection(const Connection&) = delete;
   Connection& operator=(const Connection&) = delete;
 
@@ -73,8 +73,9 @@ class Connection {
   // is fresh and nobody else's. commit() raises 3186 while others are reading beyond the wait, and
   // then the group is still open; 3026 and 3043 when it has been undone.
   void beginGroup(Doing doing = Doing::Locking);
-  void commit();
-  bool inGroup() const { return inGroup_; }
+  void begin(Doing doing) override { beginGroup(doing); }
+  void commit() override;
+  bool inGroup() const override { return inGroup_; }
   qint64 groupAge() const { return groupClock_.elapsed(); }  // milliseconds
   // Commits before an error goes up to whoever called: what was done before a failure stays. If the
   // group turns out to be lost, that is the error that must go up, and is raised here.
@@ -87,6 +88,11 @@ class Connection {
   // Looks whether another station has written, if that wasn't looked at a moment ago.
   void freshen();
 
+  Key insert(const QString& table, const Values& values) override;
+  bool update(const QString& table, Key key, const Values& values) override;
+  bool remove(const QString& table, Key key) override;
+
+  std::shared_ptr<const Definitions> definitions() override;
   std::shared_ptr<const Schema> schema();
   void definitionsChanged();  // by this process
   void noteDefinitions();     // the same, and in the file, so that other stations notice
@@ -132,6 +138,8 @@ class Connection {
   void close();
   void lookAtDataVersion(Statement& statement);
   void dropOldestPrepared();
+  void checkKey(const QString& table, Key key, const Values& values);
+  void checkTwin(const QString& table, const QString& column, const QString& value, Key key);
 
   sqlite3* db_ = nullptr;
   QString path_;

@@ -124,8 +124,7 @@ Schema::Schema(Connection& connection) {
 
 void Schema::readTable(Connection& connection, const QString& name) {
   TableDef def;
-  Table table;
-  def.Name = table.name = name;
+  def.Name = name;
   Statement columns = connection.prepare(
       QStringLiteral("SELECT name, type, dflt_value, pk FROM pragma_table_info(?1) ORDER BY cid"));
   columns.bind(1, name);
@@ -145,14 +144,11 @@ void Schema::readTable(Connection& connection, const QString& name) {
       ++keyColumns;
       wholeKey = declared.compare(QLatin1String("INTEGER"), Qt::CaseInsensitive) == 0;
     }
-    table.columns.push_back({field.Name, field.Type, field.Size});
     def.Fields.push_back(std::move(field));
   }
   if (keyColumns == 1 && wholeKey) rowNumberTables_ += name.toCaseFolded();
   readIndexes(connection, def);
-  tableAt_.insert(name.toCaseFolded(), static_cast<int>(tables_.size()));
-  definitions_.push_back(std::move(def));
-  tables_.push_back(std::move(table));
+  add(std::move(def));
 }
 
 void Schema::readIndexes(Connection& connection, TableDef& table) {
@@ -178,10 +174,7 @@ void Schema::readIndexes(Connection& connection, TableDef& table) {
 void Schema::readQueries(Connection& connection) {
   Statement all = connection.prepare(QStringLiteral("SELECT Nombre, Texto FROM %1 ORDER BY Orden")
                                          .arg(QLatin1String(own::kQueries)));
-  while (all.step()) {
-    queryAt_.insert(all.text(0).toCaseFolded(), static_cast<int>(queries_.size()));
-    queries_.push_back({all.text(0), all.text(1)});
-  }
+  while (all.step()) add(QueryDef{all.text(0), all.text(1)});
 }
 
 void Schema::readSums(Connection& connection) {
@@ -190,36 +183,7 @@ void Schema::readSums(Connection& connection) {
                                         "ORDER BY Orden")
                              .arg(QLatin1String(own::kSums)));
   while (all.step())
-    sums_.push_back(
-        describeSums(all.integer(0), all.text(1), all.text(2), all.text(3), sumKeys(all.text(4))));
-}
-
-const Catalog::Table* Schema::table(const QString& name) const {
-  const auto found = tableAt_.constFind(name.toCaseFolded());
-  return found == tableAt_.cend() ? nullptr : &tables_[static_cast<std::size_t>(*found)];
-}
-
-std::optional<QString> Schema::queryText(const QString& name) const {
-  const QueryDef* found = query(name);
-  return found ? std::optional(found->Sql) : std::nullopt;
-}
-
-const TableDef* Schema::definition(const QString& name) const {
-  const auto found = tableAt_.constFind(name.toCaseFolded());
-  return found == tableAt_.cend() ? nullptr : &definitions_[static_cast<std::size_t>(*found)];
-}
-
-const QueryDef* Schema::query(const QString& name) const {
-  const auto found = queryAt_.constFind(name.toCaseFolded());
-  return found == queryAt_.cend() ? nullptr : &queries_[static_cast<std::size_t>(*found)];
-}
-
-QStringList Schema::primaryColumns(const QString& table) const {
-  const TableDef* def = definition(table);
-  if (def)
-    for (const Index& index : def->Indexes)
-      if (index.Primary) return index.Fields;
-  return {};
+    add(describeSums(all.integer(0), all.text(1), all.text(2), all.text(3), sumKeys(all.text(4))));
 }
 
 bool Schema::rowNumberIsColumn(const QString& table) const {
@@ -232,16 +196,6 @@ void checkName(const QString& name) {
                        return c < u' ' || QStringView(u"[]\"'`.;!").contains(c);
                      });
   if (wrong) throw ErrorEjecucion(err::kLlamadaNoValida, name);
-}
-
-Variant defaultValue(const Field& field) {
-  // A yes/no is one or the other from the start, never Null.
-  if (field.DefaultValue.isEmpty())
-    return field.Type == FieldType::Boolean ? Variant(false) : Variant();
-  bool isNumber = false;
-  const double number = field.DefaultValue.toDouble(&isNumber);
-  return convertTo(field.Type, field.Size,
-                   isNumber ? Variant(number) : Variant(unquoted(field.DefaultValue, u'"')));
 }
 
 QString createTableSql(const TableDef& table) {

@@ -8,8 +8,7 @@
 
 #include <QHash>
 
-#include "engine/lang/catalog.h"
-#include "engine/tabledef.h"
+#include "engine/definitions.h"
 
 class Connection;
 
@@ -24,24 +23,13 @@ QStringList definitions();
 bool isOwn(const QString& name);
 }  // namespace own
 
-class Schema : public Catalog {
+class Schema : public Definitions {
  public:
   // Reads the file; one made by another tool may lack the engine's own tables.
   explicit Schema(Connection& connection);
 
-  const Table* table(const QString& name) const override;
-  std::optional<QString> queryText(const QString& name) const override;
-  const std::vector<RunningSums>& runningSums() const override { return sums_; }
-
-  // Definitions in order of creation; nullptr for a name that isn't there.
-  const std::vector<TableDef>& tables() const { return definitions_; }
-  const std::vector<QueryDef>& queries() const { return queries_; }
-  const TableDef* definition(const QString& name) const;
-  const QueryDef* query(const QString& name) const;
   bool hasView(const QString& query) const { return views_.contains(query.toCaseFolded()); }
   bool hasOwnTables() const { return hasOwn_; }
-  // Columns that no row may have Null in.
-  QStringList primaryColumns(const QString& table) const;
   // Whether one of the columns is the row number itself, in a file of another tool.
   bool rowNumberIsColumn(const QString& table) const;
 
@@ -51,12 +39,6 @@ class Schema : public Catalog {
   void readQueries(Connection& connection);
   void readSums(Connection& connection);
 
-  std::vector<TableDef> definitions_;
-  std::vector<Table> tables_;
-  std::vector<QueryDef> queries_;
-  std::vector<RunningSums> sums_;
-  QHash<QString, int> tableAt_;  // by folded name
-  QHash<QString, int> queryAt_;
   QStringList views_;                   // folded names
   QStringList rowNumberTables_;         // folded names
   QHash<QString, QString> properties_;  // "Objeto\nPropiedad"
@@ -67,7 +49,5 @@ class Schema : public Catalog {
 QString createTableSql(const TableDef& table);
 // 5 for a name that can't be written between brackets; the engine's own names are refused too.
 void checkName(const QString& name);
-// The value that a new row has in a column; Null without a default.
-Variant defaultValue(const Field& field);
 // The index's name in the file, where names are common to all tables.
 QString indexName(const QString& table, const QString& index);

@@ -6,13 +6,10 @@
 
 #include <QList>
 
-#include "common/variant.h"
+#include "engine/store.h"
 
 class Connection;
 struct sqlite3_stmt;
-
-// What was being done when a statement failed: the same condition has different numbers.
-enum class Doing { Reading, Locking, Writing, Committing };
 
 // A statement in the cache of its connection.
 struct Prepared {

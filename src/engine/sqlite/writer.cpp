@@ -1,0 +1,120 @@
+// Rows written, one by one, with the checks that the file's own engine doesn't make.
+#include <algorithm>
+
+#include "engine/sqlite/connection.h"
+#include "engine/sqlite/schema.h"
+
+namespace {
+
+// A row number is never used twice, or a recordset that still names a deleted row would show
+// another.
+QString nextRowSql(const QString& table) {
+  return QStringLiteral(
+             "SELECT max(coalesce((SELECT max(rowid) FROM %1), 0), "
+             "coalesce((SELECT Ultima FROM librano_filas WHERE Tabla = ?1), 0)) + 1")
+      .arg(bracketed(table));
+}
+
+QString noteLastRowSql(const QString& table) {
+  return QStringLiteral(
+             "INSERT OR REPLACE INTO librano_filas SELECT ?1, ?2 "
+             "WHERE NOT EXISTS (SELECT 1 FROM %1 WHERE rowid > ?2)")
+      .arg(bracketed(table));
+}
+
+// Whether the engine deals out the table's row numbers.
+bool ownRowNumbers(const Schema& schema, const QString& table) {
+  return schema.hasOwnTables() && !schema.rowNumberIsColumn(table);
+}
+
+// The value that the row will have in a column of its primary key.
+Variant keyValue(const Schema& schema, const QString& table, const QString& column,
+                 const Values& values) {
+  if (values.contains(column)) return values.value(column);
+  for (const Field& field : schema.definition(table)->Fields)
+    if (field.Name == column) return defaultValue(field);
+  return {};
+}
+
+}  // namespace
+
+// `key` is 0 for a row that is being added.
+void Connection::checkKey(const QString& table, Key key, const Values& values) {
+  const QStringList primary = schema()->primaryColumns(table);
+  for (const QString& column : primary) {
+    if (key != 0 && !values.contains(column)) continue;
+    const Variant value = keyValue(*schema(), table, column, values);
+    if (value.isNull()) throw ErrorEjecucion(err::kClaveNula, column);
+    if (value.isText() && primary.size() == 1) checkTwin(table, column, value.text(), key);
+  }
+}
+
+// The file's index takes PEÑA and Peña for two keys: it knows the case of the plain letters only.
+void Connection::checkTwin(const QString& table, const QString& column, const QString& value,
+                           Key key) {
+  if (std::all_of(value.begin(), value.end(), [](QChar c) { return c.unicode() < 0x80; })) return;
+  Statement twin =
+      prepare(QStringLiteral(
+                  "SELECT 1 FROM %1 WHERE mayusculas(%2) = mayusculas(?1) AND rowid <> ?2 LIMIT 1")
+                  .arg(bracketed(table), bracketed(column)));
+  twin.bind({value, key});
+  if (twin.step()) throw ErrorEjecucion(err::kClaveDuplicada);
+}
+
+Key Connection::insert(const QString& table, const Values& values) {
+  checkKey(table, 0, values);
+  QStringList columns, marks;
+  QList<Variant> bound;
+  Key key = 0;
+  if (ownRowNumbers(*schema(), table)) {
+    Statement next = prepare(nextRowSql(table));
+    next.bind(1, table).step();
+    key = next.integer(0);
+    columns += QStringLiteral("rowid");
+    bound += key;
+  }
+  for (auto it = values.cbegin(); it != values.cend(); ++it) {
+    columns += bracketed(it.key());
+    bound += it.value();
+  }
+  for (qsizetype i = 1; i <= bound.size(); ++i) marks += u'?' + QString::number(i);
+  QString sql = QStringLiteral("INSERT INTO ") + bracketed(table);
+  sql += columns.isEmpty()
+             ? QStringLiteral(" DEFAULT VALUES")
+             : QStringLiteral(" (") + columns.join(QStringLiteral(", ")) +
+                   QStringLiteral(") VALUES (") + marks.join(QStringLiteral(", ")) + u')';
+  prepare(sql, Doing::Writing).bind(bound).execute();
+  touched(table);
+  return key == 0 ? lastRowNumber() : key;
+}
+
+bool Connection::update(const QString& table, Key key, const Values& values) {
+  checkKey(table, key, values);
+  if (values.isEmpty()) return true;
+  QStringList sets;
+  QList<Variant> bound{key};
+  for (auto it = values.cbegin(); it != values.cend(); ++it) {
+    bound += it.value();
+    sets += bracketed(it.key()) + QStringLiteral(" = ?") + QString::number(bound.size());
+  }
+  prepare(QStringLiteral("UPDATE ") + bracketed(table) + QStringLiteral(" SET ") +
+              sets.join(QStringLiteral(", ")) + QStringLiteral(" WHERE rowid = ?1"),
+          Doing::Writing)
+      .bind(bound)
+      .execute();
+  if (changedRows() == 0) return false;
+  touched(table);
+  return true;
+}
+
+bool Connection::remove(const QString& table, Key key) {
+  prepare(QStringLiteral("DELETE FROM ") + bracketed(table) + QStringLiteral(" WHERE rowid = ?1"),
+          Doing::Writing)
+      .bind(1, key)
+      .execute();
+  if (changedRows() == 0) return false;
+  touched(table);
+  if (ownRowNumbers(*schema(), table))
+    prepare(noteLastRowSql(table), Doing::Writing).bind({table, key}).execute();
+  return true;
+}
