@@ -6,11 +6,13 @@
 #include <iostream>
 
 #include "common/errorejecucion.h"
-#include "engine/lang/statementkey.h"
+#include "engine/lang/resolve.h"
 #include "engine/sqlite/functions.h"
-#include "engine/sqlite/plan.h"
+#include "engine/sqlite/readers.h"
 
 namespace {
+
+constexpr int kAno = 2003;
 
 class Libro : public Catalog {
  public:
@@ -95,18 +97,27 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   const QString text =
       QString::fromUtf8(reinterpret_cast<const char*>(data), static_cast<qsizetype>(size));
   try {
-    const Plan plan = compile(text, libro, 2003);
-    if (statementKey(text, 2003).literals !=
-        plan.params.first(statementKey(text, 2003).literals.size()))
-      std::abort();
-    libro.mustAccept(plan.wholeSql);
-    if (plan.updatable) libro.mustAccept(plan.keysSql);
-    if (plan.updatable) libro.mustAccept(plan.rowSql);
+    const lang::Parsed parsed(text, kAno);
+    const auto query = lang::resolved(parsed, libro, kAno);
+    lang::eachExpr(std::as_const(*query), [&](const lang::Expr& expr) {
+      lang::anyPart(expr, [&](const lang::Expr& part) {
+        if (part.place == lang::Expr::Place::Statement && part.parameter >= query->literals)
+          std::abort();
+        return false;
+      });
+    });
+    const Texts texts = textsOf(*query);
+    libro.mustAccept(texts.wholeSql);
+    if (lang::hasKeys(*query)) libro.mustAccept(texts.keysSql);
+    if (lang::hasKeys(*query)) libro.mustAccept(texts.rowSql);
   } catch (const ErrorEjecucion&) {
   }
   for (const char* source : {"Lineas", "Saldos", "Distintas"}) {
     try {
-      libro.mustAccept(compileCriterion(QString::fromUtf8(source), text, libro, 2003).sql);
+      const lang::Parsed parsed(QString::fromUtf8(source), kAno);
+      const auto query = lang::matching(parsed, text, libro, kAno);
+      const Texts texts = textsOf(*query);
+      libro.mustAccept(lang::hasKeys(*query) ? texts.keysSql : texts.wholeSql);
     } catch (const ErrorEjecucion&) {
       continue;
     }

@@ -8,46 +8,7 @@
 
 namespace {
 
-constexpr int kWindow = 512;
-
-// A source without keys can't be taken up again where it was left without running it from the
-// start, so a long one is laid down in a temporary table, which holds no lock on the file.
-class Laid {
- public:
-  Laid(Connection& connection, const Compiled& compiled) : connection_(connection) {
-    static quint64 number = 0;
-    name_ = QStringLiteral("temp.lectura_%1").arg(++number);
-    QStringList columns;
-    for (std::size_t i = 0; i < compiled.plan->columns.size(); ++i)
-      columns += QStringLiteral("c%1").arg(i);
-    connection_.execute(QStringLiteral("CREATE TABLE ") + name_ + QStringLiteral(" (") +
-                        columns.join(QStringLiteral(", ")) + u')');
-    connection_
-        .prepare(QStringLiteral("INSERT INTO ") + name_ + u' ' + compiled.plan->wholeSql,
-                 Doing::Writing)
-        .bind(compiled.params)
-        .execute();
-    windowSql_ = QStringLiteral("SELECT ") + columns.join(QStringLiteral(", ")) +
-                 QStringLiteral(" FROM ") + name_ +
-                 QStringLiteral(" WHERE rowid > ?1 ORDER BY rowid LIMIT ?2");
-  }
-  ~Laid() {
-    try {
-      connection_.execute(QStringLiteral("DROP TABLE ") + name_);
-    } catch (const ErrorEjecucion&) {
-      // It goes with the connection.
-    }
-  }
-  Laid(const Laid&) = delete;
-  Laid& operator=(const Laid&) = delete;
-
-  QString windowSql() const { return windowSql_; }
-
- private:
-  Connection& connection_;
-  QString name_;
-  QString windowSql_;
-};
+constexpr std::size_t kWindow = 512;
 
 }  // namespace
 
@@ -55,69 +16,50 @@ struct RowReader::Private {
   std::shared_ptr<Connection> connection;
   Compiled compiled;
   QHash<QString, int> ordinals;
+  // A source with keys is read in windows of rows, any other through its cursor.
   KeySet keys;
-  std::unique_ptr<Laid> laid;
-  bool ended = false;
-  qint64 read = 0;  // rows, or keys, taken so far
+  std::size_t read = 0;  // keys taken so far
   std::vector<Row> window;
   std::size_t at = 0;  // the row after the current one
+  std::unique_ptr<Cursor> cursor;
+  bool standing = false;
 
   const Plan& plan() const { return *compiled.plan; }
-  const Variant& value(int ordinal) const {
-    if (at == 0) throw ErrorEjecucion(err::kSinRegistroActivo);
+  Variant value(int ordinal) const {
+    if (!standing) throw ErrorEjecucion(err::kSinRegistroActivo);
     if (ordinal < 0 || ordinal >= static_cast<int>(plan().columns.size()))
       throw ErrorEjecucion(err::kElementoNoEncontrado, QString::number(ordinal));
-    return window[at - 1][static_cast<std::size_t>(ordinal)];
+    return cursor ? cursor->value(ordinal) : window[at - 1][static_cast<std::size_t>(ordinal)];
   }
-
-  void readByKey();
-  void readFirstWhole();
-  void readLaid();
+  bool next();
 };
 
-void RowReader::Private::readByKey() {
-  const Connection::Reading reading(*connection);
-  Statement statement = connection->prepare(plan().rowSql);
-  const auto end = std::min<qint64>(read + kWindow, static_cast<qint64>(keys->size()));
-  for (; read < end; ++read) {
-    statement.bind(1, (*keys)[static_cast<std::size_t>(read)]);
-    if (statement.step()) window.push_back(rowOf(statement, plan().columns));
-    statement.reset();
+bool RowReader::Private::next() {
+  if (cursor) return cursor->next();
+  while (at == window.size()) {
+    window.clear();
+    at = 0;
+    if (read == keys->size()) return false;
+    const std::size_t count = std::min(kWindow, keys->size() - read);
+    plan().reader->rows(std::span(*keys).subspan(read, count),
+                        [&](Key, Row&& row) { window.push_back(std::move(row)); });
+    read += count;
   }
-  ended = read == static_cast<qint64>(keys->size());
-}
-
-void RowReader::Private::readFirstWhole() {
-  {
-    const Connection::Reading reading(*connection);
-    Statement statement = connection->prepare(plan().wholeSql);
-    statement.bind(compiled.params);
-    while (static_cast<int>(window.size()) < kWindow && !ended) {
-      ended = !statement.step();
-      if (!ended) window.push_back(rowOf(statement, plan().columns));
-    }
-  }
-  if (ended) return;
-  window.clear();
-  laid = std::make_unique<Laid>(*connection, compiled);
-}
-
-void RowReader::Private::readLaid() {
-  Statement statement = connection->prepare(laid->windowSql());
-  statement.bind({read, kWindow});
-  while (statement.step()) window.push_back(rowOf(statement, plan().columns));
-  read += static_cast<qint64>(window.size());
-  ended = static_cast<int>(window.size()) < kWindow;
+  ++at;
+  return true;
 }
 
 RowReader::RowReader(Database& database, const QString& source) : d_(std::make_unique<Private>()) {
   d_->connection = database.connection();
   guarded(*d_->connection, [&] {
-    const Connection::Reading reading(*d_->connection);
-    d_->compiled = d_->connection->compiled(source);
-    if (d_->plan().updatable) d_->keys = d_->connection->keys(d_->compiled);
+    const auto hold = d_->connection->hold();
+    d_->compiled = d_->connection->sources().compiled(source);
+    if (d_->plan().updatable) {
+      d_->keys = d_->connection->sources().keys(d_->compiled);
+    } else {
+      d_->cursor = d_->plan().reader->run(d_->compiled.literals);
+    }
   });
-  if (!d_->keys) guarded(*d_->connection, [&] { d_->readFirstWhole(); });
   const auto& columns = d_->plan().columns;
   for (std::size_t i = 0; i < columns.size(); ++i)
     d_->ordinals.insert(columns[i].name.toCaseFolded(), static_cast<int>(i));
@@ -142,20 +84,7 @@ int RowReader::ordinal(const QString& name) const {
 }
 
 bool RowReader::next() {
-  return guarded(*d_->connection, [&] {
-    while (d_->at == d_->window.size()) {
-      if (d_->ended) {
-        d_->window.clear();
-        d_->at = 0;
-        return false;
-      }
-      d_->window.clear();
-      d_->at = 0;
-      d_->laid ? d_->readLaid() : d_->readByKey();
-    }
-    ++d_->at;
-    return true;
-  });
+  return guarded(*d_->connection, [&] { return d_->standing = d_->next(); });
 }
 
 Variant RowReader::value(int ordinal) const {
@@ -169,6 +98,6 @@ QString RowReader::text(int ordinal) const {
 }
 
 double RowReader::number(int ordinal) const {
-  const Variant& value = d_->value(ordinal);
+  const Variant value = d_->value(ordinal);
   return value.isNull() ? 0 : value.number();
 }

@@ -1,6 +1,7 @@
 // Reads a source once, forward, without keeping its rows: for books and exports of any length.
 //
-// Rows are read in windows, and no lock is held between two windows.
+// No lock is held between two rows. Rows with keys are read in windows, as they stand by then;
+// those of any other source are all of one state.
 #pragma once
 
 #include <memory>

@@ -9,24 +9,23 @@ constexpr int kScreenful = 32;
 constexpr int kStretch = 256;
 constexpr std::size_t kRowsKept = 4096;
 constexpr int kFirstKeys = 128;  // more than any screen shows
+constexpr int kFirstMatches = 16;
+
+// Whether the row that a criterion's cursor stands on meets it; Null is no.
+bool isMatch(const Cursor& cursor) {
+  const Variant met = cursor.value(0);
+  return !met.isNull() && met.number() != 0;
+}
 
 }  // namespace
 
-Row rowOf(const Statement& statement, const std::vector<OutputColumn>& columns) {
-  Row row;
-  row.reserve(columns.size());
-  for (std::size_t i = 0; i < columns.size(); ++i)
-    row.push_back(statement.value(static_cast<int>(i), columns[i].type));
-  return row;
-}
-
 RowSet::RowSet(std::shared_ptr<Connection> connection, const QString& source, Opening opening)
     : connection_(std::move(connection)), source_(source) {
-  const Connection::Reading reading(*connection_);
-  compiled_ = connection_->compiled(source);
+  const auto hold = connection_->hold();
+  compiled_ = connection_->sources().compiled(source);
   if (plan().updatable) {
     const int limit = opening == Opening::FirstRows ? kFirstKeys : -1;
-    keys_ = connection_->keys(compiled_, limit);
+    keys_ = connection_->sources().keys(compiled_, limit);
     allKeys_ = static_cast<int>(keys_->size()) != limit;
   } else {
     readWhole();
@@ -35,14 +34,18 @@ RowSet::RowSet(std::shared_ptr<Connection> connection, const QString& source, Op
 }
 
 void RowSet::readWhole() {
-  Statement statement = connection_->prepare(plan().wholeSql);
-  statement.bind(compiled_.params);
-  while (statement.step()) whole_.push_back(rowOf(statement, plan().columns));
+  const auto cursor = plan().reader->run(compiled_.literals);
+  const int columns = static_cast<int>(plan().columns.size());
+  while (cursor->next()) {
+    Row& row = whole_.emplace_back();
+    row.reserve(plan().columns.size());
+    for (int column = 0; column < columns; ++column) row.push_back(cursor->value(column));
+  }
 }
 
 void RowSet::readOtherKeys() {
-  const Connection::Reading reading(*connection_);
-  const KeySet all = connection_->keys(compiled_);
+  const auto hold = connection_->hold();
+  const KeySet all = connection_->sources().keys(compiled_);
   // Rows that were shown stay where they were, whoever wrote since.
   const auto moved = std::mismatch(keys_->begin(), keys_->end(), all->begin(), all->end());
   if (moved.first == keys_->end()) {
@@ -83,7 +86,6 @@ int RowSet::positionOf(qint64 key) {
 }
 
 void RowSet::discardOld() {
-  connection_->freshen();
   if (isCurrent()) return;
   near_.clear();
   windowFirst_ = windowEnd_ = -1;
@@ -105,15 +107,25 @@ const Row* RowSet::row(int position) {
 const Row* RowSet::rowToChange(int position) {
   if (!plan().updatable || isDeleted(position)) return row(position);
   discardOld();
-  if (!near_.contains(position)) near_.emplace(position, readRow(position));
+  readRows(position, position + 1);
   return row(position);
 }
 
-std::optional<Row> RowSet::readRow(int position) {
-  Statement statement = connection_->prepare(plan().rowSql);
-  statement.bind(1, key(position));
-  if (!statement.step()) return std::nullopt;
-  return rowOf(statement, plan().columns);
+// Those of the positions whose rows aren't kept, in one go.
+void RowSet::readRows(int first, int end) {
+  std::vector<int> wanted;
+  std::vector<Key> keys;
+  for (int at = first; at < end; ++at) {
+    if (near_.contains(at)) continue;
+    wanted.push_back(at);
+    keys.push_back(key(at));
+  }
+  auto next = wanted.begin();
+  plan().reader->rows(keys, [&](Key found, Row&& row) {
+    while (key(*next) != found) near_.emplace(*next++, std::nullopt);
+    near_.emplace(*next++, std::move(row));
+  });
+  while (next != wanted.end()) near_.emplace(*next++, std::nullopt);
 }
 
 void RowSet::readWindow(int position) {
@@ -127,14 +139,13 @@ void RowSet::readWindow(int position) {
   first = std::max(first, 0);
   end = std::min(end, known());
   if (near_.size() > kRowsKept) near_.clear();
-  const Connection::Reading reading(*connection_);
+  const auto hold = connection_->hold();
   // The look at the file may have shown that what is kept is old.
   if (!isCurrent()) {
     near_.clear();
     stamp_ = connection_->stamp(plan().baseTable);
   }
-  for (int at = first; at < end; ++at)
-    if (!near_.contains(at)) near_.emplace(at, readRow(at));
+  readRows(first, end);
   windowFirst_ = first;
   windowEnd_ = end;
 }
@@ -156,19 +167,28 @@ void RowSet::Change::deleted(int position) {
 }
 
 int RowSet::findFirst(const QString& criterion) {
-  const Connection::Reading reading(*connection_);
-  const FindPlan find = connection_->criterionPlan(source_, criterion);
-  Statement statement = connection_->prepare(find.sql);
-  statement.bind(find.params);
-  while (statement.step()) {
-    const int position = positionOf(statement.integer(0));
-    if (position >= 0 && !isDeleted(position)) return position;
+  const auto hold = connection_->hold();
+  const Compiled find = connection_->sources().matching(source_, criterion);
+  if (!find.plan->updatable) {
+    const auto cursor = find.plan->reader->run(find.literals);
+    for (int position = 0; cursor->next(); ++position)
+      if (isMatch(*cursor) && has(position) && !isDeleted(position)) return position;
+    return -1;
+  }
+  // The first of them is nearly always a row of the set.
+  for (const int most : {kFirstMatches, -1}) {
+    const std::vector<Key> keys = find.plan->reader->keys(find.literals, most);
+    for (const Key key : keys) {
+      const int position = positionOf(key);
+      if (position >= 0 && !isDeleted(position)) return position;
+    }
+    if (static_cast<int>(keys.size()) < most) break;
   }
   return -1;
 }
 
 int RowSet::findNext(const QString& criterion, int from) {
-  const Connection::Reading reading(*connection_);
+  const auto hold = connection_->hold();
   const Stamp now = connection_->stamp(plan().baseTable);
   if (criterion != criterion_ || now != criterionStamp_) {
     matches_ = matches(criterion);
@@ -180,13 +200,16 @@ int RowSet::findNext(const QString& criterion, int from) {
 }
 
 std::vector<int> RowSet::matches(const QString& criterion) {
-  const FindPlan find = connection_->criterionPlan(source_, criterion);
-  Statement statement = connection_->prepare(find.sql);
-  statement.bind(find.params);
-  std::vector<qint64> keys;
-  while (statement.step()) keys.push_back(statement.integer(0));
-  std::sort(keys.begin(), keys.end());
+  const Compiled find = connection_->sources().matching(source_, criterion);
   std::vector<int> positions;
+  if (!find.plan->updatable) {
+    const auto cursor = find.plan->reader->run(find.literals);
+    for (int position = 0; cursor->next() && position < total(); ++position)
+      if (isMatch(*cursor)) positions.push_back(position);
+    return positions;
+  }
+  std::vector<Key> keys = find.plan->reader->keys(find.literals, -1);
+  std::sort(keys.begin(), keys.end());
   for (int position = 0; position < total(); ++position)
     if (!isDeleted(position) && std::binary_search(keys.begin(), keys.end(), key(position)))
       positions.push_back(position);

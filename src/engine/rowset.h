@@ -5,16 +5,12 @@
 // is asked for them; what others wrote meanwhile may be among them.
 #pragma once
 
+#include <optional>
 #include <QSet>
 #include <unordered_map>
 
 #include "engine/recordset.h"
 #include "engine/sqlite/connection.h"
-
-using Row = std::vector<Variant>;
-
-// The row that a statement stands on.
-Row rowOf(const Statement& statement, const std::vector<OutputColumn>& columns);
 
 class RowSet {
  public:
@@ -71,7 +67,7 @@ class RowSet {
   void readOtherKeys();
   void discardOld();
   void readWindow(int position);
-  std::optional<Row> readRow(int position);
+  void readRows(int first, int end);
   std::vector<int> matches(const QString& criterion);
 
   std::shared_ptr<Connection> connection_;

@@ -1,24 +1,73 @@
 // The border between the books and whatever keeps them.
 //
 // Above it stand recordsets, Data controls and the statement language; below it one set of books in
-// its keeper's own terms (engine/sqlite). What crosses it is rows and values, never a statement of
-// the keeper's. Everything raises ErrorEjecucion with the classic numbers, and nothing else.
+// its keeper's own terms (engine/sqlite). What crosses it is resolved queries and rows, in batches,
+// and never a statement of the keeper's: a book of a hundred thousand lines is some hundreds of
+// calls. Everything raises ErrorEjecucion with the classic numbers, and nothing else.
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <QMap>
+#include <span>
+#include <vector>
 
 #include "common/variant.h"
 #include "engine/definitions.h"
 
+namespace lang {
+struct Query;
+}
+
 // Of a row: steady, the store's own, never used twice.
 using Key = qint64;
+using Row = std::vector<Variant>;
 // Values to be written, by column as its table spells it.
 using Values = QMap<QString, Variant>;
 
 // What was being done when something failed: the same condition has different numbers. A store that
 // others hold is 3260 for Reading and Locking, 3186 for Writing and Committing.
 enum class Doing { Reading, Locking, Writing, Committing };
+
+// The state of a table's rows, to be compared and nothing else: while it stays the same, rows read
+// earlier are those that stand there.
+struct Stamp {
+  qint64 parts[3] = {-1, -1, -1};
+  bool operator==(const Stamp&) const = default;
+};
+
+// Keeps what is read through one store in one state, as long as it lives; others may have to wait
+// with their writing, so it is for reads that follow each other at once.
+class Hold {
+ public:
+  virtual ~Hold() = default;
+  Hold() = default;
+  Hold(const Hold&) = delete;
+  Hold& operator=(const Hold&) = delete;
+};
+
+// Rows in the order of their query, each seen once. Nobody waits while one is being gone through.
+class Cursor {
+ public:
+  virtual ~Cursor() = default;
+  virtual bool next() = 0;  // before the first row too; false past the last
+  virtual Variant value(int column) const = 0;
+};
+
+using RowTaker = std::function<void(Key, Row&&)>;
+
+// One compiled query. It lives no longer than its store.
+class Reader {
+ public:
+  virtual ~Reader() = default;
+  // `literals` are the values of those taken out of the statement, in order.
+  virtual std::unique_ptr<Cursor> run(const QList<Variant>& literals) = 0;
+  // Of queries with keys (lang::hasKeys) only: those of the rows, in order; `most` of them, or all
+  // for -1.
+  virtual std::vector<Key> keys(const QList<Variant>& literals, int most) = 0;
+  // Hands over the rows of some keys in the order of the keys; those that are gone are left out.
+  virtual void rows(std::span<const Key> keys, const RowTaker& take) = 0;
+};
 
 // One set of books: a company's year, or the catalogue of companies.
 class Store {
@@ -27,6 +76,14 @@ class Store {
 
   // As they are now, whoever changed them.
   virtual std::shared_ptr<const Definitions> definitions() = 0;
+
+  // A query over them, resolved by these definitions; one without outputs is read by its keys
+  // alone.
+  virtual std::shared_ptr<Reader> compile(const lang::Query& query) = 0;
+  // Moved by whoever writes rows of the table, others' writing seen within some milliseconds, and
+  // at once in a group or a hold. Without a name it is that of all tables.
+  virtual Stamp stamp(const QString& table) = 0;
+  virtual std::unique_ptr<Hold> hold() = 0;
 
   // The group of updates. Opening it keeps all others from writing (3260, or 3186 for who is
   // Writing at once; 3027), so what is read afterwards is fresh and nobody else's; within one it

@@ -67,19 +67,16 @@ struct Binder::Item {
   QString qualifier;  // the source of a plain column
 };
 
-std::unique_ptr<Query> Binder::source(const QString& source) {
-  if (!isStatement(source)) return named(sourceName(source));
-  std::vector<Token> words = tokens(source);
-  numberLiterals(words);
-  return statement(parseStatement(words, ano_));
+std::unique_ptr<Query> Binder::source(const Parsed& source) {
+  return source.isStatement() ? statement(source.tree()) : named(source.name());
 }
 
-std::unique_ptr<Query> Binder::filtered(const QString& source, const QString& criterion) {
+std::unique_ptr<Query> Binder::filtered(const Parsed& source, const QString& criterion) {
   Source only;
   only.id = newSourceId();
   only.query = this->source(source);
-  if (!isStatement(source)) {
-    only.alias = sourceName(source);
+  if (!source.isStatement()) {
+    only.alias = source.name();
   } else if (only.query->from->kind == From::Kind::Source) {
     only.alias = only.query->from->source.alias;
   }

@@ -3,6 +3,7 @@
 
 #include <memory>
 
+#include "engine/lang/parsed.h"
 #include "engine/lang/query.h"
 
 namespace lang {
@@ -12,9 +13,9 @@ class Binder {
   Binder(const Catalog& catalog, int ano) : catalog_(catalog), ano_(ano) {}
 
   // A table name, a query name or a statement. 3061, 3075, 3078, 3464.
-  std::unique_ptr<Query> source(const QString& source);
+  std::unique_ptr<Query> source(const Parsed& source);
   // The rows of `source` for which `criterion` holds; its columns are those of the source.
-  std::unique_ptr<Query> filtered(const QString& source, const QString& criterion);
+  std::unique_ptr<Query> filtered(const Parsed& source, const QString& criterion);
   // A stored query by itself.
   std::unique_ptr<Query> stored(const QString& name);
 

@@ -125,6 +125,7 @@ struct Query {
   std::vector<Order> orderBy;
   bool distinct = false;
   bool grouped = false;
+  int literals = 0;  // taken out of the statement: what is run has as many values
 };
 
 // The sources of a FROM in the order in which they are written.

@@ -4,8 +4,8 @@
 #include <QFileInfo>
 #include <QThread>
 
-#include "engine/lang/statementkey.h"
 #include "engine/sqlite/functions.h"
+#include "engine/sqlite/readers.h"
 #include "engine/sqlite/schema.h"
 
 namespace {
@@ -13,8 +13,6 @@ namespace {
 constexpr int kPollEvery = 2;  // milliseconds
 constexpr qint64 kLookEvery = 2'000'000;
 constexpr std::size_t kPreparedKept = 256;
-constexpr int kPlansKept = 512;
-constexpr std::size_t kKeySetsKept = 4;
 
 struct Wait {
   const int* timeout;
@@ -68,7 +66,8 @@ Connection::Connection(const QString& systemPath, const QString& path,
     : path_(path),
       systemPath_(systemPath),
       settings_(std::move(settings)),
-      waiting_(std::make_unique<Waiting>()) {
+      waiting_(std::make_unique<Waiting>()),
+      sources_(*this, settings_->year) {
   const QFileInfo file(systemPath);
   if (!file.isFile()) throw ErrorEjecucion(err::kBaseNoEncontrada, path);
   if (file.size() == 0) throw ErrorEjecucion(err::kFormatoNoReconocido, path);
@@ -246,9 +245,11 @@ void Connection::touched(const QString& table) {
   ++tableChanges_[table];
 }
 
-Stamp Connection::stamp(const QString& table) const {
-  const quint64 changes = table.isEmpty() ? allChanges_ : tableChanges_.value(table);
-  return {dataVersion_, generation_, changes};
+Stamp Connection::stamp(const QString& table) {
+  freshen();
+  // Moved by other stations; by definitions and what the library undid; by this process.
+  const qint64 changes = table.isEmpty() ? allChanges_ : tableChanges_.value(table);
+  return {{dataVersion_, generation_, changes}};
 }
 
 void Connection::freshen() {
@@ -292,7 +293,6 @@ void Connection::lookAtDataVersion(Statement& statement) {
   if (now == definitionsVersion_) return;
   definitionsVersion_ = now;
   schema_.reset();
-  plans_.clear();
   ++generation_;
 }
 
@@ -308,8 +308,6 @@ std::shared_ptr<const Definitions> Connection::definitions() {
 
 void Connection::definitionsChanged() {
   schema_.reset();
-  plans_.clear();
-  keySets_.clear();
   ++generation_;
 }
 
@@ -324,41 +322,6 @@ void Connection::noteDefinitions() {
   definitionsChanged();
 }
 
-Compiled Connection::compiled(const QString& source) {
-  const int year = settings_->year;
-  const StatementKey key = statementKey(source, year);
-  std::shared_ptr<const Plan> plan = plans_.value(key.key);
-  if (!plan) {
-    plan = std::make_shared<const Plan>(compile(source, *schema(), year));
-    if (plans_.size() >= kPlansKept) plans_.clear();
-    plans_.insert(key.key, plan);
-  }
-  // The plan's own values follow the statement's.
-  return {plan, key.literals + plan->params.mid(key.literals.size())};
-}
-
-FindPlan Connection::criterionPlan(const QString& source, const QString& criterion) {
-  return compileCriterion(source, criterion, *schema(), settings_->year);
-}
-
-KeySet Connection::keys(const Compiled& compiled, int limit) {
-  const Plan& plan = *compiled.plan;
-  const Stamp now = stamp(plan.baseTable);
-  std::erase_if(keySets_, [&](const Keys& k) {
-    return k.sql == plan.keysSql && k.params == compiled.params && k.stamp != now;
-  });
-  for (auto it = keySets_.begin(); it != keySets_.end(); ++it) {
-    if (it->sql != plan.keysSql || it->params != compiled.params) continue;
-    std::rotate(keySets_.begin(), it, it + 1);
-    return keySets_.front().keys;
-  }
-  auto keys = std::make_shared<std::vector<qint64>>();
-  Statement statement = prepare(
-      limit < 0 ? plan.keysSql : plan.keysSql + QStringLiteral(" LIMIT ") + QString::number(limit));
-  statement.bind(compiled.params);
-  while (statement.step()) keys->push_back(statement.integer(0));
-  if (static_cast<int>(keys->size()) == limit) return keys;
-  if (keySets_.size() >= kKeySetsKept) keySets_.pop_back();
-  keySets_.insert(keySets_.begin(), {plan.keysSql, compiled.params, now, keys});
-  return keys;
+std::shared_ptr<Reader> Connection::compile(const lang::Query& query) {
+  return std::make_shared<FileReader>(*this, query);
 }

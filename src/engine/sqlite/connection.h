@@ -14,28 +14,11 @@
 #include <vector>
 
 #include "common/errorejecucion.h"
-#include "engine/sqlite/plan.h"
+#include "engine/sources.h"
 #include "engine/sqlite/statement.h"
 
 class Schema;
 struct sqlite3;
-
-// Rows read under one stamp are still those of the file while the stamp stays the same.
-struct Stamp {
-  qint64 dataVersion = -1;  // moved by other stations
-  quint64 generation = 0;   // moved by definitions and by what the library undid
-  quint64 changes = 0;      // moved by this process
-  bool operator==(const Stamp&) const = default;
-};
-
-using KeySet = std::shared_ptr<const std::vector<qint64>>;
-
-// A source ready to run: its plan, shared by the statements that differ only in their literals, and
-// its own values for the plan's parameters.
-struct Compiled {
-  std::shared_ptr<const Plan> plan;
-  QList<Variant> params;
-};
 
 class Connection : public Store {
  public:
@@ -83,8 +66,7 @@ class Connection : public Store {
 
   // Notes that rows of a table were changed by this process.
   void touched(const QString& table);
-  // The file's state for one table, spelled as the file has it, or for all of them without a name.
-  Stamp stamp(const QString& table = {}) const;
+  Stamp stamp(const QString& table) override;
   // Looks whether another station has written, if that wasn't looked at a moment ago.
   void freshen();
 
@@ -97,12 +79,8 @@ class Connection : public Store {
   void definitionsChanged();  // by this process
   void noteDefinitions();     // the same, and in the file, so that other stations notice
 
-  // 3061, 3075, 3078, 3464.
-  Compiled compiled(const QString& source);
-  FindPlan criterionPlan(const QString& source, const QString& criterion);
-  // The keys of an updatable plan, shared between recordsets while the file's rows stay the same.
-  // With a limit only the first ones may come; as many as it says means that there may be more.
-  KeySet keys(const Compiled& compiled, int limit = -1);
+  std::shared_ptr<Reader> compile(const lang::Query& query) override;
+  Sources& sources() { return sources_; }
 
   // Lets go of every prepared statement; before another file is written over this one.
   void forgetStatements();
@@ -112,26 +90,18 @@ class Connection : public Store {
 
   // Holds the file's read lock while rows are read one by one, so that it is taken once for all of
   // them, and looks whether another station has written.
-  class Reading {
+  class Reading : public Hold {
    public:
     explicit Reading(Connection& connection);
-    ~Reading();
-    Reading(const Reading&) = delete;
-    Reading& operator=(const Reading&) = delete;
+    ~Reading() override;
 
    private:
     Connection& connection_;
     std::optional<Statement> lock_;
   };
+  std::unique_ptr<Hold> hold() override { return std::make_unique<Reading>(*this); }
 
  private:
-  struct Keys {
-    QString sql;
-    QList<Variant> params;
-    Stamp stamp;
-    KeySet keys;
-  };
-
   struct Waiting;  // for a lock
 
   void configure();
@@ -154,17 +124,16 @@ class Connection : public Store {
 
   qint64 dataVersion_ = -1;
   qint64 definitionsVersion_ = -1;
-  quint64 generation_ = 0;
-  quint64 allChanges_ = 0;
-  QHash<QString, quint64> tableChanges_;
+  qint64 generation_ = 0;
+  qint64 allChanges_ = 0;
+  QHash<QString, qint64> tableChanges_;
   QElapsedTimer looked_;
   qint64 lookEvery_ = 0;  // nanoseconds
 
   std::shared_ptr<const Schema> schema_;
-  QHash<QString, std::shared_ptr<const Plan>> plans_;
+  Sources sources_;
   std::unordered_map<QString, Prepared> prepared_;
   quint64 uses_ = 0;
-  std::vector<Keys> keySets_;  // the latest first
 };
 
 // Runs something for a caller outside the engine; on an error the group is committed before it goes

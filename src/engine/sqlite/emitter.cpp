@@ -13,11 +13,12 @@ QString columnAlias(qsizetype index) {
 }  // namespace
 
 int Parameters::own(const Variant& value) {
-  for (qsizetype i = statement_; i < values_.size(); ++i) {
-    if (values_[i] == value) return static_cast<int>(i) + 1;
+  qsizetype at = own_.indexOf(value);
+  if (at < 0) {
+    at = own_.size();
+    own_.append(value);
   }
-  values_.append(value);
-  return static_cast<int>(values_.size());
+  return literals_ + static_cast<int>(at) + 1;
 }
 
 QString quotedName(const QString& name) {
@@ -42,13 +43,6 @@ QString Emitter::row(const Query& query) {
   const Source& base = query.from->source;
   return outputs(query, false) + QStringLiteral(" FROM ") + source(base) +
          QStringLiteral(" WHERE ") + names_.value(base.id) + QStringLiteral(".rowid = ?1");
-}
-
-QString Emitter::positions(const Query& query) {
-  open(query);
-  return QStringLiteral("SELECT n FROM (SELECT ROW_NUMBER() OVER (") + orderBy(query).trimmed() +
-         QStringLiteral(") - 1 AS n, ") + condition(*query.outputs.back().expr) +
-         QStringLiteral(" AS k") + rest(query, false) + QStringLiteral(") WHERE k ORDER BY n");
 }
 
 void Emitter::open(const Query& query) {

@@ -7,18 +7,18 @@
 
 namespace lang {
 
-// The values behind ?1, ?2...: first the literals taken out of the statement, then the plan's own.
+// The values behind ?1, ?2...: first the literals taken out of the statement, whose values come
+// when it is run, then the query's own.
 class Parameters {
  public:
-  explicit Parameters(QList<Variant> statement)
-      : values_(std::move(statement)), statement_(values_.size()) {}
-  // The number of a value of the plan's own.
+  explicit Parameters(int literals) : literals_(literals) {}
+  // The number of a value of the query's own.
   int own(const Variant& value);
-  const QList<Variant>& values() const { return values_; }
+  const QList<Variant>& ownValues() const { return own_; }
 
  private:
-  QList<Variant> values_;
-  qsizetype statement_;
+  int literals_;
+  QList<Variant> own_;
 };
 
 class Emitter {
@@ -32,8 +32,6 @@ class Emitter {
   // Of an updatable query: its keys in order, and one row by its key.
   QString keys(const Query& query);
   QString row(const Query& query);
-  // The places in order, from 0, of the rows for which the last output is true.
-  QString positions(const Query& query);
 
  private:
   void open(const Query& query);

@@ -107,26 +107,40 @@ QString Statement::text(int column) const {
   return QString::fromUtf8(utf8, sqlite3_column_bytes(handle_, column));
 }
 
-Variant Statement::value(int column, FieldType type) const {
+RawValue Statement::raw(int column) const {
   switch (sqlite3_column_type(handle_, column)) {
     case SQLITE_NULL:
       return {};
-    case SQLITE_INTEGER: {
-      const qint64 whole = integer(column);
-      if (type == FieldType::Boolean) return whole != 0;
-      return type == FieldType::Double ? Variant(static_cast<double>(whole)) : Variant(whole);
-    }
+    case SQLITE_INTEGER:
+      return {RawValue::Kind::Whole, integer(column)};
     case SQLITE_FLOAT:
-      return type == FieldType::Boolean ? Variant(real(column) != 0) : Variant(real(column));
+      return {RawValue::Kind::Real, 0, real(column)};
     default:
       break;
   }
+  const auto* utf8 = reinterpret_cast<const char*>(sqlite3_column_text(handle_, column));
+  return {RawValue::Kind::Text, sqlite3_column_bytes(handle_, column), 0, utf8};
+}
+
+Variant valueOf(const RawValue& raw, FieldType type) {
+  switch (raw.kind) {
+    case RawValue::Kind::Null:
+      return {};
+    case RawValue::Kind::Whole:
+      if (type == FieldType::Boolean) return raw.whole != 0;
+      return type == FieldType::Double ? Variant(static_cast<double>(raw.whole))
+                                       : Variant(raw.whole);
+    case RawValue::Kind::Real:
+      return type == FieldType::Boolean ? Variant(raw.real != 0) : Variant(raw.real);
+    case RawValue::Kind::Text:
+      break;
+  }
+  const auto length = static_cast<int>(raw.whole);
   if (type == FieldType::Date) {
-    const auto* utf8 = reinterpret_cast<const char*>(sqlite3_column_text(handle_, column));
-    const QDateTime date = parseIso(utf8, sqlite3_column_bytes(handle_, column));
+    const QDateTime date = parseIso(raw.text, length);
     if (date.isValid()) return date;
   }
-  return text(column);
+  return QString::fromUtf8(raw.text, length);
 }
 
 QString isoText(const QDateTime& value) {

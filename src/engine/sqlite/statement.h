@@ -18,6 +18,17 @@ struct Prepared {
   quint64 lastUse = 0;
 };
 
+// A value as it stands in a row.
+struct RawValue {
+  enum class Kind { Null, Whole, Real, Text } kind = Kind::Null;
+  qint64 whole = 0;  // of a text: its length in bytes
+  double real = 0;
+  const char* text = nullptr;  // UTF-8
+};
+// The value as the column's type wants it. What can't be that (a text in a computed column of
+// amounts) comes as it stands in the row.
+Variant valueOf(const RawValue& raw, FieldType type);
+
 class Statement {
  public:
   // `prepared` is the cache's entry; none for a statement that is used once and thrown away.
@@ -40,9 +51,8 @@ class Statement {
   qint64 integer(int column) const;
   double real(int column) const;
   QString text(int column) const;
-  // The value as the column's type wants it. What can't be that (a text in a computed column of
-  // amounts) comes as it stands in the row.
-  Variant value(int column, FieldType type) const;
+  RawValue raw(int column) const;  // a text stands until the next step
+  Variant value(int column, FieldType type) const { return valueOf(raw(column), type); }
 
  private:
   Connection* connection_;

@@ -57,6 +57,28 @@ void Libro::createTable(const QString& name, const QString& columns) {
   db->appendTable(table);
 }
 
+Written::Written(const lang::Query& query, const QList<Variant>& literals)
+    : Texts(textsOf(query)), params(literals + own), keys(lang::hasKeys(query)) {
+  for (const lang::Output& output : query.outputs) columns << output.name;
+}
+
+Written Libro::planOf(const QString& source) const {
+  const lang::Parsed parsed(source, kAno);
+  return Written(*lang::resolved(parsed, *connection->schema(), kAno), parsed.literals());
+}
+
+QStringList Libro::matching(const QString& source, const QString& criterion) const {
+  const lang::Parsed parsed(source, kAno);
+  const Written found(*lang::matching(parsed, criterion, *connection->schema(), kAno),
+                      parsed.literals());
+  if (found.keys) return rows(found.keysSql, found.params);
+  QStringList places;
+  const QStringList met = rows(found.wholeSql, found.params);
+  for (qsizetype i = 0; i < met.size(); ++i)
+    if (met[i] != "0" && met[i] != "Null") places << QString::number(i);
+  return places;
+}
+
 QStringList Libro::rows(const QString& sql, const QList<Variant>& params) const {
   Statement statement = connection->prepare(sql);
   statement.bind(params);
@@ -70,6 +92,6 @@ QStringList Libro::rows(const QString& sql, const QList<Variant>& params) const 
 }
 
 QStringList Libro::read(const QString& source) const {
-  const Plan plan = planOf(source);
+  const Written plan = planOf(source);
   return rows(plan.wholeSql, plan.params);
 }

@@ -2,9 +2,19 @@
 // what comes out of the statements that the language makes for it.
 #pragma once
 
+#include "engine/lang/resolve.h"
 #include "engine/libroendisco.h"
 #include "engine/sqlite/connection.h"
+#include "engine/sqlite/readers.h"
 #include "engine/sqlite/schema.h"
+
+// A source in the words of the file's own engine, with all that its parameters need.
+struct Written : Texts {
+  explicit Written(const lang::Query& query, const QList<Variant>& literals = {});
+  QList<Variant> params;
+  QStringList columns;
+  bool keys = false;
+};
 
 class Libro : public BaseEnDisco {
  public:
@@ -12,7 +22,9 @@ class Libro : public BaseEnDisco {
 
   static constexpr int kAno = 2003;
 
-  Plan planOf(const QString& source) const { return compile(source, *connection->schema(), kAno); }
+  Written planOf(const QString& source) const;
+  // The keys, or the places in order, of the rows of a source that meet a criterion.
+  QStringList matching(const QString& source, const QString& criterion) const;
   // The rows of a statement of the file's own engine, each with its values between " | ".
   QStringList rows(const QString& sql, const QList<Variant>& params = {}) const;
   // The rows of a source of the language, read whole.

@@ -138,15 +138,16 @@ TEST(Plan, SirveConOtrosValores) {
        "Select Left(DH,2) as A from Diario group by Left(DH,2)", false},
   };
   for (const auto& [source, asked, shared] : cases) {
-    const Compiled before = libro.connection->compiled(source);
-    const Compiled now = libro.connection->compiled(asked);
+    const Compiled before = libro.connection->sources().compiled(source);
+    const Compiled now = libro.connection->sources().compiled(asked);
     EXPECT_EQ(before.plan == now.plan, shared) << asked;
     const QStringList fresh = libro.read(asked);
     EXPECT_FALSE(fresh.isEmpty()) << asked;
-    EXPECT_EQ(libro.rows(now.plan->wholeSql, now.params), fresh) << asked;
+    const Texts& texts = dynamic_cast<FileReader&>(*now.plan->reader).texts();
+    EXPECT_EQ(libro.rows(texts.wholeSql, now.literals + texts.own), fresh) << asked;
   }
   EXPECT_EQ(numeroDeError([&] {
-              libro.connection->compiled("Select * from Diario where NAsiento = 'tres'");
+              libro.connection->sources().compiled("Select * from Diario where NAsiento = 'tres'");
             }),
             err::kTiposEnCriterio);
 }
@@ -158,8 +159,7 @@ TEST(Vistas, DanLasFilasDeSuConsulta) {
   libro.engine.flush();
   for (const QString& name : queriesOf(libro)) {
     QStringList columns;
-    for (const OutputColumn& column : libro.planOf(name).columns)
-      columns << u'[' + column.name + u']';
+    for (const QString& column : libro.planOf(name).columns) columns << u'[' + column + u']';
     QStringList expected = libro.read(name).replaceInStrings("''", "");
     QStringList shown =
         libro

@@ -27,14 +27,12 @@ void check(const Libro& libro, QStringList lines) {
   const QString criterion = take("busca: ");
   SCOPED_TRACE(source.toStdString() + "  " + criterion.toStdString());
   if (!criterion.isEmpty()) {
-    const FindPlan find =
-        compileCriterion(source, criterion, *libro.connection->schema(), Libro::kAno);
-    EXPECT_EQ(libro.rows(find.sql, find.params), lines) << find.sql.toStdString();
+    EXPECT_EQ(libro.matching(source, criterion), lines);
     return;
   }
-  const Plan plan = libro.planOf(source);
+  const Written plan = libro.planOf(source);
   EXPECT_EQ(libro.rows(plan.wholeSql, plan.params), lines) << plan.wholeSql.toStdString();
-  if (plan.updatable) {
+  if (plan.keys) {
     // One by one too, as a recordset reads them.
     QStringList rows;
     for (const QString& key : libro.rows(plan.keysSql, plan.params))
@@ -42,9 +40,7 @@ void check(const Libro& libro, QStringList lines) {
     EXPECT_EQ(rows, lines) << plan.keysSql.toStdString();
   }
   if (columns.isEmpty()) return;
-  QStringList names;
-  for (const OutputColumn& column : plan.columns) names << column.name;
-  EXPECT_EQ(names.join(" | "), columns);
+  EXPECT_EQ(plan.columns.join(" | "), columns);
 }
 
 }  // namespace

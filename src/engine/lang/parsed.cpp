@@ -1,9 +1,6 @@
-#include "engine/lang/statementkey.h"
+#include "engine/lang/parsed.h"
 
-#include "engine/lang/lexer.h"
-
-using namespace lang;
-
+namespace lang {
 namespace {
 
 constexpr QStringView kMarks[] = {u" ?l", u" ?d", u" ?t", u" ?n", u" ?f"};
@@ -24,23 +21,27 @@ void addWord(QString& key, const Token& word) {
 
 }  // namespace
 
-StatementKey statementKey(const QString& source, int ano) {
-  StatementKey key;
-  if (!isStatement(source)) {
-    key.key = sourceName(source);
-    return key;
+Parsed::Parsed(const QString& source, int ano) : text_(source), ano_(ano) {
+  if (!lang::isStatement(text_)) {
+    key_ = name_ = sourceName(text_);
+    return;
   }
-  std::vector<Token> words = tokens(source);
-  numberLiterals(words);
-  key.key.reserve(source.size() + 16);
-  for (const Token& word : words) {
+  words_ = tokens(text_);
+  numberLiterals(words_);
+  key_.reserve(text_.size() + 16);
+  for (const Token& word : words_) {
     if (word.parameter >= 0) {
       const Literal literal = literalOf(word, ano);
-      key.key += kMarks[static_cast<int>(literal.kind)];
-      key.literals << literal.value;
+      key_ += kMarks[static_cast<int>(literal.kind)];
+      literals_ << literal.value;
       continue;
     }
-    addWord(key.key, word);
+    addWord(key_, word);
   }
-  return key;
 }
+
+SelectNode Parsed::tree() const {
+  return parseStatement(words_, ano_);
+}
+
+}  // namespace lang

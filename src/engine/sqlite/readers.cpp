@@ -1,0 +1,137 @@
+#include "engine/sqlite/readers.h"
+
+#include <cstring>
+#include <deque>
+
+#include "engine/lang/resolve.h"
+#include "engine/sqlite/connection.h"
+#include "engine/sqlite/emitter.h"
+
+using namespace lang;
+
+Texts textsOf(const Query& query) {
+  Texts texts;
+  Parameters parameters(query.literals);
+  const auto emitter = [&] { return Emitter(Emitter::Dialect::Plan, parameters); };
+  for (const Output& output : query.outputs) texts.types.push_back(fieldType(output.expr->type));
+  if (hasKeys(query)) {
+    texts.keysSql = emitter().keys(query);
+    texts.rowSql = emitter().row(query);
+  }
+  texts.wholeSql = emitter().whole(query);
+  texts.own = parameters.ownValues();
+  return texts;
+}
+
+namespace {
+
+// The rows of a query, read from the file at once and kept as they were there, so that the file is
+// free while somebody goes through them. What was gone through is let go.
+class PackedRows : public Cursor {
+ public:
+  explicit PackedRows(std::vector<FieldType> types) : types_(std::move(types)) {}
+
+  void add(const Statement& row) {
+    packed_.clear();
+    for (std::size_t i = 0; i < types_.size(); ++i) add(row.raw(static_cast<int>(i)));
+    if (blocks_.empty() || blocks_.back().size() + packed_.size() > kBlock) {
+      blocks_.emplace_back();
+      blocks_.back().reserve(std::max(kBlock, packed_.size()));
+    }
+    blocks_.back() += packed_;
+  }
+
+  bool next() override {
+    current_.clear();
+    if (!blocks_.empty() && at_ == blocks_.front().size()) {
+      blocks_.pop_front();
+      at_ = 0;
+    }
+    if (blocks_.empty()) return false;
+    const std::string& block = blocks_.front();
+    for (std::size_t i = 0; i < types_.size(); ++i) current_.push_back(taken(block));
+    return true;
+  }
+
+  Variant value(int column) const override {
+    const auto at = static_cast<std::size_t>(column);
+    return valueOf(current_[at], types_[at]);
+  }
+
+ private:
+  static constexpr std::size_t kBlock = 256 * 1024;
+  static constexpr std::size_t kNumber = sizeof(qint64);
+  static_assert(kNumber == sizeof(double));
+
+  // A byte for the kind, and what the kind needs: a number, or a length and as many bytes.
+  void add(const RawValue& value) {
+    packed_ += static_cast<char>(value.kind);
+    const void* number = &value.whole;
+    if (value.kind == RawValue::Kind::Real) number = &value.real;
+    if (value.kind != RawValue::Kind::Null)
+      packed_.append(static_cast<const char*>(number), kNumber);
+    if (value.kind == RawValue::Kind::Text)
+      packed_.append(value.text, static_cast<std::size_t>(value.whole));
+  }
+
+  RawValue taken(const std::string& block) {
+    RawValue value{static_cast<RawValue::Kind>(block[at_++])};
+    if (value.kind == RawValue::Kind::Null) return value;
+    void* number = &value.whole;
+    if (value.kind == RawValue::Kind::Real) number = &value.real;
+    std::memcpy(number, block.data() + at_, kNumber);
+    at_ += kNumber;
+    if (value.kind == RawValue::Kind::Text) {
+      value.text = block.data() + at_;
+      at_ += static_cast<std::size_t>(value.whole);
+    }
+    return value;
+  }
+
+  std::vector<FieldType> types_;
+  std::string packed_;  // the row being added
+  std::deque<std::string> blocks_;
+  std::size_t at_ = 0;  // in the first block
+  std::vector<RawValue> current_;
+};
+
+}  // namespace
+
+FileReader::FileReader(Connection& connection, const Query& query)
+    : connection_(connection), texts_(textsOf(query)) {}
+
+std::unique_ptr<::Cursor> FileReader::run(const QList<Variant>& literals) {
+  auto rows = std::make_unique<PackedRows>(texts_.types);
+  const Connection::Reading reading(connection_);
+  Statement statement = connection_.prepare(texts_.wholeSql);
+  statement.bind(literals + texts_.own);
+  while (statement.step()) rows->add(statement);
+  return rows;
+}
+
+std::vector<Key> FileReader::keys(const QList<Variant>& literals, int most) {
+  std::vector<Key> keys;
+  const Connection::Reading reading(connection_);
+  Statement statement = connection_.prepare(most < 0 ? texts_.keysSql
+                                                     : texts_.keysSql + QStringLiteral(" LIMIT ") +
+                                                           QString::number(most));
+  statement.bind(literals + texts_.own);
+  while (statement.step()) keys.push_back(statement.integer(0));
+  return keys;
+}
+
+void FileReader::rows(std::span<const Key> keys, const RowTaker& take) {
+  const Connection::Reading reading(connection_);
+  Statement statement = connection_.prepare(texts_.rowSql);
+  for (const Key key : keys) {
+    statement.bind(1, key);
+    if (statement.step()) {
+      Row row;
+      row.reserve(texts_.types.size());
+      for (std::size_t i = 0; i < texts_.types.size(); ++i)
+        row.push_back(statement.value(static_cast<int>(i), texts_.types[i]));
+      take(key, std::move(row));
+    }
+    statement.reset();
+  }
+}

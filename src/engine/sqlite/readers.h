@@ -1,0 +1,40 @@
+// Queries of the statement language as statements of the file's own engine, and the reading of
+// their rows.
+#pragma once
+
+#include "engine/lang/query.h"
+#include "engine/store.h"
+
+class Connection;
+
+// A query in the words of the file's engine.
+//
+// The texts number their parameters (?1, ?2...): first the literals of the statement, whose values
+// come when it is run, then `own`. Each uses only some of them: bind no more than it counts.
+// Nothing that a user typed ever stands in the texts.
+struct Texts {
+  std::vector<FieldType> types;  // of the columns
+  // Rows that can be read by their key, the file's row number:
+  //   keysSql    SELECT rowid FROM ... WHERE ... ORDER BY ...
+  //   rowSql     SELECT <columns> FROM base WHERE rowid = ?1        (no parameter but the key)
+  // Empty for others.
+  QString keysSql;
+  QString rowSql;
+  QString wholeSql;  // SELECT <columns> FROM ... ORDER BY ...
+  QList<Variant> own;
+};
+
+Texts textsOf(const lang::Query& query);
+
+class FileReader : public Reader {
+ public:
+  FileReader(Connection& connection, const lang::Query& query);
+  std::unique_ptr<Cursor> run(const QList<Variant>& literals) override;
+  std::vector<Key> keys(const QList<Variant>& literals, int most) override;
+  void rows(std::span<const Key> keys, const RowTaker& take) override;
+  const Texts& texts() const { return texts_; }
+
+ private:
+  Connection& connection_;
+  Texts texts_;
+};
