@@ -78,7 +78,8 @@ struct Consulta {
     QCoreApplication::processEvents();
   }
 
-  Contexto ctx;
+  DBEngine motor;
+  Contexto ctx{motor};
   CajasQt cajas{ctx.motor};
   Registro formularios{ctx};
 };

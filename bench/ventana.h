@@ -20,7 +20,8 @@ struct Ventana {
   ~Ventana();
 
   Reloj reloj;
-  Contexto ctx;
+  DBEngine motor;
+  Contexto ctx{motor};
   CajasVistas cajas;
   Registro registro;
 };
