@@ -1,40 +1,32 @@
+#include <algorithm>
+
 #include "engine/dbengine.h"
-#include "engine/sqlite/connection.h"
-#include "engine/sqlite/runningsums.h"
-#include "engine/sqlite/schema.h"
-#include "engine/sqlite/views.h"
+#include "engine/recordsetimpl.h"
 
 namespace {
 
-// What changes definitions runs as one piece of the group: tables, queries and their views.
+// Changes definitions as one piece of the group. `change` is told what stands there by then, and
+// gives the change or refuses it.
 template <typename F>
-void define(Connection& connection, F&& what) {
+void define(Connection& connection, F&& change) {
   guarded(connection, [&] {
-    connection.beginGroup();
-    if (!connection.schema()->hasOwnTables()) {
-      for (const QString& sql : own::definitions()) connection.execute(sql);
-      connection.definitionsChanged();
-    }
-    what();
-    connection.noteDefinitions();
+    connection.begin(Doing::Locking);
+    const auto definitions = connection.definitions();
+    connection.define(change(*definitions));
   });
 }
 
-void execute(Connection& connection, const QStringList& statements) {
-  for (const QString& sql : statements) connection.execute(sql);
+// 5 for a name that can't be written between brackets in a statement.
+void checkName(const QString& name) {
+  const bool wrong = name.isEmpty() || name.size() > 64 || name != name.trimmed() ||
+                     std::any_of(name.begin(), name.end(), [](QChar c) {
+                       return c < u' ' || QStringView(u"[]\"'`.;!").contains(c);
+                     });
+  if (wrong) throw ErrorEjecucion(err::kLlamadaNoValida, name);
 }
 
-void setProperty(Connection& connection, const QString& object, const char* property) {
-  connection
-      .prepare(QStringLiteral("INSERT OR REPLACE INTO %1 VALUES (?1, ?2, '1')")
-                   .arg(QLatin1String(own::kProperties)),
-               Doing::Writing)
-      .bind({object, property})
-      .execute();
-}
-
-const TableDef& definitionOf(const Schema& schema, const QString& table) {
-  const TableDef* def = schema.definition(table);
+const TableDef& definitionOf(const Definitions& definitions, const QString& table) {
+  const TableDef* def = definitions.definition(table);
   if (!def) throw ErrorEjecucion(err::kElementoNoEncontrado, table);
   return *def;
 }
@@ -52,30 +44,10 @@ QStringList columnsOf(const TableDef& table, const QStringList& names) {
   return columns;
 }
 
-QString createIndexSql(const QString& name, bool unique, const QString& table,
-                       const QStringList& columns) {
-  QStringList bracketedColumns;
-  for (const QString& column : columns) bracketedColumns += bracketed(column);
-  return QStringLiteral("CREATE ") + (unique ? QStringLiteral("UNIQUE ") : QString()) +
-         QStringLiteral("INDEX IF NOT EXISTS ") + bracketed(name) + QStringLiteral(" ON ") +
-         bracketed(table) + u'(' + bracketedColumns.join(QStringLiteral(", ")) + u')';
-}
-
-bool hasSums(const Schema& schema, const QString& table) {
-  return std::any_of(schema.runningSums().begin(), schema.runningSums().end(),
-                     [&](const Catalog::RunningSums& s) { return s.baseTable == table; });
-}
-
-void addIndex(Connection& connection, const QString& table, const Index& index) {
-  const auto schema = connection.schema();
-  TableDef def = definitionOf(*schema, table);
-  const QString name = indexName(def.Name, index.Name);
-  const QStringList columns = columnsOf(def, index.Fields);
-  connection.execute(createIndexSql(name, index.Unique || index.Primary, def.Name, columns));
-  if (index.Primary) setProperty(connection, name, "Principal");
-  def.Indexes.push_back({index.Name, index.Primary, index.Unique, columns});
-  if (hasSums(*schema, def.Name)) execute(connection, replaceGuards(def));
-  connection.definitionsChanged();
+// The index with its columns as the table spells them.
+Index spelled(const TableDef& table, Index index) {
+  index.Fields = columnsOf(table, index.Fields);
+  return index;
 }
 
 }  // namespace
@@ -87,8 +59,15 @@ QString Database::path() const {
   return connection_->path();
 }
 
+std::unique_ptr<Recordset> Database::OpenRecordset(const QString& source, Opening opening) {
+  return guarded(*connection_, [&] {
+    return std::make_unique<Recordset>(
+        std::make_unique<Recordset::Impl>(connection_, source, opening));
+  });
+}
+
 void Database::appendTable(const TableDef& table) {
-  define(*connection_, [&] {
+  define(*connection_, [&](const Definitions& definitions) -> Change {
     checkName(table.Name);
     QStringList seen;
     for (const Field& field : table.Fields) {
@@ -97,133 +76,80 @@ void Database::appendTable(const TableDef& table) {
         throw ErrorEjecucion(err::kTablaYaExiste, field.Name);
       seen += field.Name.toCaseFolded();
     }
-    if (connection_->schema()->definition(table.Name))
-      throw ErrorEjecucion(err::kTablaYaExiste, table.Name);
-    if (connection_->schema()->query(table.Name))
-      throw ErrorEjecucion(err::kConsultaYaExiste, table.Name);
-    connection_->execute(createTableSql(table));
-    for (const Field& field : table.Fields)
-      if (field.Type == FieldType::Text && !field.AllowZeroLength)
-        setProperty(*connection_, table.Name + u'.' + field.Name, "SinTextoVacio");
-    connection_->definitionsChanged();
-    for (const Index& index : table.Indexes) addIndex(*connection_, table.Name, index);
-    makeMissingViews(*connection_);
+    if (definitions.definition(table.Name)) throw ErrorEjecucion(err::kTablaYaExiste, table.Name);
+    if (definitions.query(table.Name)) throw ErrorEjecucion(err::kConsultaYaExiste, table.Name);
+    TableMade made{table};
+    for (Index& index : made.table.Indexes) index = spelled(table, index);
+    return made;
   });
 }
 
 void Database::appendIndex(const QString& table, const Index& index) {
-  define(*connection_, [&] {
+  define(*connection_, [&](const Definitions& definitions) -> Change {
     checkName(index.Name);
-    addIndex(*connection_, table, index);
+    const TableDef& def = definitionOf(definitions, table);
+    return IndexMade{def.Name, spelled(def, index)};
   });
 }
 
 QStringList Database::TableDefs() const {
   return guarded(*connection_, [&] {
-    connection_->freshen();
     QStringList names;
-    for (const TableDef& table : connection_->schema()->tables()) names += table.Name;
+    const auto definitions = connection_->definitions();
+    for (const TableDef& table : definitions->tables()) names += table.Name;
     return names;
   });
 }
 
 TableDef Database::tableDef(const QString& name) const {
-  return guarded(*connection_, [&] {
-    connection_->freshen();
-    return definitionOf(*connection_->schema(), name);
-  });
+  return guarded(*connection_, [&] { return definitionOf(*connection_->definitions(), name); });
 }
 
 void Database::deleteTable(const QString& name) {
-  define(*connection_, [&] {
-    const auto schema = connection_->schema();
-    const QString table = definitionOf(*schema, name).Name;
-    for (const Catalog::RunningSums& sums : schema->runningSums())
-      if (sums.baseTable == table) execute(*connection_, sumsRemoval(sums));
-    connection_->execute(QStringLiteral("DROP TABLE ") + bracketed(table));
-    // Another table of the same name starts without what was noted of this one.
-    for (const char* sql : {"DELETE FROM librano_sumas WHERE Tabla = ?1",
-                            "DELETE FROM librano_filas WHERE Tabla = ?1",
-                            "DELETE FROM librano_propiedades WHERE substr(Objeto, 1, "
-                            "length(?1) + 1) = ?1 || '.'"})
-      connection_->prepare(QString::fromLatin1(sql), Doing::Writing).bind(1, table).execute();
-    connection_->definitionsChanged();
-    remakeViews(*connection_);
+  define(*connection_, [&](const Definitions& definitions) -> Change {
+    return TableDropped{definitionOf(definitions, name).Name};
   });
 }
 
 void Database::keepIndex(const QString& table, const QStringList& columns) {
-  define(*connection_, [&] {
-    const auto schema = connection_->schema();
-    const TableDef& def = definitionOf(*schema, table);
-    const QStringList names = columnsOf(def, columns);
-    const QString name =
-        QStringLiteral("librano_") + def.Name + u'_' + names.join(QStringLiteral("_"));
-    connection_->execute(createIndexSql(name, false, def.Name, names));
+  define(*connection_, [&](const Definitions& definitions) -> Change {
+    const TableDef& def = definitionOf(definitions, table);
+    return IndexKept{def.Name, columnsOf(def, columns)};
   });
 }
 
 void Database::keepSums(const QString& table, const QString& side, const QString& amount,
                         const QList<SumKey>& keys) {
-  define(*connection_, [&] {
-    const auto schema = connection_->schema();
-    const TableDef& def = definitionOf(*schema, table);
-    QList<SumKey> spelled;
-    for (const SumKey& key : keys) spelled.push_back({columnOf(def, key.column), key.part});
-    const QString sideColumn = columnOf(def, side), amountColumn = columnOf(def, amount);
-    Statement note = connection_->prepare(
-        QStringLiteral("INSERT INTO %1 (Tabla, Lado, Importe, Claves) VALUES (?1, ?2, ?3, ?4) "
-                       "RETURNING Orden")
-            .arg(QLatin1String(own::kSums)),
-        Doing::Writing);
-    note.bind({def.Name, sideColumn, amountColumn, sumKeysText(spelled)}).step();
-    const qint64 order = note.integer(0);
-    note.execute();
-    const auto sums = describeSums(order, def.Name, sideColumn, amountColumn, spelled);
-    execute(*connection_, sumsDefinition(sums, def));
-    execute(*connection_, sumsRecount(sums));
-    execute(*connection_, replaceGuards(def));
+  define(*connection_, [&](const Definitions& definitions) -> Change {
+    const TableDef& def = definitionOf(definitions, table);
+    QList<SumKey> spelledKeys;
+    for (const SumKey& key : keys) spelledKeys.push_back({columnOf(def, key.column), key.part});
+    return SumsKept{def.Name, columnOf(def, side), columnOf(def, amount), spelledKeys};
   });
 }
 
 void Database::CreateQueryDef(const QString& name, const QString& statement) {
-  define(*connection_, [&] {
+  define(*connection_, [&](const Definitions& definitions) -> Change {
     checkName(name);
-    if (connection_->schema()->query(name)) throw ErrorEjecucion(err::kConsultaYaExiste, name);
-    if (connection_->schema()->definition(name)) throw ErrorEjecucion(err::kTablaYaExiste, name);
-    connection_
-        ->prepare(QStringLiteral("INSERT INTO %1 (Nombre, Texto) VALUES (?1, ?2)")
-                      .arg(QLatin1String(own::kQueries)),
-                  Doing::Writing)
-        .bind({name, statement})
-        .execute();
-    connection_->definitionsChanged();
-    makeMissingViews(*connection_);
+    if (definitions.query(name)) throw ErrorEjecucion(err::kConsultaYaExiste, name);
+    if (definitions.definition(name)) throw ErrorEjecucion(err::kTablaYaExiste, name);
+    return QueryMade{{name, statement}};
   });
 }
 
 QStringList Database::QueryDefs() const {
   return guarded(*connection_, [&] {
-    connection_->freshen();
     QStringList names;
-    for (const QueryDef& query : connection_->schema()->queries()) names += query.Name;
+    const auto definitions = connection_->definitions();
+    for (const QueryDef& query : definitions->queries()) names += query.Name;
     return names;
   });
 }
 
 void Database::deleteQuery(const QString& name) {
-  define(*connection_, [&] {
-    const auto schema = connection_->schema();
-    const QueryDef* query = schema->query(name);
+  define(*connection_, [&](const Definitions& definitions) -> Change {
+    const QueryDef* query = definitions.query(name);
     if (!query) throw ErrorEjecucion(err::kElementoNoEncontrado, name);
-    connection_
-        ->prepare(
-            QStringLiteral("DELETE FROM %1 WHERE Nombre = ?1").arg(QLatin1String(own::kQueries)),
-            Doing::Writing)
-        .bind(1, query->Name)
-        .execute();
-    connection_->execute(QStringLiteral("DROP VIEW IF EXISTS ") + bracketed(query->Name));
-    connection_->definitionsChanged();
-    remakeViews(*connection_);
+    return QueryDropped{query->Name};
   });
 }

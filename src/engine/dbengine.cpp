@@ -8,7 +8,6 @@
 #include <QTimer>
 
 #include "common/rutas.h"
-#include "engine/recordsetimpl.h"
 #include "engine/sqlite/connection.h"
 
 namespace {
@@ -163,11 +162,4 @@ std::unique_ptr<Database> Workspace::CreateDatabase(const QString& path, const Q
 
 std::unique_ptr<Database> Workspace::OpenDatabase(const QString& path) {
   return std::make_unique<Database>(engine_.connection(path));
-}
-
-std::unique_ptr<Recordset> Database::OpenRecordset(const QString& source, Opening opening) {
-  return guarded(*connection_, [&] {
-    return std::make_unique<Recordset>(
-        std::make_unique<Recordset::Impl>(connection_, source, opening));
-  });
 }

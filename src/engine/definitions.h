@@ -4,6 +4,7 @@
 #pragma once
 
 #include <QHash>
+#include <variant>
 
 #include "engine/lang/catalog.h"
 #include "engine/tabledef.h"
@@ -34,3 +35,39 @@ class Definitions : public Catalog {
   QHash<QString, int> tableAt_;  // by folded name
   QHash<QString, int> queryAt_;
 };
+
+// One change of what stands there. Tables and columns that are there already are named as they are
+// spelled there.
+struct TableMade {
+  TableDef table;
+};
+struct TableDropped {
+  QString name;
+};
+// An index that callers see; a unique or primary one refuses repeated rows.
+struct IndexMade {
+  QString table;
+  Index index;
+};
+// One that nobody sees and that only makes reading faster.
+struct IndexKept {
+  QString table;
+  QStringList columns;
+};
+// Sums of `amount` on each side ("D" in `side` is the debit) by the keys, kept up to date from then
+// on and right for the lines that are there. A store may do without: nothing is then answered from
+// them.
+struct SumsKept {
+  QString table;
+  QString side;
+  QString amount;
+  QList<SumKey> keys;
+};
+struct QueryMade {
+  QueryDef query;
+};
+struct QueryDropped {
+  QString name;
+};
+using Change =
+    std::variant<TableMade, TableDropped, IndexMade, IndexKept, SumsKept, QueryMade, QueryDropped>;

@@ -76,6 +76,9 @@ class Store {
 
   // As they are now, whoever changed them.
   virtual std::shared_ptr<const Definitions> definitions() = 0;
+  // Within a group. 5 for a name that the store keeps for itself, 3022 where rows already repeat a
+  // new key.
+  virtual void define(const Change& change) = 0;
 
   // A query over them, resolved by these definitions; one without outputs is read by its keys
   // alone.

@@ -75,6 +75,7 @@ class Connection : public Store {
   bool remove(const QString& table, Key key) override;
 
   std::shared_ptr<const Definitions> definitions() override;
+  void define(const Change& change) override;
   std::shared_ptr<const Schema> schema();
   void definitionsChanged();  // by this process
   void noteDefinitions();     // the same, and in the file, so that other stations notice

@@ -190,14 +190,6 @@ bool Schema::rowNumberIsColumn(const QString& table) const {
   return rowNumberTables_.contains(table.toCaseFolded());
 }
 
-void checkName(const QString& name) {
-  const bool wrong = name.isEmpty() || name.size() > 64 || name != name.trimmed() ||
-                     own::isOwn(name) || std::any_of(name.begin(), name.end(), [](QChar c) {
-                       return c < u' ' || QStringView(u"[]\"'`.;!").contains(c);
-                     });
-  if (wrong) throw ErrorEjecucion(err::kLlamadaNoValida, name);
-}
-
 QString createTableSql(const TableDef& table) {
   QStringList columns;
   for (const Field& field : table.Fields) {

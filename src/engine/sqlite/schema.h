@@ -47,7 +47,5 @@ class Schema : public Definitions {
 
 // The definition of a table as the file's own statement.
 QString createTableSql(const TableDef& table);
-// 5 for a name that can't be written between brackets; the engine's own names are refused too.
-void checkName(const QString& name);
 // The index's name in the file, where names are common to all tables.
 QString indexName(const QString& table, const QString& index);
