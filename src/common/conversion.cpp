@@ -55,6 +55,22 @@ int fullYear(int year, qsizetype digits) {
 std::optional<double> parseNumber(QStringView text) {
   text = text.trimmed();
   bool negative = false;
+  if (text.size() > 1 && text.front() == u'(' && text.back() == u')') {
+    const auto inside = parseNumber(text.mid(1, text.size() - 2));
+    if (!inside || *inside < 0) return std::nullopt;
+    return -*inside;
+  }
+  const auto takeEuro = [&text] {
+    if (text.startsWith(u'€')) {
+      text = text.mid(1).trimmed();
+    } else if (text.endsWith(u'€')) {
+      text = text.chopped(1).trimmed();
+    } else {
+      return false;
+    }
+    return true;
+  };
+  const bool euro = takeEuro();
   const auto isSign = [](QChar c) { return c == u'-' || c == u'+'; };
   if (!text.isEmpty() && isSign(text.front())) {
     negative = text.front() == u'-';
@@ -63,6 +79,7 @@ std::optional<double> parseNumber(QStringView text) {
     negative = text.back() == u'-';
     text = text.chopped(1).trimmed();
   }
+  if (!euro) takeEuro();
   QByteArray plain;
   bool digits = false, comma = false;
   for (const QChar c : text) {

@@ -9,10 +9,12 @@
 #include <QString>
 #include <QStringView>
 
-// Blanks around are allowed, a sign at either end, points as thousands wherever they stand before
-// the comma (the keypad's point is typed before it turns into a comma), one decimal comma. Anything
-// else, a text without digits included, is no number.
-//   parseNumber(u"1.234,5-") == -1234.5      parseNumber(u"--5") == nullopt
+// Blanks around are allowed, a sign at either end or parentheses for a minus, a euro sign at either
+// end, points as thousands wherever they stand before the comma (the keypad's point is typed before
+// it turns into a comma), one decimal comma. Anything else, a text without digits included, is no
+// number.
+//   parseNumber(u"1.234,5-") == -1234.5      parseNumber(u"(5 €)") == -5
+//   parseNumber(u"--5") == nullopt
 std::optional<double> parseNumber(QStringView text);
 
 // Day first, "/" or "-" between; year first when it has four digits ("2003-02-15"). A year of two

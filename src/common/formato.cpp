@@ -283,6 +283,59 @@ QString formatNumber(double value, const Mask& mask) {
   return out;
 }
 
+// What a section writes before its first digit and after its last one, blanks around left out.
+struct Ends {
+  QString before;
+  QString after;
+};
+
+Ends endsOf(const Section& section) {
+  Ends ends;
+  bool digits = false;
+  for (const Token& token : section.tokens) {
+    if (token.piece == Piece::Literal) {
+      (digits ? ends.after : ends.before) += token.text;
+    } else {
+      digits = true;
+      ends.after.clear();  // a literal among the digits
+    }
+  }
+  return {ends.before.trimmed(), ends.after.trimmed()};
+}
+
+// A number without any sign of its own.
+std::optional<double> unsignedNumber(const QString& text) {
+  for (const QChar c : {u'-', u'+', u'(', u')'})
+    if (text.contains(c)) return std::nullopt;
+  return parseNumber(text);
+}
+
+// The number between the literals of a section, without a sign of its own.
+std::optional<double> between(const Ends& ends, const QString& text) {
+  const qsizetype digits = text.size() - ends.before.size() - ends.after.size();
+  if (digits <= 0 || !text.startsWith(ends.before) || !text.endsWith(ends.after))
+    return std::nullopt;
+  return unsignedNumber(text.mid(ends.before.size(), digits));
+}
+
+// The text without the literals of the mask's sections at its ends, also half of them: a currency
+// sign that is being typed over.
+QString withoutLiterals(const QString& text, const Mask& mask) {
+  QString letters;
+  for (const Section& section : mask.sections) {
+    const Ends ends = endsOf(section);
+    letters += ends.before + ends.after;
+  }
+  const auto belongs = [&](QChar c) {
+    return c.isSpace() ||
+           (letters.contains(c) && !c.isDigit() && !QStringView(u"-+,.").contains(c));
+  };
+  qsizetype first = 0, last = text.size();
+  while (first < last && belongs(text[first])) ++first;
+  while (last > first && belongs(text[last - 1])) --last;
+  return text.mid(first, last - first);
+}
+
 QString monthText(int month, int width) {
   static const char* const kNames[] = {"enero",      "febrero", "marzo",     "abril",
                                        "mayo",       "junio",   "julio",     "agosto",
@@ -336,6 +389,29 @@ QString Format(const Variant& value, const QString& mask) {
   }
   const auto number = parseNumber(text);
   return number ? formatNumber(*number, parsed) : text;
+}
+
+std::optional<double> ImporteDe(const QString& text, const QString& mask) {
+  const QString written = text.trimmed();
+  if (written == Format(0.0, mask).trimmed()) return 0;
+  const Mask& parsed = maskOf(mask);
+  const Section* const first = parsed.section(0);
+  if (!first) return parseNumber(written);
+  const Ends positive = endsOf(*first);
+  if (const Section* const second = parsed.section(1)) {
+    const Ends negative = endsOf(*second);
+    const bool own = negative.before != positive.before || negative.after != positive.after;
+    const auto number = own ? between(negative, written) : std::nullopt;
+    if (number) return -*number;
+  }
+  // Without a section of their own, negatives get a minus before everything else.
+  const bool minus = written.startsWith(u'-');
+  const QString size = minus ? written.mid(1) : written;
+  auto number = between(positive, size);
+  if (!number && !minus) number = parseNumber(written);
+  if (!number) number = unsignedNumber(withoutLiterals(size, parsed));
+  if (!number) return std::nullopt;
+  return minus ? -*number : *number;
 }
 
 double Val(const QString& text) {

@@ -5,6 +5,7 @@
 // Always Spanish, whatever the machine's settings.
 #pragma once
 
+#include <optional>
 #include <QString>
 
 #include "common/variant.h"
@@ -25,11 +26,19 @@
 // as it is. Empty text gives empty text, and so does Null unless the mask has a fourth section.
 QString Format(const Variant& value, const QString& mask);
 
+// The amount that a text stands for in a field under a mask: typed freely, or written by Format
+// with that mask and read back. Besides what EsNumerico takes, that is whatever the mask itself
+// writes: its currency sign or other literals at either end, the look of its section for negatives,
+// and its zero, which may be no text at all. Nothing if it is no amount.
+//   ImporteDe("(5,00 Pts)", "#,##0.00 \"Pts\";(#,##0.00 \"Pts\")") == -5
+//   ImporteDe("", "#,###") == 0        ImporteDe("", "0.00") == nullopt
+std::optional<double> ImporteDe(const QString& text, const QString& mask);
+
 // The number that a text begins with, blanks skipped and a point before the decimals; 0 without
 // one.
 //   Val("03 Marzo") == 3
 double Val(const QString& text);
 
-// Whether a text can be read as an amount ("1.234,5-") or as a date ("15/02/2003").
+// Whether a text can be read as an amount ("1.234,5-", "(5 €)") or as a date ("15/02/2003").
 bool EsNumerico(const QString& text);
 bool EsFecha(const QString& text);

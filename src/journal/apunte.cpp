@@ -36,6 +36,14 @@ int toma(Filas& empresa, const QString& contador) {
 }
 
 template <class Filas>
+void escribe(Filas& diario, const Apunte& apunte) {
+  for (const auto& campo : kCampos) {
+    const Variant& valor = apunte.*campo.valor;
+    if (!valor.isNull()) diario.Fields(QLatin1String(campo.campo)) = valor;
+  }
+}
+
+template <class Filas>
 int graba(Filas& diario, Filas& empresa, const Apunte& apunte) {
   const QString contador = QStringLiteral("NLinDiario");
   int linea = 0;
@@ -43,10 +51,7 @@ int graba(Filas& diario, Filas& empresa, const Apunte& apunte) {
   completa(diario, [&] {
     linea = static_cast<int>(empresa.Fields(contador).toLong());
     diario.Fields(QStringLiteral("NLinea")) = linea;
-    for (const auto& campo : kCampos) {
-      const Variant& valor = apunte.*campo.valor;
-      if (!valor.isNull()) diario.Fields(QLatin1String(campo.campo)) = valor;
-    }
+    escribe(diario, apunte);
   });
   toma(empresa, contador);
   return linea;
@@ -60,6 +65,11 @@ int grabaApunte(DataControl& diario, DataControl& empresa, const Apunte& apunte)
 
 int grabaApunte(Recordset& diario, Recordset& empresa, const Apunte& apunte) {
   return graba(diario, empresa, apunte);
+}
+
+void cambiaApunte(DataControl& diario, const Apunte& apunte) {
+  diario.Edit();
+  completa(diario, [&] { escribe(diario, apunte); });
 }
 
 int tomaAsiento(DataControl& empresa) {

@@ -35,6 +35,10 @@ struct Apunte {
 int grabaApunte(DataControl& diario, DataControl& empresa, const Apunte& apunte);
 int grabaApunte(Recordset& diario, Recordset& empresa, const Apunte& apunte);
 
+// Writes what isn't Null over the current row; NLinea and the counters stay. 3421 or 3163 for a
+// value that doesn't fit its column, 3260 when the file is locked; nothing is written then.
+void cambiaApunte(DataControl& diario, const Apunte& apunte);
+
 // The next free number of an asiento, consumed by the asking. Nothing gives it back.
 int tomaAsiento(DataControl& empresa);
 int tomaAsiento(Recordset& empresa);

@@ -12,6 +12,7 @@
 #include "common/ignorar.h"
 #include "company/sesionempresa.h"
 #include "engine/dbengine.h"
+#include "journal/widgets/camposubcuenta.h"
 #include "journal/widgets/menuprincipal.h"
 #include "toolkit/registro.h"
 #include "toolkit/tema.h"
@@ -30,7 +31,6 @@ FrmMenu::FrmMenu(Contexto& contexto)
       DtaEmpresaActual_(contexto.motor),
       DtaDiarioLista_(contexto.motor),
       DtaConceptos_(contexto.motor),
-      DtaSubcuenta_(contexto.motor),
       DtaTotal_(contexto.motor),
       DtaDescuadres_(contexto.motor),
       DtaIVA_(contexto.motor) {
@@ -70,9 +70,6 @@ void FrmMenu::preparaAspecto() {
   }
   ui->Bar->hide();
   ui->FrmPunteo->hide();
-  ui->TxtConcepto->lineEdit()->setMaxLength(50);
-  // What is typed is the bookkeeper's own text: nothing may complete it.
-  ui->TxtConcepto->setCompleter(nullptr);
 
   // The journal is what is looked at all day: it gets the height that the screen has.
   const QSize amplia(fontMetrics().averageCharWidth() * kLetrasDeAncho,
@@ -123,7 +120,7 @@ bool FrmMenu::eventFilter(QObject* objeto, QEvent* evento) {
 void FrmMenu::done(int resultado) {
   Formulario::done(resultado);
   for (DataControl* datos : {&DtaEmpresa_, &DtaEmpresaActual_, &DtaDiarioLista_, &DtaConceptos_,
-                             &DtaSubcuenta_, &DtaTotal_, &DtaDescuadres_, &DtaIVA_}) {
+                             &subcuenta_->fila(), &DtaTotal_, &DtaDescuadres_, &DtaIVA_}) {
     datos->unbind();
   }
 }
@@ -251,7 +248,7 @@ void FrmMenu::abreEmpresa(const QString& nombre) {
   if (!otra.isEmpty()) anotaCambioDeNombre(otra);
   ctx.motor.setYear(sesion().AnoActual);
   ui->TxtAñoActual->setText(QString::number(sesion().AnoActual));
-  ui->TxtSubcuenta->setMaxLength(sesion().DigitosSubcuenta);
+  subcuenta_->ajustaDigitos();
   ui->GrdApuntes->setMascara(sesion().MascaraImporte);
   EmpresaCerrada();
   CmdRecargar_Click();

@@ -19,6 +19,7 @@
 namespace Ui {
 class FrmMenu;
 }
+class CampoSubcuenta;
 class MenuPrincipal;
 struct EntradaMenu;
 
@@ -58,11 +59,6 @@ class FrmMenu : public Formulario, public Principal {
   void keyPressEvent(QKeyEvent* evento) override;
 
  private:
-  // What FrmIVASR is called for.
-  static constexpr int kIVASoportado = 6;
-  static constexpr int kIVARepercutido = 7;
-  static constexpr int kIVAModificacion = 8;
-
   void conectaVentana();
   void conectaLinea();
   void conectaDiario();
@@ -87,19 +83,14 @@ class FrmMenu : public Formulario, public Principal {
   void TxtAsiento_KeyPress(Tecla& tecla);
   void TxtAsiento_LostFocus();
   void TxtFecha_LostFocus();
-  void TxtSubcuenta_Change();
   void TxtNombreCuenta_KeyPress(Tecla& tecla);
   void TxtNombreCuenta_LostFocus();
-  void TxtConcepto_KeyPress(Tecla& tecla);
   void TxtDebeHaber_GotFocus();
   void TxtDebeHaber_KeyPress(Tecla& tecla);
   void CmdLinFecha_Click();
   void CmdLinSubcuenta_Click();
   void CmdLinConceptos_Click();
   void graba(QChar lado);
-  bool faltanDatos() const;
-  void buscaSubcuenta();
-  void ofreceAlta(const QString& codigo);
   void ofreceAsientoDeIVA(const QString& codigo, const QString& clase, int codigoLlamada);
 
   // --- the journal on show (frmmenu_diario.cpp) ---
@@ -134,12 +125,12 @@ class FrmMenu : public Formulario, public Principal {
 
   std::unique_ptr<Ui::FrmMenu> ui;
   std::unique_ptr<MenuPrincipal> menu_;
+  std::unique_ptr<CampoSubcuenta> subcuenta_;
   PanelTotales totales_;
   DataControl DtaEmpresa_;
   DataControl DtaEmpresaActual_;
   DataControl DtaDiarioLista_;
   DataControl DtaConceptos_;
-  DataControl DtaSubcuenta_;
   DataControl DtaTotal_;
   DataControl DtaDescuadres_;
   DataControl DtaIVA_;

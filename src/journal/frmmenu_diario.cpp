@@ -7,6 +7,7 @@
 #include "journal/frmmenu.h"
 #include "journal/widgets/menuprincipal.h"
 #include "toolkit/progreso.h"
+#include "toolkit/protocolo.h"
 #include "ui_frmmenu.h"
 
 void FrmMenu::conectaDiario() {
@@ -192,7 +193,7 @@ void FrmMenu::MnuModificarApunte_Click() {
   }
   if (!lineaDeIVA()) {
     mostrar(QStringLiteral("FrmPartida"), 0, linea);
-  } else if (mostrar(QStringLiteral("FrmIVASR"), kIVAModificacion,
+  } else if (mostrar(QStringLiteral("FrmIVASR"), llamada::kIVAModificacion,
                      rejilla.valor(QStringLiteral("NAsiento")))) {
     refrescaDiario();
   }

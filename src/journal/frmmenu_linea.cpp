@@ -1,12 +1,11 @@
-#include <algorithm>
-
-#include "accounts/widgets/subcuentatecleada.h"
-#include "common/errorejecucion.h"
 #include "common/formato.h"
 #include "common/funciones.h"
 #include "common/ignorar.h"
-#include "journal/apunte.h"
 #include "journal/frmmenu.h"
+#include "journal/lineatecleada.h"
+#include "journal/widgets/camposubcuenta.h"
+#include "journal/widgets/lineaapunte.h"
+#include "toolkit/protocolo.h"
 #include "toolkit/registro.h"
 #include "ui_frmmenu.h"
 
@@ -15,12 +14,6 @@ namespace {
 constexpr QChar kDebe = u'D';
 constexpr QChar kHaber = u'H';
 
-// Codes of the dialogs that the entry line opens.
-constexpr int kAlta = 1;
-constexpr int kCalendarioDelDiario = 20;
-
-constexpr int kTextoDeConcepto = 1;
-
 }  // namespace
 
 void FrmMenu::conectaLinea() {
@@ -28,16 +21,25 @@ void FrmMenu::conectaLinea() {
   alTeclear(ui->TxtAsiento, [this](Tecla& t) { TxtAsiento_KeyPress(t); });
   alSalir(ui->TxtAsiento, [this] { TxtAsiento_LostFocus(); });
   alSalir(ui->TxtFecha, [this] { TxtFecha_LostFocus(); });
-  alCambiar(ui->TxtSubcuenta, [this] { TxtSubcuenta_Change(); });
+  subcuenta_ = std::make_unique<CampoSubcuenta>(
+      *this, ctx,
+      CampoSubcuenta::Opciones{.codigo = *ui->TxtSubcuenta,
+                               .nombre = *ui->TxtNombreCuenta,
+                               .alCompletarse = true,
+                               .ofreceAlta = true,
+                               .puedeEstarVacia = true,
+                               .vuelve = false,
+                               .encontrada = [this] { ACuenta(); },
+                               .lugarDeErrores = "TxtSubcuenta_LostFocus - FrmMenu"});
   alSalir(ui->TxtSubcuenta, [this] { TxtSubcuenta_LostFocus(); });
   sinIntro(ui->TxtNombreCuenta);
   alTeclear(ui->TxtNombreCuenta, [this](Tecla& t) { TxtNombreCuenta_KeyPress(t); });
   alSalir(ui->TxtNombreCuenta, [this] { TxtNombreCuenta_LostFocus(); });
-  alTeclear(ui->TxtConcepto, [this](Tecla& t) { TxtConcepto_KeyPress(t); });
+  conectaConcepto(*this, *ui->TxtConcepto, DtaConceptos_);
   sinIntro(ui->TxtDebeHaber);
-  teclaDecimal(ui->TxtDebeHaber);
   alEntrar(ui->TxtDebeHaber, [this] { TxtDebeHaber_GotFocus(); });
   alTeclear(ui->TxtDebeHaber, [this](Tecla& t) { TxtDebeHaber_KeyPress(t); });
+  conectaImporteSinSigno(*this, ctx, *ui->TxtDebeHaber);
 
   alPulsar(ui->CmdLinDebe, [this] { graba(kDebe); });
   alPulsar(ui->CmdLinHaber, [this] { graba(kHaber); });
@@ -79,8 +81,8 @@ void FrmMenu::TxtAsiento_LostFocus() {
     CmdLinAsiento_Click();
   }
   AAsiento();
-  ofreceAsientoDeIVA(sesion().CuentaIVA1, QStringLiteral("Soportado"), kIVASoportado);
-  ofreceAsientoDeIVA(sesion().CuentaIVA2, QStringLiteral("Repercutido"), kIVARepercutido);
+  ofreceAsientoDeIVA(sesion().CuentaIVA1, QStringLiteral("Soportado"), llamada::kIVASoportado);
+  ofreceAsientoDeIVA(sesion().CuentaIVA2, QStringLiteral("Repercutido"), llamada::kIVARepercutido);
 }
 
 void FrmMenu::ofreceAsientoDeIVA(const QString& codigo, const QString& clase, int codigoLlamada) {
@@ -116,62 +118,18 @@ void FrmMenu::TxtFecha_LostFocus() {
   }
   // A reminder only, and by text, day first: the line can still be posted. What stops changes
   // to older lines is the rule of the entries that change them.
-  const QString limite = sesion().FechaNoModificar;
-  if (EsFecha(limite) && ui->TxtFecha->text() < limite) {
-    mensaje(QStringLiteral("Usted no puede modificar ningun apunte anterior a la fecha ") + limite,
-            QStringLiteral("Error"));
-    enfocar(ui->TxtSubcuenta);
-  }
+  if (avisaDeFechaLimite(*this, ctx, ui->TxtFecha->text())) enfocar(ui->TxtSubcuenta);
 }
 
 void FrmMenu::CmdLinFecha_Click() {
-  mostrar(QStringLiteral("FrmCalendario"), kCalendarioDelDiario);
-  enfocar(ui->TxtFecha);
+  eligeFecha(*this, *ui->TxtFecha, llamada::kFechaDelDiario);
 }
 
 // --- subcuenta ----------------------------------------------------------------------------------
 
-void FrmMenu::TxtSubcuenta_Change() {
-  const int largo = static_cast<int>(ui->TxtSubcuenta->text().size());
-  if (largo == 0 || largo != sesion().DigitosSubcuenta) return;
-  ignorando([this] { buscaSubcuenta(); });
-}
-
-// Shows the name and the totals of the code in the field; 3021 if there is no such subcuenta.
-void FrmMenu::buscaSubcuenta() {
-  ui->TxtNombreCuenta->clear();
-  ui->TxtNombreCuenta->setText(nombreDeSubcuenta(*ui->TxtSubcuenta, DtaSubcuenta_, sesion()));
-  ACuenta();
-}
-
 void FrmMenu::TxtSubcuenta_LostFocus() {
   totales_.ponerCero(PanelTotales::Cuenta, sesion().MascaraImporte);
-  if (ui->TxtSubcuenta->text().isEmpty()) return;
-  try {
-    buscaSubcuenta();
-  } catch (const ErrorEjecucion& fallo) {
-    if (fallo.numero() == err::kSinRegistroActivo) {
-      ofreceAlta(ui->TxtSubcuenta->text());
-    } else {
-      RegistraError(ctx.carpetaPrograma, fallo.numero(), fallo.descripcion(),
-                    QStringLiteral("TxtSubcuenta_LostFocus - FrmMenu"));
-    }
-  }
-  sesion().ValorElegido.clear();
-}
-
-// A whole code that isn't in the plan is new or mistyped; anything else is a name to look for.
-void FrmMenu::ofreceAlta(const QString& codigo) {
-  const bool entero = codigo.size() == sesion().DigitosSubcuenta && EsNumerico(codigo);
-  if (entero &&
-      pregunta(QStringLiteral(
-                   "El código de la subcuenta introducido no existe, ¿ Desea darlo de alta ? "),
-               QStringLiteral("Error")) &&
-      mostrar(QStringLiteral("FrmSubCuentas"), kAlta, codigo)) {
-    ignorando([this] { buscaSubcuenta(); });  // given up, or created under another code
-    return;
-  }
-  mostrar(QStringLiteral("FrmVisualizaPlan"), 0, codigo);
+  subcuenta_->deja();
 }
 
 void FrmMenu::CmdLinSubcuenta_Click() {
@@ -190,38 +148,16 @@ void FrmMenu::TxtNombreCuenta_LostFocus() {
   // The title is that of the form's other questions about a subcuenta.
   if (!pregunta(QStringLiteral("¿Desea cambiar el nombre de la subcuenta?"),
                 QStringLiteral("Eliminar"))) {
-    ignorando([this] { buscaSubcuenta(); });  // its name is shown again
+    ignorando([this] { subcuenta_->busca(); });  // its name is shown again
     return;
   }
-  DtaSubcuenta_.Edit();
-  DtaSubcuenta_.Fields(QStringLiteral("Descripcion")) = ui->TxtNombreCuenta->text();
-  DtaSubcuenta_.Update();
+  DataControl& fila = subcuenta_->fila();
+  fila.Edit();
+  fila.Fields(QStringLiteral("Descripcion")) = ui->TxtNombreCuenta->text();
+  fila.Update();
 }
 
 // --- concept ------------------------------------------------------------------------------------
-
-// Enter turns a code into its text and stays, so that the text can be completed; on a text it moves
-// on.
-void FrmMenu::TxtConcepto_KeyPress(Tecla& tecla) {
-  const QString texto = ui->TxtConcepto->texto();
-  if (!tecla.esIntro() || texto.isEmpty() || !texto.at(0).isDigit()) return;
-  tecla.tragar();
-  try {
-    DtaConceptos_.FindFirst(QStringLiteral("NConcepto = '%1'").arg(texto));
-    if (DtaConceptos_.Recordset().NoMatch()) throw ErrorEjecucion(err::kNuloNoValido);
-    ui->TxtConcepto->setEditText(DtaConceptos_.Fields(kTextoDeConcepto).text());
-    ui->TxtConcepto->lineEdit()->end(false);
-  } catch (const ErrorEjecucion& fallo) {
-    if (fallo.numero() == err::kNuloNoValido) {
-      mensaje(QStringLiteral("El código del concepto escrito no existe intente con otro"),
-              QStringLiteral("Error"));
-      ui->TxtConcepto->setEditText({});
-    } else {
-      RegistraError(ctx.carpetaPrograma, fallo.numero(), fallo.descripcion(),
-                    QStringLiteral("TxtConcepto_KeyPress - FrmMenu"));
-    }
-  }
-}
 
 void FrmMenu::CmdLinConceptos_Click() {
   enfocar(ui->TxtConcepto);
@@ -239,54 +175,33 @@ void FrmMenu::TxtDebeHaber_GotFocus() {
 }
 
 void FrmMenu::TxtDebeHaber_KeyPress(Tecla& tecla) {
-  const QString texto = ui->TxtDebeHaber->text();
-  const bool vacio = texto.isEmpty();
-  if (vacio) {
+  if (!tecla.esIntro() && tecla.texto != u'+') return;
+  tecla.tragar();
+  if (ui->TxtDebeHaber->text().isEmpty()) {
+    // Nothing typed is no order to post: the zero is shown first.
     ui->TxtDebeHaber->setText(cero());
     ui->TxtDebeHaber->selectAll();
-  }
-  if (tecla.esIntro() || tecla.texto == u'+') {
-    tecla.tragar();
-    if (vacio) return;
-    // The line is posted with the focus where the next one starts.
-    ui->TxtSubcuenta->setFocus();
-    graba(tecla.esIntro() ? kDebe : kHaber);
     return;
   }
-  if (tecla.esRetroceso() || !tecla.texto.isPrint()) return;
-  // The last character is left out: on entry it is the blank of the mask, under the selection.
-  // Under some masks a zero is shown as nothing, and there is none.
-  const QString ahora = ui->TxtDebeHaber->text();
-  const QString prueba = u'0' + ahora.left(ahora.size() - 1) + tecla.texto;
-  if (tecla.texto == u'-' || !EsNumerico(prueba)) {
-    tecla.tragar();
-    pitido();
-  }
-}
-
-bool FrmMenu::faltanDatos() const {
-  const QStringList campos = {ui->TxtAsiento->text(), ui->TxtFecha->text(),
-                              ui->TxtSubcuenta->text(), ui->TxtConcepto->texto(),
-                              ui->TxtDebeHaber->text()};
-  if (std::ranges::any_of(campos, &QString::isEmpty)) return true;
-  return EsNumerico(ui->TxtDebeHaber->text()) && Variant(ui->TxtDebeHaber->text()).number() == 0;
+  // The line is posted with the focus where the next one starts.
+  ui->TxtSubcuenta->setFocus();
+  graba(tecla.esIntro() ? kDebe : kHaber);
 }
 
 void FrmMenu::graba(QChar lado) {
-  if (faltanDatos()) {
+  const LineaTecleada linea{.asiento = ui->TxtAsiento->text(),
+                            .fecha = ui->TxtFecha->text(),
+                            .subcuenta = ui->TxtSubcuenta->text(),
+                            .concepto = ui->TxtConcepto->texto(),
+                            .importe = ui->TxtDebeHaber->text()};
+  const QString mascara = sesion().MascaraImporte;
+  if (faltanDatos(linea, mascara)) {
     mensaje(lado == kDebe ? QStringLiteral("Le faltan datos para entrar la partida al debe")
                           : QStringLiteral("Le faltan datos para entrar la partida al haber"),
             QStringLiteral("Error"));
     return;
   }
-  Apunte apunte;
-  apunte.NAsiento = ui->TxtAsiento->text();
-  apunte.Fecha = ui->TxtFecha->text();
-  apunte.Subcuenta = ui->TxtSubcuenta->text();
-  apunte.Descripcion = ui->TxtConcepto->texto();
-  apunte.DH = QString(lado);
-  apunte.Importe = (lado == kHaber ? QStringLiteral("-") : QString()) + ui->TxtDebeHaber->text();
-  grabaApunte(DtaDiarioLista_, DtaEmpresaActual_, apunte);
+  grabaApunte(DtaDiarioLista_, DtaEmpresaActual_, apunteEn(lado, linea, mascara));
   if (sesion().LimpiarAsiento) {
     muestraAsiento(ui->TxtAsiento->text());
   } else {

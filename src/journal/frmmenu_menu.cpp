@@ -3,6 +3,7 @@
 #include "common/funciones.h"
 #include "journal/frmmenu.h"
 #include "start/menu/tablamenu.h"
+#include "toolkit/protocolo.h"
 #include "toolkit/registro.h"
 #include "ui_frmmenu.h"
 
@@ -34,7 +35,8 @@ void FrmMenu::ejecutaEntrada(const EntradaMenu& entrada) {
       mostrar(destino, entrada.codigoLlamada,
               entrada.condicion == CondicionMenu::SubcuentaEntera ? ui->TxtSubcuenta->text()
                                                                   : QString());
-      if (entrada.codigoLlamada == kIVASoportado || entrada.codigoLlamada == kIVARepercutido) {
+      if (entrada.codigoLlamada == llamada::kIVASoportado ||
+          entrada.codigoLlamada == llamada::kIVARepercutido) {
         refrescaDiario();
       }
       if (destino == u"FrmEmpresas" || destino == u"FrmConfiguracion") refrescaEmpresa();

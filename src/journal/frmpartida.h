@@ -12,6 +12,7 @@
 namespace Ui {
 class FrmPartida;
 }
+class CampoSubcuenta;
 
 class FrmPartida : public Formulario {
   Q_OBJECT
@@ -25,25 +26,18 @@ class FrmPartida : public Formulario {
  private:
   void TxtAsiento_KeyPress(Tecla& tecla);
   void TxtFecha_LostFocus();
-  void TxtSubcuenta_Change();
-  void buscaSubcuenta();
   void TxtSubcuenta_LostFocus();
-  void ofreceSubcuenta(const QString& codigo);
-  void TxtConcepto_KeyPress(Tecla& tecla);
-  void TxtDebeHaber_KeyPress(Tecla& tecla);
   void CmdAceptar_Click();
-  void CmdLinFecha_Click();
 
   // Stores the line on one side ("D" or "H"), after asking if it comes from the other.
   void guardaEn(const QString& lado);
-  bool faltanDatos() const;
   void Comprueba();
   void cambiaEnAsiento(const QString& asiento, const QString& campo, const QString& valor);
 
   std::unique_ptr<Ui::FrmPartida> ui;
+  std::unique_ptr<CampoSubcuenta> subcuenta_;
   DataControl DtaDiarioLista;  // the whole asiento, for the changes that reach its other lines
   DataControl DtaConceptos;
-  DataControl DtaSubcuentas;
   QString FechaVieja;
   QString AsientoViejo;
   QString DHViejo;

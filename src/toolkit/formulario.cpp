@@ -6,6 +6,7 @@
 #include <QComboBox>
 #include <QLineEdit>
 #include <QPlainTextEdit>
+#include <QScopedValueRollback>
 
 #include "common/errorejecucion.h"
 #include "common/funciones.h"
@@ -144,6 +145,10 @@ void Formulario::avisarError(int numero, const QString& texto, const QString& lu
                      QStringLiteral("Librano"), Icono::Alto);
 }
 
+void Formulario::anota(const ErrorEjecucion& error, const QString& lugar) {
+  RegistraError(ctx.carpetaPrograma, error.numero(), error.descripcion(), lugar);
+}
+
 void Formulario::protegeEn(const QWidget* control, const std::function<void()>& reaccion,
                            const QString& lugar) {
   for (auto* w = control; w; w = w->parentWidget()) {
@@ -271,10 +276,15 @@ bool Formulario::mostrar(const QString& nombre) {
 }
 
 bool Formulario::mostrar(const QString& nombre, int codigoLlamada, const QString& valorElegido) {
-  sesion().CodigoLlamada = codigoLlamada;
+  // A dialog over a dialog must not take the lower one's code away from it.
+  const QScopedValueRollback<int> codigo(sesion().CodigoLlamada, codigoLlamada);
   if (!valorElegido.isNull()) sesion().ValorElegido = valorElegido;
   const bool mostrado = mostrar(nombre);
-  ctx.sesion.CodigoLlamada = 0;
-  if (!valorElegido.isNull()) ctx.sesion.ValorElegido.clear();
+  if (!valorElegido.isNull()) sesion().ValorElegido.clear();
   return mostrado;
+}
+
+bool Formulario::consultar(const QString& nombre, int codigoAccion, const QString& texto) {
+  const QScopedValueRollback<int> codigo(sesion().CodigoAccion, codigoAccion);
+  return mostrar(nombre, 0, texto.isNull() ? QStringLiteral("") : texto);
 }

@@ -18,6 +18,7 @@
 #include "toolkit/contexto.h"
 
 class DataControl;
+class ErrorEjecucion;
 class QAbstractButton;
 class QButtonGroup;
 class QComboBox;
@@ -70,9 +71,8 @@ class Formulario : public QDialog {
   void done(int resultado) override;
   void reject() override;  // Escape
 
- protected:
-  Contexto& ctx;
-  Sesion& sesion() { return ctx.sesion; }
+  // The helpers below are public for the controls that several forms share (a subcuenta with its
+  // name, a concept with its code): those wire themselves into the form they stand in.
 
   // --- wiring -----------------------------------------------------------------------------------
   // Each `reaccion` may be a member function of the form without arguments, or any callable.
@@ -108,13 +108,24 @@ class Formulario : public QDialog {
   // --- showing ----------------------------------------------------------------------------------
   void mensaje(const QString& texto, const QString& titulo, Icono icono = Icono::Ninguno);
   bool pregunta(const QString& texto, const QString& titulo, Icono icono = Icono::Ninguno);
-  // A dialog by name, with the codes of the dialog protocol set before and cleared after. A null
-  // `valorElegido` leaves the session's as it is, before and after: for a value that comes back.
+  // A dialog by name, with its code of the dialog protocol (protocolo.h) set before and put back
+  // after. A null `valorElegido` leaves the session's as it is, before and after: for a value that
+  // comes back; any other is emptied after it. False if there is no such dialog.
   bool mostrar(const QString& nombre);
   bool mostrar(const QString& nombre, int codigoLlamada, const QString& valorElegido = {});
+  // A look-up by name, from the field that `codigoAccion` stands for (0 for the entry line),
+  // starting at the text that stands in it.
+  bool consultar(const QString& nombre, int codigoAccion, const QString& texto);
   // Focus with the field's text selected, without running the leaving reaction of the field left.
   void enfocar(QWidget* campo);
   void pitido();  // the beep of a refused key
+  // Writes a failure that ends quietly to the error log. `lugar` is the whole place, routine and
+  // form: "TxtSubcuenta_LostFocus - FrmMenu". Raises 75 when the log can't be written.
+  void anota(const ErrorEjecucion& error, const QString& lugar);
+
+ protected:
+  Contexto& ctx;
+  Sesion& sesion() { return ctx.sesion; }
 
   void closeEvent(QCloseEvent* evento) override;
   void keyPressEvent(QKeyEvent* evento) override;

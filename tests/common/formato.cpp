@@ -1,6 +1,8 @@
 // Amounts and dates as they are shown, and what is made of those that are typed.
 #include "common/formato.h"
 
+#include <cmath>
+
 #include "common/funciones.h"
 #include "soporte/errores.h"
 #include "soporte/textos.h"
@@ -57,6 +59,36 @@ TEST(Formato, Fechas) {
     for (const Variant& fecha : {Variant(QDate(2003, 9, 1)), Variant("1/9/2003")})
       EXPECT_EQ(Format(fecha, mascara), esperado) << mascara;
   EXPECT_EQ(Format("30/02/2003", "dd/mm/yyyy"), "30/02/2003");
+}
+
+// What a mask writes can be read back, and what is typed over half of it too.
+TEST(Formato, ImportesDeVuelta) {
+  const char* const kMascaras[] = {kImporte,
+                                   "#,###",
+                                   "0.00",
+                                   "\"$\" #,##0.00",
+                                   "#,##0.00 €;-#,##0.00 €",
+                                   "#,##0.00 \"Pts\"",
+                                   "#,##0.00;(#,##0.00)",
+                                   "\"+\"0.00;\"-\"0.00;\"nada\"",
+                                   "0.00 \"D\";0.00 \"H\";\"\"",
+                                   "(0.00)"};
+  for (const char* mascara : kMascaras)
+    for (const double valor : {0.0, 5.0, -5.0, 1234567.25, -1234567.25}) {
+      const QString texto = Format(valor, mascara);
+      const double esperado = QString(mascara) == "#,###" ? std::round(valor) : valor;
+      EXPECT_EQ(ImporteDe(texto, mascara), esperado) << texto.toStdString() << " con " << mascara;
+    }
+  const std::tuple<const char*, const char*, std::optional<double>> casos[] = {
+      {"5", "\"$\" #,##0.00", 5},        {"$5", "\"$\" #,##0.00", 5},
+      {"5,00 Pt", "0.00 \"Pts\"", 5},    {"(5", "#,##0.00;(#,##0.00)", 5},
+      {"-5", "#,##0.00;(#,##0.00)", -5}, {"€ 5-", kImporte, -5},
+      {"(5 €)", kImporte, -5},           {"", kImporte, std::nullopt},
+      {"-", kImporte, std::nullopt},     {"--5", kImporte, std::nullopt},
+      {"-+5", kImporte, std::nullopt},   {"(-5)", kImporte, std::nullopt},
+      {"5 6", kImporte, std::nullopt},   {"5 $", kImporte, std::nullopt}};
+  for (const auto& [texto, mascara, esperado] : casos)
+    EXPECT_EQ(ImporteDe(texto, mascara), esperado) << texto << " con " << mascara;
 }
 
 TEST(Formato, NumeroAlPrincipioDeUnTexto) {

@@ -1,0 +1,102 @@
+#include "journal/widgets/lineaapunte.h"
+
+#include <QLineEdit>
+
+#include "common/errorejecucion.h"
+#include "common/formato.h"
+#include "engine/datacontrol.h"
+#include "journal/lineatecleada.h"
+#include "toolkit/comboenlazado.h"
+#include "toolkit/formulario.h"
+
+namespace {
+
+constexpr int kTextoDeConcepto = 1;
+constexpr int kLargoDeConcepto = 50;
+
+void Concepto_KeyPress(Formulario& forma, ComboEnlazado& concepto, DataControl& conceptos,
+                       Tecla& tecla) {
+  const QString texto = concepto.texto();
+  if (!tecla.esIntro() || texto.isEmpty() || !texto.at(0).isDigit()) return;
+  tecla.tragar();
+  try {
+    conceptos.FindFirst(QStringLiteral("NConcepto = '%1'").arg(texto));
+    if (conceptos.Recordset().NoMatch()) throw ErrorEjecucion(err::kNuloNoValido);
+    concepto.setEditText(conceptos.Fields(kTextoDeConcepto).text());
+    concepto.lineEdit()->end(false);
+  } catch (const ErrorEjecucion& error) {
+    if (error.numero() == err::kNuloNoValido) {
+      forma.mensaje(QStringLiteral("El código del concepto escrito no existe intente con otro"),
+                    QStringLiteral("Error"));
+      concepto.setEditText({});
+    } else {
+      // Kept: one place for all entry lines, so that the log reads the same whatever the form.
+      forma.anota(error, QStringLiteral("TxtConcepto_KeyPress - FrmMenu"));
+    }
+  }
+}
+
+void ImporteSinSigno_KeyPress(Formulario& forma, const QString& mascara, QLineEdit& importe,
+                              Tecla& tecla) {
+  if (tecla.esIntro() || tecla.esRetroceso() || !tecla.texto.isPrint()) return;
+  if (importe.text().isEmpty()) {
+    importe.setText(Format(0.0, mascara));
+    importe.selectAll();
+  }
+  // The last character is left out: on entry it is the blank of the mask, under the selection.
+  // Under some masks a zero is shown as nothing, and there is none.
+  const QString ahora = importe.text();
+  if (tecla.texto == u'-' || !EsNumerico(u'0' + ahora.left(ahora.size() - 1) + tecla.texto)) {
+    tecla.tragar();
+    forma.pitido();
+  }
+}
+
+}  // namespace
+
+void conectaConcepto(Formulario& forma, ComboEnlazado& concepto, DataControl& conceptos) {
+  concepto.lineEdit()->setMaxLength(kLargoDeConcepto);
+  // What is typed is the bookkeeper's own text: nothing may complete it.
+  concepto.setCompleter(nullptr);
+  forma.alTeclear(&concepto, [&forma, &concepto, &conceptos](Tecla& tecla) {
+    Concepto_KeyPress(forma, concepto, conceptos, tecla);
+  });
+}
+
+bool avisaDeFechaLimite(Formulario& forma, const Contexto& contexto, const QString& fecha) {
+  const QString limite = contexto.sesion.FechaNoModificar;
+  if (!EsFecha(limite) || fecha >= limite) return false;
+  forma.mensaje(
+      QStringLiteral("Usted no puede modificar ningun apunte anterior a la fecha ") + limite,
+      QStringLiteral("Error"));
+  return true;
+}
+
+void eligeFecha(Formulario& forma, QLineEdit& fecha, int codigoLlamada) {
+  forma.mostrar(QStringLiteral("FrmCalendario"), codigoLlamada);
+  forma.enfocar(&fecha);
+}
+
+void conectaImporteSinSigno(Formulario& forma, const Contexto& contexto, QLineEdit& importe) {
+  forma.teclaDecimal(&importe);
+  forma.alTeclear(&importe, [&forma, &contexto, &importe](Tecla& tecla) {
+    ImporteSinSigno_KeyPress(forma, contexto.sesion.MascaraImporte, importe, tecla);
+  });
+}
+
+void conectaImporte(Formulario& forma, const Contexto& contexto, QLineEdit& importe) {
+  forma.importe(&importe);
+  forma.alSalir(&importe, [&contexto, &importe] {
+    const double valor = importeDe(importe, contexto);
+    compruebaImporte(valor);
+    ponImporte(importe, valor, contexto);
+  });
+}
+
+double importeDe(const QLineEdit& importe, const Contexto& contexto) {
+  return ImporteDe(importe.text(), contexto.sesion.MascaraImporte).value_or(0);
+}
+
+void ponImporte(QLineEdit& importe, double valor, const Contexto& contexto) {
+  importe.setText(Format(valor, contexto.sesion.MascaraImporte));
+}
