@@ -26,7 +26,7 @@ FrmSubCuentas::FrmSubCuentas(Contexto& contexto)
   ui_->CmdDesplega->hide();
   ui_->CmdDatosAuxiliares->hide();
 
-  soloNumero(ui_->TxtSubcuenta);
+  soloCodigo(ui_->TxtSubcuenta);
   alCambiar(ui_->TxtSubcuenta, [this] { TxtSubcuenta_Change(); });
   alSalir(ui_->TxtSubcuenta, [this] { TxtSubcuenta_LostFocus(); });
   alPulsar(ui_->CmdDesplega, [this] { CmdDesplega_Click(); });

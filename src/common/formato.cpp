@@ -328,7 +328,7 @@ QString withoutLiterals(const QString& text, const Mask& mask) {
   }
   const auto belongs = [&](QChar c) {
     return c.isSpace() ||
-           (letters.contains(c) && !c.isDigit() && !QStringView(u"-+,.").contains(c));
+           (letters.contains(c) && !c.isDigit() && !QStringView(u"-+,.()").contains(c));
   };
   qsizetype first = 0, last = text.size();
   while (first < last && belongs(text[first])) ++first;

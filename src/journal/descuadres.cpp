@@ -6,7 +6,7 @@
 namespace {
 
 double redondeado(const Variant& valor, const QString& mascara) {
-  return valor.isNull() ? 0 : Variant(Format(valor, mascara)).number();
+  return valor.isNull() ? 0 : ImporteDe(Format(valor, mascara), mascara).value_or(0);
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 #include "journal/frmbusimp.h"
 
+#include "common/conversion.h"
 #include "common/formato.h"
 #include "common/funciones.h"
 #include "ui_frmbusimp.h"
@@ -7,8 +8,7 @@
 FrmBusImp::FrmBusImp(Contexto& contexto)
     : FrmBusca(contexto), ui(std::make_unique<Ui::FrmBusImp>()) {
   ui->setupUi(this);
-  soloNumero(ui->TxtImporte);
-  teclaDecimal(ui->TxtImporte);
+  importeSinSigno(ui->TxtImporte);
   alPulsar(ui->CmdAceptar, [this] { CmdAceptar_Click(); });
   alPulsar(ui->CmdCancelar, [this] { descargar(); });
 }
@@ -17,8 +17,9 @@ FrmBusImp::~FrmBusImp() = default;
 
 void FrmBusImp::CmdAceptar_Click() {
   if (ui->TxtImporte->text().isEmpty()) return error("No tiene ningun importe introducido");
-  if (!EsNumerico(ui->TxtImporte->text())) return;
-  const QString n = ComaAPunto(ui->TxtImporte->text());
+  const auto importe = ImporteDe(ui->TxtImporte->text(), sesion().MascaraImporte);
+  if (!importe) return;
+  const QString n = ComaAPunto(numberText(*importe));
   ui->TxtImporte->setText(n);
   localiza("Select * from SqlDiarioPrincipalBlanco where Importe =" + n + " or Importe =-" + n +
                " order by Nasiento",

@@ -80,8 +80,8 @@ void FrmCuadrarAsientos::cuadra(int asiento, const QString& resto) {
   apunte.Fecha = Format(dia, "dd/mm/yyyy");
   apunte.Subcuenta = ui->TxtSubcuenta->text();
   apunte.Descripcion = "Descuadre Automático";
-  const bool acreedor = resto.startsWith('-');
-  apunte.DH = acreedor ? "D" : "H";
-  apunte.Importe = acreedor ? resto.mid(1) : '-' + resto;
+  const double falta = -ImporteDe(resto, sesion().MascaraImporte).value_or(0);
+  apunte.DH = falta > 0 ? "D" : "H";
+  apunte.Importe = falta;
   grabaApunte(diario, ctx.principal->DtaEmpresaActual(), apunte);
 }

@@ -37,7 +37,9 @@ void FrmMenu::CmdCE_Click() {
 void FrmMenu::opera(QChar operacion) {
   if (ui->TxtDebeHaber->text().isEmpty()) ui->TxtDebeHaber->setText(cero());
   const double ayudante = Variant(ui->TxtCalImp->text()).number();
-  double importe = Variant(ui->TxtDebeHaber->text()).number();
+  const auto leido = ImporteDe(ui->TxtDebeHaber->text(), sesion().MascaraImporte);
+  if (!leido) throw ErrorEjecucion(err::kTiposNoCoinciden);
+  double importe = *leido;
   const bool primero = ui->TxtDebeHaber->text() == cero();
   if (operacion == u'+') {
     importe += ayudante;

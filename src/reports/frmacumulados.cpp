@@ -56,12 +56,9 @@ void FrmAcumulados::llena(const QString& subcuenta) {
   }
   double saldo = 0;
   for (int mes = 1; mes <= kMeses; ++mes) {
-    // Under a mask whose amounts can't be read again, what was read is still shown.
-    ignorando([&] {
-      pon(mes, SaldoMes, Format(importe(mes, Debe) + importe(mes, Haber), mascara));
-      saldo += importe(mes, SaldoMes);
-      pon(mes, Saldo, Format(saldo, mascara));
-    });
+    pon(mes, SaldoMes, Format(importe(mes, Debe) + importe(mes, Haber), mascara));
+    saldo += importe(mes, SaldoMes);
+    pon(mes, Saldo, Format(saldo, mascara));
   }
 }
 
@@ -95,5 +92,5 @@ void FrmAcumulados::ajusta() {
 }
 
 double FrmAcumulados::importe(int fila, int columna) const {
-  return Variant(ui->Grid->item(fila, columna)->text()).number();
+  return ImporteDe(ui->Grid->item(fila, columna)->text(), ctx.sesion.MascaraImporte).value_or(0);
 }

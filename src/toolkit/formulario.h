@@ -96,14 +96,18 @@ class Formulario : public QDialog {
 
   // --- what a field is --------------------------------------------------------------------------
   // Every text field turns Enter into Tab and selects itself on entry without being told. These add
-  // the filters; a form's own alTeclear runs before them and may swallow the key.
-  void soloNumero(QLineEdit* campo);      // "0" & text & key must be numeric, else a beep
-  void numeroConSigno(QLineEdit* campo);  // text & key & "0" must be: a minus first, never last
-  void importe(QLineEdit* campo);         // the same and the decimal key
-  void teclaDecimal(QWidget* campo);      // the decimal key alone
-  void fecha(QLineEdit* campo);           // normalised on leaving
-  void sinSeleccion(QLineEdit* campo);    // places the caret instead of selecting
-  void sinIntro(QWidget* campo);          // Enter isn't Tab here: the form tells what it is
+  // the filters (filtros.h), which judge the text as it will be after the key and answer with a
+  // beep; a form's own alTeclear runs before them and may swallow the key. What is pasted or
+  // dropped goes through them too.
+  void soloNumero(QLineEdit* campo);       // digits: the number of an asiento, a whole code
+  void soloCodigo(QLineEdit* campo);       // digits and the dot that stands for zeros
+  void numeroConSigno(QLineEdit* campo);   // a number of either sign, a minus first and never last
+  void importe(QLineEdit* campo);          // the same by the company's mask, with the decimal key
+  void importeSinSigno(QLineEdit* campo);  // an amount whose side is told apart: no signs
+  void teclaDecimal(QWidget* campo);       // the decimal key alone
+  void fecha(QLineEdit* campo);            // normalised on leaving
+  void sinSeleccion(QLineEdit* campo);     // places the caret instead of selecting
+  void sinIntro(QWidget* campo);           // Enter isn't Tab here: the form tells what it is
 
   // --- showing ----------------------------------------------------------------------------------
   void mensaje(const QString& texto, const QString& titulo, Icono icono = Icono::Ninguno);

@@ -6,18 +6,19 @@
 #include <QSet>
 #include <vector>
 
+#include "toolkit/filtros.h"
 #include "toolkit/formulario.h"
 
 // A QObject, so that its connections end before the controls are destroyed.
 struct Formulario::Privado : QObject {
-  enum class Filtro { Ninguno, Numero, NumeroConSigno };
-
   struct Control {
     std::vector<std::function<void()>> entrar, salir, dobleClic;
     std::vector<std::function<void(Tecla&)>> teclear;
     std::vector<std::function<bool(QKeyEvent&)>> bajarTecla;
     std::function<void(const QString&)> soltar;
     Filtro filtro = Filtro::Ninguno;
+    bool conMascara = false;  // of the filter: the company's rules what an amount looks like
+    QString anterior;         // of the filter: what the field held before what is being pasted
     bool decimal = false;
     bool sinSeleccion = false;
     bool sinIntro = false;
@@ -54,6 +55,8 @@ struct Formulario::Privado : QObject {
   void seleccionar(QWidget* campo) const;
 
   bool teclaPulsada(QWidget* campo, QObject* destino, QKeyEvent& evento);
+  void ponFiltro(QLineEdit* campo, Filtro filtro, bool conMascara);
+  QString mascara(const Control& control) const;
   bool filtrar(QWidget* campo, const Control& control, Tecla& tecla);
   bool introComoTab(QWidget* campo) const;
   bool eventoDeRaton(QWidget* campo, QEvent& evento);

@@ -97,15 +97,24 @@ void Formulario::Privado::vigilarHijos() {
 // ------------------------------------------------------------------------------
 
 void Formulario::soloNumero(QLineEdit* campo) {
-  p_->control(campo).filtro = Privado::Filtro::Numero;
+  p_->ponFiltro(campo, Filtro::Digitos, false);
+}
+
+void Formulario::soloCodigo(QLineEdit* campo) {
+  p_->ponFiltro(campo, Filtro::Codigo, false);
 }
 
 void Formulario::numeroConSigno(QLineEdit* campo) {
-  p_->control(campo).filtro = Privado::Filtro::NumeroConSigno;
+  p_->ponFiltro(campo, Filtro::Importe, false);
 }
 
 void Formulario::importe(QLineEdit* campo) {
-  numeroConSigno(campo);
+  p_->ponFiltro(campo, Filtro::Importe, true);
+  teclaDecimal(campo);
+}
+
+void Formulario::importeSinSigno(QLineEdit* campo) {
+  p_->ponFiltro(campo, Filtro::ImporteSinSigno, true);
   teclaDecimal(campo);
 }
 
@@ -213,24 +222,53 @@ bool Formulario::Privado::introComoTab(QWidget* campo) const {
          qobject_cast<QRadioButton*>(campo);
 }
 
+QString Formulario::Privado::mascara(const Control& control) const {
+  return control.conMascara ? forma.ctx.sesion.MascaraImporte : QString();
+}
+
+void Formulario::Privado::ponFiltro(QLineEdit* campo, Filtro filtro, bool conMascara) {
+  Control& suyo = control(campo);
+  suyo.filtro = filtro;
+  suyo.conMascara = conMascara;
+  connect(campo, &QLineEdit::textChanged, this,
+          [this, campo](const QString& texto) { controles[campo].anterior = texto; });
+  // What comes by another way than a key: the clipboard, a drop. It comes after the key's filter
+  // and before textChanged. Taking something away is always allowed.
+  connect(campo, &QLineEdit::textEdited, this, [this, campo](const QString& texto) {
+    const Control& suyo = controles[campo];
+    if (soloQuita(suyo.anterior, texto) || admite(suyo.filtro, texto, mascara(suyo))) return;
+    const QString limpio = texto.trimmed();
+    const bool vale = admite(suyo.filtro, limpio, mascara(suyo));
+    campo->setText(vale ? limpio : suyo.anterior);
+    if (!vale) forma.pitido();
+  });
+}
+
+// True if the key goes through, turned into the decimal sign where it stands for it.
 bool Formulario::Privado::filtrar(QWidget* campo, const Control& control, Tecla& tecla) {
   if (tecla.esIntro() || tecla.esRetroceso() || !tecla.texto.isPrint()) return true;
-  auto* linea = qobject_cast<QLineEdit*>(campo);
-  if (linea && control.filtro != Filtro::Ninguno) {
-    const QString prueba = control.filtro == Filtro::Numero
-                               ? QLatin1Char('0') + linea->text() + tecla.texto
-                               : linea->text() + tecla.texto + QLatin1Char('0');
-    if (!EsNumerico(prueba)) {
-      forma.pitido();
-      return false;
-    }
-  }
   const Sesion& sesion = forma.ctx.sesion;
   if (control.decimal && !sesion.DecimalOrigen.isEmpty() && !sesion.DecimalDestino.isEmpty() &&
       tecla.texto == sesion.DecimalOrigen.at(0)) {
     tecla.texto = sesion.DecimalDestino.at(0);
   }
-  return true;
+  auto* linea = qobject_cast<QLineEdit*>(campo);
+  if (!linea || control.filtro == Filtro::Ninguno) return true;
+  const Edicion antes{linea->text(), linea->cursorPosition(), linea->selectionStart(),
+                      linea->selectionLength()};
+  const auto vale = [&](const Edicion& edicion) {
+    return !tecla.texto.isSpace() &&
+           admite(control.filtro, textoTras(edicion, tecla.texto), mascara(control));
+  };
+  if (vale(antes)) return true;
+  // Behind the last figure the mask may have left a blank that nobody sees.
+  const QString visto = antes.texto.trimmed();
+  if (antes.largo == 0 && antes.cursor > visto.size() && vale({visto, visto.size()})) {
+    linea->setText(visto);
+    return true;
+  }
+  forma.pitido();
+  return false;
 }
 
 bool Formulario::Privado::teclaPulsada(QWidget* campo, QObject* destino, QKeyEvent& evento) {

@@ -81,7 +81,7 @@ TEST(Formato, ImportesDeVuelta) {
     }
   const std::tuple<const char*, const char*, std::optional<double>> casos[] = {
       {"5", "\"$\" #,##0.00", 5},        {"$5", "\"$\" #,##0.00", 5},
-      {"5,00 Pt", "0.00 \"Pts\"", 5},    {"(5", "#,##0.00;(#,##0.00)", 5},
+      {"5,00 Pt", "0.00 \"Pts\"", 5},    {"(5", "#,##0.00;(#,##0.00)", std::nullopt},
       {"-5", "#,##0.00;(#,##0.00)", -5}, {"€ 5-", kImporte, -5},
       {"(5 €)", kImporte, -5},           {"", kImporte, std::nullopt},
       {"-", kImporte, std::nullopt},     {"--5", kImporte, std::nullopt},

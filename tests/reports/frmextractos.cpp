@@ -182,9 +182,10 @@ TEST_F(Extractos, SumsMonthByMonth) {
         {1, {"ENE", "0,00", "-30,00", "-30,00", "-30,00"}},
         {2, {"FEB", "50,00", "0,00", "50,00", "20,00"}},
         {12, {"DIC", "0,00", "0,00", "0,00", "20,00"}}});
-  // Amounts that can't be read again aren't summed, but they are shown.
-  ctx.sesion.MascaraImporte = "#,##0.00 €";
-  mira({{1, {"ENE", "0,00 €", "-30,00 €", "0,00 €", "0,00 €"}}});
+  // What the mask writes is what is summed, whatever it looks like.
+  ctx.sesion.MascaraImporte = "#,### €;(#,### €)";
+  mira(
+      {{1, {"ENE", "€", "(30 €)", "(30 €)", "(30 €)"}}, {2, {"FEB", "50 €", "€", "50 €", "20 €"}}});
 }
 
 }  // namespace

@@ -36,22 +36,6 @@ void Concepto_KeyPress(Formulario& forma, ComboEnlazado& concepto, DataControl& 
   }
 }
 
-void ImporteSinSigno_KeyPress(Formulario& forma, const QString& mascara, QLineEdit& importe,
-                              Tecla& tecla) {
-  if (tecla.esIntro() || tecla.esRetroceso() || !tecla.texto.isPrint()) return;
-  if (importe.text().isEmpty()) {
-    importe.setText(Format(0.0, mascara));
-    importe.selectAll();
-  }
-  // The last character is left out: on entry it is the blank of the mask, under the selection.
-  // Under some masks a zero is shown as nothing, and there is none.
-  const QString ahora = importe.text();
-  if (tecla.texto == u'-' || !EsNumerico(u'0' + ahora.left(ahora.size() - 1) + tecla.texto)) {
-    tecla.tragar();
-    forma.pitido();
-  }
-}
-
 }  // namespace
 
 void conectaConcepto(Formulario& forma, ComboEnlazado& concepto, DataControl& conceptos) {
@@ -78,9 +62,11 @@ void eligeFecha(Formulario& forma, QLineEdit& fecha, int codigoLlamada) {
 }
 
 void conectaImporteSinSigno(Formulario& forma, const Contexto& contexto, QLineEdit& importe) {
-  forma.teclaDecimal(&importe);
-  forma.alTeclear(&importe, [&forma, &contexto, &importe](Tecla& tecla) {
-    ImporteSinSigno_KeyPress(forma, contexto.sesion.MascaraImporte, importe, tecla);
+  forma.importeSinSigno(&importe);
+  forma.alTeclear(&importe, [&contexto, &importe](const Tecla& tecla) {
+    if (tecla.esIntro() || tecla.esRetroceso() || !importe.text().isEmpty()) return;
+    importe.setText(Format(0.0, contexto.sesion.MascaraImporte));
+    importe.selectAll();
   });
 }
 
