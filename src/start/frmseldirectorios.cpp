@@ -4,6 +4,7 @@
 #include <QFileInfo>
 #include <QLineEdit>
 #include <QStorageInfo>
+#include <QTimer>
 
 #include "common/funciones.h"
 #include "common/rutas.h"
@@ -47,11 +48,12 @@ FrmSelDirectorios::FrmSelDirectorios(Contexto& contexto)
   for (int columna = 1; columna < carpetas_.columnCount(); ++columna)
     ui_->Carpetas->hideColumn(columna);
 
-  // Folders are read in the background: the one picked stays in sight as those above it fill up.
-  connect(&carpetas_, &QFileSystemModel::directoryLoaded, this, [this](const QString& leida) {
-    const QModelIndex actual = ui_->Carpetas->currentIndex();
-    if (carpetas_.filePath(actual).startsWith(leida)) ui_->Carpetas->scrollTo(actual);
-  });
+  // Folders are read and sorted in the background: the one of the field stays in sight as those
+  // around it come, until another one is gone to.
+  const auto muestra = [this] { QTimer::singleShot(0, this, [this] { enSuSitio(); }); };
+  connect(&carpetas_, &QFileSystemModel::directoryLoaded, this, muestra);
+  connect(&carpetas_, &QFileSystemModel::rowsInserted, this, muestra);
+  connect(&carpetas_, &QFileSystemModel::layoutChanged, this, muestra);
   alElegir(ui_->Unidad, [this](int indice) { Unidad_Change(indice); });
   alPulsar(ui_->CmdAceptar, [this] { CmdAceptar_Click(); });
   alPulsar(ui_->CmdCancelar, [this] { descargar(); });
@@ -74,8 +76,18 @@ void FrmSelDirectorios::Form_Load() {
   }
   ui_->Unidad->setCurrentIndex(suya);
   Unidad_Change(suya);
-  ui_->Carpetas->setCurrentIndex(carpetas_.index(actual));
-  ui_->Carpetas->expand(ui_->Carpetas->currentIndex());
+  inicial_ = carpetas_.index(actual);
+  ui_->Carpetas->setCurrentIndex(inicial_);
+  ui_->Carpetas->expand(inicial_);
+}
+
+void FrmSelDirectorios::Form_Activate() {
+  enSuSitio();
+}
+
+void FrmSelDirectorios::enSuSitio() {
+  if (inicial_.isValid() && ui_->Carpetas->currentIndex() == inicial_)
+    ui_->Carpetas->scrollTo(inicial_, QAbstractItemView::PositionAtCenter);
 }
 
 // A drive without media leaves the tree where it was.

@@ -16,12 +16,15 @@ class FrmSelDirectorios : public Formulario {
   ~FrmSelDirectorios() override;
 
   void Form_Load() override;
+  void Form_Activate() override;
 
  private:
   void Unidad_Change(int indice);
   void CmdAceptar_Click();
+  void enSuSitio();
   QLineEdit* destino() const;  // null when no form with that field is open
 
   std::unique_ptr<Ui::FrmSelDirectorios> ui_;
   QFileSystemModel carpetas_;
+  QPersistentModelIndex inicial_;  // the folder of the field
 };

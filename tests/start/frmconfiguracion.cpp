@@ -4,6 +4,7 @@
 #include <QFileInfo>
 #include <QFileSystemModel>
 #include <QTabWidget>
+#include <QTest>
 #include <QTreeView>
 
 #include "common/rutas.h"
@@ -141,6 +142,7 @@ TEST(FrmSelDirectorios, EscribeEnElCampoQueLoPidio) {
   Instalacion e;
   const QString nueva = e.carpetaPrograma() + "/año nuevo";
   QDir().mkpath(nueva);
+  for (int i = 0; i < 60; ++i) QDir().mkpath(e.carpetaPrograma() + QString("/../Otra %1").arg(i));
   for (const auto& [boton, campo] :
        {std::pair("Command1", "TxtRutPrograma"), {"Command2", "TxtRutAcesoDatos"}}) {
     e.guion.esperaDialogo("FrmSelDirectorios", [](Teclado& d) { d.escape(); });
@@ -149,8 +151,12 @@ TEST(FrmSelDirectorios, EscribeEnElCampoQueLoPidio) {
     e.guion.esperaDialogo("FrmSelDirectorios", [&](Teclado& d) {
       auto& arbol = d.control<QTreeView>("Carpetas");
       auto* modelo = qobject_cast<QFileSystemModel*>(arbol.model());
-      // It opens where the field stands.
+      // It opens where the field stands, in sight however many there are around it.
       EXPECT_EQ(modelo->filePath(arbol.currentIndex()), e.carpetaPrograma());
+      for (int i = 0; i < 100 && modelo->rowCount(arbol.currentIndex().parent()) < 62; ++i)
+        QTest::qWait(20);
+      reposar();
+      EXPECT_TRUE(arbol.viewport()->rect().contains(arbol.visualRect(arbol.currentIndex())));
       arbol.setCurrentIndex(modelo->index(nueva));
       d.pulsa("CmdAceptar");
     });
