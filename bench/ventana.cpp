@@ -10,6 +10,7 @@
 #include <QTest>
 
 #include "common/rutas.h"
+#include "common/version.h"
 #include "engine/dbengine.h"
 #include "journal/registro.h"
 #include "toolkit/formulario.h"
@@ -33,7 +34,7 @@ Ventana::Ventana(const Libros& libros) : cajas(ctx.motor), registro(ctx) {
   ctx.terminar = [] {};
   ctx.sesion.DirDatos = ctx.carpetaPrograma;
   ctx.sesion.EmpresaActual = kEmpresa;
-  ctx.sesion.VersionPrograma = ctx.sesion.VersionConfig = "1.6";
+  ctx.sesion.VersionPrograma = ctx.sesion.VersionConfig = versionDelPrograma();
   ctx.sesion.DecimalOrigen = ".";
   ctx.sesion.DecimalDestino = ",";
   registraJournal(registro);

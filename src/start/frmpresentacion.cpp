@@ -2,6 +2,7 @@
 
 #include <QPainter>
 
+#include "common/version.h"
 #include "toolkit/registro.h"
 #include "ui_frmpresentacion.h"
 
@@ -37,7 +38,7 @@ void FrmPresentacion::Form_Activate() {
     ctx.terminar();
     return;
   }
-  sesion().VersionPrograma = QStringLiteral("1.6");
+  sesion().VersionPrograma = versionDelPrograma();
   ui_->LblVersion->setText(QStringLiteral("Versión ") + sesion().VersionPrograma);
   TMR_.start();
 }

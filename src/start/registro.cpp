@@ -1,5 +1,6 @@
 #include "start/registro.h"
 
+#include "start/frmacercade.h"
 #include "start/frmconfiguracion.h"
 #include "start/frminiciosoftware.h"
 #include "start/frmpresentacion.h"
@@ -13,4 +14,5 @@ void registraStart(Registro& registro) {
   registro.registra<FrmInicioSoftware>();
   registro.registra<FrmConfiguracion>();
   registro.registra<FrmSelDirectorios>();
+  registro.registra<FrmAcercaDe>();
 }

@@ -5,6 +5,7 @@
 
 #include "accounts/registro.h"
 #include "common/rutas.h"
+#include "common/version.h"
 #include "company/registro.h"
 #include "journal/menuabierto.h"
 
@@ -45,7 +46,7 @@ class FrmMenuVentana : public MenuAbierto {
 };
 
 TEST_F(FrmMenuVentana, ComesUpWithTheCompanyOfTheLogin) {
-  EXPECT_EQ(menu->windowTitle(), "Librano 1.6");
+  EXPECT_EQ(menu->windowTitle(), "Librano " + versionDelPrograma());
   EXPECT_EQ(t->textoDe("TxtEmpresa"), "Prueba");
   EXPECT_EQ(t->textoDe("TxtAñoActual"), "2003");
   EXPECT_EQ(t->textoDe("TxtFecha"), "15/03/2003");
@@ -117,7 +118,7 @@ TEST_F(FrmMenuVentana, TellsOfANewVersionOnce) {
       "actualización y recuerde reindexar las empresas.",
       "Librano");
   abreMenu();
-  EXPECT_EQ(ajuste("Version", "Version"), "1.6");
+  EXPECT_EQ(ajuste("Version", "Version"), versionDelPrograma());
   abreMenu();
 }
 

@@ -8,6 +8,7 @@
 #include "accounts/registro.h"
 #include "common/cini.h"
 #include "common/rutas.h"
+#include "common/version.h"
 #include "company/alta.h"
 #include "company/registro.h"
 #include "company/sesionempresa.h"
@@ -71,7 +72,7 @@ Escenario::Escenario(Hasta hasta, const DatosEmpresa& datos, const QString& carp
 
   QDir().mkpath(carpetaPrograma());
   Sesion& sesion = ctx.sesion;
-  sesion.VersionPrograma = "1.6";
+  sesion.VersionPrograma = versionDelPrograma();
   sesion.DirPrograma = rutaPrograma(carpetaPrograma()) + '\\';
   ctx.carpetaPrograma = sesion.DirPrograma;
   sesion.DirDatos = rutaPrograma(carpetaDatos()) + '\\';

@@ -2,11 +2,15 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QScrollBar>
+#include <QTableWidget>
 #include <QTimer>
 
 #include "common/rutas.h"
+#include "common/version.h"
 #include "company/registro.h"
 #include "engine/dbengine.h"
+#include "engine/version.h"
 #include "soporte/escenario.h"
 #include "start/creaini.h"
 #include "start/frmpresentacion.h"
@@ -200,4 +204,23 @@ TEST(FrmSeleccion, CancelarTerminaSinEscribirNada) {
   EXPECT_EQ(e.abierta(), QString());
   EXPECT_EQ(e.finales, 1);
   EXPECT_EQ(e.ajuste("Entrada", "UltimaEmpresa"), "Prueba");
+}
+
+TEST(FrmAcercaDe, DiceQueEsYEnQueSeApoya) {
+  Escenario e;
+  registraStart(*e.formularios);
+  const Teclado t(e.abre("FrmAcercaDe"));
+  EXPECT_EQ(t.textoDe("LblVersion"), QString("Versión 1.6 · %1").arg(anoDelPrograma()));
+  const auto& tabla = t.control<QTableWidget>("LstBibliotecas");
+  const QHash<QString, QString> versiones = {{"Qt", qVersion()}, {"SQLite", versionDelMotor()}};
+  int dichas = 0;
+  for (int fila = 0; fila < tabla.rowCount(); ++fila) {
+    const QString nombre = tabla.item(fila, 0)->text();
+    EXPECT_FALSE(tabla.item(fila, 3)->text().isEmpty()) << qPrintable(nombre);
+    if (!versiones.contains(nombre)) continue;
+    ++dichas;
+    EXPECT_EQ(tabla.item(fila, 1)->text(), versiones[nombre]);
+  }
+  EXPECT_EQ(dichas, versiones.size());
+  EXPECT_FALSE(tabla.horizontalScrollBar()->isVisible() || tabla.verticalScrollBar()->isVisible());
 }

@@ -1,0 +1,9 @@
+#include "common/version.h"
+
+QString versionDelPrograma() {
+  return QStringLiteral(LIBRANO_VERSION);
+}
+
+int anoDelPrograma() {
+  return LIBRANO_YEAR;
+}
