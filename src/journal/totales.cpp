@@ -1,5 +1,6 @@
 #include "journal/totales.h"
 
+#include "common/comillas.h"
 #include "common/errorejecucion.h"
 #include "engine/datacontrol.h"
 
@@ -41,8 +42,8 @@ std::optional<Totales> totalDiario(DataControl& total, const QString& ruta) {
 std::optional<Totales> totalCuenta(DataControl& total, const QString& ruta,
                                    const QString& subcuenta) {
   return lee(total, ruta,
-             QStringLiteral("Select * from SqlDiarioSaldosCuentasTotal where subcuenta='") +
-                 subcuenta + QLatin1Char('\''),
+             QStringLiteral("Select * from SqlDiarioSaldosCuentasTotal where subcuenta=") +
+                 entreComillas(subcuenta),
              {2, 3, 4});
 }
 

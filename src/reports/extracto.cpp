@@ -1,14 +1,16 @@
 #include "reports/extracto.h"
 
+#include "common/comillas.h"
 #include "common/formato.h"
 #include "engine/dbengine.h"
 
 namespace {
 
 QString sentencia(const char* columnas, const QString& subcuenta) {
-  return QStringLiteral("Select %1 from SqlDiarioPrincipal where subcuenta ='")
-             .arg(QLatin1String(columnas)) +
-         subcuenta + "' order by Fecha, NAsiento,Nlinea";
+  return QStringLiteral(
+             "Select %1 from SqlDiarioPrincipal where subcuenta =%2 "
+             "order by Fecha, NAsiento,Nlinea")
+      .arg(QLatin1String(columnas), entreComillas(subcuenta));
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 #include "reports/frmextractoentractas.h"
 
+#include "common/comillas.h"
 #include "common/funciones.h"
 #include "engine/dbengine.h"
 #include "reports/extracto.h"
@@ -37,10 +38,11 @@ void FrmExtractoEntraCtas::CmdAceptar_Click() {
 
 // The balances run over the whole year, whatever the limits of the book.
 void FrmExtractoEntraCtas::calculaSaldos() {
-  DtaSubcuentas.bind(sesion().rutaEmpresa(),
-                     "Select * from Subcuentas where Subcuenta >='" +
-                         ui->TxtSubcuentaDesde->text() + "' and subcuenta <='" +
-                         ui->TxtSubcuentaHasta->text() + "' order by Subcuenta");
+  DtaSubcuentas.bind(
+      sesion().rutaEmpresa(),
+      "Select * from Subcuentas where Subcuenta >=" + entreComillas(ui->TxtSubcuentaDesde->text()) +
+          " and subcuenta <=" + entreComillas(ui->TxtSubcuentaHasta->text()) +
+          " order by Subcuenta");
   DtaSubcuentas.MoveLast();
   const auto empresa = ctx.motor.Workspaces(0).OpenDatabase(sesion().rutaEmpresa());
   Progreso progreso(ctx, *ui->Bar, DtaSubcuentas.Recordset().RecordCount());

@@ -1,5 +1,6 @@
 #include "reports/frmsubcuentasimpresos.h"
 
+#include "common/comillas.h"
 #include "common/funciones.h"
 #include "engine/dbengine.h"
 #include "ui_frmsubcuentasimpresos.h"
@@ -32,11 +33,12 @@ void FrmSubcuentasImpresos::TxtSubcuentasDesde_KeyPress(Tecla& tecla) {
 bool FrmSubcuentasImpresos::busca(QLineEdit* campo, QLabel* nombre, int codigoAccion) {
   try {
     campo->setText(ExpandeCodigo(campo->text(), sesion().DigitosSubcuenta));
-    DtaSubcuentas.bind(sesion().rutaEmpresa(),
-                       "Select * from Subcuentas where subcuenta ='" + campo->text() + "'");
-    nombre->setText(DtaSubcuentas.Fields("Descripcion").text());
+    DtaSubcuentas.bind(sesion().rutaEmpresa(), "Select * from Subcuentas where subcuenta =" +
+                                                   nombreEntreComillas(campo->text()));
+    nombre->setText(DtaSubcuentas.Fields("Descripcion").display());
     return true;
-  } catch (const ErrorEjecucion&) {
+  } catch (const ErrorEjecucion& e) {
+    if (e.numero() != err::kSinRegistroActivo && e.numero() != err::kLlamadaNoValida) throw;
     sesion().CodigoAccion = codigoAccion;
     mostrar("FrmVisualizaPlan", 0, campo->text());
     sesion().CodigoAccion = 0;
