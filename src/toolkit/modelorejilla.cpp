@@ -62,6 +62,10 @@ int ModeloRejilla::filaDe(int posicion) const {
   return posicion - static_cast<int>(antes - borradas_.begin());
 }
 
+bool ModeloRejilla::borrada(int posicion) const {
+  return std::binary_search(borradas_.begin(), borradas_.end(), posicion);
+}
+
 int ModeloRejilla::posicion(int fila) const {
   // The k-th deleted position, less the k deleted before it, is the row it used to stand at.
   int desde = 0;
@@ -90,22 +94,33 @@ QString ModeloRejilla::texto(int fila, int columna) const {
   if (valor.isNull()) return {};
   const Columna& c = columnas_[columna];
   switch (c.tipo) {
-    case Columna::Tipo::Importe: {
-      const QString& mascara = c.mascara.isEmpty() ? mascara_ : c.mascara;
-      return mascara.isEmpty() ? valor.text() : Format(valor, mascara);
-    }
+    case Columna::Tipo::Importe:
+      return mascara(columna).isEmpty() ? valor.text() : Format(valor, mascara(columna));
     case Columna::Tipo::Fecha:
       return valor.isDate() ? Format(valor, QStringLiteral("dd/mm/yyyy")) : valor.text();
     case Columna::Tipo::SiNo:
       return valor.toBool() ? QStringLiteral("Sí") : QStringLiteral("No");
     case Columna::Tipo::Texto:
+    case Columna::Tipo::Numero:
       break;
   }
   return valor.text();
 }
 
+const QString& ModeloRejilla::mascara(int columna) const {
+  const QString& suya = columnas_[columna].mascara;
+  return suya.isEmpty() ? mascara_ : suya;
+}
+
+namespace {
+int alineacion(const Columna& columna) {
+  const bool cifras =
+      columna.tipo == Columna::Tipo::Importe || columna.tipo == Columna::Tipo::Numero;
+  return int(Qt::AlignVCenter | (cifras ? Qt::AlignRight : Qt::AlignLeft));
+}
+}  // namespace
+
 QVariant ModeloRejilla::data(const QModelIndex& indice, int papel) const {
-  const Columna& c = columnas_[indice.column()];
   switch (papel) {
     case Qt::DisplayRole:
       try {
@@ -116,8 +131,7 @@ QVariant ModeloRejilla::data(const QModelIndex& indice, int papel) const {
     case Qt::EditRole:
       return texto(indice.row(), indice.column()).trimmed();
     case Qt::TextAlignmentRole:
-      return int(Qt::AlignVCenter |
-                 (c.tipo == Columna::Tipo::Importe ? Qt::AlignRight : Qt::AlignLeft));
+      return alineacion(columnas_[indice.column()]);
     default:
       return {};
   }
@@ -128,10 +142,7 @@ QVariant ModeloRejilla::headerData(int seccion, Qt::Orientation sentido, int pap
     return papel == Qt::DisplayRole && seccion == filaNueva() ? QStringLiteral("*") : QVariant();
   }
   if (papel == Qt::DisplayRole) return columnas_[seccion].titulo;
-  if (papel == Qt::TextAlignmentRole) {
-    const bool importe = columnas_[seccion].tipo == Columna::Tipo::Importe;
-    return int(Qt::AlignVCenter | (importe ? Qt::AlignRight : Qt::AlignLeft));
-  }
+  if (papel == Qt::TextAlignmentRole) return alineacion(columnas_[seccion]);
   return {};
 }
 
@@ -146,6 +157,10 @@ int ModeloRejilla::columnCount(const QModelIndex& padre) const {
 
 bool ModeloRejilla::editable(int columna) const {
   return cambios_ != 0 && columna >= 0 && columnas_[columna].editable && ordinales_[columna] >= 0;
+}
+
+int ModeloRejilla::largo(int columna) const {
+  return ordinales_[columna] < 0 ? 0 : datos_->Recordset().Size(ordinales_[columna]);
 }
 
 Qt::ItemFlags ModeloRejilla::flags(const QModelIndex& indice) const {

@@ -33,10 +33,13 @@ class ModeloRejilla : public QAbstractTableModel {
   int filas() const { return total_ - static_cast<int>(borradas_.size()); }
   int posicion(int fila) const;
   int filaDe(int posicion) const;  // of a deleted row, the one that follows it
+  bool borrada(int posicion) const;
   int filaNueva() const { return cambios_ & Rejilla::Altas ? filas() : -1; }
   bool hayNueva() const { return !nueva_.isEmpty(); }
   QString textoNuevo(int columna) const { return nueva_.value(columna); }
   bool editable(int columna) const;
+  int largo(int columna) const;  // characters that a column takes; 0 for no limit
+  const QString& mascara(int columna) const;
 
   QString texto(int fila, int columna) const;
   // Both note a refusal for tomarFallo() and return false.

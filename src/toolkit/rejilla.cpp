@@ -4,17 +4,15 @@
 #include <QContextMenuEvent>
 #include <QDrag>
 #include <QHeaderView>
-#include <QLineEdit>
 #include <QMimeData>
 #include <QMouseEvent>
 #include <QResizeEvent>
 #include <QScopedValueRollback>
 #include <QScrollBar>
-#include <QStyledItemDelegate>
 #include <QTimer>
 
 #include "common/errorejecucion.h"
-#include "toolkit/formulario.h"
+#include "toolkit/celdarejilla.h"
 #include "toolkit/modelorejilla.h"
 
 const char* const Rejilla::kTipoArrastre = "application/x-librano-celda";
@@ -22,25 +20,11 @@ const char* const Rejilla::kTipoArrastre = "application/x-librano-celda";
 namespace {
 constexpr int kMargenDeMitad = 7;  // two columns under one button leave room for the scroll bar
 constexpr int kAireDeFila = 6;
-
-// A plain field over the cell: the engine tells what doesn't fit, not the field.
-class EditorDeCelda : public QStyledItemDelegate {
- public:
-  using QStyledItemDelegate::QStyledItemDelegate;
-  QWidget* createEditor(QWidget* padre, const QStyleOptionViewItem&,
-                        const QModelIndex&) const override {
-    auto* campo = new QLineEdit(padre);
-    campo->setFrame(false);
-    auto* rejilla = qobject_cast<Rejilla*>(parent());
-    QMetaObject::invokeMethod(rejilla, "editorAbierto", Q_ARG(QWidget*, campo));
-    return campo;
-  }
-};
 }  // namespace
 
 Rejilla::Rejilla(QWidget* padre) : QTableView(padre), modelo_(new ModeloRejilla(this)) {
   setModel(modelo_);
-  setItemDelegate(new EditorDeCelda(this));
+  setItemDelegate(new CeldaRejilla(*modelo_, this));
   setSelectionBehavior(SelectRows);
   setSelectionMode(SingleSelection);
   setEditTriggers(NoEditTriggers);
@@ -133,12 +117,12 @@ void Rejilla::sincronizar() {
 void Rejilla::recolocar(int columna) {
   auto* datos = modelo_->datos();
   const int posicion = datos && datos->isOpen() ? datos->Recordset().AbsolutePosition() : -1;
-  if (posicion < 0 || modelo_->filas() == 0) {
-    const int nueva = modelo_->filaNueva();
-    return setCurrentIndex(nueva < 0 ? QModelIndex() : modelo_->index(nueva, columna));
-  }
-  const int fila = qBound(0, modelo_->filaDe(posicion), modelo_->filas() - 1);
-  setCurrentIndex(modelo_->index(fila, columna));
+  const int fila = posicion < 0 ? modelo_->filaNueva()
+                   : modelo_->borrada(posicion) || modelo_->filas() == 0
+                       ? -1
+                       : modelo_->filaDe(posicion);
+  if (fila < 0) clearSelection();
+  setCurrentIndex(fila < 0 ? QModelIndex() : modelo_->index(fila, columna));
 }
 
 void Rejilla::currentChanged(const QModelIndex& actual, const QModelIndex& anterior) {
@@ -156,17 +140,24 @@ void Rejilla::currentChanged(const QModelIndex& actual, const QModelIndex& anter
       return;
     }
   }
-  if (!actual.isValid() || actual.row() == nueva) return;
-  if (anterior.isValid() && anterior.row() == actual.row()) return;
-  const int posicion = modelo_->posicion(actual.row());
-  protege([&] { modelo_->datos()->setAbsolutePosition(posicion); });
+  if (actual.isValid() && actual.row() != nueva) irA(actual.row());
+}
+
+void Rejilla::irA(int fila) {
+  auto& datos = *modelo_->datos();
+  const int posicion = modelo_->posicion(fila);
+  bool llegado = false;
+  protege([&] {
+    if (datos.Recordset().AbsolutePosition() != posicion) datos.setAbsolutePosition(posicion);
+    llegado = true;
+  });
+  if (!llegado) aplazarSincronia();
 }
 
 // --- what is on show
 // ------------------------------------------------------------------------------
 
 QString Rejilla::valor(const QString& campo) const {
-  const_cast<Rejilla*>(this)->sincronizar();
   const auto* datos = modelo_->datos();
   if (!datos || !datos->isOpen()) return {};
   if (currentIndex().isValid() && currentIndex().row() == modelo_->filaNueva()) {
@@ -186,15 +177,10 @@ QString Rejilla::valor(const QString& campo) const {
   }
 }
 
-QString Rejilla::textoDeCelda() const {
-  const_cast<Rejilla*>(this)->sincronizar();
-  const auto actual = currentIndex();
-  return actual.isValid() ? modelo_->texto(actual.row(), actual.column()) : QString();
-}
-
-QString Rejilla::texto(int fila, int columna) const {
-  const_cast<Rejilla*>(this)->sincronizar();
-  return modelo_->texto(fila, columna);
+Rejilla& Rejilla::alDia() {
+  leerResto();
+  sincronizar();
+  return *this;
 }
 
 void Rejilla::leerResto() {
@@ -205,21 +191,77 @@ void Rejilla::leerResto() {
   if (datos->Recordset().rowsKnown() != conocidas) aplazarSincronia();
 }
 
+QString Rejilla::textoDeCelda() const {
+  const auto actual = currentIndex();
+  return actual.isValid() ? modelo_->texto(actual.row(), actual.column()) : QString();
+}
+
+QString Rejilla::texto(int fila, int columna) const {
+  return modelo_->texto(fila, columna);
+}
+
 int Rejilla::filas() const {
-  const_cast<Rejilla*>(this)->leerResto();
-  const_cast<Rejilla*>(this)->sincronizar();
   return modelo_->filas();
 }
 
 int Rejilla::filaActual() const {
-  const_cast<Rejilla*>(this)->sincronizar();
   return currentIndex().isValid() ? currentIndex().row() : -1;
+}
+
+// --- moving
+// --------------------------------------------------------------------------------------
+
+// Without a current row, from the place where the recordset is: that of a deleted one, or the end.
+QModelIndex Rejilla::destino(Movimiento movimiento) {
+  alDia();
+  const int filas = modelo_->rowCount();
+  const auto* datos = modelo_->datos();
+  if (filas == 0 || !datos || !datos->isOpen()) return {};
+  const auto actual = currentIndex();
+  const int posicion = datos->Recordset().AbsolutePosition();
+  const int hueco = posicion < 0 ? modelo_->filas() : modelo_->filaDe(posicion);
+  int fila = 0;
+  switch (movimiento) {
+    case Primera:
+      break;
+    case Anterior:
+      fila = (actual.isValid() ? actual.row() : hueco) - 1;
+      break;
+    case Siguiente:
+      fila = actual.isValid() ? actual.row() + 1 : hueco;
+      break;
+    case Ultima:
+      fila = modelo_->filas() - 1;
+      break;
+  }
+  return modelo_->index(qBound(0, fila, filas - 1), qMax(0, actual.column()));
+}
+
+void Rejilla::mover(Movimiento movimiento) {
+  const auto indice = destino(movimiento);
+  if (indice.isValid()) setCurrentIndex(indice);
+}
+
+QModelIndex Rejilla::moveCursor(CursorAction accion, Qt::KeyboardModifiers teclas) {
+  sincronizar();
+  // What the focus asks for on its way in: it makes no row current that wasn't.
+  if (accion == MoveNext || accion == MovePrevious) return currentIndex();
+  const bool sinActual = !currentIndex().isValid();
+  const bool deLineas = !cambios_ || teclas.testFlag(Qt::ControlModifier);
+  if (accion == MoveHome && deLineas) return destino(Primera);
+  if (accion == MoveEnd && deLineas) return destino(Ultima);
+  if (sinActual && (accion == MoveUp || accion == MovePageUp)) return destino(Anterior);
+  if (sinActual) return destino(Siguiente);
+  return QTableView::moveCursor(accion, teclas);
 }
 
 void Rejilla::subeActual() {
   sincronizar();
   scrollTo(currentIndex(), PositionAtTop);
 }
+
+// --- widths
+// --------------------------------------------------------------------------------------
 
 int Rejilla::anchoDe(const Columna& columna) const {
   return fontMetrics().horizontalAdvance(QLatin1Char('0')) * (columna.ancho + 2);
@@ -275,6 +317,19 @@ void Rejilla::resizeEvent(QResizeEvent* evento) {
   const bool seVeia = QRect(QPoint(), evento->oldSize()).intersects(visualRect(currentIndex()));
   QTableView::resizeEvent(evento);
   if (seVeia) scrollTo(currentIndex());
+}
+
+void Rejilla::updateGeometries() {
+  if (recortando_) return;
+  QTableView::updateGeometries();
+  const QScopedValueRollback<bool> guarda(recortando_, true);
+  QMargins margenes = viewportMargins();
+  margenes.setBottom(viewport()->height() % std::max(1, verticalHeader()->defaultSectionSize()));
+  if (margenes.bottom() == 0) return;
+  setViewportMargins(margenes);
+  // The end was reckoned with the room that is left over.
+  verticalHeader()->resize(verticalHeader()->width(), viewport()->height());
+  verticalHeader()->setOffsetToSectionPosition(verticalScrollBar()->value());
 }
 
 void Rejilla::paintEvent(QPaintEvent* evento) {

@@ -2,8 +2,10 @@
 //
 // The columns are given as data. Moving in the grid moves the recordset, and any move of the
 // recordset moves the grid. Only the cells on show are read, so a journal of a million lines is
-// shown at once. In a .ui file it is a QTableView promoted to Rejilla, header
-// "foundation/toolkit/rejilla.h".
+// shown at once. In a .ui file it is a QTableView promoted to Rejilla, header "toolkit/rejilla.h".
+//
+// What is highlighted is the recordset's current row, or nothing is: a row that was deleted under
+// the recordset leaves none current until the next move, which goes on from its place.
 #pragma once
 
 #include <functional>
@@ -17,7 +19,7 @@ class QAbstractButton;
 class ModeloRejilla;
 
 struct Columna {
-  enum class Tipo { Texto, Importe, Fecha, SiNo };
+  enum class Tipo { Texto, Importe, Fecha, SiNo, Numero };
 
   QString campo;   // name of the column in the source
   QString titulo;  // the header
@@ -34,8 +36,8 @@ class Rejilla : public QTableView {
   ~Rejilla() override;
 
   // Shows the rows of `datos`, now and after each Refresh of it. A column that the source hasn't
-  // got stays empty. Amounts stand at the right; an amount that is Null or an empty text shows
-  // nothing.
+  // got stays empty. Amounts and numbers stand at the right, the decimals of a column under each
+  // other; an amount that is Null or an empty text shows nothing.
   void enlazar(DataControl& datos, std::vector<Columna> columnas);
   // The mask of the amount columns without one of their own: the company's.
   void setMascara(const QString& mascara);
@@ -50,17 +52,23 @@ class Rejilla : public QTableView {
   // Writes the cell being typed and the row being added, if any; false if one was refused.
   bool guardarFila();
 
-  // The current row, as the recordset has it: the text of a column (empty without a current row),
-  // and the cell under the cursor as it is shown.
+  // The text of a column in the current row, as the recordset has it at this moment; empty without
+  // a current row.
   QString valor(const QString& campo) const;
-  QString textoDeCelda() const;
-  int filas() const;       // on show, without the empty one of additions
-  int filaActual() const;  // -1 when there is none
-  // The text on show in a cell of any row.
+
+  // What is on show follows the recordset when control returns to the event loop; who can't wait
+  // for that takes it over at once, all rows of it.
+  Rejilla& alDia();
+  QString textoDeCelda() const;  // under the cursor
+  int filas() const;             // on show, without the empty one of additions
+  int filaActual() const;        // -1 when there is none
   QString texto(int fila, int columna) const;
 
   // Scrolls so that the current row is the first on show: what follows a hit is seen with it.
   void subeActual();
+  // Makes another row current, as its key does; nothing where there is none.
+  enum Movimiento { Primera, Anterior, Siguiente, Ultima };
+  void mover(Movimiento movimiento);
 
   // Each column takes the width of a button that stands over it; `reparto` gives for each column
   // its button, and a button given twice is shared out by halves.
@@ -93,7 +101,11 @@ class Rejilla : public QTableView {
   void changeEvent(QEvent* evento) override;
   void resizeEvent(QResizeEvent* evento) override;
   bool eventFilter(QObject* objeto, QEvent* evento) override;
+  // Whole lines only, at the top and at the end: the room left over stays empty.
+  void updateGeometries() override;
   void currentChanged(const QModelIndex& actual, const QModelIndex& anterior) override;
+  // Home and End are those of the lines; in a grid that edits, of the cells of a line.
+  QModelIndex moveCursor(CursorAction accion, Qt::KeyboardModifiers teclas) override;
   bool edit(const QModelIndex& indice, EditTrigger motivo, QEvent* evento) override;
   void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint motivo) override;
 
@@ -102,6 +114,8 @@ class Rejilla : public QTableView {
   void sincronizar();
   void leerResto();  // the rows after the first ones
   void recolocar(int columna);
+  void irA(int fila);  // the recordset goes there; if it can't, the grid comes back
+  QModelIndex destino(Movimiento movimiento);
   int anchoDe(const Columna& columna) const;
   void ajustarAnchos();
   void alCambiarFoco(QWidget* antes, QWidget* ahora);
@@ -119,5 +133,6 @@ class Rejilla : public QTableView {
   bool pendiente_ = false;    // the recordset has moved or changed since the last painting
   bool sincronizando_ = false;
   bool sinAnchos_ = true;
+  bool recortando_ = false;
   bool restoPorLeer_ = true;
 };

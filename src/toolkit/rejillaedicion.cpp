@@ -134,6 +134,11 @@ void Rejilla::mousePressEvent(QMouseEvent* evento) {
   arrastrable_ = arrastre_ && evento->button() == Qt::LeftButton &&
                  evento->modifiers().testFlag(Qt::ShiftModifier);
   QTableView::mousePressEvent(evento);
+  // Also on the row that is highlighted already: the recordset may have been refused there before.
+  const auto indice = indexAt(evento->pos());
+  if (indice.isValid() && indice == currentIndex() && indice.row() != modelo_->filaNueva()) {
+    irA(indice.row());
+  }
 }
 
 void Rejilla::mouseMoveEvent(QMouseEvent* evento) {

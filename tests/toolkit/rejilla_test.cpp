@@ -5,11 +5,15 @@
 #include <gtest/gtest.h>
 
 #include <QContextMenuEvent>
+#include <QRegularExpression>
 #include <QScrollBar>
 #include <QSignalSpy>
+#include <QTest>
 
+#include "common/formato.h"
 #include "engine/datacontrol.h"
 #include "toolkit/comboenlazado.h"
+#include "toolkit/decimales.h"
 #include "toolkit/formdeprueba.h"
 
 namespace {
@@ -50,6 +54,7 @@ struct PruebaDeRejilla {
     t.enfoca("Grid");
   }
   Lista columna(int cual) const {
+    g.alDia();
     Lista textos;
     for (int i = 0; i < g.filas(); ++i) textos << g.texto(i, cual);
     return textos;
@@ -73,7 +78,7 @@ TEST(Rejilla, MuestraCadaTipoASuModo) {
               {{"NLinea", 0}, {"Fecha", QDate(2003, 2, 1)}, {"DH", "D"}, {"Importe", 1234.5}});
   p.e.inserta("Diario", {{"NLinea", 1}, {"Descripcion", "x"}, {"DH", "H"}, {"Importe", -2.0}});
   p.f.Dta.Refresh();
-  EXPECT_EQ(p.g.filas(), 2);
+  EXPECT_EQ(p.g.alDia().filas(), 2);
   EXPECT_EQ(p.fila(0), (Lista{"01/02/2003", "", "1.234,50 ", "", ""}));
   EXPECT_EQ(p.fila(1), (Lista{"", "x", "", "-2,00", ""}));
 }
@@ -99,14 +104,18 @@ TEST(Rejilla, SigueAlConjuntoYElConjuntoALaRejilla) {
   EXPECT_EQ(cambios.size(), 2);
 
   p.f.Dta.MoveLast();
-  EXPECT_EQ(p.g.filaActual(), p.g.filas() - 1);
+  EXPECT_EQ(p.g.alDia().filaActual(), p.g.filas() - 1);
+  p.t.tecla(Qt::Key_Home);
+  EXPECT_EQ(p.f.Dta.Fields("Codigo").text(), p.g.texto(0, 0));
+  p.t.tecla(Qt::Key_End);
+  EXPECT_EQ(p.f.Dta.Fields("Codigo").text(), p.g.texto(p.g.filas() - 1, 0));
   p.f.Dta.setRecordSource("Select * from TiposIVA where Codigo = '03'");
   p.f.Dta.Refresh();
   EXPECT_EQ(p.columna(0), Lista{"03"});
   EXPECT_EQ(p.g.filaActual(), 0);
   p.f.Dta.setRecordSource("Select * from TiposIVA where Codigo = 'ZZ'");
   p.f.Dta.Refresh();
-  EXPECT_EQ(p.g.filas(), 0);
+  EXPECT_EQ(p.g.alDia().filas(), 0);
   EXPECT_EQ(p.g.filaActual(), -1);
   EXPECT_EQ(p.g.valor("Codigo") + p.g.textoDeCelda(), "");
 }
@@ -125,6 +134,64 @@ TEST(Rejilla, UnaFilaBorradaDesapareceYLasDemasSiguenEnSuSitio) {
   EXPECT_EQ(p.g.filaActual(), 1);
   p.t.tecla(Qt::Key_Down);
   EXPECT_EQ(p.g.valor("Codigo"), antes[6]);
+}
+
+// Until the recordset moves on, nothing is highlighted; every way on goes from where the row was.
+TEST(Rejilla, TrasBorrarLaFilaActualNoHayOtraHastaQueSeElige) {
+  using Paso = std::function<void(PruebaDeRejilla&)>;
+  const auto clic = [](int fila) -> Paso {
+    return [fila](PruebaDeRejilla& p) {
+      const QPoint sitio = p.g.visualRect(p.g.model()->index(fila, 0)).center();
+      QTest::mouseClick(p.g.viewport(), Qt::LeftButton, {}, sitio);
+    };
+  };
+  const auto tecla = [](Qt::Key cual) -> Paso {
+    return [cual](PruebaDeRejilla& p) { p.t.tecla(cual); };
+  };
+  const auto mueve = [](Rejilla::Movimiento cual) -> Paso {
+    return [cual](PruebaDeRejilla& p) { p.g.mover(cual); };
+  };
+  const struct {
+    Paso paso;
+    int fila;  // of the rows before the deletion
+  } casos[] = {{clic(1), 1},
+               {clic(2), 3},  // where the next one has moved up
+               {tecla(Qt::Key_Down), 3},
+               {tecla(Qt::Key_Up), 1},
+               {tecla(Qt::Key_Home), 0},
+               {mueve(Rejilla::Siguiente), 3},
+               {mueve(Rejilla::Anterior), 1}};
+  for (const auto& caso : casos) {
+    PruebaDeRejilla p;
+    const Lista antes = p.columna(0);
+    p.f.Dta.setAbsolutePosition(2);
+    p.f.Dta.Delete();
+    reposar();
+    EXPECT_EQ(p.g.filaActual(), -1);
+    EXPECT_FALSE(p.g.selectionModel()->hasSelection());
+    EXPECT_EQ(p.g.valor("Codigo"), "");
+    caso.paso(p);
+    EXPECT_EQ(p.f.Dta.Fields("Codigo").text(), antes[caso.fila]);
+    EXPECT_EQ(p.g.valor("Codigo"), p.g.texto(p.g.filaActual(), 0));
+  }
+}
+
+// In points from the right edge, for whatever stands behind the decimals.
+TEST(Rejilla, LosDecimalesDeUnaColumnaEstanUnosBajoOtros) {
+  const QFontMetrics letra{QFont()};
+  for (const char* mascara :
+       {"#,##0.00 ;-#,##0.00", "#,##0.00;(#,##0.00)", "#,##0.00 €;-#,##0.00 €", "0.00 ;0.00-;\"\"",
+        "$0.00;($0.00);0.00 nada"}) {
+    QSet<int> sitios;
+    for (const double valor : {1234.5, -0.25, 0.0}) {
+      const QString importe = sinBlancoFinal(Format(valor, mascara));
+      if (importe.isEmpty()) continue;
+      const auto ultima = importe.lastIndexOf(QRegularExpression("[0-9]"));
+      sitios << sangriaDecimal(importe, mascara, letra) +
+                    letra.horizontalAdvance(importe.mid(ultima + 1));
+    }
+    EXPECT_EQ(sitios.size(), 1) << mascara;
+  }
 }
 
 TEST(Rejilla, DaSenalesDeTeclasYRaton) {
@@ -176,17 +243,21 @@ TEST(RejillaEdicion, LoEscritoSeGuardaAlDejarLaCeldaSalvoPorEscapeOUnRechazo) {
   p.t.tecla(Qt::Key_Tab);
   EXPECT_EQ(p.guardado("01"), "01|General|16,5|0");
   EXPECT_EQ(p.g.texto(0, 2), "16,50");
+  p.t.tecla(Qt::Key_Home);  // in the next row
+  p.t.teclea("A73");        // no more than the column takes
+  p.t.intro();
+  EXPECT_EQ(p.guardado("A7"), "A7|Reducido S/R|7|0");
 
   for (const bool cierra : {false, true}) {
-    p.t.tecla(Qt::Key_Home);
-    p.t.teclea("123");
+    p.t.tecla(Qt::Key_End);
+    p.t.teclea("doce");
     p.e.guion.esperaMensaje(
-        "Error 3163: " + ErrorEjecucion(err::kTextoDemasiadoLargo, "123").descripcion(), "Librano");
+        "Error 3421: " + ErrorEjecucion(err::kConversionDeDatos, "doce").descripcion(), "Librano");
     if (cierra)
       p.t.cierra();
     else
       p.t.intro();
-    EXPECT_EQ(p.g.texto(0, 0), "01");
+    EXPECT_EQ(p.g.texto(1, 2), "7,00");
     EXPECT_EQ(p.f.Dta.Recordset().editMode(), Recordset::EditMode::None);
     EXPECT_EQ(p.t.enfocado(), "Grid");
     EXPECT_TRUE(p.f.isVisible());
