@@ -6,6 +6,7 @@
 #include <QComboBox>
 #include <QLineEdit>
 #include <QPlainTextEdit>
+#include <QProgressBar>
 #include <QScopedValueRollback>
 
 #include "common/errorejecucion.h"
@@ -47,9 +48,19 @@ bool Formulario::cargar() {
     p_->cargado = true;
     if (ctx.formularios) ctx.formularios->apuntar(*this);
     p_->vigilarHijos();
+    p_->guardarSitioDeBarras();
     protege([this] { Form_Load(); }, QStringLiteral("Form_Load"));
   }
   return !p_->cerrado;
+}
+
+// A bar that appears with the work must not squeeze what stands around it.
+void Formulario::Privado::guardarSitioDeBarras() {
+  for (auto* barra : forma.findChildren<QProgressBar*>()) {
+    QSizePolicy politica = barra->sizePolicy();
+    politica.setRetainSizeWhenHidden(true);
+    barra->setSizePolicy(politica);
+  }
 }
 
 void Formulario::setVisible(bool visible) {

@@ -46,6 +46,7 @@ struct Formulario::Privado : QObject {
   Control& control(QWidget* campo);
   void vigilar(QWidget* campo);
   void vigilarHijos();
+  void guardarSitioDeBarras();
   QString lugar(const QObject* control, const char* evento) const;
   QAbstractButton* cierre() const;
 
