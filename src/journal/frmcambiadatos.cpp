@@ -2,8 +2,7 @@
 
 #include "common/funciones.h"
 #include "engine/dbengine.h"
-#include "journal/masivos.h"
-#include "toolkit/progreso.h"
+#include "journal/widgets/trabajoendiario.h"
 #include "ui_frmcambiadatos.h"
 
 FrmCambiadatos::FrmCambiadatos(Contexto& contexto)
@@ -14,6 +13,9 @@ FrmCambiadatos::FrmCambiadatos(Contexto& contexto)
   fecha(ui->TxtFechaHasta);
   alSalir(ui->TxtDatoLoc, [this] { normaliza(ui->TxtDatoLoc); });
   alSalir(ui->TxtDatoCam, [this] { normaliza(ui->TxtDatoCam); });
+  alElegir(ui->TxtCampo, [this](int) { ensenaLectura(); });
+  for (QLineEdit* campo : {ui->TxtDatoLoc, ui->TxtDatoCam, ui->TxtFechaDesde, ui->TxtFechaHasta})
+    alCambiar(campo, [this] { ensenaLectura(); });
   alPulsar(ui->ChkEliminarAsientos, [this] { ChkEliminarAsientos_Click(); });
   alPulsar(ui->CmdAceptar, [this] { CmdAceptar_Click(); });
   alPulsar(ui->CmdCancelar, [this] { descargar(); });
@@ -46,7 +48,7 @@ void FrmCambiadatos::normaliza(QLineEdit* campo) {
   }
 }
 
-void FrmCambiadatos::CmdAceptar_Click() {
+CambioMasivo FrmCambiadatos::cambio() const {
   CambioMasivo cambio;
   cambio.campo = static_cast<CampoCambio>(ui->TxtCampo->currentIndex());
   cambio.localizar = ui->TxtDatoLoc->text();
@@ -54,13 +56,26 @@ void FrmCambiadatos::CmdAceptar_Click() {
   cambio.fechaDesde = ui->TxtFechaDesde->text();
   cambio.fechaHasta = ui->TxtFechaHasta->text();
   cambio.eliminar = ui->ChkEliminarAsientos->isChecked();
+  return cambio;
+}
+
+void FrmCambiadatos::ensenaLectura() {
+  const LecturaDeCambio lectura = lecturaDe(cambio(), sesion().MascaraImporte, sesion().AnoActual);
+  ui->LblLeidoLoc->setText(lectura.localizar);
+  ui->LblLeidoCam->setText(lectura.cambiar);
+  ui->LblLeidoDesde->setText(lectura.desde);
+  ui->LblLeidoHasta->setText(lectura.hasta);
+}
+
+void FrmCambiadatos::CmdAceptar_Click() {
+  const CambioMasivo cambio = this->cambio();
   if (cambio.eliminar && cambio.campo == CampoCambio::NAsiento)
     return mensaje("No se puede eliminar asientos a la vez que localiza por ellos",
                    "Ejecución anulada");
   try {
-    Progreso progreso(ctx, *ui->Bar);
     const auto empresa = ctx.motor.Workspaces(0).OpenDatabase(sesion().rutaEmpresa());
-    cambiaDatos(*empresa, cambio, progreso.avance());
+    trabajaEnDiario(ctx, *ui->Bar,
+                    [&](const Avance& avance) { cambiaDatos(*empresa, cambio, avance); });
   } catch (const ErrorEjecucion& e) {
     ui->Bar->hide();
     return explica(e);

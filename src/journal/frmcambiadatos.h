@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "common/errorejecucion.h"
+#include "journal/masivos.h"
 #include "toolkit/formulario.h"
 
 namespace Ui {
@@ -21,6 +22,8 @@ class FrmCambiadatos : public Formulario {
  private:
   void ChkEliminarAsientos_Click();
   void normaliza(QLineEdit* campo);
+  CambioMasivo cambio() const;
+  void ensenaLectura();
   void CmdAceptar_Click();
   void explica(const ErrorEjecucion& error);
 

@@ -2,7 +2,7 @@
 
 #include "engine/dbengine.h"
 #include "journal/integridad.h"
-#include "toolkit/progreso.h"
+#include "journal/widgets/trabajoendiario.h"
 #include "ui_frmcompruebafechasasientos.h"
 
 FrmCompruebaFechasAsientos::FrmCompruebaFechasAsientos(Contexto& contexto)
@@ -15,12 +15,10 @@ FrmCompruebaFechasAsientos::FrmCompruebaFechasAsientos(Contexto& contexto)
 FrmCompruebaFechasAsientos::~FrmCompruebaFechasAsientos() = default;
 
 void FrmCompruebaFechasAsientos::CmdAceptar_Click() {
-  {
-    Progreso progreso(ctx, *ui->Bar);
-    const auto empresa = ctx.motor.Workspaces(0).OpenDatabase(sesion().rutaEmpresa());
-    unificaFechas(*empresa, sesion().AnoActual, ctx.reloj->hoy(), progreso.avance());
-    progreso.oculta();
-  }
+  const auto empresa = ctx.motor.Workspaces(0).OpenDatabase(sesion().rutaEmpresa());
+  trabajaEnDiario(ctx, *ui->Bar, [&](const Avance& avance) {
+    unificaFechas(*empresa, sesion().AnoActual, ctx.reloj->hoy(), avance);
+  });
   mensaje("Proceso terminado con exito", "Fín");
   descargar();
 }

@@ -5,8 +5,8 @@
 #include "engine/dbengine.h"
 #include "journal/apunte.h"
 #include "journal/descuadres.h"
+#include "journal/widgets/trabajoendiario.h"
 #include "toolkit/principal.h"
-#include "toolkit/progreso.h"
 #include "ui_frmcuadrarasientos.h"
 
 FrmCuadrarAsientos::FrmCuadrarAsientos(Contexto& contexto)
@@ -49,15 +49,13 @@ void FrmCuadrarAsientos::TxtSubcuenta_LostFocus() {
 void FrmCuadrarAsientos::CmdAceptar_Click() {
   DtaDescuadres.bind(sesion().rutaEmpresa(),
                      "Select * from SqlSumaDiarioPorAsientos order by nasiento");
-  {
-    Progreso progreso(ctx, *ui->Bar);
-    recorreDescuadres(DtaDescuadres.Recordset(), sesion().MascaraImporte, progreso.avance(),
+  trabajaEnDiario(ctx, *ui->Bar, [this](const Avance& avance) {
+    recorreDescuadres(DtaDescuadres.Recordset(), sesion().MascaraImporte, avance,
                       [this](int asiento, const QString& resto) {
                         cuadra(asiento, resto);
                         return true;
                       });
-    progreso.oculta();
-  }
+  });
   mensaje("Fín de la busqueda de cuadrar asientos descuadrados", "Fín");
   descargar();
 }

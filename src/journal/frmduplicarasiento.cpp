@@ -2,7 +2,9 @@
 
 #include "common/formato.h"
 #include "engine/dbengine.h"
+#include "journal/integridad.h"
 #include "journal/masivos.h"
+#include "journal/widgets/trabajoendiario.h"
 #include "toolkit/principal.h"
 #include "ui_frmduplicarasiento.h"
 
@@ -34,9 +36,15 @@ void FrmDuplicarAsiento::CmdAceptar_Click() {
   Workspace& area = ctx.motor.Workspaces(0);
   const auto origen = area.OpenDatabase(sesion().rutaEmpresa());
   const auto destino = area.OpenDatabase(sesion().rutaEmpresa(ui->TxtEmpresa->currentText()));
-  if (!duplicaAsiento(ctx.motor, *origen, *destino, ui->TxtAsiento->text().toInt(),
-                      ui->TxtFecha->text(), sesion().DigitosSubcuenta,
-                      ui->ChkEliminaAsiento->isChecked())) {
+  const QString asiento = ui->TxtAsiento->text();
+  if (const QString falta = avisoSinRegistro(*origen, "= " + asiento); !falta.isEmpty())
+    return mensaje(falta, "Error");
+  bool hecho = false;
+  trabajaEnDiario(ctx, [&] {
+    hecho = duplicaAsiento(ctx.motor, *origen, *destino, asiento.toInt(), ui->TxtFecha->text(),
+                           sesion().DigitosSubcuenta, ui->ChkEliminaAsiento->isChecked());
+  });
+  if (!hecho) {
     mensaje(
         "El tamaño de las subcuentas en la empresa destino no son iguales a las del origen, el "
         "proceso se cancelara",

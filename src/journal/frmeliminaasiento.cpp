@@ -2,8 +2,8 @@
 
 #include "engine/dbengine.h"
 #include "journal/masivos.h"
+#include "journal/widgets/trabajoendiario.h"
 #include "toolkit/principal.h"
-#include "toolkit/progreso.h"
 #include "ui_frmeliminaasiento.h"
 
 FrmEliminaAsiento::FrmEliminaAsiento(Contexto& contexto)
@@ -42,12 +42,9 @@ void FrmEliminaAsiento::CmdAceptar_Click() {
                       "Select * from SqlDiarioPrincipalBlanco where NAsiento=" + asiento);
   avisa();
   DtaDiarioLista.unbind();
-  {
-    Progreso progreso(ctx, *ui->Bar);
-    const auto empresa = ctx.motor.Workspaces(0).OpenDatabase(sesion().rutaEmpresa());
-    eliminaAsiento(*empresa, asiento.toInt(), progreso.avance());
-    progreso.oculta();
-  }
+  const auto empresa = ctx.motor.Workspaces(0).OpenDatabase(sesion().rutaEmpresa());
+  trabajaEnDiario(ctx, *ui->Bar,
+                  [&](const Avance& avance) { eliminaAsiento(*empresa, asiento.toInt(), avance); });
   DataControl& diario = ctx.principal->DtaDiarioLista();
   diario.bind(sesion().rutaEmpresa(), "Select * from SqlDiarioPrincipalBlanco Order by NAsiento");
   if (!diario.Eof()) diario.MoveLast();

@@ -3,7 +3,6 @@
 #include <QKeyEvent>
 #include <QMenu>
 #include <QMenuBar>
-#include <QScreen>
 #include <utility>
 
 #include "common/cini.h"
@@ -15,14 +14,7 @@
 #include "journal/widgets/camposubcuenta.h"
 #include "journal/widgets/menuprincipal.h"
 #include "toolkit/registro.h"
-#include "toolkit/tema.h"
 #include "ui_frmmenu.h"
-
-namespace {
-constexpr int kLetrasDeAncho = 180;
-constexpr int kLineasDeAlto = 44;
-constexpr double kParteDePantalla = 0.9;
-}  // namespace
 
 FrmMenu::FrmMenu(Contexto& contexto)
     : Formulario(contexto),
@@ -46,6 +38,7 @@ FrmMenu::FrmMenu(Contexto& contexto)
   ctx.principal = this;
 
   preparaAspecto();
+  ajustaAnchos();
   conectaVentana();
   conectaLinea();
   conectaDiario();
@@ -54,44 +47,6 @@ FrmMenu::FrmMenu(Contexto& contexto)
 
 FrmMenu::~FrmMenu() {
   if (ctx.principal == this) ctx.principal = nullptr;
-}
-
-void FrmMenu::preparaAspecto() {
-  // A window of its own, not a dialog over another.
-  setWindowFlags(Qt::Window);
-  const QPixmap cerrado = icono(QStringLiteral("cerrada")).pixmap(22, 22);
-  for (QLabel* imagen : {ui->ImpEmp1, ui->ImpEmp2, ui->ImpEmp3}) {
-    imagen->setPixmap(cerrado);
-    // The journal must not jump when a closed year is opened.
-    QSizePolicy politica = imagen->sizePolicy();
-    politica.setRetainSizeWhenHidden(true);
-    imagen->setSizePolicy(politica);
-    imagen->hide();
-  }
-  ui->Bar->hide();
-  ui->FrmPunteo->hide();
-
-  // The journal is what is looked at all day: it gets the height that the screen has.
-  const QSize amplia(fontMetrics().averageCharWidth() * kLetrasDeAncho,
-                     fontMetrics().height() * kLineasDeAlto);
-  resize(amplia.boundedTo(screen()->availableSize() * kParteDePantalla));
-
-  const std::pair<QToolButton*, const char*> flechas[] = {{ui->CmdPrimero, "primero"},
-                                                          {ui->CmdAnterior, "anterior"},
-                                                          {ui->CmdSiguiente, "siguiente"},
-                                                          {ui->CmdUltimo, "ultimo"}};
-  for (const auto& [boton, dibujo] : flechas) boton->setIcon(icono(QLatin1String(dibujo)));
-  for (QAbstractButton* boton : findChildren<QAbstractButton*>()) {
-    if (auto* pulsador = qobject_cast<QPushButton*>(boton)) pulsador->setAutoDefault(false);
-    // Tab goes from field to field of the entry line; buttons are for the mouse and their keys.
-    const bool graba = boton == ui->CmdLinDebe || boton == ui->CmdLinHaber;
-    boton->setFocusPolicy(graba ? Qt::StrongFocus : Qt::ClickFocus);
-  }
-  ui->TxtNombreCuenta->setFocusPolicy(Qt::ClickFocus);
-  for (QToolButton* tecla : ui->Frame1->findChildren<QToolButton*>()) {
-    tecla->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
-    tecla->setMinimumSize(28, 28);
-  }
 }
 
 void FrmMenu::conectaVentana() {
@@ -118,11 +73,17 @@ bool FrmMenu::eventFilter(QObject* objeto, QEvent* evento) {
 
 // The form that takes its place may need the company's file free.
 void FrmMenu::done(int resultado) {
+  guardaGeometria();
   Formulario::done(resultado);
   for (DataControl* datos : {&DtaEmpresa_, &DtaEmpresaActual_, &DtaDiarioLista_, &DtaConceptos_,
                              &subcuenta_->fila(), &DtaTotal_, &DtaDescuadres_, &DtaIVA_}) {
     datos->unbind();
   }
+}
+
+void FrmMenu::termina() {
+  guardaGeometria();
+  ctx.terminar();
 }
 
 // Escape leaves dialogs; it must not offer to leave the day's work.
@@ -216,10 +177,8 @@ void FrmMenu::refrescaEmpresa() {
   if (!DtaEmpresaActual_.isOpen()) return;
   ui->GrdApuntes->setMascara(sesion().MascaraImporte);
   totales_.ponerCero(sesion().MascaraImporte);
-  AAsiento();
-  AMarcado();
-  ACuenta();
-  ATotal();
+  ajustaAnchos();
+  muestraTotales();
 }
 
 void FrmMenu::TxtEmpresa_Change() {
@@ -251,11 +210,8 @@ void FrmMenu::abreEmpresa(const QString& nombre) {
   subcuenta_->ajustaDigitos();
   ui->GrdApuntes->setMascara(sesion().MascaraImporte);
   EmpresaCerrada();
+  ajustaAnchos();
   CmdRecargar_Click();
-  AAsiento();
-  AMarcado();
-  ACuenta();
-  ATotal();
   ui->TxtFecha->setText(
       NormalizaFecha(ui->TxtFecha->text().left(6) + QString::number(sesion().AnoActual),
                      sesion().AnoActual, ctx.reloj->hoy()));

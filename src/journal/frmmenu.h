@@ -5,8 +5,8 @@
 // number make an asiento, which may stand out of balance for as long as the bookkeeper likes. What
 // the window does at a key costs the same in a journal of ten lines and of a million.
 //
-// Its reactions stand in a file each: the window and its company, the entries of the menu, the
-// entry line, the journal on show, the Ayudante.
+// Its reactions stand in a file each: the window and its company, its look, the entries of the
+// menu, the entry line, the journal on show, the Ayudante.
 #pragma once
 
 #include <memory>
@@ -50,6 +50,7 @@ class FrmMenu : public Formulario, public Principal {
   void ACuenta() override;
   void AAsiento() override;
   void AMarcado() override;
+  void diarioCambiado() override;
   void EmpresaCerrada() override;
   void CmdLinAsiento_Click() override;
   void TxtSubcuenta_LostFocus() override;
@@ -63,7 +64,6 @@ class FrmMenu : public Formulario, public Principal {
   void conectaLinea();
   void conectaDiario();
   void conectaAyudante();
-  void preparaAspecto();
 
   // --- the window and its company (frmmenu.cpp) ---
   void TxtEmpresa_Change();
@@ -72,6 +72,14 @@ class FrmMenu : public Formulario, public Principal {
   void anotaCambioDeNombre(const QString& otra);
   void refrescaEmpresa();
   void avisaDeVersion();
+  void termina();
+
+  // --- its look (frmmenu_aspecto.cpp) ---
+  void preparaAspecto();
+  void ponGeometria();
+  void guardaGeometria();
+  void alineaBusqueda();
+  void ajustaAnchos();
 
   // --- the entries of the menu (frmmenu_menu.cpp) ---
   void ejecutaEntrada(const EntradaMenu& entrada);
@@ -95,10 +103,6 @@ class FrmMenu : public Formulario, public Principal {
 
   // --- the journal on show (frmmenu_diario.cpp) ---
   void CmdRecargar_Click();
-  void CmdPrimero_Click();
-  void CmdAnterior_Click();
-  void CmdSiguiente_Click();
-  void CmdUltimo_Click();
   void MnuModificarApunte_Click();
   void MnuEliminarPartida_Click();
   void MnuEliminarapunte_Click();
@@ -108,12 +112,13 @@ class FrmMenu : public Formulario, public Principal {
   void OptPunteo_Click(int indice);
   void puntea();
   bool lineaDeIVA() const;
-  void alineaBusqueda();
-  void ensanchaBusqueda();
+  bool apunteElegido();  // says so if there is none
   void muestraDiario(const QString& seleccion);
   void muestraAsiento(const QString& numero);
-  void refrescaDiario();
-  void muestraTotal(PanelTotales::Fila fila, const std::optional<Totales>& totales);
+  void muestraApuntesNuevos();
+  void muestraTotales();
+  void muestraTotal(PanelTotales::Fila fila, const QString& clave,
+                    const std::optional<Totales>& totales);
 
   // --- the Ayudante (frmmenu_ayudante.cpp) ---
   void CmdNumeros_Click(int indice);

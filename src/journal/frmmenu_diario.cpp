@@ -1,4 +1,3 @@
-#include <QHBoxLayout>
 #include <QMenu>
 #include <QMenuBar>
 
@@ -16,7 +15,7 @@ void FrmMenu::conectaDiario() {
                           {{QStringLiteral("Punteo"), QStringLiteral("P"), 3},
                            {QStringLiteral("Subcuenta"), QStringLiteral("Subcuenta"), 10},
                            {QStringLiteral("Fecha"), QStringLiteral("Fecha"), 11, Fecha},
-                           {QStringLiteral("NAsiento"), QStringLiteral("Asiento"), 8},
+                           {QStringLiteral("NAsiento"), QStringLiteral("Asiento"), 8, Numero},
                            {QStringLiteral("Descripcion"), QStringLiteral("Descripción"), 40},
                            {QStringLiteral("Debe"), QStringLiteral("Debe"), 14, Importe},
                            {QStringLiteral("Haber"), QStringLiteral("Haber"), 14, Importe}});
@@ -42,53 +41,16 @@ void FrmMenu::conectaDiario() {
     menu_->barra()->findChild<QMenu*>(QStringLiteral("MnuEdicion"))->popup(sitio);
   });
 
-  alPulsar(ui->CmdPrimero, [this] { CmdPrimero_Click(); });
-  alPulsar(ui->CmdAnterior, [this] { CmdAnterior_Click(); });
-  alPulsar(ui->CmdSiguiente, [this] { CmdSiguiente_Click(); });
-  alPulsar(ui->CmdUltimo, [this] { CmdUltimo_Click(); });
+  const std::pair<QToolButton*, Rejilla::Movimiento> flechas[] = {
+      {ui->CmdPrimero, Rejilla::Primera},
+      {ui->CmdAnterior, Rejilla::Anterior},
+      {ui->CmdSiguiente, Rejilla::Siguiente},
+      {ui->CmdUltimo, Rejilla::Ultima}};
+  for (const auto& [boton, movimiento] : flechas)
+    alPulsar(boton, [this, movimiento = movimiento] { ui->GrdApuntes->mover(movimiento); });
   alPulsar(ui->CmdActivaPunteo, [this] { CmdActivaPunteo_Click(); });
   alPulsar(ui->CmdCerrarPunteo, [this] { CmdCerrarPunteo_Click(); });
   alElegirOpcion(QStringLiteral("OptPunteo"), [this](int indice) { OptPunteo_Click(indice); });
-}
-
-// Each search button stands over its column at any width; that of the asientos out of balance
-// has none of its own and shares the widest.
-void FrmMenu::alineaBusqueda() {
-  const auto boton = [this](QStringView nombre) { return &menu_->boton(nombre); };
-  menu_->creaBotones(SitioBoton::Columna, *ui->FilaBusqueda);
-  auto* ancha = new QWidget(this);
-  auto* dentro = new QHBoxLayout(ancha);
-  dentro->setContentsMargins(0, 0, 0, 0);
-  dentro->setSpacing(0);
-  dentro->addWidget(boton(u"CmdDescripcion"), 3);
-  dentro->addWidget(boton(u"CmdDescuadres"), 2);
-  ui->FilaBusqueda->insertWidget(ui->FilaBusqueda->indexOf(boton(u"CmdImporte")), ancha, 1);
-
-  ensanchaBusqueda();
-  const int marco = ui->GrdApuntes->frameWidth();
-  ui->FilaBusqueda->setContentsMargins(marco, 0, marco, 0);
-  ui->GrdApuntes->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
-  ui->GrdApuntes->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-  ui->GrdApuntes->alinearCon({boton(u"CmdPunteo"), boton(u"CmdCodigo"), boton(u"CmdFecha"),
-                              boton(u"CmdAsiento"), ancha, boton(u"CmdImporte"),
-                              boton(u"CmdImporte")});
-}
-
-// The widths of the columns are those of the buttons over them.
-void FrmMenu::ensanchaBusqueda() {
-  const std::pair<QStringView, QString> anchos[] = {
-      {u"CmdPunteo", QStringLiteral("WWW")},
-      {u"CmdCodigo", QStringLiteral("000000000000000")},
-      {u"CmdFecha", QStringLiteral("00/00/00000000")},
-      {u"CmdAsiento", QStringLiteral("000000000000")},
-      {u"CmdImporte", QStringLiteral("-000.000.000,00 -000.000.000,00 000")}};
-  for (const auto& [nombre, muestra] : anchos)
-    menu_->boton(nombre).setFixedWidth(fontMetrics().horizontalAdvance(muestra));
-}
-
-void FrmMenu::changeEvent(QEvent* evento) {
-  Formulario::changeEvent(evento);
-  if (evento->type() == QEvent::FontChange && menu_) ensanchaBusqueda();
 }
 
 // Puts lines of the journal on show, standing on the last of them. `seleccion` follows the
@@ -106,59 +68,62 @@ void FrmMenu::muestraAsiento(const QString& numero) {
 void FrmMenu::CmdRecargar_Click() {
   enfocar(ui->TxtSubcuenta);
   muestraDiario(QStringLiteral("order by nasiento"));
+  muestraTotales();
 }
 
-// After a dialog that wrote lines of its own.
-void FrmMenu::refrescaDiario() {
+void FrmMenu::diarioCambiado() {
+  if (!DtaDiarioLista_.isOpen()) return;
+  const Rejilla& rejilla = ui->GrdApuntes->alDia();
+  const bool enUltima = rejilla.filaActual() == rejilla.filas() - 1;
+  const QString linea = enUltima ? QString() : rejilla.valor(QStringLiteral("NLinea"));
   DtaDiarioLista_.Refresh();
-  if (!DtaDiarioLista_.Eof()) DtaDiarioLista_.MoveLast();
-  ATotal();
-  ACuenta();
-  AAsiento();
+  if (!linea.isEmpty()) DtaDiarioLista_.FindFirst(QStringLiteral("NLinea = ") + linea);
+  const bool sigue = !linea.isEmpty() && !DtaDiarioLista_.Recordset().NoMatch();
+  if (!sigue && !DtaDiarioLista_.Eof()) DtaDiarioLista_.MoveLast();
+  muestraTotales();
 }
 
-void FrmMenu::CmdPrimero_Click() {
-  if (DtaDiarioLista_.Recordset().rowTotal() > 0) DtaDiarioLista_.MoveFirst();
-}
-
-void FrmMenu::CmdAnterior_Click() {
-  if (ui->GrdApuntes->filaActual() > 0) DtaDiarioLista_.MovePrevious();
-}
-
-void FrmMenu::CmdSiguiente_Click() {
-  const int fila = ui->GrdApuntes->filaActual();
-  if (fila >= 0 && fila + 1 < ui->GrdApuntes->filas()) DtaDiarioLista_.MoveNext();
-}
-
-void FrmMenu::CmdUltimo_Click() {
-  if (DtaDiarioLista_.Recordset().rowTotal() > 0) DtaDiarioLista_.MoveLast();
+// After a dialog that typed lines of its own: they stand at the end.
+void FrmMenu::muestraApuntesNuevos() {
+  diarioCambiado();
+  ui->GrdApuntes->mover(Rejilla::Ultima);
 }
 
 // --- totals -------------------------------------------------------------------------------------
 
-void FrmMenu::muestraTotal(PanelTotales::Fila fila, const std::optional<Totales>& totales) {
-  if (totales) totales_.poner(fila, *totales, sesion().MascaraImporte);
+void FrmMenu::muestraTotales() {
+  ATotal();
+  ACuenta();
+  AAsiento();
+  AMarcado();
+}
+
+void FrmMenu::muestraTotal(PanelTotales::Fila fila, const QString& clave,
+                           const std::optional<Totales>& totales) {
+  if (totales) totales_.poner(fila, clave, *totales, sesion().MascaraImporte);
 }
 
 void FrmMenu::ATotal() {
-  muestraTotal(PanelTotales::Total, totalDiario(DtaTotal_, sesion().rutaEmpresa()));
+  muestraTotal(PanelTotales::Total, {}, totalDiario(DtaTotal_, sesion().rutaEmpresa()));
 }
 
 void FrmMenu::ACuenta() {
-  muestraTotal(PanelTotales::Cuenta,
-               totalCuenta(DtaTotal_, sesion().rutaEmpresa(), ui->TxtSubcuenta->text()));
+  const QString subcuenta = ui->TxtSubcuenta->text();
+  muestraTotal(PanelTotales::Cuenta, subcuenta,
+               totalCuenta(DtaTotal_, sesion().rutaEmpresa(), subcuenta));
 }
 
 void FrmMenu::AAsiento() {
-  muestraTotal(PanelTotales::Asiento,
-               totalAsiento(DtaTotal_, sesion().rutaEmpresa(), ui->TxtAsiento->text()));
+  const QString asiento = ui->TxtAsiento->text();
+  muestraTotal(PanelTotales::Asiento, asiento,
+               totalAsiento(DtaTotal_, sesion().rutaEmpresa(), asiento));
 }
 
 // Without a line nothing is marked, and the caption of a line that went away would mislead.
 void FrmMenu::AMarcado() {
   const QString asiento = ui->GrdApuntes->valor(QStringLiteral("NAsiento"));
   muestraTotal(
-      PanelTotales::Marcado,
+      PanelTotales::Marcado, asiento,
       asiento.isEmpty() ? Totales() : totalAsiento(DtaTotal_, sesion().rutaEmpresa(), asiento));
 }
 
@@ -169,15 +134,16 @@ bool FrmMenu::lineaDeIVA() const {
   return !DtaDiarioLista_.Fields(QStringLiteral("ApunteIVA")).isNull();
 }
 
+bool FrmMenu::apunteElegido() {
+  if (!ui->GrdApuntes->valor(QStringLiteral("NLinea")).isEmpty()) return true;
+  ui->GrdApuntes->setFocus();
+  mensaje(kSinApunte.toString(), QStringLiteral("Error"));
+  return false;
+}
+
 void FrmMenu::MnuModificarApunte_Click() {
+  if (!apunteElegido()) return;
   const Rejilla& rejilla = *ui->GrdApuntes;
-  const QString linea = rejilla.valor(QStringLiteral("NLinea"));
-  if (linea.isEmpty()) {
-    ui->GrdApuntes->setFocus();
-    mensaje(QStringLiteral("Debe seleccionar un apunte de la lista de apuntes"),
-            QStringLiteral("Error"));
-    return;
-  }
   if (rejilla.valor(QStringLiteral("TipoFactura")) == u"I") {
     mensaje(QStringLiteral("No puede modificar una partida creada con IVA intracomunitario, "
                            "elimine la partida y cree una nueva"),
@@ -192,10 +158,11 @@ void FrmMenu::MnuModificarApunte_Click() {
     return;
   }
   if (!lineaDeIVA()) {
-    mostrar(QStringLiteral("FrmPartida"), 0, linea);
+    mostrar(QStringLiteral("FrmPartida"), 0, rejilla.valor(QStringLiteral("NLinea")));
+    muestraTotales();  // the other lines of its asiento may have gone along
   } else if (mostrar(QStringLiteral("FrmIVASR"), llamada::kIVAModificacion,
                      rejilla.valor(QStringLiteral("NAsiento")))) {
-    refrescaDiario();
+    muestraApuntesNuevos();
   }
 }
 
@@ -203,7 +170,7 @@ void FrmMenu::MnuModificarApunte_Click() {
 // changed, so deleting it is the way to put it right.
 void FrmMenu::MnuEliminarPartida_Click() {
   enfocar(ui->TxtSubcuenta);
-  if (ui->GrdApuntes->filaActual() < 0) return;
+  if (!apunteElegido()) return;
   if (lineaDeIVA()) {
     mensaje(QStringLiteral("Usted no puede eliminar una partida creada por un apunte de IVA"),
             QStringLiteral("Error"));
@@ -225,7 +192,7 @@ void FrmMenu::MnuEliminarapunte_Click() {
   muestraAsiento(asiento);
   mostrar(QStringLiteral("FrmEliminaAsiento"), 0, asiento);
   enfocar(ui->TxtSubcuenta);
-  ATotal();
+  muestraTotales();
 }
 
 // --- asientos out of balance --------------------------------------------------------------------
@@ -270,7 +237,7 @@ void FrmMenu::OptPunteo_Click(int indice) {
 
 // A marked line is cleared by any mark; none replaces another in one step.
 void FrmMenu::puntea() {
-  if (ui->GrdApuntes->filaActual() < 0) return;
+  if (ui->GrdApuntes->valor(QStringLiteral("NLinea")).isEmpty()) return;
   const FieldRef marca = DtaDiarioLista_.Fields(QStringLiteral("Punteo"));
   const QString nueva = marca.display().isEmpty() ? sesion().MarcaPunteo : QStringLiteral("");
   DtaDiarioLista_.Edit();

@@ -97,11 +97,11 @@ void FrmMenu::ofreceAsientoDeIVA(const QString& codigo, const QString& clase, in
   // asiento is the opening one: its lines are never taken for those of an invoice.
   if (!asiento.isEmpty() && asiento != u"1") {
     muestraAsiento(asiento);
-    for (CmdPrimero_Click(); !DtaDiarioLista_.Eof(); DtaDiarioLista_.MoveNext())
+    for (DtaDiarioLista_.Refresh(); !DtaDiarioLista_.Eof(); DtaDiarioLista_.MoveNext())
       DtaDiarioLista_.Delete();
   }
   mostrar(QStringLiteral("FrmIVASR"), codigoLlamada, asiento);
-  refrescaDiario();
+  muestraApuntesNuevos();
 }
 
 // --- date ---------------------------------------------------------------------------------------

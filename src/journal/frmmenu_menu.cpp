@@ -18,6 +18,8 @@ bool FrmMenu::permiteEntrada(const EntradaMenu& entrada) {
       if (ui->TxtSubcuenta->text().size() == sesion().DigitosSubcuenta) return true;
       mensaje(aviso, titulo);
       return false;
+    case CondicionMenu::ApunteElegido:
+      return apunteElegido();
     case CondicionMenu::Aceptado:
       mensaje(aviso, titulo, Icono::Alto);
       return true;
@@ -37,7 +39,7 @@ void FrmMenu::ejecutaEntrada(const EntradaMenu& entrada) {
                                                                   : QString());
       if (entrada.codigoLlamada == llamada::kIVASoportado ||
           entrada.codigoLlamada == llamada::kIVARepercutido) {
-        refrescaDiario();
+        muestraApuntesNuevos();
       }
       if (destino == u"FrmEmpresas" || destino == u"FrmConfiguracion") refrescaEmpresa();
       return;
@@ -52,7 +54,7 @@ void FrmMenu::ejecutaEntrada(const EntradaMenu& entrada) {
       ctx.ejecutar(
           AjustaBarra(sesion().DirPrograma) + destino,
           entrada.argumento.isEmpty() ? QStringList() : QStringList(entrada.argumento.toString()));
-      if (entrada.accion == AccionMenu::ProgramaYTermina) ctx.terminar();
+      if (entrada.accion == AccionMenu::ProgramaYTermina) termina();
       return;
     case AccionMenu::Menu:
     case AccionMenu::Nada:
@@ -82,5 +84,5 @@ void FrmMenu::MnuSalir_Click() {
                                     QStringLiteral("Salida de Librano"))
                          : pregunta(QStringLiteral("¿ Tiene descuadres en el diario desea salir ?"),
                                     QStringLiteral("Atención"), Icono::Alto);
-  if (salir) ctx.terminar();
+  if (salir) termina();
 }

@@ -3,7 +3,7 @@
 #include "common/formato.h"
 #include "engine/dbengine.h"
 #include "journal/integridad.h"
-#include "toolkit/progreso.h"
+#include "journal/widgets/trabajoendiario.h"
 #include "ui_frmrenumera.h"
 
 FrmRenumera::FrmRenumera(Contexto& contexto)
@@ -43,13 +43,12 @@ void FrmRenumera::igualaNumeros() {
 // Numbering always starts at the asiento from which it works; the second field only keeps its
 // rules.
 void FrmRenumera::CmdAceptar_Click() {
-  {
-    Progreso progreso(ctx, *ui->Bar);
-    const auto empresa = ctx.motor.Workspaces(0).OpenDatabase(sesion().rutaEmpresa());
-    renumeraDiario(*empresa, static_cast<int>(Val(ui->TxtRenumeraAsientoDesde->text())),
-                   progreso.avance());
-    progreso.oculta();
-  }
+  const auto empresa = ctx.motor.Workspaces(0).OpenDatabase(sesion().rutaEmpresa());
+  const int desde = static_cast<int>(Val(ui->TxtRenumeraAsientoDesde->text()));
+  const QString falta = avisoSinRegistro(*empresa, ">= " + QString::number(desde));
+  if (!falta.isEmpty()) return mensaje(falta, "Error");
+  trabajaEnDiario(ctx, *ui->Bar,
+                  [&](const Avance& avance) { renumeraDiario(*empresa, desde, avance); });
   mensaje("Proceso terminado con exito", "Fín");
   descargar();
 }

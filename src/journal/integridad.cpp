@@ -4,6 +4,31 @@
 #include "common/funciones.h"
 #include "engine/dbengine.h"
 
+QString avisoSinRegistro(Database& empresa, const QString& asientos) {
+  const auto faltan = empresa.OpenRecordset(
+      QStringLiteral("Select Diario.NAsiento, Count(*) as Lineas from Diario "
+                     "left join RSIVA on Diario.ApunteIVA = RSIVA.Codigo "
+                     "where Diario.ApunteIVA <> '' and RSIVA.Codigo is null "
+                     "and Diario.NAsiento %1 group by Diario.NAsiento order by Diario.NAsiento")
+          .arg(asientos));
+  constexpr int kNombrados = 5;
+  qint64 lineas = 0;
+  QStringList numeros;
+  for (; !faltan->Eof(); faltan->MoveNext()) {
+    lineas += faltan->Fields(1).toLong();
+    if (numeros.size() < kNombrados)
+      numeros << faltan->Fields(0).text();
+    else if (numeros.size() == kNombrados)
+      numeros << QStringLiteral("...");
+  }
+  if (lineas == 0) return {};
+  const QString cuantas = lineas == 1 ? QStringLiteral("Hay 1 partida que señala")
+                                      : QStringLiteral("Hay %1 partidas que señalan").arg(lineas);
+  return QStringLiteral(
+             "%1 a un registro de IVA que no existe (asiento %2). No se ha cambiado nada.")
+      .arg(cuantas, numeros.join(QStringLiteral(", ")));
+}
+
 void unificaFechas(Database& empresa, int anoActual, QDate hoy, const Avance& avance) {
   const auto diario =
       empresa.OpenRecordset(QStringLiteral("Select * from Diario order by NAsiento, Fecha"));

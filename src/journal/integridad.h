@@ -10,6 +10,11 @@
 
 class Database;
 
+// What to tell before a tool takes invoices along: how many lines name a row of the register that
+// isn't there, and of which asientos; empty when there is none. `asientos` is the condition on
+// their numbers: "= 12", ">= 1".
+QString avisoSinRegistro(Database& empresa, const QString& asientos);
+
 // Gives every line of an asiento the date of its earliest line, brought into the working year.
 // A day that this year doesn't have (29/02) becomes `hoy`, as a typed date would.
 void unificaFechas(Database& empresa, int anoActual, QDate hoy, const Avance& avance);

@@ -1,11 +1,13 @@
 #include "journal/masivos.h"
 
 #include <array>
+#include <optional>
 
 #include "common/formato.h"
 #include "common/ignorar.h"
 #include "engine/dbengine.h"
 #include "engine/filas.h"
+#include "engine/lang/lexer.h"
 #include "journal/apunte.h"
 
 namespace {
@@ -72,10 +74,103 @@ bool duplicaAsiento(DBEngine& motor, Database& origen, Database& destino, int as
   tomaContador(*contadores, QStringLiteral("Asiento"));
   if (eliminar) {
     motor.flush();
-    borraTodo(*lineasDelAsiento(origen, QString::number(asiento)));
+    // The rows read at first: the copy may have got the same number, where one typed by hand had
+    // run ahead of the counter.
+    if (lineas->RecordCount() > 0) lineas->MoveFirst();
+    borraTodo(*lineas);
     if (!codigoViejo.isEmpty()) borraTodo(*registroDe(origen, codigoViejo));
   }
   return true;
+}
+
+// --- how a change is read
+
+namespace {
+
+// A day told so that nobody takes it month first.
+QString dia(const QDate& fecha) {
+  return Format(fecha, QStringLiteral("d mmmm yyyy"));
+}
+
+std::optional<QDate> diaDeLiteral(const QString& texto, int ano) {
+  const QDate fecha = QDate::fromString(lang::dateLiteral(texto, ano).left(10), Qt::ISODate);
+  return fecha.isValid() ? std::optional(fecha) : std::nullopt;
+}
+
+// The number that stands in a statement, if it is one word of it, sign apart.
+std::optional<double> numeroDeLiteral(const QString& texto, int ano) {
+  const bool menos = texto.trimmed().startsWith(QLatin1Char('-'));
+  const QString cifras = menos ? texto.trimmed().mid(1) : texto;
+  try {
+    const auto palabras = lang::tokens(cifras);
+    if (palabras.size() != 2 || palabras[0].kind != lang::TokenKind::Number) return std::nullopt;
+    const double numero = lang::literalOf(palabras[0], ano).value.number();
+    return menos ? -numero : numero;
+  } catch (const ErrorEjecucion&) {
+    return std::nullopt;
+  }
+}
+
+QString numero(CampoCambio campo, double valor, const QString& mascara) {
+  return campo == CampoCambio::Importe ? Format(valor, mascara).trimmed() : Variant(valor).text();
+}
+
+QString leidoAlBuscar(const CambioMasivo& cambio, const QString& mascara, int ano) {
+  const QString noSeEntiende = QStringLiteral("no se entiende");
+  const QString seBusca = QStringLiteral("se buscará ");
+  switch (cambio.campo) {
+    case CampoCambio::NAsiento:
+    case CampoCambio::Importe:
+      if (const auto valor = numeroDeLiteral(cambio.localizar, ano))
+        return seBusca + numero(cambio.campo, *valor, mascara);
+      return cambio.localizar.contains(QLatin1Char(','))
+                 ? noSeEntiende + QStringLiteral(": los decimales van aquí con punto")
+                 : noSeEntiende;
+    case CampoCambio::Fecha:
+      if (const auto fecha = diaDeLiteral(Format(cambio.localizar, QStringLiteral("m-d-yy")), ano))
+        return seBusca + dia(*fecha);
+      return noSeEntiende;
+    case CampoCambio::Subcuenta:
+    case CampoCambio::Descripcion:
+      break;
+  }
+  return cambio.localizar.contains(QLatin1Char('\'')) ? noSeEntiende : seBusca + cambio.localizar;
+}
+
+QString leidoAlGuardar(const CambioMasivo& cambio, const QString& mascara) {
+  const QString seGuarda = QStringLiteral("se guardará ");
+  try {
+    switch (cambio.campo) {
+      case CampoCambio::NAsiento:
+        return seGuarda + convertTo(FieldType::Long, 0, cambio.cambiar).text();
+      case CampoCambio::Fecha:
+        return seGuarda + dia(convertTo(FieldType::Date, 0, cambio.cambiar).date());
+      case CampoCambio::Importe:
+        return seGuarda + numero(cambio.campo,
+                                 convertTo(FieldType::Double, 0, cambio.cambiar).number(), mascara);
+      case CampoCambio::Subcuenta:
+      case CampoCambio::Descripcion:
+        break;
+    }
+  } catch (const ErrorEjecucion&) {
+    return QStringLiteral("no se puede guardar en este campo");
+  }
+  return seGuarda + cambio.cambiar;
+}
+
+}  // namespace
+
+LecturaDeCambio lecturaDe(const CambioMasivo& cambio, const QString& mascara, int ano) {
+  LecturaDeCambio lectura;
+  if (!cambio.localizar.isEmpty()) lectura.localizar = leidoAlBuscar(cambio, mascara, ano);
+  if (!cambio.cambiar.isEmpty()) lectura.cambiar = leidoAlGuardar(cambio, mascara);
+  for (const auto& [limite, leido] :
+       {std::pair(cambio.fechaDesde, &lectura.desde), {cambio.fechaHasta, &lectura.hasta}}) {
+    if (limite.isEmpty()) continue;
+    const auto fecha = diaDeLiteral(limite, ano);
+    *leido = fecha ? QStringLiteral("se leerá ") + dia(*fecha) : QStringLiteral("no se entiende");
+  }
+  return lectura;
 }
 
 QString sentenciaDeCambio(const CambioMasivo& cambio) {

@@ -32,6 +32,19 @@ struct CambioMasivo {
 // The lines that a change is about. The values stand in it as typed.
 QString sentenciaDeCambio(const CambioMasivo& cambio);
 
+// How the engine will read what is typed in a change, for the user to see before it is done: the
+// value to find and the limits stand in a statement, where a point is the decimal sign and a date
+// may be taken month first; the new value is assigned to its field, where a point is nothing. Empty
+// for an empty field. Amounts by `mascara`; `ano` is the company's.
+//   importe "12.5" is found as "se buscará 12,50" and kept as "se guardará 125,00"
+struct LecturaDeCambio {
+  QString localizar;
+  QString cambiar;
+  QString desde;
+  QString hasta;
+};
+LecturaDeCambio lecturaDe(const CambioMasivo& cambio, const QString& mascara, int ano);
+
 // Raises 3021 when no line is found, 3075 for a value that can't stand in a statement, 3421 for a
 // new value that doesn't fit the field. What was done before stays.
 void cambiaDatos(Database& empresa, const CambioMasivo& cambio, const Avance& avance);

@@ -37,6 +37,10 @@ class Principal {
   virtual void ACuenta() = 0;
   virtual void AAsiento() = 0;
   virtual void AMarcado() = 0;
+  // To be called when anything else has written to the journal, also when it failed half-way: its
+  // lines, the totals and the marked asiento are those of the file again. It stays on the line
+  // where it stood, or on the last one if it stood there or the line is gone.
+  virtual void diarioCambiado() = 0;
   // Shows or hides the signs of a closed year.
   virtual void EmpresaCerrada() = 0;
   virtual void CmdLinAsiento_Click() = 0;

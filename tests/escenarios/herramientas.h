@@ -8,6 +8,7 @@
 #include <map>
 
 #include "accounts/registro.h"
+#include "common/formato.h"
 #include "journal/registro.h"
 #include "reports/registro.h"
 #include "soporte/escenario.h"
@@ -125,6 +126,36 @@ class DiarioDelTrimestre : public testing::Test, protected Escenario {
     }
     for (const auto& [clave, saldo] : resto)
       EXPECT_EQ(saldo, std::pair(0LL, 0LL)) << qPrintable(clave.first) << ' ' << clave.second;
+    compruebaVentana();
+  }
+  // The main window shows what is in `libro`: each line on show, the totals, the marked asiento.
+  void compruebaVentana() const {
+    const QString mascara = ctx.sesion.MascaraImporte;
+    QSet<QStringList> lineas;
+    double debe = 0, haber = 0, marcado = 0;
+    const QString enCurso = rejilla().valor("NAsiento");
+    for (const auto& [numero, l] : libro) {
+      (l.importe < 0 ? haber : debe) += l.importe;
+      if (QString::number(l.asiento) == enCurso) marcado += l.importe;
+      lineas << QStringList{l.subcuenta,
+                            l.fecha,
+                            QString::number(l.asiento),
+                            l.concepto,
+                            Format(std::max(l.importe, 0.0), mascara),
+                            Format(std::min(l.importe, 0.0), mascara)};
+    }
+    for (int fila = 0; fila < rejilla().filas(); ++fila) {
+      QStringList linea;
+      for (int columna = 1; columna < 7; ++columna) linea << rejilla().texto(fila, columna);
+      for (const int importe : {4, 5})  // the side without one shows nothing
+        if (linea[importe].isEmpty()) linea[importe] = Format(0.0, mascara);
+      EXPECT_TRUE(lineas.contains(linea)) << qPrintable(linea.join(" | "));
+    }
+    EXPECT_EQ(t->textoDe("TxtTotalDebe"), Format(debe, mascara));
+    EXPECT_EQ(t->textoDe("TxtTotalHaber"), Format(haber, mascara));
+    EXPECT_EQ(t->textoDe("TxtTotalDescuadre"), Format(debe + haber, mascara));
+    EXPECT_EQ(t->textoDe("LblFilaMarcado"), ("Marcado " + enCurso).trimmed());
+    EXPECT_EQ(t->textoDe("TxtMarcadoDescuadre"), Format(marcado, mascara));
   }
   // The lines of the file, by their number.
   std::map<int, Linea> lee() const {

@@ -1,5 +1,6 @@
 // Changing the quarter's books in bulk: duplicating, replacing, squaring, checking dates and
 // renumbering, by keys.
+#include "common/errorejecucion.h"
 #include "escenarios/herramientas.h"
 
 namespace {
@@ -11,6 +12,8 @@ struct Cambio {
   const char* localizar;
   const char* cambiar;
   const char* hasta = "3112";
+  const char* seBusca = nullptr;  // how both are told to be read
+  const char* seGuarda = nullptr;
 };
 
 class Masivos : public DiarioDelTrimestre {
@@ -26,6 +29,10 @@ class Masivos : public DiarioDelTrimestre {
     EXPECT_EQ(d.textoDe("TxtCampo"), cambio.campo);
     rellena(d, {{"TxtDatoLoc", cambio.localizar}, {"TxtFechaHasta", cambio.hasta}});
     if (*cambio.cambiar) rellena(d, {{"TxtDatoCam", cambio.cambiar}});
+    d.tab();
+    if (!cambio.seBusca) return;
+    EXPECT_EQ(d.textoDe("LblLeidoLoc"), cambio.seBusca);
+    EXPECT_EQ(d.textoDe("LblLeidoCam"), cambio.seGuarda);
   }
 };
 
@@ -53,6 +60,31 @@ TEST_F(Masivos, DuplicateAnAsientoWithItsInvoice) {
             (Filas{{"S0000000041", "9", "", "A-7"}, {"S0000000042", "121", "01/04/2024", "A-7"}}));
   EXPECT_EQ(filas("Select Asiento, NLinDiario, NLinIVAS from Empresa"),
             (Filas{{"122", "315", "42"}}));
+}
+
+// A number typed by hand can be the counter's next one: the copy gets it too, and stays.
+TEST_F(Masivos, ReplaceAnAsientoByItsCopy) {
+  cambia("Empresa", "Asiento", 9);
+  enLinea(9, 0);
+  herramienta("MnuDuplicaAsiento", [&](Teclado& duplica) {
+    rellena(duplica, {{"TxtFecha", "0104"}});
+    alterna(duplica, "ChkEliminaAsiento");
+    acepta(duplica);
+  });
+  for (const int numero : {20, 21, 22}) {
+    libro[292 + numero] = libro[numero];
+    libro[292 + numero].fecha = "01/04/2024";
+    libro.erase(numero);
+  }
+  comprueba();
+  // With no line current there is nothing to duplicate.
+  guion.esperaPregunta("Esta a punto de eliminar una partida del diario, ¿ Desea continuar ?", true,
+                       "Eliminar");
+  entrada("MnuEliminarPartida");
+  libro.erase(314);
+  comprueba();
+  guion.esperaMensaje("Debe seleccionar un apunte de la lista de apuntes", "Error");
+  entrada("MnuDuplicaAsiento");
 }
 
 TEST_F(Masivos, MoveAnAsientoToAnotherCompany) {
@@ -97,19 +129,20 @@ TEST_F(Masivos, ReplaceWhatTheyFind) {
     Cambio cambio;
     void (*efecto)(Linea&);
   } casos[] = {
-      {{"Fecha", "0502", "0603"},
+      {{"Fecha", "0502", "0603", "3112", "se buscará 5 febrero 2024", "se guardará 6 marzo 2024"},
        [](Linea& l) {
          if (l.fecha == "05/02/2024") l.fecha = "06/03/2024";
        }},
-      {{"Descripcion", "pago n*", "Líquido"},
+      {{"Descripcion", "pago n*", "Líquido", "3112", "se buscará pago n*", "se guardará Líquido"},
        [](Linea& l) {
          if (l.concepto == "Pago nóminas") l.concepto = "Líquido";
        }},
-      {{"Importe", "12.02", "13"},  // on this side only
+      // On this side only; the point is a decimal in one field and nothing in the other.
+      {{"Importe", "12.02", "1.3", "3112", "se buscará 12,02", "se guardará 13,00"},
        [](Linea& l) {
          if (l.importe == 12.02) l.importe = 13;
        }},
-      {{"NAsiento", "1", "501"},
+      {{"NAsiento", "1", "501", "3112", "se buscará 1", "se guardará 501"},
        [](Linea& l) {
          if (l.asiento == 1) l.asiento = 501;
        }},
@@ -125,6 +158,9 @@ TEST_F(Masivos, ReplaceWhatTheyFind) {
       EXPECT_EQ(d.textoDe("TxtFechaDesde"), "01/01/2024");
       EXPECT_EQ(d.textoDe("TxtFechaHasta"), "31/12/2024");
       llena(d, cambio);
+      EXPECT_EQ(d.textoDe("LblLeidoHasta"), QString(cambio.hasta) == "0103"
+                                                ? "se leerá 3 enero 2024"
+                                                : "se leerá 31 diciembre 2024");
       acepta(d);
     });
     for (auto& [numero, linea] : libro) efecto(linea);
@@ -139,8 +175,11 @@ TEST_F(Masivos, SayWhyTheyCanNotReplace) {
       {{"Importe", "31", "32"}, kVacio},
       {{"Fecha", "0502", "0603", "0103"}, kVacio},
       {{"NAsiento", "", "3"}, kMalRelleno},
+      {{"Importe", "12,02", "3", "3112", "no se entiende: los decimales van aquí con punto",
+        "se guardará 3,00"},
+       kMalRelleno},
       {{"Subcuenta", "O'Brien", "3"}, kMalRelleno},
-      {{"NAsiento", "1", "siete"},
+      {{"NAsiento", "1", "siete", "3112", "se buscará 1", "no se puede guardar en este campo"},
        "El dato a convertir en la casilla de dato a cambiar, no es correcto"},
       // Whatever else the engine says is shown as it says it.
       {{"Subcuenta", "572.1", "572000011"}, "El texto es demasiado largo para el campo: 572000011"},
@@ -228,6 +267,11 @@ TEST_F(Masivos, GiveEachAsientoItsEarliestDateInTheYear) {
   herramienta("MnuCompruebaFechasAsientos", [](Teclado& d) { d.escape(); });
   comprueba();
   herramienta("MnuCompruebaFechasAsientos", [&](Teclado& d) {
+    // The bar takes no room from what is to be read.
+    const int alto = d.control("Aviso").height();
+    d.control("Bar").show();
+    reposar();
+    EXPECT_EQ(d.control("Aviso").height(), alto);
     guion.esperaMensaje(kFin, "Fín");
     acepta(d);
   });
@@ -284,16 +328,51 @@ TEST_F(Masivos, RenumberByDateWhateverTheSecondFieldSays) {
   EXPECT_EQ(valor("Select Asiento from RSIVA"), "12");
   EXPECT_EQ(valor("Select Asiento from Empresa"), "123");
 
-  // An invoice that isn't in the register is told, and the counter stays.
-  cambiaLinea(311, "ApunteIVA", "S0000000007");
+  // Invoices that aren't in the register are told before anything is written.
+  libro = lee();
+  for (const int linea : {309, 310, 311}) cambiaLinea(linea, "ApunteIVA", "S0000000007");
+  const QString falta = " a un registro de IVA que no existe (asiento %1). No se ha cambiado nada.";
   herramienta("MnuRenumeraDiario", [&](Teclado& renumera) {
     rellena(renumera, {{"TxtRenumeraAsientoDesde", "3"}});
-    guion.esperaMensaje("Error 3021: No hay ningún registro en curso.", "Librano");
+    guion.esperaMensaje("Hay 3 partidas que señalan" + falta.arg("122"), "Error");
     acepta(renumera);
-    EXPECT_TRUE(renumera.visible("Bar"));
     renumera.escape();
   });
   EXPECT_EQ(valor("Select Asiento from Empresa"), "123");
+  enLinea(12, 0);
+  cambiaLinea(310, "ApunteIVA", "");
+  enLinea(122, 0);
+  herramienta("MnuDuplicaAsiento", [&](Teclado& duplica) {
+    guion.esperaMensaje("Hay 2 partidas que señalan" + falta.arg("122"), "Error");
+    acepta(duplica);
+    duplica.escape();
+  });
+  comprueba();
+}
+
+// A tool that fails half-way leaves what it has done, and the window shows that.
+TEST_F(Masivos, ShowWhatWasDoneBeforeAFailure) {
+  for (const char* fecha : {"10/03/2024", "11/03/2024"})
+    tecleaLinea(*t, guion, ctx.sesion, {"", fecha, "57000001", "Suelto", "9", ""}, true);
+  inserta("Diario", {{"NLinea", 315},
+                     {"NAsiento", 1},
+                     {"Fecha", "02/01/2024"},
+                     {"DH", "D"},
+                     {"Subcuenta", "57000001"},
+                     {"Descripcion", "Nada"},
+                     {"Importe", 0}});
+  libro = lee();
+  herramienta("MnuCuadrarAsientosAutomaticamente", [&](Teclado& cuadra) {
+    cuadra.teclea("572.2");
+    alterna(cuadra, "ChkSolicitar");
+    // The number of the second line is taken.
+    guion.esperaMensaje("Error 3022: " + ErrorEjecucion(err::kClaveDuplicada).descripcion());
+    acepta(cuadra);
+    libro[314] = {121, "10/03/2024", "57200002", "Descuadre Automático", -9};
+    comprueba();
+    cuadra.escape();
+  });
+  EXPECT_EQ(t->textoDe("TxtTotalDescuadre"), "9,00 ");
 }
 
 }  // namespace

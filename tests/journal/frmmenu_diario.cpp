@@ -45,6 +45,27 @@ TEST_F(FrmMenuDiario, MovesByItsButtonsAndMarksTheAsientoItStandsOn) {
   EXPECT_EQ(rejilla().texto(1, 6), "-100,00");
 }
 
+// Another station's lines come with F5, and so do their totals.
+TEST_F(FrmMenuDiario, ReadsLinesAndTotalsAnewAndSaysWhatTheyAreOf) {
+  tecleaTres();
+  EXPECT_EQ(t->textoDe("LblFilaCuenta"), "Cuenta 57000001");
+  EXPECT_EQ(t->textoDe("LblFilaAsiento"), "Asiento 2");
+  EXPECT_EQ(t->textoDe("LblFilaMarcado"), "Marcado 2");
+  inserta("Diario", {{"NLinea", 3},
+                     {"NAsiento", 2},
+                     {"Fecha", "02/01/2003"},
+                     {"DH", "H"},
+                     {"Subcuenta", "57000001"},
+                     {"Importe", -30.0}});
+  EXPECT_EQ(totales("Total"), QStringList({"130,00 ", "-100,00", "30,00 "}));
+  t->tecla(Qt::Key_F5);
+  EXPECT_EQ(rejilla().filas(), 4);
+  EXPECT_EQ(totales("Total"), QStringList({"130,00 ", "-130,00", "0,00 "}));
+  EXPECT_EQ(totales("Cuenta"), QStringList({"130,00 ", "-30,00", "100,00 "}));
+  for (const char* fila : {"Asiento", "Marcado"})
+    EXPECT_EQ(totales(fila), QStringList({"30,00 ", "-30,00", "0,00 "})) << fila;
+}
+
 TEST_F(FrmMenuDiario, ActsByTheRightButtonAndOnWhatIsDroppedOnItsButtons) {
   tecleaTres();
   auto& lienzo = *rejilla().viewport();
@@ -63,8 +84,16 @@ TEST_F(FrmMenuDiario, ActsByTheRightButtonAndOnWhatIsDroppedOnItsButtons) {
   guion.esperaPregunta("Esta a punto de eliminar una partida del diario, ¿ Desea continuar ?", true,
                        "Eliminar");
   t->suelta("CmdEliminarPartida", {});
-  // The asiento that was nearly deleted is still on show, standing on its last line.
+  // The asiento that was nearly deleted is still on show; of its lines none is current now.
   EXPECT_EQ(totales("Total"), QStringList({"130,00 ", "0,00 ", "130,00 "}));
+  EXPECT_EQ(rejilla().filaActual(), -1);
+  EXPECT_EQ(t->textoDe("LblFilaMarcado"), "Marcado");
+  for (const char* boton : {"CmdModificaApunte", "CmdEliminarPartida"}) {
+    guion.esperaMensaje("Debe seleccionar un apunte de la lista de apuntes", "Error");
+    t->pulsa(boton);
+  }
+  t->pulsa("CmdAnterior");
+  EXPECT_EQ(totales("Marcado"), QStringList({"100,00 ", "0,00 ", "100,00 "}));
 }
 
 }  // namespace

@@ -34,7 +34,7 @@ constexpr EntradaMenu kMenu[] = {
     {.control = u"MnuEliminarapunte", .rotulo = u"Eliminar apunte marcado", .padre = u"MnuEdicion", .accion = Rutina},
     {.control = u"MnuEliminarPartida", .rotulo = u"Eliminar partida", .padre = u"MnuEdicion", .accion = Rutina},
     {.control = u"MnuModificarApunte", .rotulo = u"Modificar partida", .padre = u"MnuEdicion", .accion = Rutina},
-    {.control = u"MnuDuplicaAsiento", .rotulo = u"Duplicar asiento", .padre = u"MnuEdicion", .accion = Modal, .destino = u"FrmDuplicarAsiento", .separa = true},
+    {.control = u"MnuDuplicaAsiento", .rotulo = u"Duplicar asiento", .padre = u"MnuEdicion", .accion = Modal, .destino = u"FrmDuplicarAsiento", .condicion = CondicionMenu::ApunteElegido, .aviso = kSinApunte, .titulo = u"Error", .separa = true},
     {.control = u"MnuCambiaAsientos", .rotulo = u"Cambia asientos masivamente", .padre = u"MnuEdicion", .accion = Modal, .destino = u"FrmCambiadatos"},
     {.control = u"MnuLocalizarPor", .rotulo = u"Localizar por", .padre = u"MnuEdicion", .accion = Menu, .separa = true},
     {.control = u"MnuLocApuntes", .rotulo = u"Apuntes", .padre = u"MnuLocalizarPor", .accion = Modal, .destino = u"FrmBusApu"},

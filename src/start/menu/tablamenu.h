@@ -23,9 +23,13 @@ enum class CondicionMenu {
   Ninguna,
   SubcuentaEntera,  // the entry line's TxtSubcuenta holds a whole one, which `destino` gets as its
                     // ValorElegido; otherwise `aviso` is shown
+  ApunteElegido,    // the journal stands on a line; otherwise `aviso` is shown
   Aceptado,         // `aviso` is shown first and accepted
   Preguntado,       // `aviso` is asked with yes and no, and answered yes
 };
+
+// What the entries that act on a line say when the journal stands on none.
+inline constexpr QStringView kSinApunte = u"Debe seleccionar un apunte de la lista de apuntes";
 
 struct EntradaMenu {
   QStringView control = {};  // fixed name of the action or of the menu

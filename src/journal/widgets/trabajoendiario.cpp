@@ -1,0 +1,26 @@
+#include "journal/widgets/trabajoendiario.h"
+
+#include "common/ignorar.h"
+#include "toolkit/contexto.h"
+#include "toolkit/principal.h"
+#include "toolkit/progreso.h"
+
+void trabajaEnDiario(Contexto& contexto, const std::function<void()>& trabajo) {
+  try {
+    trabajo();
+  } catch (...) {
+    // What failed is what has to be told.
+    ignorando([&] { contexto.principal->diarioCambiado(); });
+    throw;
+  }
+  contexto.principal->diarioCambiado();
+}
+
+void trabajaEnDiario(Contexto& contexto, QProgressBar& barra,
+                     const std::function<void(const Avance&)>& trabajo) {
+  trabajaEnDiario(contexto, [&] {
+    Progreso progreso(contexto, barra);
+    trabajo(progreso.avance());
+    progreso.oculta();
+  });
+}
