@@ -6,6 +6,7 @@
 #include "accounts/registro.h"
 #include "company/registro.h"
 #include "engine/dbengine.h"
+#include "iva/registro.h"
 #include "journal/registro.h"
 #include "reports/registro.h"
 #include "start/instancia.h"
@@ -25,6 +26,7 @@ void registraFormularios(Registro& registro) {
   registraAccounts(registro);
   registraJournal(registro);
   registraReports(registro);
+  registraIVA(registro);
 }
 
 }  // namespace

@@ -10,10 +10,6 @@ const QString kAlta = QStringLiteral("(Alta)");
 const QString kModificacion = QStringLiteral("(Modificación)");
 constexpr int kLetraDelLibro = 15;
 
-double valor(const QString& importe) {
-  return importe.isEmpty() ? 0 : Variant(importe).number();
-}
-
 }  // namespace
 
 ClaseDeFactura claseDe(const QString& titulo) {
@@ -30,34 +26,40 @@ QString tituloDe(const ClaseDeFactura& clase) {
 }
 
 void calculaDesdeBase(FacturaIVA& factura, const QString& mascara) {
+  const auto valor = [&](const QString& importe) {
+    return ImporteDe(importe, mascara).value_or(0);
+  };
   const double base = valor(factura.Base);
   factura.ImporteIva = Format(base / 100 * factura.PorcenIVA, mascara);
   factura.Recargo = Format(base / 100 * factura.PorcenREC, mascara);
-  factura.Total =
-      Format(valor(factura.Recargo) + valor(factura.ImporteIva) + valor(factura.Base), mascara);
+  factura.Total = Format(valor(factura.Recargo) + valor(factura.ImporteIva) + base, mascara);
 }
 
 void calculaDesdeTotal(FacturaIVA& factura, const QString& mascara) {
   const double enBase = 100 + factura.PorcenIVA + factura.PorcenREC;
-  factura.Base = Format(valor(factura.Total) / enBase * 100, mascara);
+  const double total = ImporteDe(factura.Total, mascara).value_or(0);
+  factura.Base = Format(total / enBase * 100, mascara);
   calculaDesdeBase(factura, mascara);
 }
 
-QString opuesto(const QString& importe) {
-  return opuestoSegunBase(importe, importe);
+QString opuesto(const QString& importe, const QString& mascara) {
+  return opuestoSegunBase(importe, importe, mascara);
 }
 
 // Kept: the register's four amounts follow the sign of the base alone. An invoice and its quota
 // have one sign; where somebody types two, the row shows it instead of hiding it.
-QString opuestoSegunBase(const QString& importe, const QString& base) {
+QString opuestoSegunBase(const QString& importe, const QString& base, const QString& mascara) {
   if (importe.isEmpty()) return importe;  // a zero that the mask shows as nothing
-  return base.startsWith(u'-') ? importe.mid(1) : u'-' + importe;
+  if (base.startsWith(u'-')) return importe.mid(1);
+  if (ImporteDe(base, mascara).value_or(0) >= 0) return u'-' + importe;
+  return Format(0 - ImporteDe(importe, mascara).value_or(0), mascara);
 }
 
 bool esCero(const QString& importe, const QString& mascara) {
   return importe == Format(QStringLiteral("0"), mascara);
 }
 
-Variant importeEscrito(const QString& importe) {
-  return importe.isEmpty() ? Variant(0) : Variant(importe);
+Variant importeEscrito(const QString& importe, const QString& mascara) {
+  const auto numero = ImporteDe(importe, mascara);
+  return numero ? Variant(*numero) : Variant(importe);
 }

@@ -44,21 +44,22 @@ QString tituloDe(const ClaseDeFactura& clase);
 
 // Quota, recargo and total from the base, and the base from the total. Each figure is rounded by
 // the mask before the next is computed from it, so that those on show always add up; a total typed
-// by hand may come out a cent off. A text that isn't a number raises 13; an empty one is zero,
-// which some masks show as nothing.
+// by hand may come out a cent off. A text that is no amount counts as zero.
 void calculaDesdeBase(FacturaIVA& factura, const QString& mascara);
 void calculaDesdeTotal(FacturaIVA& factura, const QString& mascara);
 
-// The text with its sign turned, as text: a minus in front is taken off or put there.
-QString opuesto(const QString& importe);
+// The amount of a box with its sign turned, as text: a minus in front is taken off or put there.
+// Only what the mask shows as negative in another way is written anew.
+QString opuesto(const QString& importe, const QString& mascara);
 // The same for an amount of the register's row of a sale: it is the sign of the base that decides,
 // whatever sign the amount has.
-//   opuestoSegunBase("16,00", "-100,00") == "6,00"
-QString opuestoSegunBase(const QString& importe, const QString& base);
+//   opuestoSegunBase("16,00", "-100,00", mascara) == "6,00"
+QString opuestoSegunBase(const QString& importe, const QString& base, const QString& mascara);
 
 // Whether a box holds the zero of the mask, letter by letter. A zero in any other shape counts as
 // an amount, and gives a line of zero.
 bool esCero(const QString& importe, const QString& mascara);
 
-// An amount's text as what its column takes.
-Variant importeEscrito(const QString& importe);
+// An amount's text as what its column takes: the number that it shows under the mask, or the text
+// itself if it shows none, which no column takes (3421).
+Variant importeEscrito(const QString& importe, const QString& mascara);

@@ -2,6 +2,7 @@
 
 #include "common/formato.h"
 #include "engine/datacontrol.h"
+#include "engine/dbengine.h"
 #include "engine/filas.h"
 #include "journal/apunte.h"
 
@@ -9,8 +10,9 @@ namespace {
 
 constexpr int kLargoConcepto = 50;
 
-void graba(const Apunte& apunte, const TablasIVA& tablas) {
+void graba(const Apunte& apunte, const TablasIVA& tablas, GrabadoIVA& grabado) {
   grabaApunte(tablas.diario, tablas.empresa, apunte);
+  ++grabado.apuntes;
 }
 
 void ponContador(const TablasIVA& tablas, LibroIVA libro, const QString& orden) {
@@ -21,10 +23,11 @@ void ponContador(const TablasIVA& tablas, LibroIVA libro, const QString& orden) 
 // --- an invoice ---------------------------------------------------------------------------------
 
 // The amounts of the row, and all that is known before the asiento has its number.
-FilaRSIVA principioDeFila(const FacturaIVA& f, LibroIVA libro, const QString& codigo) {
+FilaRSIVA principioDeFila(const FacturaIVA& f, LibroIVA libro, const QString& codigo,
+                          const QString& mascara) {
   const auto importe = [&](const QString& texto) {
     const bool vuelve = libro == LibroIVA::Repercutido;
-    return importeEscrito(vuelve ? opuestoSegunBase(texto, f.Base) : texto);
+    return importeEscrito(vuelve ? opuestoSegunBase(texto, f.Base, mascara) : texto, mascara);
   };
   FilaRSIVA fila;
   fila.Codigo = codigo;
@@ -51,8 +54,8 @@ FilaRSIVA finDeFila(const FacturaIVA& f, const QString& asiento) {
   return fila;
 }
 
-void grabaFila(const FacturaIVA& f, const ClaseDeFactura& clase, const TablasIVA& tablas,
-               GrabadoIVA& grabado) {
+void grabaFila(const FacturaIVA& f, const ClaseDeFactura& clase, const QString& mascara,
+               const TablasIVA& tablas, GrabadoIVA& grabado) {
   if (clase.modificacion) {
     tablas.registro.Edit();
   } else {
@@ -60,7 +63,7 @@ void grabaFila(const FacturaIVA& f, const ClaseDeFactura& clase, const TablasIVA
   }
   completa(tablas.registro, [&] {
     grabado.codigo = codigoRegistro(letraDe(clase.libro), f.NOrden);
-    escribe(tablas.registro, principioDeFila(f, clase.libro, grabado.codigo));
+    escribe(tablas.registro, principioDeFila(f, clase.libro, grabado.codigo, mascara));
     grabado.asiento = EsNumerico(f.AsientoContable) ? f.AsientoContable
                                                     : QString::number(tomaAsiento(tablas.empresa));
     escribe(tablas.registro, finDeFila(f, grabado.asiento));
@@ -70,7 +73,7 @@ void grabaFila(const FacturaIVA& f, const ClaseDeFactura& clase, const TablasIVA
 
 // A rectifying invoice keeps the sides of an ordinary one, with negative amounts.
 void grabaLineas(const FacturaIVA& f, const ClaseDeFactura& clase, const QString& mascara,
-                 const TablasIVA& tablas, const GrabadoIVA& grabado) {
+                 const TablasIVA& tablas, GrabadoIVA& grabado) {
   const bool soportado = clase.libro == LibroIVA::Soportado;
   Apunte apunte;
   apunte.NAsiento = grabado.asiento;
@@ -93,14 +96,15 @@ void grabaLineas(const FacturaIVA& f, const ClaseDeFactura& clase, const QString
     if (!parte.siempre && esCero(parte.importe, mascara)) continue;
     apunte.Subcuenta = parte.subcuenta;
     apunte.DH = soportado ? "D" : "H";
-    apunte.Importe = importeEscrito(soportado ? parte.importe : opuesto(parte.importe));
-    graba(apunte, tablas);
+    apunte.Importe =
+        importeEscrito(soportado ? parte.importe : opuesto(parte.importe, mascara), mascara);
+    graba(apunte, tablas, grabado);
   }
-  const Variant total = importeEscrito(f.Total);
+  const Variant total = importeEscrito(f.Total, mascara);
   apunte.Subcuenta = f.CodigoProveedor;
   apunte.DH = soportado ? "H" : "D";
   apunte.Importe = soportado ? Variant(0 - total.number()) : total;
-  graba(apunte, tablas);
+  graba(apunte, tablas, grabado);
 }
 
 // --- an acquisition -----------------------------------------------------------------------------
@@ -123,7 +127,7 @@ QString tomaCodigo(LibroIVA libro, const TablasIVA& tablas) {
 }
 
 void grabaParte(const FacturaIntracomunitaria& f, const Parte& parte, const QString& mascara,
-                const TablasIVA& tablas, const GrabadoIVA& grabado) {
+                const TablasIVA& tablas, GrabadoIVA& grabado) {
   Apunte apunte;
   apunte.NAsiento = grabado.asiento;
   apunte.Fecha = f.Fecha;
@@ -132,12 +136,12 @@ void grabaParte(const FacturaIntracomunitaria& f, const Parte& parte, const QStr
   apunte.ApunteIVA = grabado.codigo;
   apunte.TipoFactura = "I";  // these lines can't be changed
   apunte.Subcuenta = parte.cuentaIva;
-  apunte.Importe = importeEscrito(parte.importeIva);
-  graba(apunte, tablas);
+  apunte.Importe = importeEscrito(parte.importeIva, mascara);
+  graba(apunte, tablas, grabado);
   if (!esCero(f.Recargo, mascara)) {
     apunte.Subcuenta = parte.cuentaRecargo;
-    apunte.Importe = importeEscrito(parte.recargo);
-    graba(apunte, tablas);
+    apunte.Importe = importeEscrito(parte.recargo, mascara);
+    graba(apunte, tablas, grabado);
   }
 
   FilaRSIVA fila;
@@ -148,8 +152,8 @@ void grabaParte(const FacturaIntracomunitaria& f, const Parte& parte, const QStr
   fila.TipoIVA = f.Iva;
   fila.Asiento = grabado.asiento;
   fila.Base = 0;
-  fila.IVA = importeEscrito(parte.importeIva);
-  fila.Recargo = importeEscrito(parte.recargo);
+  fila.IVA = importeEscrito(parte.importeIva, mascara);
+  fila.Recargo = importeEscrito(parte.recargo, mascara);
   fila.CliPro = parte.cuentaIva;
   fila.CtaIVA = parte.cuentaIva;
   fila.CtaRE = parte.cuentaRecargo;
@@ -176,7 +180,7 @@ void grabaFactura(const FacturaIVA& factura, const ClaseDeFactura& clase, const 
     tablas.registro.Refresh();
     ponContador(tablas, clase.libro, factura.NOrden);
   }
-  grabaFila(factura, clase, tablas, grabado);
+  grabaFila(factura, clase, mascara, tablas, grabado);
   grabaLineas(factura, clase, mascara, tablas, grabado);
 }
 
@@ -192,8 +196,32 @@ void grabaIntracomunitaria(const FacturaIntracomunitaria& factura, const QString
              mascara, tablas, grabado);
   grabado.fila = true;
   grabado.codigo = tomaCodigo(LibroIVA::Repercutido, tablas);
-  grabaParte(factura,
-             {LibroIVA::Repercutido, factura.IVARepercutido, factura.RERepercutido,
-              factura.IVASoportado, opuesto(factura.ImporteIva), opuesto(factura.Recargo)},
-             mascara, tablas, grabado);
+  grabaParte(
+      factura,
+      {LibroIVA::Repercutido, factura.IVARepercutido, factura.RERepercutido, factura.IVASoportado,
+       opuesto(factura.ImporteIva, mascara), opuesto(factura.Recargo, mascara)},
+      mascara, tablas, grabado);
+}
+
+void ponEnDisco(DBEngine& motor) {
+  try {
+    motor.flush();
+  } catch (const ErrorEjecucion& error) {
+    if (error.numero() != err::kNoSePuedeGuardar) throw;
+  }
+}
+
+QString textoDeFallo(const ErrorEjecucion& error, const GrabadoIVA& grabado) {
+  QString texto = error.descripcion();
+  if (error.numero() == err::kClaveDuplicada && !grabado.fila) {
+    const bool soportado = grabado.codigo.startsWith(letraDe(LibroIVA::Soportado));
+    texto = QStringLiteral("Ya hay una factura de IVA %1 con el número de orden %2.")
+                .arg(soportado ? QStringLiteral("Soportado") : QStringLiteral("Repercutido"))
+                .arg(grabado.codigo.mid(1).toLongLong());
+  }
+  if (grabado.fila || grabado.lineasBorradas || grabado.apuntes > 0) {
+    texto += QStringLiteral(" La factura no está entera en el diario: revise el asiento %1.")
+                 .arg(grabado.asiento);
+  }
+  return texto;
 }

@@ -8,6 +8,8 @@
 #include "iva/facturaiva.h"
 
 class DataControl;
+class DBEngine;
+class ErrorEjecucion;
 
 // The tables as the screens hold them open: RSIVA, the journal on show, the row of Empresa. The
 // control of RSIVA knows its file.
@@ -23,6 +25,7 @@ struct GrabadoIVA {
   QString asiento;              // empty until it has a number
   bool lineasBorradas = false;  // a change has taken the old lines away
   bool fila = false;            // the register's row is written
+  int apuntes = 0;              // lines written
 };
 
 // Writes an invoice. A new one sets its register's counter to its order number as it stands, writes
@@ -57,3 +60,10 @@ struct FacturaIntracomunitaria {
 // numbered by the counter of repercutido. Errors as above.
 void grabaIntracomunitaria(const FacturaIntracomunitaria& factura, const QString& mascara,
                            const TablasIVA& tablas, GrabadoIVA& grabado);
+
+// Puts what an accept has written on the disk, while its dialog can still tell of a failure. Where
+// another station is reading (3186) nothing is lost: the engine tries again, and tells it.
+void ponEnDisco(DBEngine& motor);
+
+// What the user reads of an accept that failed: the error, and how the books were left.
+QString textoDeFallo(const ErrorEjecucion& error, const GrabadoIVA& grabado);

@@ -7,7 +7,6 @@
 #include <vector>
 
 #include "toolkit/filtros.h"
-#include "toolkit/foco.h"
 #include "toolkit/formulario.h"
 
 // A QObject, so that its connections end before the controls are destroyed.
@@ -39,11 +38,7 @@ struct Formulario::Privado : QObject {
     Privado& p_;
   };
 
-  explicit Privado(Formulario& forma)
-      : forma(forma),
-        foco({.sale = [this](QWidget* campo) { salirDe(campo); },
-              .entra = [this](QWidget* campo) { entrarEn(campo); },
-              .abandona = [this](const QWidget* control) { return control == cierre(); }}) {}
+  explicit Privado(Formulario& forma) : forma(forma) {}
 
   // The control a widget is part of: the combo of its list, the grid of the cell being edited.
   static QWidget* controlDe(QWidget* parte);
@@ -72,12 +67,14 @@ struct Formulario::Privado : QObject {
   QHash<const QWidget*, Control> controles;
   QSet<const QObject*> vigilados;
   QPointer<QAbstractButton> botonDeCierre;
-  Foco foco;
+  QPointer<QWidget> actual;          // the control with the focus, also while another window has it
   QPointer<QWidget> reseleccionar;   // entered by mouse: selected when the button is released
   QPointer<QWidget> pulsacionVacia;  // its mouse button was released under a box
   int pitidos = 0;
-  int enCurso = 0;        // reactions running, one inside the other
-  bool retirada = false;  // to be destroyed when none is
+  int enCurso = 0;         // reactions running, one inside the other
+  bool retirada = false;   // to be destroyed when none is
+  bool entrado = false;    // the entering reaction of `actual` has run
+  bool sinSalida = false;  // focus is being moved by enfocar()
   bool cargado = false;
   bool cerrado = false;
   bool cerrando = false;    // inside the close button's reaction

@@ -7,10 +7,7 @@
 
 #include <map>
 
-#include "accounts/registro.h"
 #include "common/formato.h"
-#include "journal/registro.h"
-#include "reports/registro.h"
 #include "soporte/escenario.h"
 #include "soporte/libros.h"
 #include "soporte/tecleo.h"
@@ -19,18 +16,22 @@
 
 using Filas = std::vector<QStringList>;
 
-// A line of the journal as it must stand; the amount of a haber is negative.
+// A line of the journal as it must stand; the amount of a haber is negative, unless it is that of a
+// rectifying invoice.
 struct Linea {
   int asiento;
   QString fecha;
   QString subcuenta;
   QString concepto;
   double importe;
+  bool rectifica = false;
+
+  bool alHaber() const { return (importe < 0) != rectifica; }
 
   bool operator==(const Linea&) const = default;
   friend void PrintTo(const Linea& l, std::ostream* salida) {
     *salida << l.asiento << ' ' << qPrintable(l.fecha) << ' ' << qPrintable(l.subcuenta) << ' '
-            << qPrintable(l.concepto) << ' ' << l.importe;
+            << qPrintable(l.concepto) << ' ' << l.importe << (l.rectifica ? " rectifica" : "");
   }
 };
 
@@ -40,9 +41,7 @@ class DiarioDelTrimestre : public testing::Test, protected Escenario {
     reloj.ponEn(QDate(2024, 4, 2));
     altaSubcuentasTrimestre(*ctx.motor.Workspaces(0).OpenDatabase(ctx.sesion.rutaEmpresa()));
     asientaDiarioTrimestre(ctx.motor, ctx.sesion.rutaEmpresa());
-    registraAccounts(*formularios);
-    registraJournal(*formularios);
-    registraReports(*formularios);
+    registraFormularios(*formularios);
     libro = lee();
     t = std::make_unique<Teclado>(abre("FrmMenu"));
   }
@@ -116,7 +115,7 @@ class DiarioDelTrimestre : public testing::Test, protected Escenario {
     std::map<std::pair<QString, int>, std::pair<qint64, qint64>> resto;  // in cents
     for (const auto& [numero, l] : libro) {
       auto& [debe, haber] = resto[{l.subcuenta, l.fecha.mid(3, 2).toInt()}];
-      (l.importe < 0 ? haber : debe) += qRound64(l.importe * 100);
+      (l.alHaber() ? haber : debe) += qRound64(l.importe * 100);
     }
     for (const QStringList& f :
          filas("Select Subcuenta, Mes, SumaDeDebe, SumaDeHaber from SqlSumasSaldosN4")) {
@@ -135,7 +134,7 @@ class DiarioDelTrimestre : public testing::Test, protected Escenario {
     double debe = 0, haber = 0, marcado = 0;
     const QString enCurso = rejilla().valor("NAsiento");
     for (const auto& [numero, l] : libro) {
-      (l.importe < 0 ? haber : debe) += l.importe;
+      (l.alHaber() ? haber : debe) += l.importe;
       if (QString::number(l.asiento) == enCurso) marcado += l.importe;
       lineas << QStringList{l.subcuenta,
                             l.fecha,
@@ -161,8 +160,11 @@ class DiarioDelTrimestre : public testing::Test, protected Escenario {
   std::map<int, Linea> lee() const {
     std::map<int, Linea> todas;
     for (const QStringList& f :
-         filas("Select NLinea, NAsiento, Fecha, Subcuenta, Descripcion, Importe from Diario"))
-      todas[f[0].toInt()] = {f[1].toInt(), f[2], f[3], f[4], Variant(f[5]).number()};
+         filas("Select NLinea, NAsiento, Fecha, Subcuenta, Descripcion, Importe, DH from Diario")) {
+      const double importe = Variant(f[5]).number();
+      todas[f[0].toInt()] = {f[1].toInt(), f[2],    f[3],
+                             f[4],         importe, (importe < 0) != (f[6] == "H")};
+    }
     return todas;
   }
   // Takes an asiento out of what must be there.

@@ -13,6 +13,7 @@
 #include "company/registro.h"
 #include "company/sesionempresa.h"
 #include "engine/dbengine.h"
+#include "iva/registro.h"
 #include "journal/registro.h"
 #include "reports/registro.h"
 #include "soporte/libros.h"
@@ -57,6 +58,7 @@ void registraFormularios(Registro& formularios) {
   registraAccounts(formularios);
   registraJournal(formularios);
   registraReports(formularios);
+  registraIVA(formularios);
 }
 
 Escenario::Escenario(Hasta hasta, const DatosEmpresa& datos, const QString& carpeta)

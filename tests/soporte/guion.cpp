@@ -104,9 +104,8 @@ std::optional<QString> Guion::abrirFichero(QWidget* padre, const QString& titulo
   return paso ? paso->respuesta : std::nullopt;
 }
 
-std::optional<QString> Guion::guardarFichero(QWidget* padre, const QString& titulo,
-                                             const QString& nombre, const QString&) {
-  propuesto = nombre;
+std::optional<QString> Guion::guardarFichero(QWidget* padre, const QString& titulo, const QString&,
+                                             const QString&) {
   return abrirFichero(padre, titulo, {}, {});
 }
 

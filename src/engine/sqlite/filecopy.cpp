@@ -15,7 +15,6 @@
 namespace {
 
 constexpr int kPoll = 2;  // milliseconds
-constexpr QLatin1String kJournal("-journal");
 
 struct Closer {
   void operator()(sqlite3* db) const { sqlite3_close_v2(db); }
@@ -50,22 +49,15 @@ void synchronize(const QString& systemPath) {
 
 }  // namespace
 
-TemporaryCopy::TemporaryCopy(const QString& target, const QString& path, int timeout)
+TemporaryCopy::TemporaryCopy(const QString& target, const QString& path)
     : target_(target),
       path_(path),
-      temporary_(target + QStringLiteral(".%1.tmp").arg(QCoreApplication::applicationPid())),
-      timeout_(timeout) {
-  remove();
+      temporary_(target + QStringLiteral(".%1.tmp").arg(QCoreApplication::applicationPid())) {
+  QFile::remove(temporary_);
 }
 
 TemporaryCopy::~TemporaryCopy() {
-  remove();
-}
-
-// With the journal that a disk which failed leaves beside it.
-void TemporaryCopy::remove() const {
   QFile::remove(temporary_);
-  QFile::remove(temporary_ + kJournal);
 }
 
 sqlite3* TemporaryCopy::open(int flags) const {
@@ -79,7 +71,7 @@ sqlite3* TemporaryCopy::open(int flags) const {
 
 void TemporaryCopy::fill(sqlite3* from, const QString& fromPath) {
   const Handle to(open(SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE));
-  const int code = copyPages(to.get(), from, timeout_);
+  const int code = copyPages(to.get(), from, kCopyTimeout);
   if (code == SQLITE_OK) return;
   const bool full = (code & 0xff) == SQLITE_FULL;
   throw ErrorEjecucion(full ? err::kSinEspacio : err::kErrorDeDisco, fromPath);
@@ -99,8 +91,6 @@ void TemporaryCopy::verify() {
 
 void TemporaryCopy::rename() {
   synchronize(temporary_);
-  // A journal without its file would be taken for this one's and written back into it.
-  if (QFile::remove(target_ + kJournal)) synchronize(QFileInfo(target_).path());
   if (!QFile::rename(temporary_, target_)) throw ErrorEjecucion(err::kErrorDeRuta, path_);
   synchronize(QFileInfo(target_).path());
 }
@@ -108,7 +98,7 @@ void TemporaryCopy::rename() {
 void TemporaryCopy::writeInto(Connection& live) {
   const Handle from(open(SQLITE_OPEN_READONLY));
   live.forgetStatements();
-  const int code = copyPages(live.handle(), from.get(), timeout_);
+  const int code = copyPages(live.handle(), from.get(), kCopyTimeout);
   live.definitionsChanged();
   if (code != SQLITE_OK)
     live.fail(code, Doing::Writing, QString::fromUtf8(sqlite3_errmsg(live.handle())));

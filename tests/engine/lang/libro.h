@@ -1,6 +1,5 @@
-// The small company of the statement tests: a file as the program makes it, with the rows and the
-// queries of tests/datos/sentencias/libro.txt, and what comes out of the statements that the
-// language makes for it.
+// The small company of the statement tests: its tables, rows and stored queries in a real file, and
+// what comes out of the statements that the language makes for it.
 #pragma once
 
 #include "engine/lang/resolve.h"
@@ -17,9 +16,8 @@ struct Written : Texts {
   bool keys = false;
 };
 
-class Libro : public FicheroEnDisco {
+class Libro : public BaseEnDisco {
  public:
-  // Without sums every query reads the lines.
   explicit Libro(bool withSums = true);
 
   static constexpr int kAno = 2003;
@@ -32,12 +30,9 @@ class Libro : public FicheroEnDisco {
   // The rows of a source of the language, read whole.
   QStringList read(const QString& source) const;
 
-  std::unique_ptr<Database> db;
-  std::shared_ptr<Connection> connection;
+  const std::shared_ptr<Connection> connection = db->connection();
 
  private:
   void readLine(const QString& line);
-  void insertRow(const QStringList& cells);
-
-  QString table_, columns_;  // of the rows being read
+  void createTable(const QString& name, const QString& columns);
 };
