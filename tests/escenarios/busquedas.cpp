@@ -25,7 +25,7 @@ class Busquedas : public DiarioDelTrimestre {
   QString marcadas() const { return valor("Select Count(NLinea) from Diario where Punteo<>''"); }
 };
 
-TEST_F(Busquedas, NarrowTheJournalUntilItIsReloaded) {
+TEST_F(Busquedas, DejanElDiarioReducidoHastaRecargarlo) {
   const struct {
     Busqueda busqueda;
     int filas;
@@ -67,7 +67,7 @@ TEST_F(Busquedas, NarrowTheJournalUntilItIsReloaded) {
   comprueba();
 }
 
-TEST_F(Busquedas, SayWhatIsNotThereAndWhatCanNotBeLookedFor) {
+TEST_F(Busquedas, DicenLoQueNoEstaYLoQueNoSePuedeBuscar) {
   const struct {
     Busqueda busqueda;
     QString aviso;  // empty: not a word
@@ -104,7 +104,7 @@ TEST_F(Busquedas, SayWhatIsNotThereAndWhatCanNotBeLookedFor) {
 
 // Only the lack of a row is "not there": what couldn't be looked for is told as it is, and leaves
 // the journal and the dialog where they were.
-TEST_F(Busquedas, TellAFailureApartFromNothingFound) {
+TEST_F(Busquedas, DistinguenUnFalloDeNoHallarNada) {
   enLinea(118, 0);
   busca({"MnuLocDescripcion", "TxtDescripcion", "d'ors"}, [&](Teclado& d) {
     guion.esperaMensaje(
@@ -117,7 +117,7 @@ TEST_F(Busquedas, TellAFailureApartFromNothingFound) {
   EXPECT_EQ(t->textoDe("TxtAsiento"), "118");
 }
 
-TEST_F(Busquedas, FindWhatHasBeenTickedOff) {
+TEST_F(Busquedas, EncuentranLoPunteado) {
   const char* const kNinguna = "No se ha encontrado ninguna partida con el punteo seleccionado";
   // The space bar marks with the frame closed too; a double click doesn't.
   enLinea(29, 0);
@@ -159,7 +159,7 @@ TEST_F(Busquedas, FindWhatHasBeenTickedOff) {
   comprueba();
 }
 
-TEST_F(Busquedas, LeadFromAnExtractToItsAsiento) {
+TEST_F(Busquedas, VanDelExtractoASuAsiento) {
   t->teclea("572.2");
   guion.esperaDialogo("FrmExtractosPantalla", [&](Teclado& extracto) {
     guion.esperaDialogo("FrmAsiento", [](Teclado& asiento) {
@@ -182,7 +182,7 @@ TEST_F(Busquedas, LeadFromAnExtractToItsAsiento) {
   EXPECT_EQ(rejilla().filas(), 2);
 }
 
-TEST_F(Busquedas, WriteTheDayWhereItWasAskedFrom) {
+TEST_F(Busquedas, EscribenElDiaDondeSePidio) {
   const auto alDiaSiguiente = [](Teclado& dias) {
     dias.llega("Calendario");
     dias.tecla(Qt::Key_Right);
@@ -217,7 +217,7 @@ TEST_F(Busquedas, WriteTheDayWhereItWasAskedFrom) {
   comprueba();
 }
 
-TEST_F(Busquedas, ReckonBesideTheEntryLine) {
+TEST_F(Busquedas, CuentanConElAyudante) {
   const struct {
     const char* importe;
     QList<const char*> teclas;

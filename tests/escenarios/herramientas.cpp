@@ -36,7 +36,7 @@ class Correcciones : public DiarioDelTrimestre {
   }
 };
 
-TEST_F(Correcciones, ChangesTheSideOfALineOnlyWhenAnswered) {
+TEST_F(Correcciones, CambianDeLadoSoloSiSeResponde) {
   const struct {
     const char* lado;
     QString pregunta;
@@ -63,7 +63,7 @@ TEST_F(Correcciones, ChangesTheSideOfALineOnlyWhenAnswered) {
   }
 }
 
-TEST_F(Correcciones, RefusesAnIncompleteLineAndForgetsACancelledOne) {
+TEST_F(Correcciones, NieganUnaLineaIncompletaYOlvidanLaCancelada) {
   partida(3, 0, [&](Teclado& partida) {
     for (const auto& [campo, bueno] : {std::pair("TxtAsiento", "3"),
                                        {"TxtSubcuenta", "22600001"},
@@ -84,7 +84,7 @@ TEST_F(Correcciones, RefusesAnIncompleteLineAndForgetsACancelledOne) {
   comprueba();
 }
 
-TEST_F(Correcciones, TakesTheOtherLinesOfAnAsientoAlong) {
+TEST_F(Correcciones, LlevanConsigoLasDemasLineasDelAsiento) {
   // Both changed: the date reaches those already under the new number, and those that come after
   // it keep their own.
   partida(7, 0, [&](Teclado& partida) {
@@ -120,7 +120,7 @@ TEST_F(Correcciones, TakesTheOtherLinesOfAnAsientoAlong) {
   comprueba();
 }
 
-TEST_F(Correcciones, ItsFieldsAreThoseOfTheEntryLine) {
+TEST_F(Correcciones, TienenLosCamposDeLaLineaDeEntrada) {
   inserta("Conceptos", {{"NConcepto", "7"}, {"Descripcion", "Cobro de factura"}});
   ctx.sesion.FechaNoModificar = "15/02/2024";
   partida(80, 0, [&](Teclado& partida) {
@@ -176,7 +176,7 @@ TEST_F(Correcciones, ItsFieldsAreThoseOfTheEntryLine) {
 }
 
 // What another part of the program wrote, and what is too old, may not be changed here.
-TEST_F(Correcciones, GuardsTheLinesOfInvoicesAndOfTheClosedMonths) {
+TEST_F(Correcciones, GuardanLasLineasDeFacturasYDeMesesCerrados) {
   const QString borrar = "Esta a punto de eliminar una partida del diario, ¿ Desea continuar ?";
   cambiaLinea(5, "TipoFactura", "I");
   cambiaLinea(33, "ApunteIVA", "");  // also an empty mark is one
@@ -217,7 +217,7 @@ TEST_F(Correcciones, GuardsTheLinesOfInvoicesAndOfTheClosedMonths) {
   comprueba();
 }
 
-TEST_F(Correcciones, DeletesAnAsientoWithItsRegister) {
+TEST_F(Correcciones, EliminanUnAsientoConSuRegistro) {
   factura("S0000000001", 9);
   factura("S0000000002", 16);
   cambiaLinea(20, "FacturaZuri", "F-1");

@@ -36,7 +36,7 @@ class Masivos : public DiarioDelTrimestre {
   }
 };
 
-TEST_F(Masivos, DuplicateAnAsientoWithItsInvoice) {
+TEST_F(Masivos, DuplicanUnAsientoConSuFactura) {
   factura("S0000000041", 9);
   cambia("Empresa", "NLinIVAS", 41);
   enLinea(9, 1);
@@ -63,7 +63,7 @@ TEST_F(Masivos, DuplicateAnAsientoWithItsInvoice) {
 }
 
 // A number typed by hand can be the counter's next one: the copy gets it too, and stays.
-TEST_F(Masivos, ReplaceAnAsientoByItsCopy) {
+TEST_F(Masivos, CambianUnAsientoPorSuCopia) {
   cambia("Empresa", "Asiento", 9);
   enLinea(9, 0);
   herramienta("MnuDuplicaAsiento", [&](Teclado& duplica) {
@@ -87,7 +87,7 @@ TEST_F(Masivos, ReplaceAnAsientoByItsCopy) {
   entrada("MnuDuplicaAsiento");
 }
 
-TEST_F(Masivos, MoveAnAsientoToAnotherCompany) {
+TEST_F(Masivos, LlevanUnAsientoAOtraEmpresa) {
   DatosEmpresa ancha = empresa("Ancha");
   ancha.SubCuN01 = "9";
   creaEmpresa(ancha);
@@ -124,7 +124,7 @@ TEST_F(Masivos, MoveAnAsientoToAnotherCompany) {
   EXPECT_EQ(filas("Select Asiento, NLinDiario, NLinIVAR from Empresa"), (Filas{{"2", "3", "1"}}));
 }
 
-TEST_F(Masivos, ReplaceWhatTheyFind) {
+TEST_F(Masivos, CambianLoQueEncuentran) {
   const struct {
     Cambio cambio;
     void (*efecto)(Linea&);
@@ -168,7 +168,7 @@ TEST_F(Masivos, ReplaceWhatTheyFind) {
   }
 }
 
-TEST_F(Masivos, SayWhyTheyCanNotReplace) {
+TEST_F(Masivos, DicenPorQueNoPuedenCambiar) {
   const QString kVacio = "No existe ningun apunte entre los límites seleccionados";
   const QString kMalRelleno = "Una de las casillas no la ha rellenado correctamente";
   const std::pair<Cambio, QString> casos[] = {
@@ -196,7 +196,7 @@ TEST_F(Masivos, SayWhyTheyCanNotReplace) {
   comprueba();
 }
 
-TEST_F(Masivos, DeleteWholeAsientosByACondition) {
+TEST_F(Masivos, EliminanAsientosEnterosPorUnaCondicion) {
   herramienta("MnuCambiaAsientos", [&](Teclado& d) {
     rellena(d, {{"TxtDatoCam", "9"}});
     alterna(d, "ChkEliminarAsientos");
@@ -218,7 +218,7 @@ TEST_F(Masivos, DeleteWholeAsientosByACondition) {
   comprueba();
 }
 
-TEST_F(Masivos, PostWhatIsMissingToSquare) {
+TEST_F(Masivos, AsientanLoQueFaltaParaCuadrar) {
   const LineaDiario descuadres[] = {{"", "01/01/2024", "57000001", "Suelto", "9", ""},
                                     {"", "10/03/2024", "57000001", "Suelto", "8", ""},
                                     {"", "11/03/2024", "57000001", "Suelto", "", "7.5"},
@@ -259,7 +259,7 @@ TEST_F(Masivos, PostWhatIsMissingToSquare) {
   EXPECT_EQ(rejilla().texto(0, 3), "122");
 }
 
-TEST_F(Masivos, GiveEachAsientoItsEarliestDateInTheYear) {
+TEST_F(Masivos, DanACadaAsientoSuPrimeraFechaDelAno) {
   const std::map<int, Linea> antes = libro;
   cambiaLinea(14, "Fecha", "03/02/2024");
   cambiaLinea(21, "Fecha", "07/02/1999");
@@ -280,7 +280,7 @@ TEST_F(Masivos, GiveEachAsientoItsEarliestDateInTheYear) {
   comprueba();
 }
 
-TEST_F(Masivos, CompareTheNumbersOfRenumberingAsTexts) {
+TEST_F(Masivos, ComparanComoTextosLosNumerosDeRenumerar) {
   const struct {
     const char* desde;
     const char* numero;
@@ -303,7 +303,7 @@ TEST_F(Masivos, CompareTheNumbersOfRenumberingAsTexts) {
   });
 }
 
-TEST_F(Masivos, RenumberByDateWhateverTheSecondFieldSays) {
+TEST_F(Masivos, RenumeranPorFechaDigaLoQueDigaElSegundoCampo) {
   tecleaLinea(*t, guion, ctx.sesion, {"", "10/01/2024", "57000001", "Suelto", "9", ""}, true);
   tecleaLinea(*t, guion, ctx.sesion, {"", "", "57200001", "Suelto", "", "9"}, false);
   factura("S0000000001", 121);
@@ -351,7 +351,7 @@ TEST_F(Masivos, RenumberByDateWhateverTheSecondFieldSays) {
 }
 
 // A tool that fails half-way leaves what it has done, and the window shows that.
-TEST_F(Masivos, ShowWhatWasDoneBeforeAFailure) {
+TEST_F(Masivos, MuestranLoHechoAntesDeUnFallo) {
   for (const char* fecha : {"10/03/2024", "11/03/2024"})
     tecleaLinea(*t, guion, ctx.sesion, {"", fecha, "57000001", "Suelto", "9", ""}, true);
   inserta("Diario", {{"NLinea", 315},

@@ -180,7 +180,7 @@ void copiaEnOtraEmpresa(EscenarioPlanTecleado& e) {
   Teclado(*archivo).teclea("n");
 }
 
-TEST(Plan, FromAnEmptyFolderToThePlanOfTheQuarter) {
+TEST(Plan, DeUnaCarpetaVaciaAlPlanDelTrimestre) {
   EscenarioPlanTecleado e;
   EXPECT_EQ(e.filas("Cuentas").size(), kCuentasDelPlan);
   altaPorNombre(e);

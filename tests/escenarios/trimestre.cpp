@@ -12,7 +12,7 @@ double numero(const QString& texto) {
   return Variant(texto).number();
 }
 
-TEST(Trimestre, FromAnEmptyFolderToItsBalances) {
+TEST(Trimestre, DeUnaCarpetaVaciaASusSaldos) {
   Escenario e(Escenario::Carpetas);
   e.reloj.ponEn(QDate(2024, 1, 2));
   Formulario& menu = empiezaEmpresa(e.ctx, e.guion, "Comercial Ejemplo");

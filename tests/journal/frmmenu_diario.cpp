@@ -22,7 +22,7 @@ class FrmMenuDiario : public MenuAbierto {
   const Rejilla& rejilla() const { return t->control<Rejilla>("GrdApuntes"); }
 };
 
-TEST_F(FrmMenuDiario, MovesByItsButtonsAndMarksTheAsientoItStandsOn) {
+TEST_F(FrmMenuDiario, SeMueveConSusBotonesYMarcaElAsientoEnQueEsta) {
   const struct {
     const char* boton;
     int fila;
@@ -46,7 +46,7 @@ TEST_F(FrmMenuDiario, MovesByItsButtonsAndMarksTheAsientoItStandsOn) {
 }
 
 // Another station's lines come with F5, and so do their totals.
-TEST_F(FrmMenuDiario, ReadsLinesAndTotalsAnewAndSaysWhatTheyAreOf) {
+TEST_F(FrmMenuDiario, LeeDeNuevoLineasYTotalesYDiceDeQueSon) {
   tecleaTres();
   EXPECT_EQ(t->textoDe("LblFilaCuenta"), "Cuenta 57000001");
   EXPECT_EQ(t->textoDe("LblFilaAsiento"), "Asiento 2");
@@ -66,7 +66,7 @@ TEST_F(FrmMenuDiario, ReadsLinesAndTotalsAnewAndSaysWhatTheyAreOf) {
     EXPECT_EQ(totales(fila), QStringList({"30,00 ", "-30,00", "0,00 "})) << fila;
 }
 
-TEST_F(FrmMenuDiario, ActsByTheRightButtonAndOnWhatIsDroppedOnItsButtons) {
+TEST_F(FrmMenuDiario, ActuaConElBotonDerechoYConLoQueSeSueltaEnSusBotones) {
   tecleaTres();
   auto& lienzo = *rejilla().viewport();
   const QPoint sitio(20, 20);

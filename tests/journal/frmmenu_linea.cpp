@@ -21,7 +21,7 @@ class FrmMenuLinea : public MenuAbierto {
   FrmMenu& menu;
 };
 
-TEST_F(FrmMenuLinea, PostsByKeysAndByButtons) {
+TEST_F(FrmMenuLinea, AsientaConTeclasYConBotones) {
   linea("57000001", "1234,5", {}, kFecha);
   EXPECT_EQ(t->enfocado(), "TxtSubcuenta");
   EXPECT_EQ(t->textoDe("TxtSubcuenta"), "57000001");
@@ -47,7 +47,7 @@ TEST_F(FrmMenuLinea, PostsByKeysAndByButtons) {
   EXPECT_EQ(totales("Marcado"), totales("Asiento"));
 }
 
-TEST_F(FrmMenuLinea, RefusesAnIncompleteLine) {
+TEST_F(FrmMenuLinea, NiegaUnaLineaIncompleta) {
   linea("57000001", "100", {}, kFecha);
   vacia("TxtConcepto");
   guion.esperaMensaje(kAlHaber, "Error");
@@ -86,7 +86,7 @@ TEST_F(FrmMenuLinea, RefusesAnIncompleteLine) {
   EXPECT_EQ(t->textoDe("TxtDebeHaber"), "5");
 }
 
-TEST_F(FrmMenuLinea, OffersWhatSquaresTheAsiento) {
+TEST_F(FrmMenuLinea, OfreceLoQueCuadraElAsiento) {
   EXPECT_EQ(ofrecido(), "0,00");
   // Whatever side is open, the amount is offered positive and the key gives the side.
   t->enfoca("TxtSubcuenta");
@@ -101,7 +101,7 @@ TEST_F(FrmMenuLinea, OffersWhatSquaresTheAsiento) {
   EXPECT_EQ(totales("Asiento"), QStringList({"80,00 ", "-80,00", "0,00 "}));
 }
 
-TEST_F(FrmMenuLinea, CompletesAndQuestionsDates) {
+TEST_F(FrmMenuLinea, CompletaYPoneEnDudaLasFechas) {
   const QString deOtroAno = "La fecha introducida no es la del año actual";
   const QString cerrado = "Usted no puede modificar ningun apunte anterior a la fecha 15/03/2003";
   const struct {
@@ -128,7 +128,7 @@ TEST_F(FrmMenuLinea, CompletesAndQuestionsDates) {
   EXPECT_EQ(t->enfocado(), "TxtSubcuenta");
 }
 
-TEST_F(FrmMenuLinea, RenamesASubcuentaWhenAnswered) {
+TEST_F(FrmMenuLinea, CambiaElNombreDeUnaSubcuentaSiSeResponde) {
   t->teclea("43000001");
   // The question comes each time the name is left.
   for (const auto& [respuesta, queda] :
@@ -150,7 +150,7 @@ TEST_F(FrmMenuLinea, RenamesASubcuentaWhenAnswered) {
   EXPECT_TRUE(errores().constLast().contains("TxtSubcuenta_LostFocus - FrmMenu"));
 }
 
-TEST_F(FrmMenuLinea, TurnsConceptCodesIntoTheirTexts) {
+TEST_F(FrmMenuLinea, CambiaLosCodigosDeConceptoPorSusTextos) {
   cambia("Select * from Conceptos where NConcepto='07'", "Descripcion", "Su factura nº");
   t->escribe("TxtConcepto", "07");
   t->intro();
@@ -173,7 +173,7 @@ TEST_F(FrmMenuLinea, TurnsConceptCodesIntoTheirTexts) {
   EXPECT_TRUE(errores().constLast().contains("TxtConcepto_KeyPress - FrmMenu"));
 }
 
-TEST_F(FrmMenuLinea, ClearsTheScreenAndMovesTheNumberOnAsTheCompanyWishes) {
+TEST_F(FrmMenuLinea, LimpiaLaPantallaYPasaDeNumeroComoQuiereLaEmpresa) {
   cambia("Empresa", "Limpiar", true);
   cambia("Empresa", "Controlar", true);
   abreMenu();
@@ -202,7 +202,7 @@ TEST_F(FrmMenuLinea, ClearsTheScreenAndMovesTheNumberOnAsTheCompanyWishes) {
   EXPECT_EQ(rejilla.filas(), 2);
 }
 
-TEST_F(FrmMenuLinea, HandsALineOfIVAOverToItsInvoice) {
+TEST_F(FrmMenuLinea, PasaUnaLineaDeIVAASuFactura) {
   const auto preguntaPor = [&](const char* clase) {
     guion.esperaPregunta(QString("La partida que introduce corresponde a un apunte de IVA ¿desea "
                                  "crear un asiento de Iva %1 en este momento?")
@@ -243,7 +243,7 @@ TEST_F(FrmMenuLinea, HandsALineOfIVAOverToItsInvoice) {
   }
 }
 
-TEST_F(FrmMenuLinea, TakesTheCellDraggedFromTheGrid) {
+TEST_F(FrmMenuLinea, TomaLaCeldaArrastradaDeLaRejilla) {
   for (const char* campo :
        {"TxtAsiento", "TxtFecha", "TxtSubcuenta", "TxtConcepto", "TxtDebeHaber"}) {
     t->suelta(campo, "43000001");

@@ -7,7 +7,7 @@ namespace {
 
 using FrmMenuTamano = MenuAbierto;
 
-TEST_F(FrmMenuTamano, TheCurrentRowStaysInSightAndLinesAndTextsWhole) {
+TEST_F(FrmMenuTamano, LaFilaEnCursoSigueALaVistaYLasLineasEnteras) {
   FrmMenu& forma = abreMenu();
   for (int i = 0; i < 40; ++i) linea("57000001", "1", {}, i == 0 ? "15/03/2003" : "");
   auto& grid = t->control<Rejilla>("GrdApuntes");
@@ -35,7 +35,7 @@ TEST_F(FrmMenuTamano, TheCurrentRowStaysInSightAndLinesAndTextsWhole) {
   }
 }
 
-TEST_F(FrmMenuTamano, OpensMaximisedUntilItIsGivenAnotherSize) {
+TEST_F(FrmMenuTamano, SaleMaximizadaHastaQueSeLeDaOtroTamano) {
   EXPECT_TRUE(abreMenu().isMaximized());
   t->forma().showNormal();
   t->forma().resize(0, 611);  // no wider than it must be

@@ -45,7 +45,7 @@ class FrmMenuVentana : public MenuAbierto {
   FrmMenu* menu = nullptr;
 };
 
-TEST_F(FrmMenuVentana, ComesUpWithTheCompanyOfTheLogin) {
+TEST_F(FrmMenuVentana, SaleConLaEmpresaDeLaEntrada) {
   EXPECT_EQ(menu->windowTitle(), "Librano " + versionDelPrograma());
   EXPECT_EQ(t->textoDe("TxtEmpresa"), "Prueba");
   EXPECT_EQ(t->textoDe("TxtAñoActual"), "2003");
@@ -61,7 +61,7 @@ TEST_F(FrmMenuVentana, ComesUpWithTheCompanyOfTheLogin) {
   EXPECT_EQ(contador("Asiento"), "1");
 }
 
-TEST_F(FrmMenuVentana, PassesToAnotherCompanyByTheCombo) {
+TEST_F(FrmMenuVentana, PasaAOtraEmpresaPorElCombo) {
   creaOtra();
   cambia("Select * from Conceptos where NConcepto='07'", "Descripcion", "Cobro");
   linea("57000001", "100", {}, kFecha);
@@ -82,7 +82,7 @@ TEST_F(FrmMenuVentana, PassesToAnotherCompanyByTheCombo) {
   EXPECT_EQ(t->textoDe("TxtConcepto"), "Cobro");
 }
 
-TEST_F(FrmMenuVentana, KeepsTheOpenCompanyWhenTheOtherIsGone) {
+TEST_F(FrmMenuVentana, SigueEnLaEmpresaAbiertaSiLaOtraNoEsta) {
   creaOtra();
   const QString otra = ctx.sesion.rutaEmpresa("Otra");
   ASSERT_TRUE(QFile::rename(rutaSistema(otra), rutaSistema(otra) + ".fuera"));
@@ -95,7 +95,7 @@ TEST_F(FrmMenuVentana, KeepsTheOpenCompanyWhenTheOtherIsGone) {
   EXPECT_EQ(valor("Select Importe from Diario"), "100");
 }
 
-TEST_F(FrmMenuVentana, AsksBeforeItEndsAndHarderWithADescuadre) {
+TEST_F(FrmMenuVentana, PreguntaAntesDeAcabarYMasSiHayDescuadre) {
   const QString salir = "¿ Deseas salir de Librano ?";
   guion.esperaPregunta(salir, false, "Salida de Librano");
   t->cierra();
@@ -111,7 +111,7 @@ TEST_F(FrmMenuVentana, AsksBeforeItEndsAndHarderWithADescuadre) {
   EXPECT_EQ(finales, 2);
 }
 
-TEST_F(FrmMenuVentana, TellsOfANewVersionOnce) {
+TEST_F(FrmMenuVentana, AvisaUnaVezDeUnaVersionNueva) {
   ctx.sesion.VersionConfig = "1.5";
   guion.esperaMensaje(
       "Atención su copia de Librano se ha actualizado, siga los pasos que le marcan en la "
@@ -122,7 +122,7 @@ TEST_F(FrmMenuVentana, TellsOfANewVersionOnce) {
   abreMenu();
 }
 
-TEST_F(FrmMenuVentana, OffersTheEntriesWhoseFormIsThere) {
+TEST_F(FrmMenuVentana, OfreceLasEntradasCuyoFormularioEsta) {
   for (const char* hay : {"MnuVisualizarPlan", "MnuImportaARS", "MnuSalir"})
     EXPECT_TRUE(entrada(hay).isEnabled()) << hay;
   for (const char* falta : {"MnuNominas", "MnuGuardarCopiaComo"})
@@ -146,7 +146,7 @@ TEST_F(FrmMenuVentana, OffersTheEntriesWhoseFormIsThere) {
   EXPECT_EQ(finales, 1);
 }
 
-TEST_F(FrmMenuVentana, GivesTheFileUpToTheFormThatTakesItsPlace) {
+TEST_F(FrmMenuVentana, DejaElFicheroAlFormularioQueOcupaSuSitio) {
   formularios->registra("FrmCopias", [&](Contexto& c) {
     EXPECT_FALSE(c.principal);
     EXPECT_FALSE(menu->DtaEmpresaActual().isOpen() || menu->DtaDiarioLista().isOpen());
@@ -162,7 +162,7 @@ TEST_F(FrmMenuVentana, GivesTheFileUpToTheFormThatTakesItsPlace) {
   EXPECT_EQ(totales("Marcado").constFirst(), "100,00 ");
 }
 
-TEST_F(FrmMenuVentana, TakesWhatTheCompanysScreenChanges) {
+TEST_F(FrmMenuVentana, TomaLoQueCambiaLaPantallaDeEmpresa) {
   linea("57000001", "100", {}, kFecha);
   linea("57000001", {}, "100");
   guion.esperaDialogo("FrmEmpresas", [](Teclado& t) {
@@ -177,7 +177,7 @@ TEST_F(FrmMenuVentana, TakesWhatTheCompanysScreenChanges) {
 }
 
 // A folder copied by hand holds the name of the company it was copied from.
-TEST_F(FrmMenuVentana, PostsIntoTheCompanyThatWasPicked) {
+TEST_F(FrmMenuVentana, AsientaEnLaEmpresaElegida) {
   creaOtra();
   ASSERT_TRUE(QFile::remove(carpetaDatos() + "/Otra/Conta.MDB"));
   ASSERT_TRUE(
@@ -193,7 +193,7 @@ TEST_F(FrmMenuVentana, PostsIntoTheCompanyThatWasPicked) {
   EXPECT_EQ(valor("Select Count(NLinea) from Diario"), "0");
 }
 
-TEST_F(FrmMenuVentana, KeepsSearchButtonsOverTheirColumns) {
+TEST_F(FrmMenuVentana, TieneLosBotonesDeBusquedaSobreSusColumnas) {
   const auto& rejilla = t->control<Rejilla>("GrdApuntes");
   const auto borde = [&](const char* boton, bool derecho) {
     const QWidget& b = t->control(boton);

@@ -27,7 +27,7 @@ desde = Diario
 orden = Subcuenta, NLinea
 )";
 
-TEST(Plantilla, lasDefectuosasDicenLaLineaYElMotivo) {
+TEST(Plantilla, LasDefectuosasDicenLaLineaYElMotivo) {
   const std::pair<const char*, const char*> casos[] = {
       {"[detalle]\nalto = 4\n0 20 izq \"{Importe\"\n", "línea 11, falta }"},
       {"[detalle]\nalto = 4\n0 20 izq \"{Importe:moneda}\"\n", "línea 11, formato «moneda»"},
@@ -124,7 +124,7 @@ QString renglones(Documento& libro, int numero) {
   return todos;
 }
 
-TEST_F(Composicion, cortesSumasYCabeceras) {
+TEST_F(Composicion, CortesSumasYCabeceras) {
   const auto libro = abre(kBandas);
   EXPECT_TRUE(renglones(*libro, 1).startsWith("Hoja 1/…\n"));  // not counted yet
   libro->cuenta();
@@ -165,7 +165,7 @@ TEST_F(Composicion, cortesSumasYCabeceras) {
   EXPECT_TRUE(renglones(*junto, 3).endsWith("total 43000001 -5,00\npagina -16,00\n"));
 }
 
-TEST_F(Composicion, recortaYExporta) {
+TEST_F(Composicion, RecortaYExporta) {
   const auto libro = abre(R"([detalle]
 alto = 5
 0 9 izq "{Descripcion}"
@@ -212,7 +212,7 @@ alto = 5
   }
 }
 
-TEST_F(Composicion, sinImpresoraNoSeAbre) {
+TEST_F(Composicion, SinImpresoraNoSeAbre) {
   try {
     abreInforme(libros.motor, libros.rutaEmpresa(), "SumSalN4.rpt",
                 {[] { return QStringList(); },

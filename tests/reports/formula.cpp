@@ -26,7 +26,7 @@ int falloDe(const std::function<void()>& paso) {
   return 0;
 }
 
-TEST(Formula, lasAceptadasSonCondiciones) {
+TEST(Formula, LasAceptadasSonCondiciones) {
   const struct {
     const char* texto;
     const char* condicion;
@@ -51,7 +51,7 @@ TEST(Formula, lasAceptadasSonCondiciones) {
   for (const auto& c : casos) EXPECT_EQ(condicionDe(c.texto, c.clase), c.condicion);
 }
 
-TEST(Formula, lasRechazadasDanSuNumero) {
+TEST(Formula, LasRechazadasDanSuNumero) {
   const QString rechazadas[] = {
       // A quote that was typed into a value.
       "{T.A}>='D'Ors' and {T.A}<='x'", "{T.A}='O''Brien'", "{T.A}='x' or '1'='1'",
@@ -74,7 +74,7 @@ TEST(Formula, lasRechazadasDanSuNumero) {
 }
 
 // The selection chooses the source, and goes into its clauses.
-TEST(Consulta, laSeleccionEligeElOrigen) {
+TEST(Consulta, LaSeleccionEligeElOrigen) {
   const auto plantilla = reports::leePlantilla(R"([origen Diario]
 columnas = Subcuenta, Sum(Debe) AS D
 desde = Meses

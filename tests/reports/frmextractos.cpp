@@ -25,7 +25,7 @@ QStringList columna(Teclado& t, int numero) {
   return textos;
 }
 
-TEST_F(Extractos, ShowsTheWholeYearAndStoresItsBalances) {
+TEST_F(Extractos, MuestranElAnoEnteroYGuardanSusSaldos) {
   elige("57200001");
   dialogo("MnuExtractos", "FrmExtractosPantalla", [&](Teclado& t) {
     EXPECT_EQ(t.forma().windowTitle(), "Extracto de la subcuenta Banco - 57200001");
@@ -85,7 +85,7 @@ TEST_F(Extractos, ShowsTheWholeYearAndStoresItsBalances) {
   }
 }
 
-TEST_F(Extractos, TicksOffFindsAndGoesToTheAsiento) {
+TEST_F(Extractos, PunteanBuscanYVanAlAsiento) {
   elige("57200001");
   dialogo("MnuExtractos", "FrmExtractosPantalla", [&](Teclado& t) {
     auto& rejilla = t.control<Rejilla>("GridExtracto");
@@ -136,7 +136,7 @@ TEST_F(Extractos, TicksOffFindsAndGoesToTheAsiento) {
   EXPECT_EQ(t->control<Rejilla>("GrdApuntes").filas(), 2);
 }
 
-TEST_F(Extractos, WritesTheBalancesOfItsRangeAsTheyAre) {
+TEST_F(Extractos, EscribenLosSaldosDeSuRangoComoEstan) {
   guion.esperaDialogo("FrmExtractoEntraCtas", [&](Teclado& t) {
     // Nothing in the range: nobody catches it but the form itself.
     t.escribe("TxtSubcuentaDesde", "9.");
@@ -163,7 +163,7 @@ TEST_F(Extractos, WritesTheBalancesOfItsRangeAsTheyAre) {
   EXPECT_EQ(saldos("43000001"), QStringList({"", ""}));
 }
 
-TEST_F(Extractos, SumsMonthByMonth) {
+TEST_F(Extractos, SumanMesAMes) {
   elige("57000001");
   const auto mira = [&](const std::vector<std::pair<int, QStringList>>& filas) {
     dialogo("MnuAcumulados", "FrmAcumulados", [&](Teclado& t) {

@@ -12,7 +12,7 @@ namespace {
 using Listados = ListadoAbierto;
 
 // Whatever goes wrong is told in the same box, and the dialog stays as it was.
-TEST_F(Listados, TellsWhatFails) {
+TEST_F(Listados, DicenLoQueFalla) {
   const auto controlado = [](int numero, const QString& detalle = {}) {
     return QString("Error numero : %1 ").arg(numero) +
            ErrorEjecucion(numero, detalle).descripcion();

@@ -42,7 +42,7 @@ class Vista : public testing::Test {
   QPointer<VistaPrevia> vista;
 };
 
-TEST_F(Vista, seVaPorLasPaginasYSeBusca) {
+TEST_F(Vista, SeVaPorLasPaginasYSeBusca) {
   Teclado t(*vista);
   EXPECT_EQ(vista->windowTitle(), "Listado de diario");
   const std::pair<Qt::Key, int> teclas[] = {{Qt::Key_PageDown, 2}, {Qt::Key_PageDown, 3},
@@ -79,7 +79,7 @@ TEST_F(Vista, seVaPorLasPaginasYSeBusca) {
   EXPECT_FALSE(vista && vista->isVisible());
 }
 
-TEST_F(Vista, guardaYExporta) {
+TEST_F(Vista, GuardaYExporta) {
   Teclado t(*vista);
   const QDir carpeta(e.carpetaDatos());
   const struct {
@@ -112,7 +112,7 @@ TEST_F(Vista, guardaYExporta) {
 }
 
 // What the real dialog prints to a file is what the preview shows and saves.
-TEST_F(Vista, imprimeSusPaginas) {
+TEST_F(Vista, ImprimeSusPaginas) {
   Teclado t(*vista);
   const QString fichero = QDir(e.carpetaDatos()).filePath("impreso.pdf");
   // The pages printed; `opcion` is the range asked for, if any.
@@ -160,7 +160,7 @@ TEST_F(Vista, imprimeSusPaginas) {
   }
 }
 
-TEST_F(Vista, quedaAbiertaCuandoSeCierraElDialogoQueLaAbrio) {
+TEST_F(Vista, QuedaAbiertaCuandoSeCierraElDialogoQueLaAbrio) {
   delete vista;
   {
     QDialog dialogo;
