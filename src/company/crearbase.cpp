@@ -83,7 +83,7 @@ void CrearBase(DBEngine& motor, const QString& ruta, int digitosCuenta, int digi
     creaTabla(obra, tabla);
     siembra(obra, tabla);
   }
-  // A new company holds the kinds of receipt twice: the grid of the receipts shows both runs.
+  // Kept: a new company holds the kinds of receipt twice. The grid of the receipts shows both runs.
   if (obra.nuevo) siembraTipoRecibos(*base);
   siembraTipoRecibos(*base);
   for (const Consulta& consulta : consultasDeEmpresa())

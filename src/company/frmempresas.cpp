@@ -197,6 +197,8 @@ void FrmEmpresas::TxtNoModifica_LostFocus() {
   ui_->TxtNoModifica->setText(NormalizaFecha(texto, sesion().AnoActual, ctx.reloj->hoy()));
 }
 
+// Kept: also in a company that stands, going to another tab brings its accounts back to those that
+// its levels ask for.
 void FrmEmpresas::Tabla_Click(int pestana) {
   CalculaCuentas();
   // The field left by this click has refused, and its tab is on show again.
@@ -292,7 +294,8 @@ void FrmEmpresas::creacionFallida(const ErrorEjecucion& e) {
           QStringLiteral("Error"));
 }
 
-// A value that the file refuses is lost without a word and the rest is kept.
+// Kept: a value that the file refuses is lost without a word, so that one bad field keeps nobody
+// from changing the others.
 void FrmEmpresas::modifica() {
   try {
     DtaEmpresas_.Edit();

@@ -13,7 +13,8 @@ struct Nivel01 {
   const char* ActPas;
 };
 
-// Groups 6 and 7 are on no side of the balance: there is no third row in ActPas.
+// Kept: groups 6 and 7 are on no side of the balance, for there is no third row in ActPas; so the
+// balance leaves them out.
 constexpr Nivel01 kNivel01[] = {
     {"1", "Financiacion Basica", "2"},
     {"2", "Inmovilizado", "1"},
@@ -190,8 +191,8 @@ void siembraSubcuentasEspeciales(Database& base, int digitosCuenta, int digitosS
   for (const auto& especial : especiales)
     anade(*tabla, {especial.codigo, especial.codigo.left(digitosCuenta), especial.descripcion});
 
-  // The two codes of this row are each built with the width of the other. The longer one doesn't
-  // fit and stays empty, and the row counts with what is left.
+  // Kept: the two codes of this row are each built with the width of the other. The longer one
+  // doesn't fit and stays empty, and the row counts with what is left.
   const auto codigo = [](int digitos) {
     return QStringLiteral("61") + QString(digitos - 3, u'0') + u'1';
   };

@@ -54,6 +54,8 @@ FrmConfiguracion::FrmConfiguracion(Contexto& contexto)
 
 FrmConfiguracion::~FrmConfiguracion() = default;
 
+// Kept: this is the catalogue beside the program, not that of the data folder: with it the program
+// is put right again after its folders were moved.
 void FrmConfiguracion::Form_Load() {
   const QString catalogo = ctx.carpetaPrograma + QStringLiteral("Inicio.mdb");
   ui_->LblDirWindows->setText(AjustaBarra(rutaPrograma(QDir::rootPath())));

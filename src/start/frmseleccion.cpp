@@ -8,7 +8,8 @@
 #include "ui_frmseleccion.h"
 
 namespace {
-// Lets in whoever has forgotten a user, for any name.
+// Kept: lets in whoever has forgotten a user, for any name; the books of a small office must not be
+// lost with a password.
 const QString kProvisional = QStringLiteral("pasadizo");
 }  // namespace
 
