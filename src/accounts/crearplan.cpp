@@ -42,7 +42,8 @@ void anadeFilas(Database& origen, Database& destino, const QString& tabla, SiFal
   }
 }
 
-// The target's row never moves: each row is written over the one before.
+// Kept: the target's row never moves, so each row is written over the one before and the last one
+// stays in it. The other rows of the target stay its own.
 void sobrescribeFila(Database& origen, Database& destino, const QString& tabla) {
   const auto filas = origen.OpenRecordset(tabla);
   const auto fila = destino.OpenRecordset(tabla);

@@ -10,10 +10,12 @@ constexpr int kDeEmpresa = 1;
 }
 
 FrmCrearPlan::FrmCrearPlan(Contexto& contexto)
-    : Formulario(contexto), ui_(std::make_unique<Ui::FrmCrearPlan>()), DtaEmpresas(contexto.motor) {
+    : Formulario(contexto),
+      ui_(std::make_unique<Ui::FrmCrearPlan>()),
+      DtaEmpresas_(contexto.motor) {
   ui_->setupUi(this);
-  DtaEmpresas.setObjectName("DtaEmpresas");
-  ui_->TxtEmpresa->enlazar(DtaEmpresas, "NombreEmpresa");
+  DtaEmpresas_.setObjectName("DtaEmpresas");
+  ui_->TxtEmpresa->enlazar(DtaEmpresas_, "NombreEmpresa");
   alElegirOpcion("OptCreaAPartirDe", [this](int origen) { OptCreaAPartirDe_Click(origen); });
   alPulsar(ui_->CmdAceptar, [this] { CmdAceptar_Click(); });
   alPulsar(ui_->CmdCancelar, [this] { cierra(); });
@@ -22,7 +24,7 @@ FrmCrearPlan::FrmCrearPlan(Contexto& contexto)
 FrmCrearPlan::~FrmCrearPlan() = default;
 
 void FrmCrearPlan::Form_Load() {
-  DtaEmpresas.bind(sesion().rutaCatalogo(), "Select * from Empresas order by NombreEmpresa");
+  DtaEmpresas_.bind(sesion().rutaCatalogo(), "Select * from Empresas order by NombreEmpresa");
   setOpcion("OptCreaAPartirDe", 0);
 }
 

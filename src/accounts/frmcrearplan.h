@@ -35,5 +35,5 @@ class FrmCrearPlan : public Formulario {
   void cierra();
 
   std::unique_ptr<Ui::FrmCrearPlan> ui_;
-  DataControl DtaEmpresas;
+  DataControl DtaEmpresas_;
 };

@@ -12,15 +12,15 @@
 FrmCuentas::FrmCuentas(Contexto& contexto)
     : Formulario(contexto),
       ui_(std::make_unique<Ui::FrmCuentas>()),
-      DtaCuentas(contexto.motor),
-      DtaNivel1(contexto.motor),
-      DtaNivel2(contexto.motor) {
+      DtaCuentas_(contexto.motor),
+      DtaNivel1_(contexto.motor),
+      DtaNivel2_(contexto.motor) {
   ui_->setupUi(this);
-  DtaCuentas.setObjectName("DtaCuentas");
-  DtaNivel1.setObjectName("DtaNivel1");
-  DtaNivel2.setObjectName("DtaNivel2");
-  ui_->TxtN01T->enlazar(DtaNivel1, "Descripcion");
-  ui_->TxtN02T->enlazar(DtaNivel2, "Descripcion");
+  DtaCuentas_.setObjectName("DtaCuentas");
+  DtaNivel1_.setObjectName("DtaNivel1");
+  DtaNivel2_.setObjectName("DtaNivel2");
+  ui_->TxtN01T->enlazar(DtaNivel1_, "Descripcion");
+  ui_->TxtN02T->enlazar(DtaNivel2_, "Descripcion");
 
   soloNumero(ui_->TxtCuenta);
   soloNumero(ui_->TxtN01N);
@@ -38,8 +38,8 @@ FrmCuentas::~FrmCuentas() = default;
 
 void FrmCuentas::Form_Load() {
   ui_->TxtCuenta->setMaxLength(sesion().DigitosCuenta);
-  DtaNivel1.bind(sesion().rutaEmpresa(), "Select * from Nivel01");
-  DtaNivel2.setDatabaseName(sesion().rutaEmpresa());
+  DtaNivel1_.bind(sesion().rutaEmpresa(), "Select * from Nivel01");
+  DtaNivel2_.setDatabaseName(sesion().rutaEmpresa());
   ofreceNivel2(QString());
   if (sesion().CodigoLlamada == kModificacion)
     abreModificacion();
@@ -49,15 +49,15 @@ void FrmCuentas::Form_Load() {
 
 void FrmCuentas::abreModificacion() {
   ui_->TxtCuenta->setEnabled(false);
-  DtaCuentas.bind(sesion().rutaEmpresa(),
-                  "Select * from Cuentas where Cuenta=" + entreComillas(sesion().ValorElegido));
-  if (DtaCuentas.Eof()) return;
-  ui_->TxtCuenta->setText(DtaCuentas.Fields("Cuenta").display());
-  ui_->TxtDescripcion->setText(DtaCuentas.Fields("Descripcion").display());
-  ui_->TxtN01N->setText(DtaCuentas.Fields("GrupoN").display());
-  ui_->TxtN02N->setText(DtaCuentas.Fields("SubGrupoN").display());
-  muestraNivel(DtaNivel2, ui_->TxtN02N->text(), *ui_->TxtN02T);
-  ui_->TxtAbrirFicha->setChecked(DtaCuentas.Fields("DatosAuxiliares").Value().toBool());
+  DtaCuentas_.bind(sesion().rutaEmpresa(),
+                   "Select * from Cuentas where Cuenta=" + entreComillas(sesion().ValorElegido));
+  if (DtaCuentas_.Eof()) return;
+  ui_->TxtCuenta->setText(DtaCuentas_.Fields("Cuenta").display());
+  ui_->TxtDescripcion->setText(DtaCuentas_.Fields("Descripcion").display());
+  ui_->TxtN01N->setText(DtaCuentas_.Fields("GrupoN").display());
+  ui_->TxtN02N->setText(DtaCuentas_.Fields("SubGrupoN").display());
+  muestraNivel(DtaNivel2_, ui_->TxtN02N->text(), *ui_->TxtN02T);
+  ui_->TxtAbrirFicha->setChecked(DtaCuentas_.Fields("DatosAuxiliares").Value().toBool());
 }
 
 void FrmCuentas::abreAlta() {
@@ -90,19 +90,19 @@ void FrmCuentas::nivelDesconocido() {
 }
 
 void FrmCuentas::TxtN01N_Change() {
-  if (!muestraNivel(DtaNivel1, ui_->TxtN01N->text(), *ui_->TxtN01T)) nivelDesconocido();
+  if (!muestraNivel(DtaNivel1_, ui_->TxtN01N->text(), *ui_->TxtN01T)) nivelDesconocido();
 }
 
 // The second levels on offer: those of a group, or all.
 void FrmCuentas::ofreceNivel2(const QString& grupo) {
   const QString todos = "Select * from Nivel02";
-  DtaNivel2.setRecordSource(grupo.isEmpty() ? todos
-                                            : todos + " where NNivel01=" + entreComillas(grupo));
-  DtaNivel2.Refresh();
+  DtaNivel2_.setRecordSource(grupo.isEmpty() ? todos
+                                             : todos + " where NNivel01=" + entreComillas(grupo));
+  DtaNivel2_.Refresh();
 }
 
 void FrmCuentas::TxtN01T_Click() {
-  ui_->TxtN01N->setText(DtaNivel1.Fields("NNivel").display());
+  ui_->TxtN01N->setText(DtaNivel1_.Fields("NNivel").display());
   grupoElegido_ = ui_->TxtN01N->text();
   ofreceNivel2(grupoElegido_);
 }
@@ -118,10 +118,10 @@ void FrmCuentas::TxtN01N_LostFocus() {
 
 void FrmCuentas::TxtN02N_LostFocus() {
   const QString nivel = ui_->TxtN02N->text();
-  bool conocido = muestraNivel(DtaNivel2, nivel, *ui_->TxtN02T);
+  bool conocido = muestraNivel(DtaNivel2_, nivel, *ui_->TxtN02T);
   if (!conocido && grupoElegido_.isEmpty()) {
     ofreceNivel2(QString());
-    conocido = muestraNivel(DtaNivel2, nivel, *ui_->TxtN02T);
+    conocido = muestraNivel(DtaNivel2_, nivel, *ui_->TxtN02T);
   }
   if (!conocido)
     nivelDesconocido();
@@ -130,7 +130,7 @@ void FrmCuentas::TxtN02N_LostFocus() {
 }
 
 void FrmCuentas::TxtN02T_Click() {
-  const QString nivel = DtaNivel2.Fields("NNivel").display();
+  const QString nivel = DtaNivel2_.Fields("NNivel").display();
   ui_->TxtN02N->setText(nivel);
   ui_->TxtN01N->setText(nivel.left(1));
 }
@@ -142,20 +142,20 @@ void FrmCuentas::CmdAceptar_Click() {
     return enfocar(ui_->TxtCuenta);
   }
   if (sesion().CodigoLlamada == kModificacion) {
-    DtaCuentas.Edit();
+    DtaCuentas_.Edit();
   } else {
-    DtaCuentas.bind(sesion().rutaEmpresa(), "Select * from Cuentas");
-    DtaCuentas.AddNew();
+    DtaCuentas_.bind(sesion().rutaEmpresa(), "Select * from Cuentas");
+    DtaCuentas_.AddNew();
   }
   try {
-    DtaCuentas.Fields("Cuenta") = codigo;
-    DtaCuentas.Fields("Descripcion") = ui_->TxtDescripcion->text();
-    DtaCuentas.Fields("GrupoN") = ui_->TxtN01N->text();
-    DtaCuentas.Fields("SubGrupoN") = ui_->TxtN02N->text();
-    DtaCuentas.Fields("DatosAuxiliares") = ui_->TxtAbrirFicha->isChecked();
-    DtaCuentas.Update();
+    DtaCuentas_.Fields("Cuenta") = codigo;
+    DtaCuentas_.Fields("Descripcion") = ui_->TxtDescripcion->text();
+    DtaCuentas_.Fields("GrupoN") = ui_->TxtN01N->text();
+    DtaCuentas_.Fields("SubGrupoN") = ui_->TxtN02N->text();
+    DtaCuentas_.Fields("DatosAuxiliares") = ui_->TxtAbrirFicha->isChecked();
+    DtaCuentas_.Update();
   } catch (const ErrorEjecucion&) {
-    DtaCuentas.CancelUpdate();  // the message is the house's own, but no edit may stay open
+    DtaCuentas_.CancelUpdate();  // the message is the house's own, but no edit may stay open
     throw;
   }
   if (auto* lista = qobject_cast<FrmCuentasLista*>(ctx.formularios->abierto("FrmCuentasLista")))

@@ -36,8 +36,8 @@ class FrmCuentas : public Formulario {
   void nivelDesconocido();
 
   std::unique_ptr<Ui::FrmCuentas> ui_;
-  DataControl DtaCuentas;
-  DataControl DtaNivel1;
-  DataControl DtaNivel2;
+  DataControl DtaCuentas_;
+  DataControl DtaNivel1_;
+  DataControl DtaNivel2_;
   QString grupoElegido_;  // the group picked by its name, which the second levels are held to
 };

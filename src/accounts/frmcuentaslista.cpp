@@ -13,16 +13,16 @@
 FrmCuentasLista::FrmCuentasLista(Contexto& contexto)
     : Formulario(contexto),
       ui_(std::make_unique<Ui::FrmCuentasLista>()),
-      DtaCuentas(contexto.motor) {
+      DtaCuentas_(contexto.motor) {
   ui_->setupUi(this);
-  DtaCuentas.setObjectName("DtaCuentas");
-  ui_->GrigCuentas->enlazar(DtaCuentas,
+  DtaCuentas_.setObjectName("DtaCuentas");
+  ui_->GrigCuentas->enlazar(DtaCuentas_,
                             {{.campo = "Cuenta", .titulo = "Cuenta", .ancho = 10},
                              {.campo = "Descripcion", .titulo = "Descripción", .ancho = 60}});
   ui_->TxtBusquedaCuentas->setMaxLength(kLargoNombre);
   alCambiar(ui_->TxtBusquedaCuentas, [this] { TxtBusquedaCuentas_Change(); });
   alBajarTecla(ui_->TxtBusquedaCuentas,
-               [this](QKeyEvent& evento) { return mueveConFlechas(DtaCuentas, evento); });
+               [this](QKeyEvent& evento) { return mueveConFlechas(DtaCuentas_, evento); });
   alTeclear(ui_->TxtBusquedaCuentas, [this](Tecla& tecla) { TxtBusquedaCuentas_KeyPress(tecla); });
   alBajarTecla(ui_->GrigCuentas, [this](QKeyEvent& evento) {
     return llevaABusqueda(*ui_->TxtBusquedaCuentas, evento);
@@ -42,7 +42,7 @@ FrmCuentasLista::FrmCuentasLista(Contexto& contexto)
 FrmCuentasLista::~FrmCuentasLista() = default;
 
 void FrmCuentasLista::Form_Load() {
-  DtaCuentas.bind(sesion().rutaEmpresa(), fuentePlan(kListaCuentas, orden_));
+  DtaCuentas_.bind(sesion().rutaEmpresa(), fuentePlan(kListaCuentas, orden_));
   ui_->GrigCuentas->setFocus();
 }
 
@@ -51,10 +51,10 @@ void FrmCuentasLista::TxtBusquedaCuentas_Change() {
   if (texto.isEmpty()) return;
   if (ordenDe(texto) != orden_) {
     orden_ = ordenDe(texto);
-    DtaCuentas.setRecordSource(fuentePlan(kListaCuentas, orden_));
-    DtaCuentas.Refresh();
+    DtaCuentas_.setRecordSource(fuentePlan(kListaCuentas, orden_));
+    DtaCuentas_.Refresh();
   }
-  if (buscaEnPlan(DtaCuentas, kListaCuentas, texto)) ui_->GrigCuentas->subeActual();
+  if (buscaEnPlan(DtaCuentas_, kListaCuentas, texto)) ui_->GrigCuentas->subeActual();
 }
 
 void FrmCuentasLista::TxtBusquedaCuentas_KeyPress(Tecla& tecla) {
@@ -79,8 +79,8 @@ void FrmCuentasLista::CmdCrearPlan_Click() {
 }
 
 void FrmCuentasLista::situaEn(const QString& codigo) {
-  DtaCuentas.Refresh();
-  DtaCuentas.FindFirst("Cuenta = " + entreComillas(codigo));
+  DtaCuentas_.Refresh();
+  DtaCuentas_.FindFirst("Cuenta = " + entreComillas(codigo));
 }
 
 void FrmCuentasLista::CmdBajas_Click() {
@@ -92,5 +92,5 @@ void FrmCuentasLista::CmdBajas_Click() {
         "las subcuentas asociadas",
         "Eliminar");
   else
-    eliminaFila(DtaCuentas);
+    eliminaFila(DtaCuentas_);
 }

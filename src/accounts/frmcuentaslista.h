@@ -33,6 +33,6 @@ class FrmCuentasLista : public Formulario {
   void TxtBusquedaCuentas_KeyPress(Tecla& tecla);
 
   std::unique_ptr<Ui::FrmCuentasLista> ui_;
-  DataControl DtaCuentas;
+  DataControl DtaCuentas_;
   OrdenPlan orden_ = OrdenPlan::Codigo;
 };

@@ -9,9 +9,9 @@
 FrmDatosAuxiliares::FrmDatosAuxiliares(Contexto& contexto)
     : Formulario(contexto),
       ui_(std::make_unique<Ui::FrmDatosAuxiliares>()),
-      DtaSubcuenta(contexto.motor) {
+      DtaSubcuenta_(contexto.motor) {
   ui_->setupUi(this);
-  DtaSubcuenta.setObjectName("DtaSubcuenta");
+  DtaSubcuenta_.setObjectName("DtaSubcuenta");
   campos_ = {ui_->TxtDireccion, ui_->TxtProvincia, ui_->TxtCodigoPostal,
              ui_->TxtPoblacion, ui_->TxtPais,      ui_->TxtNif,
              ui_->TxtTelefono,  ui_->TxtFax,       ui_->TxtGerente};
@@ -28,21 +28,21 @@ void FrmDatosAuxiliares::Form_Load() {
   }
   // A code typed over and not yet accepted has no row: the card is empty.
   ignorando([this] {
-    DtaSubcuenta.bind(sesion().rutaEmpresa(), "Select * from Subcuentas where subcuenta=" +
-                                                  entreComillas(ui_->TxtSubcuenta->text()));
+    DtaSubcuenta_.bind(sesion().rutaEmpresa(), "Select * from Subcuentas where subcuenta=" +
+                                                   entreComillas(ui_->TxtSubcuenta->text()));
     for (int i = 0; i < int(campos_.size()); ++i)
-      campos_[i]->setText(DtaSubcuenta.Fields(kPrimerCampo + i).display());
+      campos_[i]->setText(DtaSubcuenta_.Fields(kPrimerCampo + i).display());
   });
 }
 
 void FrmDatosAuxiliares::CmdAceptar_Click() {
-  if (!ignorando([this] { graba(); })) ignorando([this] { DtaSubcuenta.CancelUpdate(); });
+  if (!ignorando([this] { graba(); })) ignorando([this] { DtaSubcuenta_.CancelUpdate(); });
   descargar();
 }
 
 void FrmDatosAuxiliares::graba() {
-  DtaSubcuenta.Edit();
+  DtaSubcuenta_.Edit();
   for (int i = 0; i < int(campos_.size()); ++i)
-    DtaSubcuenta.Fields(kPrimerCampo + i) = campos_[i]->text();
-  DtaSubcuenta.Update();
+    DtaSubcuenta_.Fields(kPrimerCampo + i) = campos_[i]->text();
+  DtaSubcuenta_.Update();
 }

@@ -27,5 +27,5 @@ class FrmDatosAuxiliares : public Formulario {
   static constexpr int kPrimerCampo = 3;  // ordinal of Direccion; the card's nine stand in a row
   std::unique_ptr<Ui::FrmDatosAuxiliares> ui_;
   std::array<QLineEdit*, 9> campos_;
-  DataControl DtaSubcuenta;
+  DataControl DtaSubcuenta_;
 };

@@ -8,12 +8,12 @@ FrmTabla::FrmTabla(Contexto& contexto, const QString& nombre, const QString& tit
     : Formulario(contexto),
       ui_(std::make_unique<Ui::FrmTabla>()),
       tabla_(tabla),
-      DtaTabla(contexto.motor) {
+      DtaTabla_(contexto.motor) {
   setObjectName(nombre);
   ui_->setupUi(this);
-  DtaTabla.setObjectName("DtaTabla");
+  DtaTabla_.setObjectName("DtaTabla");
   setWindowTitle(titulo);
-  ui_->DBGrid1->enlazar(DtaTabla, std::move(columnas));
+  ui_->DBGrid1->enlazar(DtaTabla_, std::move(columnas));
   ui_->DBGrid1->permitirEdicion(Rejilla::Cambios);
   alPulsar(ui_->CmdSalir, [this] { descargar(); });
 }
@@ -21,5 +21,5 @@ FrmTabla::FrmTabla(Contexto& contexto, const QString& nombre, const QString& tit
 FrmTabla::~FrmTabla() = default;
 
 void FrmTabla::Form_Load() {
-  DtaTabla.bind(sesion().rutaEmpresa(), "Select * from " + tabla_);
+  DtaTabla_.bind(sesion().rutaEmpresa(), "Select * from " + tabla_);
 }

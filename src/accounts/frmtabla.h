@@ -27,5 +27,5 @@ class FrmTabla : public Formulario {
  private:
   std::unique_ptr<Ui::FrmTabla> ui_;
   QString tabla_;
-  DataControl DtaTabla;
+  DataControl DtaTabla_;
 };

@@ -28,23 +28,23 @@ void muestraEn(QLineEdit& campo, const QString& codigo) {
 FrmVisualizaPlan::FrmVisualizaPlan(Contexto& contexto)
     : Formulario(contexto),
       ui_(std::make_unique<Ui::FrmVisualizaPlan>()),
-      DtaSubcuentas(contexto.motor) {
+      DtaSubcuentas_(contexto.motor) {
   ui_->setupUi(this);
-  DtaSubcuentas.setObjectName("DtaSubcuentas");
-  ui_->GrigSubCuentas->enlazar(DtaSubcuentas,
+  DtaSubcuentas_.setObjectName("DtaSubcuentas");
+  ui_->GrigSubCuentas->enlazar(DtaSubcuentas_,
                                {{.campo = "Subcuenta", .titulo = "Subcuenta", .ancho = 12},
                                 {.campo = "Descripcion", .titulo = "Descripción", .ancho = 44},
                                 {.campo = "Nif", .titulo = "NIF", .ancho = 14}});
   ui_->CmdImpresos->setEnabled(contexto.formularios->existe("FrmSubcuentasImpresos"));
 
-  alRecolocar(DtaSubcuentas, [this] { DtaSubcuentas_Reposition(); });
+  alRecolocar(DtaSubcuentas_, [this] { DtaSubcuentas_Reposition(); });
   alElegirOpcion("OptClasifica", [this](int orden) { OptClasifica_Click(orden); });
   alCambiar(ui_->TxtBusquedaCuentas, [this] { TxtBusquedaCuentas_Change(); });
   alBajarTecla(ui_->GrigSubCuentas, [this](QKeyEvent& evento) {
     return llevaABusqueda(*ui_->TxtBusquedaCuentas, evento);
   });
   alBajarTecla(ui_->TxtBusquedaCuentas,
-               [this](QKeyEvent& evento) { return mueveConFlechas(DtaSubcuentas, evento); });
+               [this](QKeyEvent& evento) { return mueveConFlechas(DtaSubcuentas_, evento); });
   alTeclear(ui_->TxtBusquedaCuentas, [this](Tecla& tecla) { TxtBusquedaCuentas_KeyPress(tecla); });
   alPulsarMatriz("CmdMayor", [this](int grupo) { busca(QString::number(grupo)); });
   connect(ui_->GrigSubCuentas, &Rejilla::dobleClic, this, [this] { GrigSubCuentas_DblClick(); });
@@ -62,7 +62,7 @@ FrmVisualizaPlan::FrmVisualizaPlan(Contexto& contexto)
 FrmVisualizaPlan::~FrmVisualizaPlan() = default;
 
 void FrmVisualizaPlan::Form_Load() {
-  DtaSubcuentas.setDatabaseName(sesion().rutaEmpresa());
+  DtaSubcuentas_.setDatabaseName(sesion().rutaEmpresa());
   anotaCampos();
   QString inicio = std::exchange(sesion().ValorElegido, {});
   if (inicio.isEmpty()) inicio = enCampo_.value_or(enLinea_);
@@ -98,7 +98,7 @@ void FrmVisualizaPlan::keyPressEvent(QKeyEvent* evento) {
 }
 
 void FrmVisualizaPlan::situaEn(const QString& codigo) {
-  DtaSubcuentas.Refresh();
+  DtaSubcuentas_.Refresh();
   busca(codigo);
 }
 
@@ -111,8 +111,8 @@ void FrmVisualizaPlan::busca(const QString& texto) {
 }
 
 void FrmVisualizaPlan::OptClasifica_Click(int orden) {
-  DtaSubcuentas.setRecordSource(fuentePlan(kListaSubcuentas, static_cast<OrdenPlan>(orden)));
-  DtaSubcuentas.Refresh();
+  DtaSubcuentas_.setRecordSource(fuentePlan(kListaSubcuentas, static_cast<OrdenPlan>(orden)));
+  DtaSubcuentas_.Refresh();
 }
 
 // The order changes only with the kind of text: reading 50 thousand rows in another order at each
@@ -125,7 +125,7 @@ void FrmVisualizaPlan::TxtBusquedaCuentas_Change() {
     setOpcion("OptClasifica", static_cast<int>(orden));
   ui_->TxtBusquedaCuentas->setMaxLength(orden == OrdenPlan::Codigo ? sesion().DigitosSubcuenta
                                                                    : kLargoNombre);
-  encontrada_ = buscaEnPlan(DtaSubcuentas, kListaSubcuentas, ui_->TxtBusquedaCuentas->text());
+  encontrada_ = buscaEnPlan(DtaSubcuentas_, kListaSubcuentas, ui_->TxtBusquedaCuentas->text());
   if (encontrada_) ui_->GrigSubCuentas->subeActual();
 }
 
@@ -135,11 +135,13 @@ void FrmVisualizaPlan::TxtBusquedaCuentas_KeyPress(Tecla& tecla) {
   descargar();
 }
 
+// Kept: the main window's entry line follows also when the list serves a field of another form, and
+// so do its totals: one sees at once how the subcuenta stands.
 void FrmVisualizaPlan::DtaSubcuentas_Reposition() {
   if (!entrega_) return;
   // Between two orders, and past the ends, the list stands on no row.
   ignorando([this] {
-    const QString codigo = DtaSubcuentas.Fields("Subcuenta").text();
+    const QString codigo = DtaSubcuentas_.Fields("Subcuenta").text();
     if (ctx.principal) muestraEn(ctx.principal->TxtSubcuenta(), codigo);
     entregarConsulta(ctx, destinosDeSubcuenta(), codigo);
   });
@@ -168,7 +170,7 @@ void FrmVisualizaPlan::CmdBajas_Click() {
         "apuntes para eliminarla",
         "Error");
   else if (pregunta("Esta seguro de eliminar la subcuenta " + codigo, "Eliminar"))
-    eliminaFila(DtaSubcuentas);
+    eliminaFila(DtaSubcuentas_);
 }
 
 void FrmVisualizaPlan::CmdImpresos_Click() {

@@ -46,7 +46,7 @@ class FrmVisualizaPlan : public Formulario {
   void anotaCampos();
 
   std::unique_ptr<Ui::FrmVisualizaPlan> ui_;
-  DataControl DtaSubcuentas;
+  DataControl DtaSubcuentas_;
   QString enLinea_;                 // what the entry line held
   std::optional<QString> enCampo_;  // and the field that asked, if any
   bool entrega_ = true;             // the code of each row goes to the fields

@@ -9,27 +9,27 @@
 #include "ui_frmasiento.h"
 
 FrmAsiento::FrmAsiento(Contexto& contexto)
-    : Formulario(contexto), ui(std::make_unique<Ui::FrmAsiento>()), DtaDiario(contexto.motor) {
-  ui->setupUi(this);
+    : Formulario(contexto), ui_(std::make_unique<Ui::FrmAsiento>()), DtaDiario_(contexto.motor) {
+  ui_->setupUi(this);
   using enum Columna::Tipo;
-  ui->GridAsiento->enlazar(DtaDiario, {{"Subcuenta", "Subcuenta", 10},
-                                       {"Fecha", "Fecha", 11, Fecha},
-                                       {"Debe", "Debe", 14, Importe},
-                                       {"Haber", "Haber", 14, Importe},
-                                       {"Descripcion", "Descripción", 34}});
-  teclaDecimal(ui->GridAsiento);
-  alPulsar(ui->CmdVerAsiento, [this] { CmdVerAsiento_Click(); });
-  alPulsar(ui->CmdSalir, [this] { descargar(); });
+  ui_->GridAsiento->enlazar(DtaDiario_, {{"Subcuenta", "Subcuenta", 10},
+                                         {"Fecha", "Fecha", 11, Fecha},
+                                         {"Debe", "Debe", 14, Importe},
+                                         {"Haber", "Haber", 14, Importe},
+                                         {"Descripcion", "Descripción", 34}});
+  teclaDecimal(ui_->GridAsiento);
+  alPulsar(ui_->CmdVerAsiento, [this] { CmdVerAsiento_Click(); });
+  alPulsar(ui_->CmdSalir, [this] { descargar(); });
 }
 
 FrmAsiento::~FrmAsiento() = default;
 
 void FrmAsiento::Form_Activate() {
-  ui->GridAsiento->setMascara(sesion().MascaraImporte);
-  DtaDiario.bind(sesion().rutaEmpresa(),
-                 "Select * from SqlDiarioPrincipalBlanco where NAsiento=" + sesion().ValorElegido);
-  ui->TxtAsiento->setText(sesion().ValorElegido);
-  setWindowTitle(Format(DtaDiario.Fields("Fecha").Value(), "dd/mm/yyyy"));
+  ui_->GridAsiento->setMascara(sesion().MascaraImporte);
+  DtaDiario_.bind(sesion().rutaEmpresa(),
+                  "Select * from SqlDiarioPrincipalBlanco where NAsiento=" + sesion().ValorElegido);
+  ui_->TxtAsiento->setText(sesion().ValorElegido);
+  setWindowTitle(Format(DtaDiario_.Fields("Fecha").Value(), "dd/mm/yyyy"));
 }
 
 // The user lands on the asiento in the main window.

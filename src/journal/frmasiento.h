@@ -21,6 +21,6 @@ class FrmAsiento : public Formulario {
  private:
   void CmdVerAsiento_Click();
 
-  std::unique_ptr<Ui::FrmAsiento> ui;
-  DataControl DtaDiario;
+  std::unique_ptr<Ui::FrmAsiento> ui_;
+  DataControl DtaDiario_;
 };

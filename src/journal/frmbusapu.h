@@ -18,5 +18,5 @@ class FrmBusApu : public FrmBusca {
  private:
   void CmdAceptar_Click();
 
-  std::unique_ptr<Ui::FrmBusApu> ui;
+  std::unique_ptr<Ui::FrmBusApu> ui_;
 };

@@ -18,5 +18,5 @@ class FrmBusAsi : public FrmBusca {
  private:
   void CmdAceptar_Click();
 
-  std::unique_ptr<Ui::FrmBusAsi> ui;
+  std::unique_ptr<Ui::FrmBusAsi> ui_;
 };

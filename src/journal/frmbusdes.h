@@ -18,5 +18,5 @@ class FrmBusDes : public FrmBusca {
  private:
   void CmdAceptar_Click();
 
-  std::unique_ptr<Ui::FrmBusDes> ui;
+  std::unique_ptr<Ui::FrmBusDes> ui_;
 };

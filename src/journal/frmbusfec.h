@@ -21,5 +21,5 @@ class FrmBusFec : public FrmBusca {
   void CmdAceptar_Click();
   void CmdCal_Click();
 
-  std::unique_ptr<Ui::FrmBusFec> ui;
+  std::unique_ptr<Ui::FrmBusFec> ui_;
 };

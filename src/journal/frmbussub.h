@@ -21,5 +21,5 @@ class FrmBusSub : public FrmBusca {
   void TxtSubcuenta_LostFocus();
   void CmdAceptar_Click();
 
-  std::unique_ptr<Ui::FrmBusSub> ui;
+  std::unique_ptr<Ui::FrmBusSub> ui_;
 };

@@ -23,22 +23,22 @@ constexpr Destino kDestinos[] = {
 }  // namespace
 
 FrmCalendario::FrmCalendario(Contexto& contexto)
-    : Formulario(contexto), ui(std::make_unique<Ui::FrmCalendario>()) {
-  ui->setupUi(this);
-  ui->Calendario->setLocale(QLocale(QLocale::Spanish, QLocale::Spain));
-  ui->Calendario->setFirstDayOfWeek(Qt::Monday);
+    : Formulario(contexto), ui_(std::make_unique<Ui::FrmCalendario>()) {
+  ui_->setupUi(this);
+  ui_->Calendario->setLocale(QLocale(QLocale::Spanish, QLocale::Spain));
+  ui_->Calendario->setFirstDayOfWeek(Qt::Monday);
   // The arrows choose a day as a click does.
-  connect(ui->Calendario, &QCalendarWidget::selectionChanged, this,
-          [this] { protege([this] { escribe(ui->Calendario->selectedDate()); }); });
-  connect(ui->Calendario, &QCalendarWidget::clicked, this,
+  connect(ui_->Calendario, &QCalendarWidget::selectionChanged, this,
+          [this] { protege([this] { escribe(ui_->Calendario->selectedDate()); }); });
+  connect(ui_->Calendario, &QCalendarWidget::clicked, this,
           [this](QDate dia) { protege([&] { escribe(dia); }); });
-  connect(ui->Calendario, &QCalendarWidget::activated, this, [this](QDate dia) {
+  connect(ui_->Calendario, &QCalendarWidget::activated, this, [this](QDate dia) {
     protege([&] {
       escribe(dia);
       descargar();
     });
   });
-  alPulsar(ui->CmdSalir, [this] { descargar(); });
+  alPulsar(ui_->CmdSalir, [this] { descargar(); });
 }
 
 FrmCalendario::~FrmCalendario() = default;
@@ -46,8 +46,8 @@ FrmCalendario::~FrmCalendario() = default;
 void FrmCalendario::Form_Load() {
   const QLineEdit* campo = destino();
   const QString texto = campo ? campo->text() : QString();
-  const QSignalBlocker sinElegir(ui->Calendario);
-  ui->Calendario->setSelectedDate(EsFecha(texto) ? Variant(texto).date() : ctx.reloj->hoy());
+  const QSignalBlocker sinElegir(ui_->Calendario);
+  ui_->Calendario->setSelectedDate(EsFecha(texto) ? Variant(texto).date() : ctx.reloj->hoy());
 }
 
 QLineEdit* FrmCalendario::destino() const {

@@ -24,5 +24,5 @@ class FrmCalendario : public Formulario {
   QLineEdit* destino() const;
   void escribe(QDate dia);
 
-  std::unique_ptr<Ui::FrmCalendario> ui;
+  std::unique_ptr<Ui::FrmCalendario> ui_;
 };

@@ -20,5 +20,5 @@ class FrmDiarioImprimir : public FrmListado {
  private:
   Listado listado() const;
 
-  std::unique_ptr<Ui::FrmDiarioImprimir> ui;
+  std::unique_ptr<Ui::FrmDiarioImprimir> ui_;
 };

@@ -9,21 +9,21 @@
 
 FrmExtractoEntraCtas::FrmExtractoEntraCtas(Contexto& contexto)
     : FrmListado(contexto),
-      ui(std::make_unique<Ui::FrmExtractoEntraCtas>()),
-      DtaSubcuentas(contexto.motor) {
-  ui->setupUi(this);
-  fecha(ui->TxtDesde);
-  fecha(ui->TxtHasta);
-  for (QLineEdit* campo : {ui->TxtSubcuentaDesde, ui->TxtSubcuentaHasta})
+      ui_(std::make_unique<Ui::FrmExtractoEntraCtas>()),
+      DtaSubcuentas_(contexto.motor) {
+  ui_->setupUi(this);
+  fecha(ui_->TxtDesde);
+  fecha(ui_->TxtHasta);
+  for (QLineEdit* campo : {ui_->TxtSubcuentaDesde, ui_->TxtSubcuentaHasta})
     alSalir(campo, [this, campo] { expande(campo); });
-  alPulsar(ui->CmdAceptar, [this] { CmdAceptar_Click(); });
-  alPulsar(ui->CmdCancelar, [this] { descargar(); });
+  alPulsar(ui_->CmdAceptar, [this] { CmdAceptar_Click(); });
+  alPulsar(ui_->CmdCancelar, [this] { descargar(); });
 }
 
 FrmExtractoEntraCtas::~FrmExtractoEntraCtas() = default;
 
 void FrmExtractoEntraCtas::Form_Activate() {
-  ponAnoEntero(ui->TxtDesde, ui->TxtHasta);
+  ponAnoEntero(ui_->TxtDesde, ui_->TxtHasta);
 }
 
 void FrmExtractoEntraCtas::expande(QLineEdit* campo) {
@@ -38,17 +38,16 @@ void FrmExtractoEntraCtas::CmdAceptar_Click() {
 
 // The balances run over the whole year, whatever the limits of the book.
 void FrmExtractoEntraCtas::calculaSaldos() {
-  DtaSubcuentas.bind(
-      sesion().rutaEmpresa(),
-      "Select * from Subcuentas where Subcuenta >=" + entreComillas(ui->TxtSubcuentaDesde->text()) +
-          " and subcuenta <=" + entreComillas(ui->TxtSubcuentaHasta->text()) +
-          " order by Subcuenta");
-  DtaSubcuentas.MoveLast();
+  DtaSubcuentas_.bind(sesion().rutaEmpresa(),
+                      "Select * from Subcuentas where Subcuenta >=" +
+                          entreComillas(ui_->TxtSubcuentaDesde->text()) + " and subcuenta <=" +
+                          entreComillas(ui_->TxtSubcuentaHasta->text()) + " order by Subcuenta");
+  DtaSubcuentas_.MoveLast();
   const auto empresa = ctx.motor.Workspaces(0).OpenDatabase(sesion().rutaEmpresa());
-  Progreso progreso(ctx, *ui->Bar, DtaSubcuentas.Recordset().RecordCount());
-  for (DtaSubcuentas.MoveFirst(); !DtaSubcuentas.Eof(); DtaSubcuentas.MoveNext()) {
-    progreso.avanza(DtaSubcuentas.Recordset().AbsolutePosition());
-    escribeSaldos(*empresa, DtaSubcuentas.Fields("Subcuenta").text(), {});
+  Progreso progreso(ctx, *ui_->Bar, DtaSubcuentas_.Recordset().RecordCount());
+  for (DtaSubcuentas_.MoveFirst(); !DtaSubcuentas_.Eof(); DtaSubcuentas_.MoveNext()) {
+    progreso.avanza(DtaSubcuentas_.Recordset().AbsolutePosition());
+    escribeSaldos(*empresa, DtaSubcuentas_.Fields("Subcuenta").text(), {});
   }
   progreso.oculta();
 }
@@ -58,9 +57,9 @@ Listado FrmExtractoEntraCtas::listado() const {
       .titulo = "Listado de libro Mayor",
       .plantilla = "Impresos\\May1.rpt",
       .seleccion =
-          seleccionCodigos("SqlDiarioPrincipal.Subcuenta", ui->TxtSubcuentaDesde->text(),
-                           ui->TxtSubcuentaHasta->text()) +
+          seleccionCodigos("SqlDiarioPrincipal.Subcuenta", ui_->TxtSubcuentaDesde->text(),
+                           ui_->TxtSubcuentaHasta->text()) +
           " and " +
-          seleccionFechas("SqlDiarioPrincipal.Fecha", ui->TxtDesde->text(), ui->TxtHasta->text()),
-      .limites = textoLimites(ui->TxtDesde->text(), ui->TxtHasta->text())};
+          seleccionFechas("SqlDiarioPrincipal.Fecha", ui_->TxtDesde->text(), ui_->TxtHasta->text()),
+      .limites = textoLimites(ui_->TxtDesde->text(), ui_->TxtHasta->text())};
 }

@@ -24,6 +24,6 @@ class FrmExtractoEntraCtas : public FrmListado {
   void calculaSaldos();
   Listado listado() const;
 
-  std::unique_ptr<Ui::FrmExtractoEntraCtas> ui;
-  DataControl DtaSubcuentas;
+  std::unique_ptr<Ui::FrmExtractoEntraCtas> ui_;
+  DataControl DtaSubcuentas_;
 };

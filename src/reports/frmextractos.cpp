@@ -4,21 +4,21 @@
 #include "ui_frmextractos.h"
 
 FrmExtractos::FrmExtractos(Contexto& contexto)
-    : FrmListado(contexto), ui(std::make_unique<Ui::FrmExtractos>()) {
-  ui->setupUi(this);
-  fecha(ui->TxtDesde);
-  fecha(ui->TxtHasta);
-  alPulsar(ui->CmdSeleccion, [this] { CmdSeleccion_Click(); });
-  alPulsar(ui->CmdAceptar, [this] { lanza([this] { return listado(); }); });
-  alPulsar(ui->CmdCancelar, [this] { descargar(); });
+    : FrmListado(contexto), ui_(std::make_unique<Ui::FrmExtractos>()) {
+  ui_->setupUi(this);
+  fecha(ui_->TxtDesde);
+  fecha(ui_->TxtHasta);
+  alPulsar(ui_->CmdSeleccion, [this] { CmdSeleccion_Click(); });
+  alPulsar(ui_->CmdAceptar, [this] { lanza([this] { return listado(); }); });
+  alPulsar(ui_->CmdCancelar, [this] { descargar(); });
 }
 
 FrmExtractos::~FrmExtractos() = default;
 
 void FrmExtractos::Form_Activate() {
-  ui->TxtSubcuenta->setText(sesion().ValorElegido);
-  ponAnoEntero(ui->TxtDesde, ui->TxtHasta);
-  ui->TxtDesde->setFocus();
+  ui_->TxtSubcuenta->setText(sesion().ValorElegido);
+  ponAnoEntero(ui_->TxtDesde, ui_->TxtHasta);
+  ui_->TxtDesde->setFocus();
 }
 
 void FrmExtractos::CmdSeleccion_Click() {
@@ -29,8 +29,8 @@ void FrmExtractos::CmdSeleccion_Click() {
 Listado FrmExtractos::listado() const {
   return {.titulo = "Listado de libro Mayor",
           .plantilla = "Impresos\\May1.rpt",
-          .seleccion = "{SqlDiarioPrincipal.Subcuenta}='" + ui->TxtSubcuenta->text() + "' and " +
-                       seleccionFechas("SqlDiarioPrincipal.Fecha", ui->TxtDesde->text(),
-                                       ui->TxtHasta->text()),
-          .limites = textoLimites(ui->TxtDesde->text(), ui->TxtHasta->text())};
+          .seleccion = "{SqlDiarioPrincipal.Subcuenta}='" + ui_->TxtSubcuenta->text() + "' and " +
+                       seleccionFechas("SqlDiarioPrincipal.Fecha", ui_->TxtDesde->text(),
+                                       ui_->TxtHasta->text()),
+          .limites = textoLimites(ui_->TxtDesde->text(), ui_->TxtHasta->text())};
 }

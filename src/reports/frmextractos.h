@@ -21,5 +21,5 @@ class FrmExtractos : public FrmListado {
   void CmdSeleccion_Click();
   Listado listado() const;
 
-  std::unique_ptr<Ui::FrmExtractos> ui;
+  std::unique_ptr<Ui::FrmExtractos> ui_;
 };

@@ -12,16 +12,16 @@
 
 FrmExtractosPantalla::FrmExtractosPantalla(Contexto& contexto)
     : Formulario(contexto),
-      ui(std::make_unique<Ui::FrmExtractosPantalla>()),
-      DtaExtracto(contexto.motor) {
-  ui->setupUi(this);
-  ui->ImpresionEntreCuentas->setIcon(icono("consulta"));
-  ui->LocalizarFecha->setIcon(icono("buscar-fecha"));
-  ui->CmdImpresos->setIcon(icono("imprimir"));
-  ui->CmdSalir->setIcon(icono("salir"));
+      ui_(std::make_unique<Ui::FrmExtractosPantalla>()),
+      DtaExtracto_(contexto.motor) {
+  ui_->setupUi(this);
+  ui_->ImpresionEntreCuentas->setIcon(icono("consulta"));
+  ui_->LocalizarFecha->setIcon(icono("buscar-fecha"));
+  ui_->CmdImpresos->setIcon(icono("imprimir"));
+  ui_->CmdSalir->setIcon(icono("salir"));
   creaMenu();
-  ui->GridExtracto->enlazar(
-      DtaExtracto,
+  ui_->GridExtracto->enlazar(
+      DtaExtracto_,
       {{.campo = "Punteo", .titulo = "Punteo", .ancho = 6},
        {.campo = "NAsiento", .titulo = "Asiento", .ancho = 9},
        {.campo = "Fecha", .titulo = "Fecha", .ancho = 11, .tipo = Columna::Tipo::Fecha},
@@ -29,13 +29,13 @@ FrmExtractosPantalla::FrmExtractosPantalla(Contexto& contexto)
        {.campo = "Debe", .titulo = "Debe", .ancho = 14, .tipo = Columna::Tipo::Importe},
        {.campo = "Haber", .titulo = "Haber", .ancho = 14, .tipo = Columna::Tipo::Importe},
        {.campo = "Saldo", .titulo = "Saldo", .ancho = 14, .tipo = Columna::Tipo::Importe}});
-  connect(ui->GridExtracto, &Rejilla::espacio, this, [this] { protege([this] { puntea(); }); });
-  connect(ui->GridExtracto, &Rejilla::dobleClic, this,
+  connect(ui_->GridExtracto, &Rejilla::espacio, this, [this] { protege([this] { puntea(); }); });
+  connect(ui_->GridExtracto, &Rejilla::dobleClic, this,
           [this] { protege([this] { GridExtracto_DblClick(); }); });
-  alPulsar(ui->ImpresionEntreCuentas, [this] { MnuVisualizarApunte_Click(); });
-  alPulsar(ui->LocalizarFecha, [this] { MnuBuscarDesde_Click(); });
-  alPulsar(ui->CmdImpresos, [this] { MnuImprimir_Click(); });
-  alPulsar(ui->CmdSalir, [this] { descargar(); });
+  alPulsar(ui_->ImpresionEntreCuentas, [this] { MnuVisualizarApunte_Click(); });
+  alPulsar(ui_->LocalizarFecha, [this] { MnuBuscarDesde_Click(); });
+  alPulsar(ui_->CmdImpresos, [this] { MnuImprimir_Click(); });
+  alPulsar(ui_->CmdSalir, [this] { descargar(); });
 }
 
 FrmExtractosPantalla::~FrmExtractosPantalla() = default;
@@ -62,7 +62,7 @@ void FrmExtractosPantalla::creaMenu() {
 
 void FrmExtractosPantalla::Form_Load() {
   resize(fontMetrics().horizontalAdvance('0') * 124, fontMetrics().height() * 36);
-  ui->GridExtracto->setMascara(sesion().MascaraImporte);
+  ui_->GridExtracto->setMascara(sesion().MascaraImporte);
 }
 
 void FrmExtractosPantalla::Form_Activate() {
@@ -70,33 +70,33 @@ void FrmExtractosPantalla::Form_Activate() {
   setWindowTitle("Extracto de la subcuenta " + ctx.principal->TxtNombreCuenta().text() + " - " +
                  Subcuenta);
   // Bound before: the lines are to be seen even when another station doesn't let them be written.
-  DtaExtracto.bind(sesion().rutaEmpresa(), sentenciaExtracto(Subcuenta));
+  DtaExtracto_.bind(sesion().rutaEmpresa(), sentenciaExtracto(Subcuenta));
   const auto empresa = ctx.motor.Workspaces(0).OpenDatabase(sesion().rutaEmpresa());
   escribeSaldos(*empresa, Subcuenta, sesion().MascaraImporte);
-  DtaExtracto.Refresh();
-  if (!DtaExtracto.Eof()) DtaExtracto.MoveLast();
-  ui->GridExtracto->setFocus();
+  DtaExtracto_.Refresh();
+  if (!DtaExtracto_.Eof()) DtaExtracto_.MoveLast();
+  ui_->GridExtracto->setFocus();
 }
 
 // A line that bears a mark loses it, whatever the mark in force.
 void FrmExtractosPantalla::puntea() {
-  if (DtaExtracto.Eof()) return;
-  const bool vacia = DtaExtracto.Fields("Punteo").display().isEmpty();
-  DtaExtracto.Edit();
-  DtaExtracto.Fields("Punteo") = vacia ? sesion().MarcaPunteo : QString("");
-  DtaExtracto.Update();
+  if (DtaExtracto_.Eof()) return;
+  const bool vacia = DtaExtracto_.Fields("Punteo").display().isEmpty();
+  DtaExtracto_.Edit();
+  DtaExtracto_.Fields("Punteo") = vacia ? sesion().MarcaPunteo : QString("");
+  DtaExtracto_.Update();
 }
 
 void FrmExtractosPantalla::GridExtracto_DblClick() {
   if (ctx.principal->punteoVisible()) return puntea();
-  const QString asiento = ui->GridExtracto->valor("NAsiento");
+  const QString asiento = ui_->GridExtracto->valor("NAsiento");
   if (asiento.isEmpty())
     return mensaje("Debe seleccionar un apunte de la lista de apuntes", "Error");
   mostrar("FrmAsiento", 0, asiento);
 }
 
 void FrmExtractosPantalla::MnuVisualizarApunte_Click() {
-  if (!ui->GridExtracto->valor("Punteo").isEmpty()) GridExtracto_DblClick();
+  if (!ui_->GridExtracto->valor("Punteo").isEmpty()) GridExtracto_DblClick();
 }
 
 void FrmExtractosPantalla::MnuBuscarDesde_Click() {
@@ -105,7 +105,7 @@ void FrmExtractosPantalla::MnuBuscarDesde_Click() {
                                             "Localizador de fecha", Format(hoy, "dd/mm/yyyy"));
   // Here a wrong answer isn't today: the line in sight stays.
   const auto fecha = FechaTecleada(respuesta.value_or(QString()), sesion().AnoActual, hoy);
-  if (fecha) DtaExtracto.FindFirst("Fecha >=#" + Format(*fecha, "m-d-yy") + "#");
+  if (fecha) DtaExtracto_.FindFirst("Fecha >=#" + Format(*fecha, "m-d-yy") + "#");
 }
 
 // The subcuenta is the one that the window's title ends in.

@@ -27,7 +27,7 @@ class FrmExtractosPantalla : public Formulario {
   void MnuImprimir_Click();
   void MnuVisualizarApunte_Click();
 
-  std::unique_ptr<Ui::FrmExtractosPantalla> ui;
-  DataControl DtaExtracto;
+  std::unique_ptr<Ui::FrmExtractosPantalla> ui_;
+  DataControl DtaExtracto_;
   QString Subcuenta;
 };

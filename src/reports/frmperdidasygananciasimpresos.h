@@ -20,5 +20,5 @@ class FrmPerdidasYGananciasImpresos : public FrmListado {
  private:
   Listado listado() const;
 
-  std::unique_ptr<Ui::FrmPerdidasYGananciasImpresos> ui;
+  std::unique_ptr<Ui::FrmPerdidasYGananciasImpresos> ui_;
 };

@@ -7,35 +7,35 @@
 
 FrmSubcuentasImpresos::FrmSubcuentasImpresos(Contexto& contexto)
     : FrmListado(contexto),
-      ui(std::make_unique<Ui::FrmSubcuentasImpresos>()),
-      DtaSubcuentas(contexto.motor) {
-  ui->setupUi(this);
-  sinIntro(ui->TxtSubcuentasDesde);
-  alTeclear(ui->TxtSubcuentasDesde, [this](Tecla& t) { TxtSubcuentasDesde_KeyPress(t); });
-  alSalir(ui->TxtSubcuentasHasta, [this] { busca(ui->TxtSubcuentasHasta, ui->LblHasta, 31); });
-  alPulsar(ui->CmdAceptar, [this] { lanza([this] { return listado(); }); });
-  alPulsar(ui->CmdCancelar, [this] { descargar(); });
+      ui_(std::make_unique<Ui::FrmSubcuentasImpresos>()),
+      DtaSubcuentas_(contexto.motor) {
+  ui_->setupUi(this);
+  sinIntro(ui_->TxtSubcuentasDesde);
+  alTeclear(ui_->TxtSubcuentasDesde, [this](Tecla& t) { TxtSubcuentasDesde_KeyPress(t); });
+  alSalir(ui_->TxtSubcuentasHasta, [this] { busca(ui_->TxtSubcuentasHasta, ui_->LblHasta, 31); });
+  alPulsar(ui_->CmdAceptar, [this] { lanza([this] { return listado(); }); });
+  alPulsar(ui_->CmdCancelar, [this] { descargar(); });
 }
 
 FrmSubcuentasImpresos::~FrmSubcuentasImpresos() = default;
 
 void FrmSubcuentasImpresos::Form_Load() {
-  for (QLineEdit* campo : {ui->TxtSubcuentasDesde, ui->TxtSubcuentasHasta})
+  for (QLineEdit* campo : {ui_->TxtSubcuentasDesde, ui_->TxtSubcuentasHasta})
     campo->setMaxLength(sesion().DigitosSubcuenta);
 }
 
 void FrmSubcuentasImpresos::TxtSubcuentasDesde_KeyPress(Tecla& tecla) {
   if (!tecla.esIntro()) return;
   tecla.tragar();
-  if (busca(ui->TxtSubcuentasDesde, ui->LblDesde, 30)) enfocar(ui->TxtSubcuentasHasta);
+  if (busca(ui_->TxtSubcuentasDesde, ui_->LblDesde, 30)) enfocar(ui_->TxtSubcuentasHasta);
 }
 
 bool FrmSubcuentasImpresos::busca(QLineEdit* campo, QLabel* nombre, int codigoAccion) {
   try {
     campo->setText(ExpandeCodigo(campo->text(), sesion().DigitosSubcuenta));
-    DtaSubcuentas.bind(sesion().rutaEmpresa(), "Select * from Subcuentas where subcuenta =" +
-                                                   nombreEntreComillas(campo->text()));
-    nombre->setText(DtaSubcuentas.Fields("Descripcion").display());
+    DtaSubcuentas_.bind(sesion().rutaEmpresa(), "Select * from Subcuentas where subcuenta =" +
+                                                    nombreEntreComillas(campo->text()));
+    nombre->setText(DtaSubcuentas_.Fields("Descripcion").display());
     return true;
   } catch (const ErrorEjecucion& e) {
     if (e.numero() != err::kSinRegistroActivo && e.numero() != err::kLlamadaNoValida) throw;
@@ -58,6 +58,6 @@ Listado FrmSubcuentasImpresos::listado() const {
   return {.titulo = "Listado de Subcuentas",
           .plantilla = plantilla,
           .seleccion =
-              seleccionCodigos("SqlSubcuentas con saldo.Subcuenta", ui->TxtSubcuentasDesde->text(),
-                               ui->TxtSubcuentasHasta->text())};
+              seleccionCodigos("SqlSubcuentas con saldo.Subcuenta", ui_->TxtSubcuentasDesde->text(),
+                               ui_->TxtSubcuentasHasta->text())};
 }

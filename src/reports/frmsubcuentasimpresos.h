@@ -26,6 +26,6 @@ class FrmSubcuentasImpresos : public FrmListado {
   bool busca(QLineEdit* campo, QLabel* nombre, int codigoAccion);
   Listado listado() const;
 
-  std::unique_ptr<Ui::FrmSubcuentasImpresos> ui;
-  DataControl DtaSubcuentas;
+  std::unique_ptr<Ui::FrmSubcuentasImpresos> ui_;
+  DataControl DtaSubcuentas_;
 };

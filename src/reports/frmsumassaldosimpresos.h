@@ -21,6 +21,6 @@ class FrmSumasSaldosImpresos : public FrmListado {
   void OptNivel_Click(int nivel);
   Listado listado();
 
-  std::unique_ptr<Ui::FrmSumasSaldosImpresos> ui;
+  std::unique_ptr<Ui::FrmSumasSaldosImpresos> ui_;
   int Nivel = 2;
 };
