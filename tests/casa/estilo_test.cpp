@@ -2,6 +2,7 @@
 // a file may be, and what must not be written.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <QDirIterator>
 #include <QFile>
 #include <QRegularExpression>
@@ -100,6 +101,100 @@ TEST(Estilo, LosFicherosNoCrecenSinFin) {
     const bool formulario = f.ruta.startsWith(QLatin1String("src/")) &&
                             f.ruta.section('/', -1).startsWith(QLatin1String("frm"));
     EXPECT_LE(f.lineas.size() - 1, formulario ? 400 : 600) << f.ruta.toStdString();
+  }
+}
+
+// A function with a body, as the formatter leaves it: it begins and ends at the left margin.
+struct Funcion {
+  QString firma;  // to its opening brace, on one line
+  qsizetype lineas;
+};
+
+QList<Funcion> funciones(const QStringList& lineas) {
+  static const QRegularExpression empieza(
+      R"re(^(?!namespace|struct|class|enum|using|template|[}#/\s]).*[(])re");
+  static const QRegularExpression acaba(R"re([;{]\s*$)re");
+  QList<Funcion> lista;
+  for (qsizetype i = 0; i < lineas.size(); ++i) {
+    if (!empieza.match(lineas[i]).hasMatch()) continue;
+    qsizetype fin = i;
+    while (fin + 1 < lineas.size() && !lineas[fin].isEmpty() &&
+           !acaba.match(lineas[fin]).hasMatch())
+      ++fin;
+    if (!lineas[fin].endsWith('{')) continue;
+    const QString firma = lineas.mid(i, fin - i + 1).join(' ').simplified();
+    const qsizetype primera = i;
+    while (i + 1 < lineas.size() && !lineas[i].startsWith('}')) ++i;
+    lista.append({firma, i - primera + 1});
+  }
+  return lista;
+}
+
+// How many parameters a signature takes: commas of its own parentheses, none of what is inside.
+int parametros(const QString& firma) {
+  int hondo = 0, comas = 0;
+  const QString desde = firma.mid(firma.indexOf('(') + 1);
+  if (desde.startsWith(')')) return 0;
+  for (const QChar c : desde) {
+    if (c == ')' && hondo == 0) break;
+    if (QStringLiteral("(<{[").contains(c)) ++hondo;
+    if (QStringLiteral(")>}]").contains(c)) --hondo;
+    if (c == ',' && hondo == 0) ++comas;
+  }
+  return comas + 1;
+}
+
+// What takes more than five still. The list may only shrink.
+const QStringList kMuchosParametros = {
+    "bool duplicaAsiento(",
+    "void CrearBase(",
+    "void bucle(",
+};
+
+TEST(Estilo, LasFuncionesCabenEnUnaPantalla) {
+  static const QRegularExpression constructor(R"re(^(Frm\w+)::\1[(])re");
+  int vistas = 0;
+  for (const Fichero& f : ficheros({"src", "tests", "bench", "fuzz"}, {"*.cpp"})) {
+    for (const Funcion& funcion : funciones(f.lineas)) {
+      ++vistas;
+      const bool deForma = constructor.match(funcion.firma).hasMatch();
+      const std::string donde = (f.ruta + ": " + funcion.firma.left(80)).toStdString();
+      EXPECT_LE(funcion.lineas, deForma ? 40 : 70) << donde;
+      const bool conocida = std::ranges::any_of(
+          kMuchosParametros, [&](const QString& f) { return funcion.firma.startsWith(f); });
+      EXPECT_TRUE(conocida || parametros(funcion.firma) <= 5) << donde;
+    }
+  }
+  EXPECT_GT(vistas, 1500);  // else they are no longer recognised
+}
+
+// Forms whose members have still to take their "_". The list may only shrink.
+const QStringList kMiembrosSueltos = {
+    "accounts/frmsubcuentas.h",
+    "iva/frmivaintercomunitario.h",
+    "iva/frmivasr.h",
+    "journal/frmbusimp.h",
+    "journal/frmcambiadatos.h",
+    "journal/frmcompruebafechasasientos.h",
+    "journal/frmcuadrarasientos.h",
+    "journal/frmduplicarasiento.h",
+    "journal/frmeliminaasiento.h",
+    "journal/frmmenu.h",
+    "journal/frmpartida.h",
+    "journal/frmrenumera.h",
+    "reports/frmacumulados.h",
+    "reports/frmbalanceimpresos.h",
+};
+
+// Members end in "_": the screen of a form and the Data controls that it holds.
+TEST(Estilo, LosMiembrosAcabanEnSubrayado) {
+  static const QRegularExpression suelto(
+      R"re(^\s*(std::unique_ptr<Ui::\w+> \w*[^_\W]|DataControl \w*[^_\W]);)re");
+  for (const Fichero& f : ficheros({"src"}, {"*.h"})) {
+    if (kMiembrosSueltos.contains(f.ruta.mid(4))) continue;
+    for (const QString& linea : f.lineas)
+      EXPECT_FALSE(suelto.match(linea).hasMatch())
+          << f.ruta.toStdString() << ": " << linea.toStdString();
   }
 }
 
