@@ -29,6 +29,13 @@ std::shared_ptr<reports::Documento> abre(Libros& l, DBEngine& motor, const QStri
   return abierto;
 }
 
+std::shared_ptr<reports::Documento> abreMayor(Libros& l, DBEngine& motor) {
+  return abre(l, motor, "May1.rpt",
+              "{SqlDiarioPrincipal.Subcuenta}>='00000000' and "
+              "{SqlDiarioPrincipal.Subcuenta}<='99999999' and {SqlDiarioPrincipal.Fecha} >= "
+              "date(2024,1,1) and {SqlDiarioPrincipal.Fecha} <= date(2024,12,31)");
+}
+
 std::shared_ptr<reports::Documento> abreDiario(Libros& l, DBEngine& motor) {
   return abre(l, motor, "Diario.rpt",
               "{SqlDiarioPrincipal.Fecha} >= date(2024,1,1) and {SqlDiarioPrincipal.Fecha} <= "
@@ -46,21 +53,34 @@ double residente() {
   return 0;
 }
 
-void primera_librano(benchmark::State& estado) {
+using Abre = std::shared_ptr<reports::Documento> (*)(Libros&, DBEngine&);
+
+void primera_librano(benchmark::State& estado, Abre abre) {
   Libros& l = libros(estado);
   for (auto _ : estado) {
     DBEngine motor;
-    benchmark::DoNotOptimize(abreDiario(l, motor)->pagina(1));
+    benchmark::DoNotOptimize(abre(l, motor)->pagina(1));
   }
 }
 
-void ultima_librano(benchmark::State& estado) {
+void ultima_librano(benchmark::State& estado, Abre abre) {
   Libros& l = libros(estado);
   for (auto _ : estado) {
     DBEngine motor;
-    const auto documento = abreDiario(l, motor);
+    const auto documento = abre(l, motor);
     documento->cuenta();
     benchmark::DoNotOptimize(documento->pagina(documento->paginas()));
+  }
+}
+
+// A text that no page has.
+void busqueda_librano(benchmark::State& estado) {
+  Libros& l = libros(estado);
+  for (auto _ : estado) {
+    DBEngine motor;
+    reports::TareaBusqueda tarea(abreDiario(l, motor), "no está", {});
+    while (tarea.paso()) continue;
+    if (tarea.hallado()) estado.SkipWithError("se ha hallado");
   }
 }
 
@@ -104,15 +124,44 @@ constexpr const char* kTodas =
     "SELECT NAsiento, Fecha, Subcuenta, Descripcion, DH, Importe FROM Diario ORDER BY NAsiento, "
     "rowid";
 
-BENCHMARK(primera_librano)->Name("diario, primera página/librano")->Apply(tamanos);
+constexpr const char* kMayor =
+    "SELECT Subcuenta, Fecha, NAsiento, Descripcion, DH, Importe, Saldo FROM Diario ORDER BY "
+    "Subcuenta, Fecha, NAsiento, NLinea";
+constexpr const char* kPrimeraMayor =
+    "SELECT Subcuenta, Fecha, NAsiento, Descripcion, DH, Importe, Saldo FROM Diario ORDER BY "
+    "Subcuenta, Fecha, NAsiento, NLinea LIMIT 60";
+
+BENCHMARK_CAPTURE(primera_librano, diario, abreDiario)
+    ->Name("diario, primera página/librano")
+    ->Apply(tamanos);
 BENCHMARK_CAPTURE(
     directo, primera,
     "SELECT NAsiento, Fecha, Subcuenta, Descripcion, DH, Importe FROM Diario ORDER BY "
     "NAsiento, rowid LIMIT 60")
     ->Name("diario, primera página/directo")
     ->Apply(tamanos);
-BENCHMARK(ultima_librano)->Name("diario, última página/librano")->Apply(tamanos);
+BENCHMARK_CAPTURE(ultima_librano, diario, abreDiario)
+    ->Name("diario, última página/librano")
+    ->Apply(tamanos);
 BENCHMARK_CAPTURE(directo, ultima, kTodas)->Name("diario, última página/directo")->Apply(tamanos);
+BENCHMARK(busqueda_librano)->Name("diario, búsqueda/librano")->Apply(tamanos);
+BENCHMARK_CAPTURE(directo, busqueda,
+                  "SELECT COUNT(*) FROM (SELECT Descripcion FROM Diario ORDER BY NAsiento, rowid) "
+                  "WHERE Descripcion LIKE '%no está%'")
+    ->Name("diario, búsqueda/directo")
+    ->Apply(tamanos);
+BENCHMARK_CAPTURE(primera_librano, mayor, abreMayor)
+    ->Name("mayor, primera página/librano")
+    ->Apply(tamanos);
+BENCHMARK_CAPTURE(directo, primeraMayor, kPrimeraMayor)
+    ->Name("mayor, primera página/directo")
+    ->Apply(tamanos);
+BENCHMARK_CAPTURE(ultima_librano, mayor, abreMayor)
+    ->Name("mayor, última página/librano")
+    ->Apply(tamanos);
+BENCHMARK_CAPTURE(directo, ultimaMayor, kMayor)
+    ->Name("mayor, última página/directo")
+    ->Apply(tamanos);
 BENCHMARK(pdf_librano)->Name("diario en PDF/librano")->Apply(tamanos)->Iterations(1);
 BENCHMARK_CAPTURE(directo, pdf, kTodas)->Name("diario en PDF/directo")->Apply(tamanos);
 BENCHMARK(sumas_librano)->Name("sumas y saldos/librano")->Apply(tamanos);

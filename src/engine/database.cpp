@@ -55,6 +55,17 @@ Index spelled(const TableDef& table, Index index) {
 Database::Database(std::shared_ptr<Connection> connection) : connection_(std::move(connection)) {}
 Database::~Database() = default;
 
+Stamp Database::state() const {
+  return guarded(*connection_, [&] {
+    const auto now = connection_->hold();  // which looks at once, not within a while
+    return connection_->stamp({});
+  });
+}
+
+std::unique_ptr<Hold> Database::hold() const {
+  return guarded(*connection_, [&] { return connection_->hold(); });
+}
+
 QString Database::path() const {
   return connection_->path();
 }

@@ -19,6 +19,8 @@
 class Connection;
 class Database;
 class DBEngine;
+class Hold;
+struct Stamp;
 
 class Database {
  public:
@@ -49,6 +51,11 @@ class Database {
 
   // A table, query or statement. 3061 unknown field, 3075 syntax, 3078 unknown source.
   std::unique_ptr<Recordset> OpenRecordset(const QString& source, Opening opening = Opening::Whole);
+
+  // The state of the file's rows as it is now, whoever changed them; and one kept for some reads
+  // that follow each other at once. 3260 while another station locks the file.
+  Stamp state() const;
+  std::unique_ptr<Hold> hold() const;
 
   QString path() const;  // as given
   std::shared_ptr<Connection> connection() const { return connection_; }

@@ -65,12 +65,6 @@ void FrmMenu::conectaVentana() {
   }
 }
 
-// The wheel over the company must not open another one.
-bool FrmMenu::eventFilter(QObject* objeto, QEvent* evento) {
-  if (objeto == ui->TxtEmpresa && evento->type() == QEvent::Wheel) return true;
-  return Formulario::eventFilter(objeto, evento);
-}
-
 // The form that takes its place may need the company's file free.
 void FrmMenu::done(int resultado) {
   guardaGeometria();
@@ -127,19 +121,25 @@ void FrmMenu::Form_Load() {
   ui->TxtEmpresa->enlazar(DtaEmpresa_, QStringLiteral("NombreEmpresa"));
   const QString empresa = sesion().EmpresaActual;
   if (!empresa.isEmpty()) {
-    // The concepts on offer are those of the company that was open when the window came up, also
-    // after another one is picked: a bookkeeper who keeps several sets of books for one client
-    // works with one list of concepts.
-    ignorando([&] {
-      DtaConceptos_.bind(sesion().rutaEmpresa(), QStringLiteral("Select * from Conceptos"));
-    });
-    ui->TxtConcepto->enlazar(DtaConceptos_, QStringLiteral("Descripcion"));
+    ofreceConceptos();
     if (!ui->TxtEmpresa->ponerTexto(empresa)) protege([&] { abreEmpresa(empresa); });
   }
   totales_.ponerCero(sesion().MascaraImporte);
   EmpresaCerrada();
   ATotal();
   recienCargada_ = true;
+}
+
+// The concepts on offer are those of the first company that the window opens, also after another
+// one is picked: a bookkeeper who keeps several sets of books for one client works with one list of
+// concepts.
+void FrmMenu::ofreceConceptos() {
+  if (DtaConceptos_.isOpen()) return;
+  ignorando([&] {
+    DtaConceptos_.bind(sesion().rutaEmpresa(), QStringLiteral("Select * from Conceptos"));
+  });
+  ui->TxtConcepto->enlazar(DtaConceptos_, QStringLiteral("Descripcion"),
+                           QStringLiteral("NConcepto"));
 }
 
 void FrmMenu::Form_Activate() {
@@ -193,6 +193,7 @@ void FrmMenu::TxtEmpresa_Click() {
 
 void FrmMenu::abreEmpresa(const QString& nombre) {
   const QString fuente = QStringLiteral("Select * from Empresa");
+  const bool otraEmpresa = nombre != sesion().EmpresaActual;
   try {
     DtaEmpresaActual_.bind(sesion().rutaEmpresa(nombre), fuente);
   } catch (const ErrorEjecucion&) {
@@ -207,6 +208,12 @@ void FrmMenu::abreEmpresa(const QString& nombre) {
   if (!otra.isEmpty()) anotaCambioDeNombre(otra);
   ctx.motor.setYear(sesion().AnoActual);
   ui->TxtAñoActual->setText(QString::number(sesion().AnoActual));
+  if (otraEmpresa) {
+    // A code of the other company's plan may be another account here.
+    ui->TxtSubcuenta->clear();
+    ui->TxtNombreCuenta->clear();
+  }
+  ofreceConceptos();
   subcuenta_->ajustaDigitos();
   ui->GrdApuntes->setMascara(sesion().MascaraImporte);
   EmpresaCerrada();

@@ -56,7 +56,6 @@ class FrmMenu : public Formulario, public Principal {
   void TxtSubcuenta_LostFocus() override;
 
  protected:
-  bool eventFilter(QObject* objeto, QEvent* evento) override;
   void keyPressEvent(QKeyEvent* evento) override;
 
  private:
@@ -69,6 +68,7 @@ class FrmMenu : public Formulario, public Principal {
   void TxtEmpresa_Change();
   void TxtEmpresa_Click();
   void abreEmpresa(const QString& nombre);
+  void ofreceConceptos();
   void anotaCambioDeNombre(const QString& otra);
   void refrescaEmpresa();
   void avisaDeVersion();
@@ -96,6 +96,9 @@ class FrmMenu : public Formulario, public Principal {
   void TxtDebeHaber_GotFocus();
   void TxtDebeHaber_KeyPress(Tecla& tecla);
   void CmdLinFecha_Click();
+  void tomaAsientoConElBoton();
+  void grabaConElBoton(QChar lado);
+  bool compruebaFecha();
   void CmdLinSubcuenta_Click();
   void CmdLinConceptos_Click();
   void graba(QChar lado);
@@ -140,4 +143,5 @@ class FrmMenu : public Formulario, public Principal {
   DataControl DtaDescuadres_;
   DataControl DtaIVA_;
   bool recienCargada_ = false;
+  bool fechaSinComprobar_ = false;  // set since its field was last left
 };

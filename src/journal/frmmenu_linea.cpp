@@ -20,6 +20,7 @@ void FrmMenu::conectaLinea() {
   soloNumero(ui->TxtAsiento);
   alTeclear(ui->TxtAsiento, [this](Tecla& t) { TxtAsiento_KeyPress(t); });
   alSalir(ui->TxtAsiento, [this] { TxtAsiento_LostFocus(); });
+  alCambiar(ui->TxtFecha, [this] { fechaSinComprobar_ = true; });
   alSalir(ui->TxtFecha, [this] { TxtFecha_LostFocus(); });
   subcuenta_ = std::make_unique<CampoSubcuenta>(
       *this, ctx,
@@ -41,9 +42,9 @@ void FrmMenu::conectaLinea() {
   alTeclear(ui->TxtDebeHaber, [this](Tecla& t) { TxtDebeHaber_KeyPress(t); });
   conectaImporteSinSigno(*this, ctx, *ui->TxtDebeHaber);
 
-  alPulsar(ui->CmdLinDebe, [this] { graba(kDebe); });
-  alPulsar(ui->CmdLinHaber, [this] { graba(kHaber); });
-  alPulsar(ui->CmdLinAsiento, [this] { CmdLinAsiento_Click(); });
+  alPulsar(ui->CmdLinDebe, [this] { grabaConElBoton(kDebe); });
+  alPulsar(ui->CmdLinHaber, [this] { grabaConElBoton(kHaber); });
+  alPulsar(ui->CmdLinAsiento, [this] { tomaAsientoConElBoton(); });
   alPulsar(ui->CmdLinFecha, [this] { CmdLinFecha_Click(); });
   alPulsar(ui->CmdLinSubcuenta, [this] { CmdLinSubcuenta_Click(); });
   alPulsar(ui->CmdLinConceptos, [this] { CmdLinConceptos_Click(); });
@@ -66,6 +67,15 @@ void FrmMenu::TxtAsiento_KeyPress(Tecla& tecla) {
 void FrmMenu::CmdLinAsiento_Click() {
   ui->TxtAsiento->setText(QString::number(tomaAsiento(DtaEmpresaActual_)));
   ui->TxtAsiento->selectAll();
+}
+
+// By the mouse the typing goes on with the date: left on the button, the next Enter would take
+// another number, and so might leaving the number's own field.
+void FrmMenu::tomaAsientoConElBoton() {
+  CmdLinAsiento_Click();
+  if (sesion().LimpiarAsiento) ignorando([this] { muestraAsiento(ui->TxtAsiento->text()); });
+  AAsiento();
+  enfocar(ui->TxtFecha);
 }
 
 // Here one asiento ends and another begins.
@@ -118,7 +128,18 @@ void FrmMenu::TxtFecha_LostFocus() {
   }
   // A reminder only, and by text, day first: the line can still be posted. What stops changes
   // to older lines is the rule of the entries that change them.
+  fechaSinComprobar_ = false;
   if (avisaDeFechaLimite(*this, ctx, ui->TxtFecha->text())) enfocar(ui->TxtSubcuenta);
+}
+
+// A date that was set and never left (today's, the calendar's) is looked at before a line is posted
+// on it. False if it was of another year: what replaced it is for the bookkeeper to see first.
+bool FrmMenu::compruebaFecha() {
+  if (!fechaSinComprobar_ || ui->TxtFecha->text().isEmpty()) return true;
+  const QDate hoy = ctx.reloj->hoy();
+  const QString completa = NormalizaFecha(ui->TxtFecha->text(), sesion().AnoActual, hoy);
+  TxtFecha_LostFocus();
+  return ui->TxtFecha->text() == completa;
 }
 
 void FrmMenu::CmdLinFecha_Click() {
@@ -188,7 +209,13 @@ void FrmMenu::TxtDebeHaber_KeyPress(Tecla& tecla) {
   graba(tecla.esIntro() ? kDebe : kHaber);
 }
 
+void FrmMenu::grabaConElBoton(QChar lado) {
+  ui->TxtSubcuenta->setFocus();
+  graba(lado);
+}
+
 void FrmMenu::graba(QChar lado) {
+  if (!compruebaFecha()) return;
   const LineaTecleada linea{.asiento = ui->TxtAsiento->text(),
                             .fecha = ui->TxtFecha->text(),
                             .subcuenta = ui->TxtSubcuenta->text(),

@@ -29,7 +29,7 @@ FrmPartida::FrmPartida(Contexto& contexto)
                                .vuelve = false,
                                // Kept: the log names the entry line, whichever form it stands in.
                                .lugarDeErrores = "TxtSubcuenta_LostFocus - FrmMenu"});
-  ui->TxtConcepto->enlazar(DtaConceptos, "Descripcion");
+  ui->TxtConcepto->enlazar(DtaConceptos, "Descripcion", "NConcepto");
   soloNumero(ui->TxtAsiento);
   alTeclear(ui->TxtAsiento, [this](Tecla& tecla) { TxtAsiento_KeyPress(tecla); });
   alSalir(ui->TxtFecha, [this] { TxtFecha_LostFocus(); });

@@ -93,8 +93,8 @@ QString dia(const QDate& fecha) {
 }
 
 std::optional<QDate> diaDeLiteral(const QString& texto, int ano) {
-  const QDate fecha = QDate::fromString(lang::dateLiteral(texto, ano).left(10), Qt::ISODate);
-  return fecha.isValid() ? std::optional(fecha) : std::nullopt;
+  const auto fecha = lang::dateLiteral(texto, ano);
+  return fecha ? std::optional(fecha->date()) : std::nullopt;
 }
 
 // The number that stands in a statement, if it is one word of it, sign apart.

@@ -2,6 +2,7 @@
 
 #include "common/errorejecucion.h"
 #include "reports/errores.h"
+#include "reports/expresiones.h"
 #include "reports/formula.h"
 
 namespace reports {
@@ -39,14 +40,10 @@ QString expresionDe(const Origen& origen, const Formula::Referencia& campo) {
   return u'[' + campo.tabla + QStringLiteral("].[") + campo.campo + u']';
 }
 
-// Whether an expression is one of the list of GROUP BY, written the same but for blanks and
-// brackets.
 bool agrupaPor(const Origen& origen, const QString& expresion) {
-  const auto llano = [](QString e) {
-    for (const QChar c : QStringLiteral("[]() ")) e.remove(c);
-    return e.toLower();
-  };
-  return llano(origen.agrupado).split(u',').contains(llano(expresion));
+  const QStringList grupos = partesDe(origen.agrupado);
+  return std::any_of(grupos.begin(), grupos.end(),
+                     [&](const QString& g) { return mismaExpresion(g, expresion); });
 }
 }  // namespace
 
@@ -66,12 +63,49 @@ Consulta consultaDe(const Plantilla& plantilla, const QString& seleccion, const 
     return e;
   });
 
-  QString s = QStringLiteral("SELECT ") + o.columnas + QStringLiteral(" FROM ") + o.desde;
-  if (!donde.isEmpty()) s += QStringLiteral(" WHERE ") + donde.join(QStringLiteral(" AND "));
-  if (!o.agrupado.isEmpty()) s += QStringLiteral(" GROUP BY ") + o.agrupado;
-  if (!teniendo.isEmpty()) s += QStringLiteral(" HAVING ") + teniendo;
-  if (!o.orden.isEmpty()) s += QStringLiteral(" ORDER BY ") + o.orden;
-  return {&o, s};
+  QString resto = QStringLiteral(" FROM ") + o.desde;
+  if (!donde.isEmpty()) resto += QStringLiteral(" WHERE ") + donde.join(QStringLiteral(" AND "));
+  if (!o.agrupado.isEmpty()) resto += QStringLiteral(" GROUP BY ") + o.agrupado;
+  if (!teniendo.isEmpty()) resto += QStringLiteral(" HAVING ") + teniendo;
+  if (!o.orden.isEmpty()) resto += QStringLiteral(" ORDER BY ") + o.orden;
+  Consulta c;
+  c.origen = o;
+  c.columnas = partesDe(o.columnas);
+  c.resto = resto;
+  c.codigos = lineas.codigos();
+  return c;
+}
+
+QString Consulta::sentenciaDe(const QStringList& lista) const {
+  return QStringLiteral("SELECT ") + lista.join(QStringLiteral(", ")) + resto;
+}
+
+QString Consulta::sentenciaCorta(const std::vector<int>& solo, std::vector<int>* sitio) const {
+  const auto cuantas = static_cast<size_t>(columnas.size());
+  sitio->clear();
+  if (solo.empty() || !origen.agrupado.isEmpty() || columnas.contains(QStringLiteral("*")))
+    return sentencia();
+  std::vector<bool> entra(cuantas, false);
+  for (const int c : solo) entra[size_t(c)] = true;
+  // An expression brings along the columns that it calls by the names they are given here.
+  for (bool cambia = true; cambia;) {
+    cambia = false;
+    for (size_t c = 0; c < cuantas; ++c) {
+      const QString alias = entra[c] ? QString() : aliasDe(columnas[int(c)]);
+      for (size_t otra = 0; otra < cuantas && !alias.isEmpty() && !entra[c]; ++otra) {
+        entra[c] = entra[otra] && nombra(columnas[int(otra)], alias);
+        cambia = cambia || entra[c];
+      }
+    }
+  }
+  QStringList pedidas;
+  sitio->assign(cuantas, -1);
+  for (size_t c = 0; c < cuantas; ++c) {
+    if (!entra[c]) continue;
+    (*sitio)[c] = static_cast<int>(pedidas.size());
+    pedidas << columnas[int(c)];
+  }
+  return sentenciaDe(pedidas);
 }
 
 }  // namespace reports

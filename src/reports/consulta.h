@@ -7,8 +7,18 @@
 namespace reports {
 
 struct Consulta {
-  const Origen* origen = nullptr;  // the one that the selection names; the first when it names none
-  QString sentencia;
+  Origen origen;         // the one that the selection names; the first when it names none
+  QStringList columnas;  // each expression of the list
+  QString resto;         // the clauses after the list
+  QString codigos;       // the range of codes selected, for its reader; may be empty
+
+  QString sentencia() const { return sentenciaDe(columnas); }
+  // The rows with some of the columns only, and where each of them then stands (-1 for one left
+  // out). A source that groups, or whose columns can't be told apart, keeps them all.
+  QString sentenciaCorta(const std::vector<int>& solo, std::vector<int>* sitio) const;
+
+ private:
+  QString sentenciaDe(const QStringList& lista) const;
 };
 
 // `seleccion` and `grupos` are selections as dialogs write them, or empty. Raises kFormulaRechazada

@@ -1,31 +1,59 @@
 #include "reports/documento.h"
 
+#include "reports/filasfijas.h"
+
 namespace reports {
 namespace {
 constexpr qsizetype kRecientes = 8;
+constexpr qint64 kFilasPorPaso = 5000;
+constexpr qint64 kFilasPorSalto = 200;
+constexpr int kIntentos = 3;
+}  // namespace
+
+Documento::Documento(Plantilla plantilla, Abre abre)
+    : plantilla_(std::move(plantilla)), abre_(std::move(abre)), tipografia_(plantilla_.letras) {
+  empieza(abre_());
 }
 
-Documento::Documento(Plantilla plantilla, DatosInforme datos, std::unique_ptr<Fuente> fuente)
-    : plantilla_(std::move(plantilla)),
-      datos_(std::move(datos)),
-      fuente_(std::move(fuente)),
-      tipografia_(plantilla_.letras) {
-  resuelve(plantilla_, *fuente_);
+Documento::Documento(const Documento& otro, std::shared_ptr<const FilasFijas> filas)
+    : plantilla_(otro.plantilla_), tipografia_(plantilla_.letras) {
+  empieza({otro.contenido_.estado, otro.datos(),
+           std::make_unique<Fuente>(otro.fuente(), std::move(filas))});
+}
+
+void Documento::empieza(Contenido contenido) {
+  resuelve(plantilla_, *contenido.fuente);
+  cuenta_.reset();
+  cursorCuenta_.reset();
+  compone_.reset();
+  cursorPaginas_.reset();
+  recientes_.clear();
+  contenido_ = std::move(contenido);
+  muestra_ = std::make_unique<Muestra>(contenido_.datos.mascara);
+  contado_ = false;
+  marcas_.clear();
   Marca primera;
   primera.sumas.assign(plantilla_.acumuladores.size(), 0);
   marcas_.push_back(std::move(primera));
 }
 
+void Documento::alDia() {
+  if (!abre_ || fuente().base().state() == contenido_.estado) return;
+  empieza(abre_());
+  ++version_;
+}
+
 bool Documento::cuenta(qint64 filas) {
+  alDia();
   if (contado_) return true;
   if (!cuenta_) {
-    cursorCuenta_ = std::make_unique<CursorAvance>(*fuente_, std::vector<int>(),
-                                                   columnasDeCuenta(plantilla_, *fuente_));
-    cuenta_ = std::make_unique<Compositor>(plantilla_, datos_, tipografia_, *cursorCuenta_);
+    cursorCuenta_ = std::make_unique<CursorAvance>(fuente(), std::vector<int>(),
+                                                   columnasDeCuenta(plantilla_, fuente()));
+    cuenta_ = std::make_unique<Paginador>(plantilla_, *muestra_, *cursorCuenta_);
   }
   const qint64 hasta = cuenta_->fila() + filas;
   while (filas < 0 || cuenta_->fila() < hasta) {
-    if (!cuenta_->pagina(nullptr, 0)) {
+    if (!cuenta_->pagina(nullptr)) {
       contado_ = true;
       cuenta_.reset();
       cursorCuenta_.reset();
@@ -37,7 +65,19 @@ bool Documento::cuenta(qint64 filas) {
 }
 
 std::shared_ptr<const Pagina> Documento::pagina(int numero) {
-  while (numero > paginas() && !contado_) cuenta(1);
+  std::shared_ptr<const Pagina> pagina;
+  for (int intento = 0; intento < kIntentos; ++intento) {
+    alDia();
+    const int version = version_;
+    pagina = compon(numero);
+    alDia();  // while its rows were read, too
+    if (version == version_) break;
+  }
+  return pagina;
+}
+
+std::shared_ptr<const Pagina> Documento::compon(int numero) {
+  while (numero > paginas() && !contado_) cuenta(kFilasPorSalto);
   if (numero < 1 || numero > paginas()) return nullptr;
   const int total = contado_ ? paginas() : 0;
   if (total != totalRecientes_) recientes_.clear();
@@ -46,12 +86,14 @@ std::shared_ptr<const Pagina> Documento::pagina(int numero) {
     if (p->numero == numero) return p;
   }
   if (!compone_) {
-    cursorPaginas_ = std::make_unique<CursorSuelto>(*fuente_);
-    compone_ = std::make_unique<Compositor>(plantilla_, datos_, tipografia_, *cursorPaginas_);
+    cursorPaginas_ = std::make_unique<CursorSuelto>(fuente());
+    compone_ = std::make_unique<Paginador>(plantilla_, *muestra_, *cursorPaginas_);
   }
   const auto pagina = std::make_shared<Pagina>();
+  Dibujante dibujante(plantilla_, datos(), *muestra_, tipografia_);
+  dibujante.empieza(*pagina, numero, total);
   compone_->situa(marcas_[size_t(numero) - 1], numero);
-  compone_->pagina(pagina.get(), total);
+  compone_->pagina(&dibujante);
   recientes_.prepend(pagina);
   if (recientes_.size() > kRecientes) recientes_.removeLast();
   return pagina;
@@ -60,12 +102,52 @@ std::shared_ptr<const Pagina> Documento::pagina(int numero) {
 Recorrido::Recorrido(const Documento& documento)
     : documento_(documento),
       cursor_(documento.fuente(), columnasRetenidas(documento.plantilla())),
-      compositor_(documento.plantilla(), documento.datos(), documento.tipografia(), cursor_) {}
+      paginador_(documento.plantilla(), documento.muestra(), cursor_),
+      dibujante_(documento.plantilla(), documento.datos(), documento.muestra(),
+                 documento.tipografia()) {}
 
 bool Recorrido::siguiente(Pagina* destino) {
   if (!quedan_) return false;
-  quedan_ = compositor_.pagina(destino, documento_.contado() ? documento_.paginas() : 0);
+  if (destino) {
+    dibujante_.empieza(*destino, paginador_.numero() + 1,
+                       documento_.contado() ? documento_.paginas() : 0);
+  }
+  quedan_ = paginador_.pagina(destino ? &dibujante_ : nullptr);
   return true;
+}
+
+bool Fijacion::lee(qint64 filas) {
+  for (qint64 i = 0; filas < 0 || i < filas; ++i) {
+    if (!lectura_->siguiente()) return false;
+    filas_->pon(*lectura_);
+  }
+  return true;
+}
+
+bool Fijacion::paso() {
+  if (fijo_) return false;
+  documento_->alDia();
+  if (!lectura_ || documento_->version() != version_) {
+    version_ = documento_->version();
+    filas_ = std::make_shared<FilasFijas>(documento_->fuente().propias());
+    lectura_ = documento_->fuente().lectura();
+    ++intentos_;
+  }
+  // Where others write all the time, in the end they have to wait for the reading of the rows.
+  std::unique_ptr<Hold> cierre;
+  if (intentos_ > kIntentos) {
+    cierre = documento_->fuente().base().hold();
+    documento_->alDia();
+    if (documento_->version() != version_) return true;
+  }
+  if (lee(cierre ? -1 : kFilasPorPaso)) return true;
+  documento_->fuente().leeNombres();
+  documento_->alDia();
+  if (documento_->version() != version_) return true;
+  filas_->acaba();
+  fijo_ = std::make_shared<Documento>(*documento_, filas_);
+  lectura_.reset();
+  return false;
 }
 
 }  // namespace reports

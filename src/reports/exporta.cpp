@@ -2,6 +2,7 @@
 
 #include <xlsxwriter.h>
 
+#include <filesystem>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -43,36 +44,34 @@ Variant celda(const Cursor& cursor, const ColumnaHoja& columna) {
   throw ErrorEjecucion(err::kErrorDeRuta, rutaPrograma(ruta));
 }
 
-class TareaFilas : public Tarea {
+class TareaFilas : public TareaFija {
  public:
   explicit TareaFilas(std::shared_ptr<Documento> documento)
-      : documento_(std::move(documento)),
-        columnas_(columnasDe(*documento_)),
-        cursor_(documento_->fuente(), {}) {}
-  bool paso() override {
-    for (int i = 0; i < kFilasPorPaso; ++i) {
-      if (!cursor_.situa(fila_)) {
-        acaba();
-        return false;
-      }
-      pon(cursor_);
-      ++fila_;
-    }
-    return true;
-  }
+      : TareaFija(documento), columnas_(columnasDe(*documento)) {}
   int hecho() const override { return fila_; }
   int total() const override { return 0; }
 
  protected:
+  bool pasoFijo() override {
+    if (!cursor_)
+      cursor_ = std::make_unique<CursorAvance>(documento().fuente(), std::vector<int>());
+    for (int i = 0; i < kFilasPorPaso; ++i) {
+      if (!cursor_->situa(fila_)) {
+        acaba();
+        return false;
+      }
+      pon(*cursor_);
+      ++fila_;
+    }
+    return true;
+  }
   virtual void pon(const Cursor& cursor) = 0;
   virtual void acaba() = 0;
-  const Documento& documento() const { return *documento_; }
   const std::vector<ColumnaHoja>& columnas() const { return columnas_; }
 
  private:
-  std::shared_ptr<Documento> documento_;
   std::vector<ColumnaHoja> columnas_;
-  CursorAvance cursor_;
+  std::unique_ptr<CursorAvance> cursor_;
   int fila_ = 0;
 };
 
@@ -183,8 +182,11 @@ class TareaXlsx : public TareaFilas {
   void pon(const Cursor& cursor) override { libro_.fila(cursor); }
   void acaba() override {
     if (!libro_.cierra()) noSePuede(ruta_);
-    QFile::remove(ruta_);
-    if (!QFile::rename(parcial_, ruta_)) noSePuede(ruta_);
+    // In one step: whatever happens, one of the two workbooks bears the name.
+    std::error_code fallo;
+    std::filesystem::rename(QFileInfo(parcial_).filesystemFilePath(),
+                            QFileInfo(ruta_).filesystemFilePath(), fallo);
+    if (fallo) noSePuede(ruta_);
   }
 
  private:

@@ -1,40 +1,51 @@
 #include "reports/filas.h"
 
-#include <QRegularExpression>
-
 #include "common/errorejecucion.h"
+#include "engine/rowreader.h"
 #include "reports/errores.h"
+#include "reports/filasfijas.h"
 
 namespace reports {
+namespace {
+class LecturaViva : public Lectura {
+ public:
+  LecturaViva(Database& base, const QString& sentencia) : filas_(base, sentencia) {}
+  bool siguiente() override { return filas_.next(); }
+  Variant valor(int columna) const override { return filas_.value(columna); }
+  QString texto(int columna) const override { return filas_.text(columna); }
+  double numero(int columna) const override { return filas_.number(columna); }
 
-Fuente::Fuente(std::unique_ptr<Database> base, const Consulta& consulta)
-    : base_(std::move(base)), sentencia_(consulta.sentencia) {
-  const auto abierta = lector();
-  propias_ = abierta->columnCount();
-  columnas_ = consulta.origen->columnas;
-  static const QRegularExpression nombre(QStringLiteral("^[\\w. ]+$"),
-                                         QRegularExpression::UseUnicodePropertiesOption);
-  if (consulta.origen->agrupado.isEmpty() && QString(columnas_).remove(u',').contains(nombre)) {
-    sueltas_ = columnas_.split(u',');
-  }
+ private:
+  RowReader filas_;
+};
+}  // namespace
+
+Fuente::Fuente(std::unique_ptr<Database> base, Consulta consulta)
+    : base_(std::move(base)), consulta_(std::move(consulta)) {
+  const auto abierta = registros();
+  propias_ = abierta->FieldCount();
   for (int c = 0; c < propias_; ++c) {
-    nombres_ << abierta->columnName(c);
-    tipos_.push_back(abierta->columnType(c));
+    nombres_ << abierta->FieldName(c);
+    tipos_.push_back(abierta->Type(c));
   }
-  for (const Busca& b : consulta.origen->buscas) {
+  for (const Busca& b : consulta_.origen.buscas) {
     const int codigo = columna(b.codigo);
     if (codigo < 0 || codigo >= propias_) {
       throw ErrorEjecucion(err::kPlantillaDefectuosa, QStringLiteral("no hay columna ") + b.codigo);
     }
-    Tabla tabla{codigo, {}};
-    RowReader nombres(
-        *base_,
-        QStringLiteral("SELECT [%1].[%2], [%1].[%3] FROM [%1]").arg(b.tabla, b.clave, b.dato));
-    while (nombres.next()) tabla.nombres.insert(nombres.text(0), nombres.text(1));
+    Tabla tabla;
+    tabla.codigo = codigo;
+    tabla.sentencia =
+        QStringLiteral("SELECT [%1].[%2], [%1].[%3] FROM [%1]").arg(b.tabla, b.clave, b.dato);
+    tabla.tipo = base_->OpenRecordset(tabla.sentencia, Opening::FirstRows)->Type(1);
+    tipos_.push_back(tabla.tipo);
     buscas_.push_back(std::move(tabla));
     nombres_ << b.columna;
-    tipos_.push_back(FieldType::Text);
   }
+}
+
+Fuente::Fuente(const Fuente& otra, std::shared_ptr<const FilasFijas> filas) : Fuente(otra) {
+  fijas_ = std::move(filas);
 }
 
 int Fuente::columna(const QString& nombre) const {
@@ -48,50 +59,61 @@ FieldType Fuente::tipo(int ordinal) const {
   return tipos_[static_cast<size_t>(ordinal)];
 }
 
-QString Fuente::nombreDe(int ordinal, const QString& codigo) const {
-  return buscas_[static_cast<size_t>(ordinal - propias_)].nombres.value(codigo);
+void Fuente::lee(Tabla& tabla) const {
+  RowReader nombres(*base_, tabla.sentencia);
+  while (nombres.next()) tabla.datos.insert(nombres.text(0), nombres.value(1));
+  tabla.leida = true;
 }
 
-std::unique_ptr<RowReader> Fuente::lector(const std::vector<int>& solo,
-                                          std::vector<int>* sitio) const {
-  if (solo.empty() || sueltas_.size() != propias_) {
-    return std::make_unique<RowReader>(*base_, sentencia_);
+void Fuente::leeNombres() const {
+  for (Tabla& t : buscas_) {
+    if (!t.leida) lee(t);
   }
-  QStringList pedidas;
-  sitio->assign(static_cast<size_t>(propias_), -1);
-  for (const int c : solo) {
-    if ((*sitio)[static_cast<size_t>(c)] >= 0) continue;
-    (*sitio)[static_cast<size_t>(c)] = static_cast<int>(pedidas.size());
-    pedidas << sueltas_[c];
-  }
-  // The list is the first thing in the statement.
-  QString corta = sentencia_;
-  corta.replace(corta.indexOf(columnas_), columnas_.size(), pedidas.join(u','));
-  return std::make_unique<RowReader>(*base_, corta);
+}
+
+Variant Fuente::dato(int ordinal, const QString& codigo) const {
+  Tabla& tabla = buscas_[static_cast<size_t>(ordinal - propias_)];
+  if (!tabla.leida) lee(tabla);
+  return tabla.datos.value(codigo);
+}
+
+std::unique_ptr<Lectura> Fuente::lectura(const std::vector<int>& solo,
+                                         std::vector<int>* sitio) const {
+  if (sitio) sitio->clear();
+  if (fijas_) return fijas_->lectura();
+  if (solo.empty() || consulta_.columnas.size() != propias_)
+    return std::make_unique<LecturaViva>(*base_, consulta_.sentencia());
+  return std::make_unique<LecturaViva>(*base_, consulta_.sentenciaCorta(solo, sitio));
 }
 
 std::unique_ptr<Recordset> Fuente::registros() const {
-  return base_->OpenRecordset(sentencia_);
+  return base_->OpenRecordset(consulta_.sentencia(), Opening::FirstRows);
 }
 
 Variant Cursor::valor(int ordinal) const {
   if (ordinal < fuente_.propias()) return celda(ordinal);
-  return fuente_.nombreDe(ordinal, textoCelda(fuente_.codigoDe(ordinal)));
+  return fuente_.dato(ordinal, textoCelda(fuente_.codigoDe(ordinal)));
 }
 
 Variant Cursor::valorAnterior(int ordinal) const {
   if (ordinal < fuente_.propias()) return celdaAnterior(ordinal);
-  return fuente_.nombreDe(ordinal, celdaAnterior(fuente_.codigoDe(ordinal)).display());
+  return fuente_.dato(ordinal, celdaAnterior(fuente_.codigoDe(ordinal)).display());
 }
 
 QString Cursor::texto(int ordinal) const {
   if (ordinal < fuente_.propias()) return textoCelda(ordinal);
-  return fuente_.nombreDe(ordinal, textoCelda(fuente_.codigoDe(ordinal)));
+  return valor(ordinal).display();
+}
+
+double Cursor::numero(int ordinal) const {
+  if (ordinal < fuente_.propias()) return numeroCelda(ordinal);
+  const Variant v = valor(ordinal);
+  return v.isNull() ? 0 : v.number();
 }
 
 CursorAvance::CursorAvance(const Fuente& fuente, std::vector<int> retiene,
                            const std::vector<int>& solo)
-    : Cursor(fuente), lector_(fuente.lector(solo, &sitios_)), retiene_(std::move(retiene)) {
+    : Cursor(fuente), lectura_(fuente.lectura(solo, &sitios_)), retiene_(std::move(retiene)) {
   for (int& c : retiene_) {
     if (c >= fuente.propias()) c = fuente.codigoDe(c);
   }
@@ -101,10 +123,10 @@ CursorAvance::CursorAvance(const Fuente& fuente, std::vector<int> retiene,
 bool CursorAvance::situa(qint64 fila) {
   if (fila == fila_) return !fin_;
   if (fila_ >= 0) {
-    for (const int c : retiene_) anterior_[static_cast<size_t>(c)] = lector_->value(c);
+    for (const int c : retiene_) anterior_[static_cast<size_t>(c)] = lectura_->valor(sitio(c));
   }
   fila_ = fila;
-  fin_ = !lector_->next();
+  fin_ = !lectura_->siguiente();
   return !fin_;
 }
 
@@ -112,7 +134,7 @@ Variant CursorAvance::celdaAnterior(int ordinal) const {
   return anterior_[static_cast<size_t>(ordinal)];
 }
 
-double CursorSuelto::numero(int ordinal) const {
+double CursorSuelto::numeroCelda(int ordinal) const {
   const Variant v = celda(ordinal);
   return v.isNull() ? 0 : v.number();
 }

@@ -10,47 +10,66 @@
 #include <vector>
 
 #include "engine/dbengine.h"
-#include "engine/rowreader.h"
 #include "reports/consulta.h"
 
 namespace reports {
+
+class FilasFijas;
+
+// Rows one after another.
+class Lectura {
+ public:
+  virtual ~Lectura() = default;
+  virtual bool siguiente() = 0;  // false past the last
+  virtual Variant valor(int columna) const = 0;
+  virtual QString texto(int columna) const = 0;  // Null reads as empty text
+  virtual double numero(int columna) const = 0;  // and as 0
+};
 
 // An open source: its columns, and the names that stand for codes. Columns are numbered as the
 // statement gives them, the names looked up after them.
 class Fuente {
  public:
   // Raises as opening the statement does.
-  Fuente(std::unique_ptr<Database> base, const Consulta& consulta);
+  Fuente(std::unique_ptr<Database> base, Consulta consulta);
+  // The same source over rows that were put aside: it gives those, whatever is written meanwhile.
+  Fuente(const Fuente& otra, std::shared_ptr<const FilasFijas> filas);
 
   int columna(const QString& nombre) const;  // -1 when there is none
   FieldType tipo(int ordinal) const;
   int columnas() const { return static_cast<int>(nombres_.size()); }
   int propias() const { return propias_; }  // columns of the statement itself
-  // The name of a column, and the code's column and names of one that is looked up.
+  // The name of a column, and the code's column and the value of one that is looked up.
   const QString& nombre(int ordinal) const { return nombres_[ordinal]; }
-  int codigoDe(int ordinal) const { return buscas_[ordinal - propias_].codigo; }
-  QString nombreDe(int ordinal, const QString& codigo) const;
+  int codigoDe(int ordinal) const { return buscas_[size_t(ordinal - propias_)].codigo; }
+  Variant dato(int ordinal, const QString& codigo) const;
+  // Reads the tables of names that weren't asked for yet, while the rows still are as they were.
+  void leeNombres() const;
 
-  // `solo`, unless it is empty, are the columns that will be asked for: the reader may have just
-  // those, and `sitio` then tells where each column of the source stands in it.
-  std::unique_ptr<RowReader> lector(const std::vector<int>& solo = {},
-                                    std::vector<int>* sitio = nullptr) const;
+  // `solo`, unless it is empty, are the columns that will be asked for: the rows may have just
+  // those, and `sitio` then tells where each column of the source stands in them.
+  std::unique_ptr<Lectura> lectura(const std::vector<int>& solo = {},
+                                   std::vector<int>* sitio = nullptr) const;
   std::unique_ptr<Recordset> registros() const;
   Database& base() const { return *base_; }
 
  private:
   struct Tabla {
     int codigo;
-    QHash<QString, QString> nombres;
+    FieldType tipo;
+    QString sentencia;
+    bool leida = false;
+    QHash<QString, Variant> datos;
   };
-  std::unique_ptr<Database> base_;
-  QString sentencia_;
-  QString columnas_;     // the statement's list, as it stands in it
-  QStringList sueltas_;  // each of them, when all are plain names
+  void lee(Tabla& tabla) const;
+
+  std::shared_ptr<Database> base_;
+  Consulta consulta_;
   QStringList nombres_;
   std::vector<FieldType> tipos_;
   int propias_ = 0;
-  std::vector<Tabla> buscas_;
+  mutable std::vector<Tabla> buscas_;  // read when the first of their names is asked for
+  std::shared_ptr<const FilasFijas> fijas_;
 };
 
 // The row being laid out and the one before it.
@@ -66,12 +85,13 @@ class Cursor {
   Variant valor(int ordinal) const;
   Variant valorAnterior(int ordinal) const;
   QString texto(int ordinal) const;
-  virtual double numero(int ordinal) const = 0;
+  double numero(int ordinal) const;
 
  protected:
   virtual Variant celda(int ordinal) const = 0;
   virtual Variant celdaAnterior(int ordinal) const = 0;
   virtual QString textoCelda(int ordinal) const = 0;
+  virtual double numeroCelda(int ordinal) const = 0;
   const Fuente& fuente_;
 };
 
@@ -81,12 +101,12 @@ class CursorAvance : public Cursor {
  public:
   CursorAvance(const Fuente& fuente, std::vector<int> retiene, const std::vector<int>& solo = {});
   bool situa(qint64 fila) override;
-  double numero(int ordinal) const override { return lector_->number(sitio(ordinal)); }
 
  protected:
-  Variant celda(int ordinal) const override { return lector_->value(sitio(ordinal)); }
+  Variant celda(int ordinal) const override { return lectura_->valor(sitio(ordinal)); }
   Variant celdaAnterior(int ordinal) const override;
-  QString textoCelda(int ordinal) const override { return lector_->text(sitio(ordinal)); }
+  QString textoCelda(int ordinal) const override { return lectura_->texto(sitio(ordinal)); }
+  double numeroCelda(int ordinal) const override { return lectura_->numero(sitio(ordinal)); }
 
  private:
   int sitio(int ordinal) const {
@@ -94,7 +114,7 @@ class CursorAvance : public Cursor {
   }
 
   std::vector<int> sitios_;
-  std::unique_ptr<RowReader> lector_;
+  std::unique_ptr<Lectura> lectura_;
   qint64 fila_ = -1;
   bool fin_ = false;
   std::vector<int> retiene_;
@@ -104,22 +124,21 @@ class CursorAvance : public Cursor {
 // Any row by its number.
 class CursorSuelto : public Cursor {
  public:
-  explicit CursorSuelto(const Fuente& fuente)
-      : Cursor(fuente), registros_(fuente.registros()), total_(registros_->rowTotal()) {}
+  explicit CursorSuelto(const Fuente& fuente) : Cursor(fuente), registros_(fuente.registros()) {}
   bool situa(qint64 fila) override {
     fila_ = static_cast<int>(fila);
-    return fila_ < total_;
+    // Only the first rows are known at the opening, so that the first page is there at once.
+    return fila_ < registros_->rowsKnown() || fila_ < registros_->rowTotal();
   }
-  double numero(int ordinal) const override;
 
  protected:
   Variant celda(int ordinal) const override { return registros_->cell(fila_, ordinal); }
   Variant celdaAnterior(int ordinal) const override { return registros_->cell(fila_ - 1, ordinal); }
   QString textoCelda(int ordinal) const override { return celda(ordinal).display(); }
+  double numeroCelda(int ordinal) const override;
 
  private:
   std::unique_ptr<Recordset> registros_;
-  int total_;
   int fila_ = 0;
 };
 

@@ -374,6 +374,19 @@ void reune(const Nodo& n, QStringList& tablas) {
   }
   for (const Puntero& h : n.hijos) reune(*h, tablas);
 }
+
+// The text that the first comparison by a sign holds against a field; empty without one.
+QString textoComparado(const Nodo& n, QStringView signo) {
+  if (n.clase == Nodo::Clase::Comparacion) {
+    const Nodo& valor = *n.hijos[1];
+    if (n.texto != signo || valor.clase != Nodo::Clase::Texto) return {};
+    return valor.texto.mid(1, valor.texto.size() - 2);
+  }
+  for (const Puntero& h : n.hijos) {
+    if (const QString t = textoComparado(*h, signo); !t.isEmpty()) return t;
+  }
+  return {};
+}
 }  // namespace
 
 Formula::Formula(const QString& texto, Clase clase) : raiz_(Analizador(texto, clase).analiza()) {}
@@ -384,6 +397,13 @@ QStringList Formula::tablas() const {
   QStringList todas;
   if (raiz_) reune(*raiz_, todas);
   return todas;
+}
+
+QString Formula::codigos() const {
+  if (!raiz_) return {};
+  const QString desde = textoComparado(*raiz_, u">="), hasta = textoComparado(*raiz_, u"<=");
+  if (!desde.isEmpty() && !hasta.isEmpty()) return desde + QStringLiteral(" a ") + hasta;
+  return textoComparado(*raiz_, u"=");
 }
 
 QString Formula::condicion(const Traduce& traduce) const {

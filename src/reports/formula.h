@@ -39,6 +39,9 @@ class Formula {
   bool vacia() const { return raiz_ == nullptr; }
   // The tables and queries named, each once, as first written.
   QStringList tablas() const;
+  // The codes asked for, as their reader is told: "000 a 999" for the texts between which a field
+  // must lie, "43000001" for the one that it must be; empty when none are.
+  QString codigos() const;
   // The condition for WHERE or HAVING; empty for no selection.
   //   Formula("{D.Fecha}>=date(2004,1,31)").condicion(t) == "([D].[Fecha] >= #1/31/2004#)"
   QString condicion(const Traduce& traduce) const;

@@ -2,6 +2,7 @@
 
 #include "common/errorejecucion.h"
 #include "common/formato.h"
+#include "engine/rowreader.h"
 #include "reports/errores.h"
 
 using namespace reports;
@@ -60,13 +61,17 @@ void Informe::PrintReport() {
     }
     datos.textos.insert(nombre.toLower(), valor);
   }
-  datos.textos.insert(QStringLiteral("libro"), plantilla.titulo);
-  datos.textos.insert(QStringLiteral("hoy"), Format(reloj_.hoy(), QStringLiteral("dd/mm/yyyy")));
   const Consulta consulta = consultaDe(plantilla, SelectionFormula, GroupSelectionFormula);
-  auto base = motor_.Workspaces(0).OpenDatabase(fichero_);
-  leeEmpresa(*base, datos);
-  auto fuente = std::make_unique<Fuente>(std::move(base), consulta);
-  destino_.muestra(
-      std::make_shared<Documento>(std::move(plantilla), std::move(datos), std::move(fuente)),
-      WindowTitle);
+  datos.textos.insert(QStringLiteral("libro"), plantilla.titulo);
+  datos.textos.insert(QStringLiteral("nota"), consulta.origen.nota);
+  datos.textos.insert(QStringLiteral("codigos"), consulta.codigos);
+  datos.textos.insert(QStringLiteral("hoy"), Format(reloj_.hoy(), QStringLiteral("dd/mm/yyyy")));
+  const auto abre = [&motor = motor_, fichero = fichero_, datos, consulta] {
+    auto base = motor.Workspaces(0).OpenDatabase(fichero);
+    Contenido contenido{base->state(), datos, nullptr};
+    leeEmpresa(*base, contenido.datos);
+    contenido.fuente = std::make_unique<Fuente>(std::move(base), consulta);
+    return contenido;
+  };
+  destino_.muestra(std::make_shared<Documento>(std::move(plantilla), abre), WindowTitle);
 }

@@ -27,9 +27,10 @@ const QHash<QString, Formato>& formatos() {
 
 // What a field may show beside columns and sums.
 bool esDato(const QString& nombre) {
-  static const QSet<QString> datos{"pagina",  "paginas",   "empresa",   "nif",       "año",
-                                   "hoy",     "libro",     "continua",  "direccion", "cp",
-                                   "limites", "poblacion", "provincia", "moneda"};
+  static const QSet<QString> datos{"pagina",    "paginas", "empresa",  "nif",       "año",
+                                   "hoy",       "libro",   "continua", "direccion", "cp",
+                                   "limites",   "nota",    "codigos",  "poblacion", "resto",
+                                   "provincia", "moneda"};
   return datos.contains(nombre);
 }
 
@@ -49,12 +50,13 @@ class Lector {
       linea(l.texto);
     }
     donde_ = QStringLiteral("fin de la plantilla");
+    papelFinal();
     comprueba();
     return std::move(p_);
   }
 
  private:
-  enum class Seccion { Ninguna, Informe, Origen, Grupo, Banda, Hoja };
+  enum class Seccion { Ninguna, Informe, Origen, Grupo, Resumen, Banda, Hoja };
 
   [[noreturn]] void falla(const QString& motivo) const {
     throw ErrorEjecucion(err::kPlantillaDefectuosa, donde_ + QStringLiteral(", ") + motivo);
@@ -109,6 +111,7 @@ class Lector {
     const QString valor = limpia.mid(igual + 1).trimmed();
     if (seccion_ == Seccion::Informe) return claveDeInforme(clave.toLower(), valor);
     if (seccion_ == Seccion::Grupo) return claveDeGrupo(clave.toLower(), valor);
+    if (seccion_ == Seccion::Resumen) return claveDeResumen(clave.toLower(), valor);
     claveDeOrigen(clave, valor);
   }
 
@@ -123,11 +126,17 @@ class Lector {
       p_.origenes.emplace_back();
       for (const QString& t : resto.split(u',')) p_.origenes.back().tablas << t.trimmed();
     } else if (tipo == u"grupo" && !resto.isEmpty()) {
-      if (buscaGrupo(resto)) falla(QStringLiteral("grupo repetido"));
+      exigeNuevo(resto);
       seccion_ = Seccion::Grupo;
       p_.grupos.emplace_back();
       p_.grupos.back().nombre = resto;
       p_.grupos.back().columna = resto;
+    } else if (tipo == u"resumen" && !resto.isEmpty()) {
+      exigeNuevo(resto);
+      seccion_ = Seccion::Resumen;
+      p_.resumenes.emplace_back();
+      p_.resumenes.back().nombre = resto;
+      p_.resumenes.back().columna = resto;
     } else if (tipo == u"hoja" && resto.isEmpty()) {
       seccion_ = Seccion::Hoja;
     } else {
@@ -137,18 +146,35 @@ class Lector {
     }
   }
 
-  Grupo* buscaGrupo(const QString& nombre) {
-    for (Grupo& g : p_.grupos) {
-      if (g.nombre.compare(nombre, Qt::CaseInsensitive) == 0) return &g;
+  template <class T>
+  static T* busca(std::vector<T>& todos, const QString& nombre) {
+    for (T& uno : todos) {
+      if (uno.nombre.compare(nombre, Qt::CaseInsensitive) == 0) return &uno;
     }
     return nullptr;
+  }
+  Grupo* buscaGrupo(const QString& nombre) { return busca(p_.grupos, nombre); }
+  void exigeNuevo(const QString& nombre) {
+    if (buscaGrupo(nombre) || busca(p_.resumenes, nombre)) falla(QStringLiteral("grupo repetido"));
+  }
+
+  Banda* bandaDeResumen(const QString& tipo, Resumen& r) {
+    ambito_ = r.de;
+    if (tipo == u"linea") {
+      ambito_ = kAmbitoResumen - int(&r - p_.resumenes.data());
+      return &r.linea;
+    }
+    return tipo == u"cabecera" ? &r.cabecera : tipo == u"pie" ? &r.pie : nullptr;
   }
 
   Banda* bandaDe(const QString& tipo, const QString& resto) {
     const QString de = resto.toLower();
+    if (Resumen* const r = busca(p_.resumenes, resto)) return bandaDeResumen(tipo, *r);
     Grupo* const g = buscaGrupo(resto);
     ambito_ = g ? int(g - p_.grupos.data()) : kAmbitoInforme;
-    if (tipo == u"detalle") return de.isEmpty() ? &p_.detalle : nullptr;
+    if (tipo == u"detalle")
+      return de.isEmpty() ? &p_.detalle : de == u"largo" ? &p_.detalleLargo : nullptr;
+    if (tipo == u"vacio") return de.isEmpty() ? &p_.vacio : nullptr;
     if (tipo == u"cabecera") {
       if (de == u"pagina") return &p_.cabeceraPagina;
       return de == u"informe" ? &p_.cabeceraInforme : g ? &g->cabecera : nullptr;
@@ -197,6 +223,8 @@ class Lector {
       p_.arriba = mm(m[1]);
       p_.derecha = mm(m[2]);
       p_.abajo = mm(m[3]);
+    } else if (clave == u"ancho") {
+      p_.ancho = mm(valor);
     } else if (clave == u"letra") {
       letra_.familia = valor;
     } else if (clave == u"tamaño") {
@@ -236,15 +264,25 @@ class Lector {
     }
   }
 
+  void claveDeResumen(const QString& clave, const QString& valor) {
+    Resumen& r = p_.resumenes.back();
+    if (clave == u"por") {
+      r.columna = valor;
+    } else if (clave == u"de") {
+      r.de = ambitoDe(valor);
+      if (r.de == kAmbitoPagina) falla(QStringLiteral("no hay grupo «%1»").arg(valor));
+    } else {
+      falla(QStringLiteral("clave desconocida «%1»").arg(clave));
+    }
+  }
+
   void claveDeOrigen(const QString& clave, const QString& valor) {
     Origen& o = p_.origenes.back();
     const QString palabra = clave.section(u' ', 0, 0).toLower();
     const QString resto = clave.section(u' ', 1).trimmed();
-    const QHash<QString, QString*> clausulas{{"columnas", &o.columnas},
-                                             {"desde", &o.desde},
-                                             {"donde", &o.donde},
-                                             {"agrupado", &o.agrupado},
-                                             {"orden", &o.orden}};
+    const QHash<QString, QString*> clausulas{{"columnas", &o.columnas}, {"desde", &o.desde},
+                                             {"donde", &o.donde},       {"agrupado", &o.agrupado},
+                                             {"orden", &o.orden},       {"nota", &o.nota}};
     if (QString* clausula = resto.isEmpty() ? clausulas.value(palabra) : nullptr) {
       *clausula = valor;
       continuada_ = clausula;
@@ -264,9 +302,15 @@ class Lector {
 
   // --- bands ------------------------------------------------------------------------------------
   void lineaDeBanda(const QString& texto) {
-    static const QRegularExpression alto(QStringLiteral("^alto\\s*=\\s*(\\S+)$"));
-    if (const auto m = alto.match(texto); m.hasMatch()) {
-      banda_->alto = mm(m.captured(1));
+    static const QRegularExpression clave(QStringLiteral("^(alto|si|pasa)\\s*=\\s*(\\S+)$"));
+    if (const auto m = clave.match(texto); m.hasMatch()) {
+      if (m.captured(1) == u"alto") {
+        banda_->alto = mm(m.captured(2));
+      } else if (m.captured(1) == u"si") {
+        banda_->si = m.captured(2);
+      } else {
+        banda_->pasa = int(numero(m.captured(2), 1));
+      }
       return;
     }
     const qsizetype comilla = texto.indexOf(u'"');
@@ -285,6 +329,8 @@ class Lector {
         letra.negrita = true;
       } else if (p == u"cursiva") {
         letra.cursiva = true;
+      } else if (p == u"parte") {
+        c.parte = true;
       } else if (p.startsWith(u"tamaño=")) {
         letra.puntos = numero(p.mid(7), 2, 72);
       } else if (p.startsWith(u"y=")) {
@@ -405,9 +451,35 @@ class Lector {
   }
 
   // --- the whole --------------------------------------------------------------------------------
-  void comprueba() {
+  // What is drawn for one width fits any paper: on a wider one the columns grow, on a narrower one
+  // all of it shrinks, as a photocopy does.
+  void papelFinal() {
     if (p_.anchoPapel == 0) papel(QStringLiteral("A4"));
     if (apaisado_) std::swap(p_.anchoPapel, p_.altoPapel);
+    const double sitio = p_.anchoPapel - p_.izquierda - p_.derecha;
+    if (p_.ancho == 0 || sitio <= 0) return;
+    const double cuanto = sitio / p_.ancho, menos = std::min(cuanto, 1.0);
+    const auto por = [](int& medida, double veces) { medida = int(std::lround(medida * veces)); };
+    for (Letra& l : p_.letras) l.puntos *= menos;
+    cadaBanda(p_, [&](Banda& b) {
+      por(b.alto, menos);
+      // Letters that shrink with their columns leave room for as many.
+      por(b.pasa, std::max(cuanto, 1.0));
+      for (Campo& c : b.campos) {
+        por(c.x, cuanto);
+        por(c.ancho, cuanto);
+        por(c.y, menos);
+      }
+      for (Mancha& m : b.manchas) {
+        por(m.x, cuanto);
+        por(m.ancho, cuanto);
+        por(m.y, menos);
+        por(m.alto, menos);
+      }
+    });
+  }
+
+  void comprueba() {
     if (p_.letras.empty()) p_.letras.push_back(letra_);
     if (p_.origenes.empty()) falla(QStringLiteral("falta [origen ...]"));
     for (const Origen& o : p_.origenes) {
@@ -416,8 +488,8 @@ class Lector {
     }
     if (p_.detalle.alto <= 0 && p_.grupos.empty()) falla(QStringLiteral("falta [detalle]"));
     int alto = p_.arriba + p_.abajo + p_.cabeceraPagina.alto + p_.piePagina.alto;
-    alto +=
-        p_.sigueInforme.alto + p_.anteriorInforme.alto + p_.detalle.alto + p_.cabeceraInforme.alto;
+    alto += p_.sigueInforme.alto + p_.anteriorInforme.alto + p_.cabeceraInforme.alto;
+    alto += p_.detalle.alto + p_.detalleLargo.alto;
     int mayorPie = p_.pieInforme.alto;
     for (const Grupo& g : p_.grupos) {
       alto += g.cabecera.alto + g.sigue.alto + g.anterior.alto;
@@ -435,6 +507,14 @@ class Lector {
       falla(QStringLiteral("un campo se sale de la página"));
     }
     if (b.alto == 0 && !b.campos.empty()) falla(QStringLiteral("falta el alto de una banda"));
+    if (!b.si.isEmpty() && !condicional(b)) falla(QStringLiteral("si no vale en esa banda"));
+  }
+
+  // Whether a band is put with the row that it stands for as the current one.
+  bool condicional(const Banda& b) const {
+    const auto deGrupo = [&](const Grupo& g) { return &b == &g.cabecera && !g.repite; };
+    return &b == &p_.detalle || &b == &p_.detalleLargo ||
+           std::any_of(p_.grupos.begin(), p_.grupos.end(), deGrupo);
   }
 
   const LeeIncluido& incluido_;

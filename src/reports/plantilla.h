@@ -61,6 +61,8 @@ struct Campo {
   int y = 0;
   Alineacion alineacion = Alineacion::Izquierda;
   int letra = 0;  // index in Plantilla::letras
+  // The words that fit, when the long line follows: it shows the others as {resto}.
+  bool parte = false;
   std::vector<Pieza> piezas;
 };
 
@@ -75,6 +77,10 @@ struct Mancha {
 
 struct Banda {
   int alto = 0;
+  QString si;    // put only where this column of the row isn't empty or zero
+  int pasa = 0;  // or, where told, is greater than this
+  int ordinalSi = -1;
+  bool siNumerica = false;
   std::vector<Campo> campos;
   std::vector<Mancha> manchas;
 };
@@ -92,6 +98,17 @@ struct Grupo {
   Banda cabecera, pie, sigue, anterior;
 };
 
+// Totals by the values of a column, whatever the order of the rows: one line for each value, in
+// their order, at the end of the book or of each group.
+struct Resumen {
+  QString nombre;
+  QString columna;
+  int ordinal = -1;
+  bool numerica = false;
+  int de = -1;  // kAmbitoInforme, or the group that it closes
+  Banda cabecera, linea, pie;
+};
+
 inline constexpr int kAmbitoInforme = -1;
 inline constexpr int kAmbitoPagina = -2;
 
@@ -102,6 +119,8 @@ struct Acumulador {
   int ordinal = -1;
   bool operator==(const Acumulador&) const = default;
 };
+// The sums of the line of a summary: counted down from here, by the summary's place.
+inline constexpr int kAmbitoResumen = -10;
 
 // A text that stands for a code, read from a table of names: `columna` := `dato` of `tabla` where
 // `clave` is the row's `codigo`.
@@ -119,6 +138,7 @@ struct Equivalencia {
 struct Origen {
   QStringList tablas;
   QString columnas, desde, donde, agrupado, orden;
+  QString nota;  // what its readers must know of these rows, for {nota}
   std::vector<Equivalencia> campos;
   std::vector<Equivalencia> formulas;
   std::vector<Busca> buscas;
@@ -137,13 +157,17 @@ struct Plantilla {
   QString titulo;
   int anchoPapel = 0, altoPapel = 0;
   int izquierda = 0, arriba = 0, derecha = 0, abajo = 0;  // margins
+  int ancho = 0;  // that the bands are drawn for; 0 for what the paper leaves
   QStringList parametros;
   std::vector<Letra> letras;
   std::vector<Origen> origenes;
   std::vector<Grupo> grupos;  // from the outermost inwards
+  std::vector<Resumen> resumenes;
   std::vector<Acumulador> acumuladores;
   Banda cabeceraInforme, pieInforme, cabeceraPagina, piePagina, detalle;
+  Banda detalleLargo;  // a second line under the detail
   Banda sigueInforme, anteriorInforme;
+  Banda vacio;  // in place of the rows when there are none
   std::vector<ColumnaHoja> hoja;
 };
 
@@ -151,11 +175,14 @@ struct Plantilla {
 template <class P, class F>
 void cadaBanda(P& p, F haz) {
   for (auto* b : {&p.cabeceraInforme, &p.pieInforme, &p.cabeceraPagina, &p.piePagina, &p.detalle,
-                  &p.sigueInforme, &p.anteriorInforme}) {
+                  &p.detalleLargo, &p.sigueInforme, &p.anteriorInforme, &p.vacio}) {
     haz(*b);
   }
   for (auto& g : p.grupos) {
     for (auto* b : {&g.cabecera, &g.pie, &g.sigue, &g.anterior}) haz(*b);
+  }
+  for (auto& r : p.resumenes) {
+    for (auto* b : {&r.cabecera, &r.linea, &r.pie}) haz(*b);
   }
 }
 

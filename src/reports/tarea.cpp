@@ -9,15 +9,16 @@ constexpr int kPaginasPorPaso = 8;
 }  // namespace
 
 TareaPaginas::TareaPaginas(std::shared_ptr<Documento> documento, int desde, int hasta)
-    : documento_(std::move(documento)), desde_(desde), hasta_(hasta) {}
+    : TareaFija(std::move(documento)), desde_(desde), hasta_(hasta) {}
 
 int TareaPaginas::total() const {
-  return documento_->contado() ? std::min(hasta_, documento_->paginas()) - desde_ + 1 : 0;
+  if (!fija() || !documento().contado()) return 0;
+  return std::min(hasta_, documento().paginas()) - desde_ + 1;
 }
 
-bool TareaPaginas::paso() {
-  if (!documento_->cuenta(kFilasPorPaso)) return true;
-  if (!recorrido_) recorrido_ = std::make_unique<Recorrido>(*documento_);
+bool TareaPaginas::pasoFijo() {
+  if (!documento().cuenta(kFilasPorPaso)) return true;
+  if (!recorrido_) recorrido_ = std::make_unique<Recorrido>(documento());
   for (int i = 0; i < kPaginasPorPaso; ++i) {
     const bool muestra = ++numero_ >= desde_;
     if (numero_ > hasta_ || !recorrido_->siguiente(muestra ? &pagina_ : nullptr)) {
@@ -29,12 +30,20 @@ bool TareaPaginas::paso() {
   return true;
 }
 
+// A search looks at every text of a long book: letters that can't have an accent take the short
+// way.
 QString llano(const QString& texto) {
   QString sin;
-  for (const QChar c : texto.normalized(QString::NormalizationForm_D)) {
-    if (c.category() != QChar::Mark_NonSpacing) sin += c;
+  sin.reserve(texto.size());
+  for (const QChar c : texto) {
+    if (c.unicode() < 0x80) {
+      sin += c.toLower();
+    } else if (c.category() != QChar::Mark_NonSpacing) {
+      const QString letra = QString(c).normalized(QString::NormalizationForm_D);
+      sin += QString(letra[0]).toCaseFolded();
+    }
   }
-  return sin.toCaseFolded();
+  return sin;
 }
 
 TareaBusqueda::TareaBusqueda(std::shared_ptr<Documento> documento, const QString& buscado,
@@ -49,7 +58,7 @@ bool TareaBusqueda::busca(int numero, int desde, int hasta) {
   if (!pagina) return false;
   hasta = std::min(hasta, static_cast<int>(pagina->textos.size()));
   for (int i = desde; i < hasta; ++i) {
-    if (!llano(pagina->textos[size_t(i)].texto).contains(buscado_)) continue;
+    if (!llano(pagina->textos[size_t(i)].entero).contains(buscado_)) continue;
     hallado_ = Sitio{numero, i};
     return true;
   }
@@ -57,6 +66,7 @@ bool TareaBusqueda::busca(int numero, int desde, int hasta) {
 }
 
 bool TareaBusqueda::paso() {
+  if (!documento_->contado()) documento_->cuenta(kFilasPorPaso);  // to tell how many there are
   for (int i = 0; i < kPaginasPorPaso; ++i) {
     const bool partida = pagina_ == desde_.pagina;
     const int desde = partida && !vuelta_ ? desde_.texto + 1 : 0;

@@ -18,21 +18,39 @@ class Tarea {
   virtual int total() const = 0;  // 0 while it isn't known
 };
 
+// What reads a whole book: it puts the rows aside first, so that all of it shows one state of the
+// file.
+class TareaFija : public Tarea {
+ public:
+  explicit TareaFija(std::shared_ptr<Documento> documento)
+      : documento_(documento), fijacion_(std::move(documento)) {}
+  bool paso() final { return fijacion_.paso() || pasoFijo(); }
+
+ protected:
+  // A step over the rows put aside.
+  virtual bool pasoFijo() = 0;
+  bool fija() const { return fijacion_.fijo() != nullptr; }
+  // The book as it stays; until the rows are put aside, the one it is made from.
+  Documento& documento() const { return fija() ? *fijacion_.fijo() : *documento_; }
+
+ private:
+  std::shared_ptr<Documento> documento_;
+  Fijacion fijacion_;
+};
+
 // Gives the pages from `desde` to `hasta`, in order, after counting them all for their headings.
-class TareaPaginas : public Tarea {
+class TareaPaginas : public TareaFija {
  public:
   TareaPaginas(std::shared_ptr<Documento> documento, int desde, int hasta);
-  bool paso() final;
   int hecho() const final { return std::max(0, pagina_.numero - desde_ + 1); }
   int total() const final;
 
  protected:
+  bool pasoFijo() final;
   virtual void pon(const Pagina& pagina, bool primera) = 0;
   virtual void acaba() = 0;
-  const Documento& documento() const { return *documento_; }
 
  private:
-  std::shared_ptr<Documento> documento_;
   int desde_, hasta_;
   std::unique_ptr<Recorrido> recorrido_;
   Pagina pagina_;

@@ -1,9 +1,30 @@
 #include "toolkit/comboenlazado.h"
 
+#include <QAbstractItemView>
+#include <QScrollBar>
 #include <QSignalBlocker>
+#include <QStyledItemDelegate>
 
 #include "engine/datacontrol.h"
 #include "toolkit/formulario.h"
+
+namespace {
+
+constexpr int kCodigo = Qt::UserRole + 1;
+
+// A row of the list with its code in front.
+class FilaConCodigo : public QStyledItemDelegate {
+ public:
+  using QStyledItemDelegate::QStyledItemDelegate;
+
+ protected:
+  void initStyleOption(QStyleOptionViewItem* opcion, const QModelIndex& fila) const override {
+    QStyledItemDelegate::initStyleOption(opcion, fila);
+    opcion->text.prepend(fila.data(kCodigo).toString() + QStringLiteral("   "));
+  }
+};
+
+}  // namespace
 
 ComboEnlazado::ComboEnlazado(QWidget* padre) : QComboBox(padre) {
   setInsertPolicy(NoInsert);
@@ -11,10 +32,12 @@ ComboEnlazado::ComboEnlazado(QWidget* padre) : QComboBox(padre) {
   connect(this, &QComboBox::activated, this, &ComboEnlazado::elegir);
 }
 
-void ComboEnlazado::enlazar(DataControl& datos, const QString& campo) {
+void ComboEnlazado::enlazar(DataControl& datos, const QString& campo, const QString& codigo) {
   if (datos_) disconnect(datos_, nullptr, this, nullptr);
   datos_ = &datos;
   campo_ = campo;
+  codigo_ = codigo;
+  if (!codigo.isEmpty()) setItemDelegate(new FilaConCodigo(this));
   connect(&datos, &DataControl::refreshed, this, &ComboEnlazado::llenar);
   for (const auto senal :
        {&DataControl::rowAdded, &DataControl::rowChanged, &DataControl::rowDeleted}) {
@@ -31,9 +54,16 @@ void ComboEnlazado::llenar() {
   if (datos_ && datos_->isOpen()) {
     const auto& filas = datos_->Recordset();
     const int ordinal = filas.Ordinal(campo_);
+    const int ordinalCodigo = codigo_.isEmpty() ? -1 : filas.Ordinal(codigo_);
     for (int i = 0; ordinal >= 0 && i < filas.rowTotal(); ++i) {
-      // The position goes along: rows deleted since then leave a gap.
-      if (!filas.isDeleted(i)) addItem(filas.cell(i, ordinal).display(), i);
+      if (filas.isDeleted(i)) continue;
+      const QString fila = filas.cell(i, ordinal).display();
+      if (fila.trimmed().isEmpty()) continue;
+      // The position goes along: rows that are left out leave a gap.
+      addItem(fila, i);
+      if (ordinalCodigo >= 0) {
+        setItemData(count() - 1, filas.cell(i, ordinalCodigo).display(), kCodigo);
+      }
     }
   }
   setCurrentIndex(findText(texto, Qt::MatchFixedString));
@@ -50,6 +80,9 @@ void ComboEnlazado::ponerAlDia() {
 
 void ComboEnlazado::showPopup() {
   ponerAlDia();
+  // The field may be narrow, the list shows its rows whole.
+  view()->setMinimumWidth(view()->sizeHintForColumn(0) +
+                          view()->verticalScrollBar()->sizeHint().width());
   QComboBox::showPopup();
 }
 

@@ -15,9 +15,10 @@ class ComboEnlazado : public QComboBox {
  public:
   explicit ComboEnlazado(QWidget* padre = nullptr);
 
-  // `campo` is what the list shows. Free text is set with editable in the .ui file; the text typed
-  // is kept when the list is filled anew.
-  void enlazar(DataControl& datos, const QString& campo);
+  // `campo` is what the list shows, and `codigo`, if given, the column written before it; only the
+  // former goes into the field. Rows where it is empty aren't on offer. Free text is set with
+  // editable in the .ui file; the text typed is kept when the list is filled anew.
+  void enlazar(DataControl& datos, const QString& campo, const QString& codigo = {});
 
   // The text of the field, typed or picked; empty when nothing is.
   QString texto() const { return currentText(); }
@@ -40,5 +41,6 @@ class ComboEnlazado : public QComboBox {
 
   QPointer<DataControl> datos_;
   QString campo_;
+  QString codigo_;
   bool anticuado_ = false;  // rows have changed since the list was filled
 };

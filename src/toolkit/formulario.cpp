@@ -82,6 +82,7 @@ void Formulario::descargar() {
 void Formulario::done(int resultado) {
   if (p_->cerrado) return;
   p_->cerrado = true;
+  p_->foco.cierra();
   if (ctx.principal && ctx.principal->ventana() == this) ctx.principal = nullptr;
   QDialog::done(resultado);
   if (ctx.formularios) ctx.formularios->olvidar(*this);

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "toolkit/filtros.h"
+#include "toolkit/foco.h"
 #include "toolkit/formulario.h"
 
 // A QObject, so that its connections end before the controls are destroyed.
@@ -38,7 +39,11 @@ struct Formulario::Privado : QObject {
     Privado& p_;
   };
 
-  explicit Privado(Formulario& forma) : forma(forma) {}
+  explicit Privado(Formulario& forma)
+      : forma(forma),
+        foco({.sale = [this](QWidget* campo) { salirDe(campo); },
+              .entra = [this](QWidget* campo) { entrarEn(campo); },
+              .abandona = [this](const QWidget* control) { return control == cierre(); }}) {}
 
   // The control a widget is part of: the combo of its list, the grid of the cell being edited.
   static QWidget* controlDe(QWidget* parte);
@@ -67,14 +72,12 @@ struct Formulario::Privado : QObject {
   QHash<const QWidget*, Control> controles;
   QSet<const QObject*> vigilados;
   QPointer<QAbstractButton> botonDeCierre;
-  QPointer<QWidget> actual;          // the control with the focus, also while another window has it
+  Foco foco;
   QPointer<QWidget> reseleccionar;   // entered by mouse: selected when the button is released
   QPointer<QWidget> pulsacionVacia;  // its mouse button was released under a box
   int pitidos = 0;
-  int enCurso = 0;         // reactions running, one inside the other
-  bool retirada = false;   // to be destroyed when none is
-  bool entrado = false;    // the entering reaction of `actual` has run
-  bool sinSalida = false;  // focus is being moved by enfocar()
+  int enCurso = 0;        // reactions running, one inside the other
+  bool retirada = false;  // to be destroyed when none is
   bool cargado = false;
   bool cerrado = false;
   bool cerrando = false;    // inside the close button's reaction

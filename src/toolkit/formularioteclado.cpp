@@ -70,6 +70,10 @@ void Formulario::Privado::vigilar(QWidget* campo) {
   if (auto* vista = qobject_cast<QAbstractItemView*>(campo)) {
     vista->viewport()->installEventFilter(&forma);
   }
+  // The mouse in the field of a combo; its keys come through the combo.
+  if (auto* combo = qobject_cast<QComboBox*>(campo); combo && combo->lineEdit()) {
+    combo->lineEdit()->installEventFilter(&forma);
+  }
   if (auto* rejilla = qobject_cast<Rejilla*>(campo)) {
     connect(rejilla, &Rejilla::editorAbierto, this,
             [this](QWidget* editor) { editor->installEventFilter(&forma); });
@@ -149,21 +153,13 @@ int Formulario::pitidos() const {
 void Formulario::Privado::cambioDeFoco(QWidget* ahora) {
   if (cerrado || !ahora || qobject_cast<QMenuBar*>(ahora)) return;
   QWidget* nuevo = controlDe(ahora);
-  if (nuevo == &forma || nuevo == actual || nuevo->window() != &forma) return;
+  if (nuevo == &forma || nuevo == foco.actual() || nuevo->window() != &forma) return;
   const bool conRaton = QGuiApplication::mouseButtons() != Qt::NoButton;
-  QPointer<QWidget> anterior = entrado && !sinSalida ? actual : nullptr;
-  actual = nuevo;
-  entrado = false;
   const QPointer<Formulario> viva(&forma);
-  if (anterior) salirDe(anterior);
-  if (!viva || cerrado) return;
-  const bool rechazado = actual != nuevo || entrado;  // the reaction sent the focus elsewhere
-  if (conRaton && (rechazado || QGuiApplication::mouseButtons() == Qt::NoButton)) {
-    pulsacionVacia = nuevo;
-  }
-  if (rechazado) return;
-  entrado = true;
-  entrarEn(nuevo);
+  const bool entrado = foco.llega(nuevo);
+  if (!viva || cerrado || !conRaton) return;
+  // The button has been released under a box, or the control isn't the one to press any more.
+  if (!entrado || QGuiApplication::mouseButtons() == Qt::NoButton) pulsacionVacia = nuevo;
 }
 
 void Formulario::Privado::salirDe(QWidget* campo) {
@@ -200,15 +196,13 @@ void Formulario::Privado::seleccionar(QWidget* campo) const {
 }
 
 void Formulario::enfocar(QWidget* campo) {
-  {
-    const QScopedValueRollback<bool> guarda(p_->sinSalida, true);
+  if (p_->foco.actual() != campo && !p_->cerrado) {
+    if (campo->isEnabled()) p_->foco.suelta();
     campo->setFocus(Qt::OtherFocusReason);
-  }
-  // Without an active window Qt tells the move only later: by then it is done with.
-  if (!p_->cerrado && p_->actual != campo && focusWidget() == campo) {
-    p_->actual = campo;
-    p_->entrado = true;
-    p_->entrarEn(campo);
+    // Without an active window Qt tells the move only later: by then it is done with.
+    if (p_->foco.estado() == Foco::Estado::Fuera && focusWidget() == campo) p_->foco.llega(campo);
+  } else {
+    campo->setFocus(Qt::OtherFocusReason);
   }
   if (!p_->controles.value(campo).sinSeleccion) p_->seleccionar(campo);
 }
@@ -336,6 +330,7 @@ bool Formulario::Privado::eventoDeRaton(QWidget* campo, QEvent& evento) {
     case QEvent::MouseButtonRelease:
       if (reseleccionar == campo) {
         auto* linea = qobject_cast<QLineEdit*>(campo);
+        if (auto* combo = qobject_cast<QComboBox*>(campo)) linea = combo->lineEdit();
         if (linea && !linea->hasSelectedText()) linea->selectAll();
         reseleccionar.clear();
       }
@@ -384,7 +379,17 @@ bool Formulario::eventFilter(QObject* objeto, QEvent* evento) {
   if (!parte || p_->cerrado || p_->reenviando) return QDialog::eventFilter(objeto, evento);
   QWidget* campo = Privado::controlDe(parte);
   switch (evento->type()) {
+    case QEvent::Wheel:
+      // It would change what nobody is looking at: a closed list never, a figure only with the
+      // focus. What lies around the control may scroll.
+      if (qobject_cast<QComboBox*>(campo) ||
+          (qobject_cast<QAbstractSpinBox*>(campo) && !campo->hasFocus())) {
+        evento->ignore();
+        return true;
+      }
+      break;
     case QEvent::KeyPress:
+      if (parte != campo && qobject_cast<QComboBox*>(campo)) break;
       return p_->teclaPulsada(campo, objeto, static_cast<QKeyEvent&>(*evento));
     case QEvent::MouseButtonPress:
     case QEvent::MouseButtonRelease:

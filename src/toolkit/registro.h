@@ -26,6 +26,7 @@ class Registro {
              [](Contexto& c) { return std::make_unique<F>(c); });
   }
   bool existe(const QString& nombre) const { return fabricas_.contains(nombre); }
+  QStringList nombres() const { return fabricas_.keys(); }  // of all forms, in no order
 
   // Shows a dialog modally over the active form and returns when it has closed; false, with nothing
   // shown, when no such form is registered: the caller then does what its No would do.

@@ -110,6 +110,34 @@ TEST_F(Ficheros, CompactarYCopiarDanLoMismoEnMenosSitio) {
   EXPECT_EQ(QDir(carpeta.path()).entryList({"*.tmp*"}), QStringList());
 }
 
+// A journal whose file was taken away by hand, and which would put a page of zeros into the one
+// that comes in its place.
+TEST_F(Ficheros, LaCopiaNoRecibeElDiarioDeUnFicheroQueSeFue) {
+  anotaLineas(100);
+  QByteArray diario;
+  QDataStream datos(&diario, QIODevice::WriteOnly);
+  constexpr quint32 kPaginas = 1, kClave = 7, kTamano = 5, kSector = 512, kPagina = 4096;
+  datos << quint64{0xd9d505f920a163d7} << kPaginas << kClave << kTamano << kSector << kPagina;
+  diario = diario.leftJustified(kSector, '\0');
+  datos.device()->seek(kSector);
+  datos << quint32{2};
+  diario.append(QByteArray(kPagina, '\0'));
+  datos.device()->seek(diario.size());
+  datos << kClave;
+  const QString copia = carpeta.filePath("Copia.MDB");
+  for (const bool compacta : {false, true}) {
+    escribe("Copia.MDB-journal", diario);
+    if (compacta) {
+      engine.CompactDatabase(ruta, copia);
+    } else {
+      engine.CopyDatabase(ruta, copia);
+    }
+    EXPECT_EQ(herramienta("PRAGMA integrity_check; SELECT count(*) FROM Diario", {}, copia),
+              "ok\n100");
+    QFile::remove(copia);
+  }
+}
+
 TEST_F(Ficheros, RestaurarSobreUnFicheroEnUsoEnsenaLasFilasDevueltas) {
   anotaLineas(3);
   const QString copia = carpeta.filePath("Copia.mdb");

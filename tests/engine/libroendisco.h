@@ -14,8 +14,8 @@
 
 inline const QString kLocale = QStringLiteral(";LANGID=0x0409;CP=1252;COUNTRY=0");
 
-// A file without tables.
-struct BaseEnDisco {
+// A place for a file, and a tool that reads it.
+struct FicheroEnDisco {
   // What a plain tool of the file's library prints for a statement: another program altogether.
   QString herramienta(const QString& sql, const QStringList& opciones = {},
                       const QString& otroFichero = {}) const {
@@ -28,6 +28,10 @@ struct BaseEnDisco {
   QTemporaryDir carpeta;
   QString ruta = carpeta.filePath("Conta.MDB");
   DBEngine engine;
+};
+
+// A file without tables.
+struct BaseEnDisco : FicheroEnDisco {
   std::unique_ptr<Database> db = engine.Workspaces(0).CreateDatabase(ruta, kLocale);
 };
 

@@ -69,11 +69,11 @@ class Composicion : public testing::Test {
     }
   }
 
-  std::shared_ptr<Documento> abre(const QString& bandas) {
+  std::shared_ptr<Documento> abre(const QString& bandas, const QString& base = kBase) {
     const QString ruta = libros.dirDatos() + "prueba.rpt";
     QFile f(rutaSistema(ruta));
     EXPECT_TRUE(f.open(QIODevice::WriteOnly));
-    f.write((kBase + bandas).toUtf8());
+    f.write((base + bandas).toUtf8());
     f.close();
     return abreLibro(libros.motor, libros.rutaEmpresa(), ruta);
   }
@@ -165,10 +165,116 @@ TEST_F(Composicion, CortesSumasYCabeceras) {
   EXPECT_TRUE(renglones(*junto, 3).endsWith("total 43000001 -5,00\npagina -16,00\n"));
 }
 
+// Whatever is written while a book is open is in its next page, counted anew.
+TEST_F(Composicion, SigueASuFichero) {
+  const auto libro = abre(kBandas);
+  libro->cuenta();
+  EXPECT_EQ(libro->paginas(), 5);
+  DBEngine otro;  // another station
+  for (DBEngine* motor : {&otro, &libros.motor}) {
+    const int version = libro->version();
+    DataControl diario(*motor);
+    diario.bind(libros.rutaEmpresa(), "Select * from Diario where Subcuenta='57200001'");
+    diario.Edit();
+    diario.Fields("Importe") = diario.Fields("Importe").number() + 100;
+    diario.Update();
+    motor->flush();
+    EXPECT_NE(libro->pagina(3), nullptr);
+    EXPECT_GT(libro->version(), version);
+  }
+  libro->cuenta();
+  EXPECT_EQ(libro->paginas(), 5);
+  EXPECT_TRUE(renglones(*libro, 5).endsWith("total 57200001 197,00\ntodo 192,00\npagina -6,00\n"))
+      << qPrintable(renglones(*libro, 5));
+}
+
+// Bands that depend on the row, lines that go on, and totals by a value whatever the order of the
+// rows.
+TEST_F(Composicion, CondicionesYResumenes) {
+  QString plantilla = R"([grupo Cuenta]
+por = Subcuenta
+[cabecera Cuenta]
+alto = 4
+si = Aviso
+0 60 izq "Cuenta {Subcuenta}"
+[resumen Signo]
+por = DH
+de = Cuenta
+[cabecera Signo]
+alto = 4
+0 60 izq "por signo"
+[linea Signo]
+alto = 4
+0 60 izq "{DH} {suma(Importe)}"
+[resumen Todos]
+por = DH
+[linea Todos]
+alto = 4
+0 60 izq "todos {DH} {suma(Importe)}"
+[pie Cuenta]
+alto = 4
+0 60 izq "total {suma(Importe)}"
+[detalle]
+alto = 4
+0 12 izq parte "{Descripcion}"
+20 30 der "{Importe}"
+[detalle largo]
+alto = 4
+si = NLinea
+pasa = 14
+0 60 izq "{resto}"
+[vacio]
+alto = 5
+0 60 izq "sin filas"
+[pie informe]
+alto = 5
+0 60 izq "fin {suma(Importe)}"
+)";
+  const auto abreCon = [&](const char* donde) {
+    const QString origen = ", IIf(NLinea>14,1,0) AS Aviso\ndesde = Diario\ndonde = ";
+    return abre(plantilla, QString(kBase).replace("\ndesde = Diario", origen + donde));
+  };
+  QString todo;
+  const auto libro = abreCon("NLinea>12 or NLinea<3");
+  libro->cuenta();
+  for (int n = 1; n <= libro->paginas(); ++n) todo += renglones(*libro, n);
+  EXPECT_EQ(todo,
+            "Línea ñ 13 13,00\nLínea ñ 14 -14,00\nLínea ñ 15,00\n15\nLínea ñ -16,00\n16\n"
+            "por signo\nD 28,00\nH -30,00\ntotal -2,00\n"
+            "Línea ñ 1 1,00\nLínea ñ 2 -2,00\npor signo\nD 1,00\nH -2,00\ntotal -1,00\n"
+            "todos D 29,00\ntodos H -32,00\nfin -3,00\n");
+  EXPECT_GT(libro->paginas(), 1);
+  // Alone, a page in the middle of it all is the same.
+  const QString ultima = renglones(*libro, libro->paginas());
+  EXPECT_EQ(renglones(*abreCon("NLinea>12 or NLinea<3"), libro->paginas()), ultima);
+  EXPECT_EQ(renglones(*abreCon("NLinea>99"), 1), "sin filas\nfin 0,00\n");
+}
+
+// What is drawn for one width fits any paper.
+TEST(Plantilla, SeAjustaAlPapel) {
+  const QString bandas = "[informe]\nancho = 180\n[detalle]\nalto = 10\n90 90 der \"{Importe}\"\n";
+  const auto lee = [&](const char* papel) {
+    return leePlantilla(QString(kBase).replace("papel = 100x60", papel) + bandas, {});
+  };
+  const struct {
+    const char* papel;
+    double x, alto;  // of the second half, and of its line
+  } casos[] = {{"papel = 190x250", 90, 10},
+               {"papel = A5", 69, 10 * 138 / 180.},
+               {"papel = Carta", 102.95, 10},
+               {"papel = A4\norientacion = apaisado", 143.5, 10}};
+  for (const auto& c : casos) {
+    const Plantilla p = lee(c.papel);
+    EXPECT_NEAR(p.detalle.campos[0].x, unidadesDeMm(c.x), 2) << c.papel;
+    EXPECT_NEAR(p.detalle.campos[0].ancho, unidadesDeMm(c.x), 2) << c.papel;
+    EXPECT_NEAR(p.detalle.alto, unidadesDeMm(c.alto), 2) << c.papel;
+  }
+}
+
 TEST_F(Composicion, RecortaYExporta) {
   const auto libro = abre(R"([detalle]
 alto = 5
-0 9 izq "{Descripcion}"
+0 5 izq "{Descripcion}"
 15 2 der "{Importe}"
 20 30 izq "Provincia {provincia}"
 40 40 izq "{Descripcion}"
@@ -178,11 +284,16 @@ alto = 5
 "Texto" 30 {Descripcion}
 "Haber" 12 {Importe:acreedor}
 )");
-  // A text is cut, an amount never; a label without its value is left out.
-  const QStringList textos = textosDe(*libro->pagina(1));
-  EXPECT_EQ(textos.size(), 30);
-  EXPECT_TRUE(textos[0].startsWith("Lín") && textos[0].endsWith("…")) << qPrintable(textos[0]);
-  EXPECT_TRUE(textos[1].contains('#') && !textos[1].contains('9')) << qPrintable(textos[1]);
+  // A text that can't be small enough is cut, but found whole; an amount never is. A label without
+  // its value is left out.
+  const auto pagina = libro->pagina(1);
+  const auto& textos = pagina->textos;
+  EXPECT_EQ(textos.size(), 30U);
+  EXPECT_TRUE(textos[0].texto.startsWith("Lín") && textos[0].texto.endsWith("…"))
+      << qPrintable(textos[0].texto);
+  EXPECT_EQ(textos[0].entero, "Línea ñ 7");
+  EXPECT_EQ(textos[1].texto, "7,00");
+  EXPECT_LE(textos[1].ancho, unidadesDeMm(2) + 1);
 
   // Without case and accents, and from the place found round to itself.
   const QDir carpeta(rutaSistema(libros.dirDatos()));

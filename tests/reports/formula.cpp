@@ -73,6 +73,27 @@ TEST(Formula, LasRechazadasDanSuNumero) {
   EXPECT_EQ(falloDe([] { fechaDeFormula("hola"); }), err::kTiposNoCoinciden);
 }
 
+TEST(Formula, diceLosCodigosPedidos) {
+  EXPECT_EQ(Formula("left({D.S},3)>='000' and Left({D.S},3)<='999' and {@m}>=1").codigos(),
+            "000 a 999");
+  EXPECT_EQ(Formula("{D.S}='43000001' and {D.F}>=date(2004,1,1)").codigos(), "43000001");
+  EXPECT_EQ(Formula("{D.N}>=1 and {D.N}<=9").codigos(), "");
+}
+
+// Counting asks for some columns only, with those that they are made from.
+TEST(Consulta, leeSoloLasColumnasPedidas) {
+  const auto plantilla = reports::leePlantilla(
+      "[origen T]\ncolumnas = A, IIf(B='x, (y',A,0) AS [C], [C]*2 AS E, T.F\ndesde = T\n"
+      "[detalle]\nalto = 4\n",
+      {});
+  const auto consulta = reports::consultaDe(plantilla, {}, {});
+  std::vector<int> sitio;
+  EXPECT_EQ(consulta.sentenciaCorta({2}, &sitio),
+            "SELECT IIf(B='x, (y',A,0) AS [C], [C]*2 AS E FROM T");
+  EXPECT_EQ(sitio, std::vector<int>({-1, 0, 1, -1}));
+  EXPECT_EQ(consulta.sentenciaCorta({3, 0}, &sitio), "SELECT A, T.F FROM T");
+}
+
 // The selection chooses the source, and goes into its clauses.
 TEST(Consulta, LaSeleccionEligeElOrigen) {
   const auto plantilla = reports::leePlantilla(R"([origen Diario]
@@ -81,7 +102,7 @@ desde = Meses
 donde = Mes < 13
 campo Diario.Subcuenta = Meses.Subcuenta
 formula Mes = Meses.Mes
-agrupado = Meses.Subcuenta
+agrupado = Year(X), [meses.subcuenta]
 orden = 1
 [origen Niveles, Otra]
 columnas = *
@@ -91,12 +112,13 @@ alto = 4
 )",
                                                {});
   const auto sentencia = [&](const char* lineas, const char* grupos = "") {
-    return reports::consultaDe(plantilla, lineas, grupos).sentencia;
+    return reports::consultaDe(plantilla, lineas, grupos).sentencia();
   };
   EXPECT_EQ(
       sentencia("{diario.subcuenta}>='1' and {@MES}=2", "Sum({Diario.Debe},{Diario.Subcuenta})>5"),
       "SELECT Subcuenta, Sum(Debe) AS D FROM Meses WHERE (Mes < 13) AND "
-      "(((Meses.Subcuenta) >= '1') and ((Meses.Mes) = 2)) GROUP BY Meses.Subcuenta HAVING "
+      "(((Meses.Subcuenta) >= '1') and ((Meses.Mes) = 2)) GROUP BY Year(X), [meses.subcuenta] "
+      "HAVING "
       "(Sum([Diario].[Debe]) > 5) ORDER BY 1");
   EXPECT_EQ(sentencia("{Niveles.NNivel}='1'"),
             "SELECT * FROM Niveles WHERE ([Niveles].[NNivel] = '1')");

@@ -5,8 +5,10 @@
 
 #include <QtWidgets/QtWidgets>
 
+#include "engine/datacontrol.h"
 #include "engine/dbengine.h"
 #include "reports/impreso.h"
+#include "reports/pintor.h"
 #include "reports/widgets/impresion.h"
 #include "reports/widgets/vistapagina.h"
 #include "soporte/escenario.h"
@@ -45,26 +47,35 @@ class Vista : public testing::Test {
 TEST_F(Vista, SeVaPorLasPaginasYSeBusca) {
   Teclado t(*vista);
   EXPECT_EQ(vista->windowTitle(), "Listado de diario");
-  const std::pair<Qt::Key, int> teclas[] = {{Qt::Key_PageDown, 2}, {Qt::Key_PageDown, 3},
-                                            {Qt::Key_PageUp, 2},   {Qt::Key_End, 9},
-                                            {Qt::Key_PageDown, 9}, {Qt::Key_Home, 1}};
+  const std::pair<Qt::Key, int> teclas[] = {{Qt::Key_PageDown, 2},  {Qt::Key_PageDown, 3},
+                                            {Qt::Key_PageUp, 2},    {Qt::Key_End, 11},
+                                            {Qt::Key_PageDown, 11}, {Qt::Key_Home, 1}};
   for (const auto& [tecla, pagina] : teclas) {
     t.tecla(tecla);
     espera();
     EXPECT_EQ(vista->pagina(), pagina);
   }
-  EXPECT_EQ(t.textoDe("LblPaginas"), "de 9");
-  t.escribe("TxtPagina", "4");
-  t.intro();
-  EXPECT_EQ(vista->pagina(), 4);
-  EXPECT_EQ(t.enfocado(), "Vista");
+  EXPECT_EQ(t.textoDe("LblPaginas"), "de 11");
+  // The box shows the page, whatever was typed.
+  const std::pair<const char*, int> escritas[] = {{"4", 4}, {"99", 11}, {"0", 1}};
+  for (const auto& [texto, pagina] : escritas) {
+    t.escribe("TxtPagina", texto);
+    t.intro();
+    EXPECT_EQ(vista->pagina(), pagina);
+    EXPECT_EQ(t.textoDe("TxtPagina"), QString::number(pagina));
+    EXPECT_EQ(t.enfocado(), "Vista");
+  }
+  t.escribe("TxtPagina", "7");
+  t.enfoca("TxtBuscar");
+  reposar();
+  EXPECT_EQ(t.textoDe("TxtPagina"), "1");
 
   t.tecla(Qt::Key_Home);
   t.tecla(Qt::Key_F, Qt::ControlModifier);
   t.teclea("nominas del mes");
   t.intro();
   // Without case and accents, to the end and round again.
-  for (const int pagina : {3, 6, 9, 3}) {
+  for (const int pagina : {4, 7, 11, 4}) {
     espera();
     EXPECT_EQ(estado(), QString("Encontrado en la página %1").arg(pagina));
     t.tecla(Qt::Key_F3);
@@ -74,7 +85,11 @@ TEST_F(Vista, SeVaPorLasPaginasYSeBusca) {
   t.intro();
   espera();
   EXPECT_EQ(estado(), "No se encuentra «nada de esto»");
-  EXPECT_EQ(vista->pagina(), 6);
+  EXPECT_EQ(vista->pagina(), 7);
+  t.enfoca("TxtBuscar");
+  t.escape();
+  EXPECT_EQ(t.textoDe("TxtBuscar"), "");
+  EXPECT_TRUE(vista->isVisible());
   t.escape();
   EXPECT_FALSE(vista && vista->isVisible());
 }
@@ -83,16 +98,20 @@ TEST_F(Vista, GuardaYExporta) {
   Teclado t(*vista);
   const QDir carpeta(e.carpetaDatos());
   const struct {
-    const char *accion, *extension, *comienzo;
-  } casos[] = {
-      {"CmdPdf", ".pdf", "%PDF-"}, {"CmdXlsx", ".xlsx", "PK"}, {"CmdCsv", ".csv", "\xEF\xBB\xBF"}};
+    Qt::Key tecla;
+    Qt::KeyboardModifiers con;
+    const char *extension, *comienzo;
+  } casos[] = {{Qt::Key_S, Qt::ControlModifier, ".pdf", "%PDF-"},
+               {Qt::Key_E, Qt::ControlModifier, ".xlsx", "PK"},
+               {Qt::Key_E, Qt::ControlModifier | Qt::ShiftModifier, ".csv", "\xEF\xBB\xBF"}};
   for (const auto& c : casos) {
     e.guion.esperaFichero(carpeta.filePath("libro"));
-    vista->findChild<QAction*>(c.accion)->trigger();
+    t.tecla(c.tecla, c.con);
     espera();
+    EXPECT_EQ(e.guion.propuesto, QString("Libro diario - Prueba - 2003") + c.extension);
     QFile f(carpeta.filePath("libro") + c.extension);
-    ASSERT_TRUE(f.open(QIODevice::ReadOnly)) << c.accion;
-    EXPECT_TRUE(f.readAll().startsWith(c.comienzo)) << c.accion;
+    ASSERT_TRUE(f.open(QIODevice::ReadOnly)) << c.extension;
+    EXPECT_TRUE(f.readAll().startsWith(c.comienzo)) << c.extension;
     EXPECT_EQ(estado(), "Guardado en " + f.fileName());
   }
   // Stopped on its way, refused at the picker, or by the disk.
@@ -137,7 +156,7 @@ TEST_F(Vista, ImprimeSusPaginas) {
   };
   const auto todas = imprime(nullptr);
   EXPECT_EQ(estado(), "Enviado a la impresora");
-  EXPECT_EQ(todas.size(), 9);
+  EXPECT_EQ(todas.size(), 11);
   for (int n = todas.size(); n > 0; --n) {
     vista->irA(n);
     const QString impresa = todas[n - 1].join(' ');
@@ -158,6 +177,38 @@ TEST_F(Vista, ImprimeSusPaginas) {
   } catch (const ErrorEjecucion& fallo) {
     EXPECT_EQ(fallo.numero(), err::kErrorDeRuta);
   }
+}
+
+// Lines are posted while the preview is open, and while its book is being printed.
+TEST_F(Vista, SigueALosLibros) {
+  Teclado t(*vista);
+  espera();
+  const auto borra = [&](int desde) {
+    DBEngine otro;
+    DataControl diario(otro);
+    diario.bind(e.ctx.sesion.rutaEmpresa(),
+                QString("Select * from Diario where NAsiento>%1").arg(desde));
+    for (diario.MoveFirst(); !diario.Eof(); diario.MoveNext()) diario.Delete();
+    otro.flush();
+  };
+  const QString pdf = QDir(e.carpetaDatos()).filePath("libro.pdf");
+  reports::TareaPdf tarea(abreLibro(e.ctx.motor, e.ctx.sesion.rutaEmpresa(), "Diario.rpt"), pdf,
+                          "Libro", 1, INT_MAX);
+  EXPECT_TRUE(tarea.paso());
+  borra(20);
+  while (tarea.paso()) continue;
+  const auto paginas = paginasDePdf(pdf);
+  ASSERT_EQ(paginas.size(), 11);
+  EXPECT_FALSE(paginas[10].filter("Total asiento 120 ").isEmpty());
+
+  t.tecla(Qt::Key_End);
+  espera();
+  EXPECT_EQ(vista->pagina(), 2);
+  EXPECT_EQ(t.textoDe("LblPaginas"), "de 2");
+  EXPECT_TRUE(textosDe(*t.control<VistaPagina>("Vista").pagina()).contains("Total asiento 20"));
+  t.tecla(Qt::Key_Home);
+  borra(1);
+  EXPECT_EQ(leeVista(e.guion).paginas.size(), 1);
 }
 
 TEST_F(Vista, QuedaAbiertaCuandoSeCierraElDialogoQueLaAbrio) {

@@ -104,8 +104,9 @@ std::optional<QString> Guion::abrirFichero(QWidget* padre, const QString& titulo
   return paso ? paso->respuesta : std::nullopt;
 }
 
-std::optional<QString> Guion::guardarFichero(QWidget* padre, const QString& titulo, const QString&,
-                                             const QString&) {
+std::optional<QString> Guion::guardarFichero(QWidget* padre, const QString& titulo,
+                                             const QString& nombre, const QString&) {
+  propuesto = nombre;
   return abrirFichero(padre, titulo, {}, {});
 }
 

@@ -32,6 +32,8 @@ class Guion : public Cajas {
   void esperaDialogo(const QString& nombre, std::function<void(Teclado&)> paso);
   // All that was announced has come.
   bool agotado() const;
+  // The name that was proposed for the file last written.
+  QString propuesto;
 
   void mensaje(QWidget* padre, const QString& texto, const QString& titulo, Icono icono) override;
   bool pregunta(QWidget* padre, const QString& texto, const QString& titulo, Icono icono) override;

@@ -115,9 +115,20 @@ TEST(Salir, EsPasarAOtroControlYNoCerrar) {
       {"enfocar", [](Prueba& p) { p.f.enfocar(p.f.TxtC); }, {"entra TxtC"}},
       {"un clic en un botón", [](Prueba& p) { p.t.pulsa("CmdAceptar"); }, {"sale TxtA", "acepta"}},
       {"su mnemónico", [](Prueba& p) { p.t.mnemonico('A'); }, {"sale TxtA", "acepta"}},
-      {"cancelar con el ratón",
-       [](Prueba& p) { p.t.pulsa("CmdCancelar"); },
-       {"sale TxtA", "cancela"}},
+      {"cancelar con el ratón", [](Prueba& p) { p.t.pulsa("CmdCancelar"); }, {"cancela"}},
+      {"su mnemónico", [](Prueba& p) { p.t.mnemonico('C'); }, {"cancela"}},
+      {"pasar por Cancelar y seguir",
+       [](Prueba& p) {
+         p.f.CmdCancelar->setFocus();
+         p.f.TxtB->setFocus();
+       },
+       {"sale TxtA", "entra TxtB"}},
+      {"pasar por Cancelar y volver",
+       [](Prueba& p) {
+         p.f.CmdCancelar->setFocus();
+         p.f.TxtA->setFocus();
+       },
+       {"entra TxtA"}},
       {"Escape", [](Prueba& p) { p.t.escape(); }, {"cancela"}},
       {"el botón de la ventana", [](Prueba& p) { p.t.cierra(); }, {"cancela"}},
       {"descargar", [](Prueba& p) { p.f.descargar(); }, {}},

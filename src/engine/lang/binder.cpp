@@ -1,3 +1,15 @@
+// From names to columns, by an example. With the stored query
+//     Lineas:  SELECT Diario.*, IIf([DH]='D',[Importe],0) AS Debe FROM Diario
+// the statement
+//     SELECT Subcuenta, Sum(Debe) AS T FROM Lineas WHERE NAsiento = 3 GROUP BY Subcuenta
+// becomes a Query over one source, which is the query Lineas over one source, the table Diario:
+//     "Subcuenta"  a Column of the outer source: number 3 of what Lineas puts out
+//     "Debe"       another; the inner query holds the IIf, whose own columns are of Diario
+//     "T"          the outer output's name; in ORDER BY or HAVING it would stand for its Sum
+//     "3"          a Literal of place Statement if it was taken out of the text (then its value
+//                  comes when the query is run), of place Own otherwise; literals of stored
+//                  queries are of place InText
+// Nothing is merged here: that is the work of flatten().
 #include "engine/lang/binder.h"
 
 #include <algorithm>
@@ -334,6 +346,8 @@ ExprPtr Binder::literal(const Node& node) const {
   expr.value = node.literal.value;
   expr.parameter = node.parameter;
   expr.place = node.parameter >= 0 ? Expr::Place::Statement : place_;
+  expr.numericText = node.literal.kind == LiteralKind::NumericText;
+  expr.word = node.literal.kind == LiteralKind::Word;
   switch (node.literal.kind) {
     case LiteralKind::Long:
       expr.type = Type::Long;
@@ -345,8 +359,7 @@ ExprPtr Binder::literal(const Node& node) const {
       expr.type = Type::Date;
       break;
     case LiteralKind::NumericText:
-      expr.numericText = true;
-      [[fallthrough]];
+    case LiteralKind::Word:
     case LiteralKind::Text:
       expr.type = Type::Text;
   }

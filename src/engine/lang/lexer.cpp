@@ -124,6 +124,10 @@ class Reader {
   qsizetype at_ = 0;
 };
 
+bool hasOtherLetters(QStringView text) {
+  return std::any_of(text.begin(), text.end(), [](QChar c) { return c.unicode() >= 0x80; });
+}
+
 // The century nearest the company's year; of two equally near, the later.
 int fullYear(int year, int ano) {
   int full = ano - ano % 100 + year;
@@ -158,10 +162,6 @@ QString sourceName(QStringView source) {
   return name.toString();
 }
 
-bool hasOtherLetters(QStringView text) {
-  return std::any_of(text.begin(), text.end(), [](QChar c) { return c.unicode() >= 0x80; });
-}
-
 void numberLiterals(std::vector<Token>& tokens) {
   size_t where = tokens.size();
   for (size_t i = 0; i < tokens.size(); ++i) {
@@ -171,8 +171,7 @@ void numberLiterals(std::vector<Token>& tokens) {
   }
   int next = 0;
   for (size_t i = where; i < tokens.size() && tokens[i].word != Word::Order; ++i) {
-    const bool inPlan = tokens[i - 1].word == Word::Like || hasOtherLetters(tokens[i].text);
-    if (tokens[i].isLiteral() && !inPlan) tokens[i].parameter = next++;
+    if (tokens[i].isLiteral() && tokens[i - 1].word != Word::Like) tokens[i].parameter = next++;
   }
 }
 
@@ -186,18 +185,17 @@ Literal literalOf(const Token& token, int ano) {
     return {Variant(number), LiteralKind::Double};
   }
   if (token.kind == TokenKind::Date) {
-    const QString date = dateLiteral(token.text, ano);
-    if (date.isEmpty()) {
-      throw ErrorEjecucion(err::kErrorDeSintaxis, u'#' + token.text.toString() + u'#');
-    }
-    return {Variant(date), LiteralKind::Date};
+    const std::optional<QDateTime> date = dateLiteral(token.text, ano);
+    if (!date) throw ErrorEjecucion(err::kErrorDeSintaxis, u'#' + token.text.toString() + u'#');
+    return {Variant(*date), LiteralKind::Date};
   }
   const QString text = token.text.toString();
   double number = 0;
-  return {Variant(text), readNumber(text, number) ? LiteralKind::NumericText : LiteralKind::Text};
+  if (readNumber(text, number)) return {Variant(text), LiteralKind::NumericText};
+  return {Variant(text), hasOtherLetters(text) ? LiteralKind::Word : LiteralKind::Text};
 }
 
-QString dateLiteral(QStringView text, int ano) {
+std::optional<QDateTime> dateLiteral(QStringView text, int ano) {
   const QStringView trimmed = text.trimmed();
   const qsizetype blank = trimmed.indexOf(u' ');
   const QStringView day = blank < 0 ? trimmed : trimmed.first(blank);
@@ -206,15 +204,15 @@ QString dateLiteral(QStringView text, int ano) {
   int count = 0;
   for (const QChar c : day) {
     if (isDigit(c)) {
-      if (++widths[count] > 4) return {};
+      if (++widths[count] > 4) return std::nullopt;
       parts[count] = parts[count] * 10 + c.digitValue();
     } else if ((c == u'-' || c == u'/' || c == u'.') && widths[count] > 0 && count < 2) {
       ++count;
     } else {
-      return {};
+      return std::nullopt;
     }
   }
-  if (count != 2 || widths[2] == 0) return {};
+  if (count != 2 || widths[2] == 0) return std::nullopt;
 
   QDate date;
   if (widths[0] > 2) {
@@ -225,15 +223,14 @@ QString dateLiteral(QStringView text, int ano) {
     date = monthFirst && QDate::isValid(year, parts[0], parts[1]) ? QDate(year, parts[0], parts[1])
                                                                   : QDate(year, parts[1], parts[0]);
   }
-  if (!date.isValid()) return {};
-  if (blank < 0) return date.toString(Qt::ISODate);
+  if (!date.isValid()) return std::nullopt;
+  if (blank < 0) return QDateTime(date, QTime(0, 0), Qt::UTC);
 
   const QString clock = trimmed.sliced(blank).trimmed().toString();
   QTime time = QTime::fromString(clock, QStringLiteral("H:mm:ss"));
   if (!time.isValid()) time = QTime::fromString(clock, QStringLiteral("H:mm"));
-  if (!time.isValid()) return {};
-  if (time == QTime(0, 0)) return date.toString(Qt::ISODate);
-  return date.toString(Qt::ISODate) + u' ' + time.toString(Qt::ISODate);
+  if (!time.isValid()) return std::nullopt;
+  return QDateTime(date, time, Qt::UTC);
 }
 
 bool readNumber(const QString& text, double& number) {

@@ -4,6 +4,8 @@
 // text there, so the statement breaks instead of becoming another one.
 #pragma once
 
+#include <optional>
+#include <QDateTime>
 #include <QString>
 #include <vector>
 
@@ -43,8 +45,10 @@ enum class Word {
   Where
 };
 
-// What a literal is: a text that reads as a number may later be compared with one.
-enum class LiteralKind { Long, Double, Text, NumericText, Date };
+// What a literal is: a text that reads as a number may later be compared with one, and a word has
+// letters beyond the plain alphabet (ñ, accented ones), which a store's indexes may not know the
+// case of. Statements share a plan only where their literals are of the same kinds.
+enum class LiteralKind { Long, Double, Text, NumericText, Date, Word };
 
 enum class TokenKind { End, Name, Number, Text, Date, Symbol };
 
@@ -69,16 +73,13 @@ bool isStatement(QStringView source);
 // The name of a table or query given as a source: without brackets around it and a final ";".
 QString sourceName(QStringView source);
 
-// Whether a text holds letters whose case the file's own comparisons don't know: ñ, accented ones.
-bool hasOtherLetters(QStringView text);
-
 // Numbers the literals that may change without another plan: those of the condition, but for the
-// patterns of Like and texts with other letters. A statement that groups keeps all of its own,
-// because its lists are matched literal by literal.
+// patterns of Like. A statement that groups keeps all of its own, because its lists are matched
+// literal by literal.
 void numberLiterals(std::vector<Token>& tokens);
 
 struct Literal {
-  Variant value;  // a date as its text in the file
+  Variant value;
   LiteralKind kind = LiteralKind::Text;
 };
 // The value of a literal's token. 3075 for a date that is none.
@@ -86,10 +87,9 @@ Literal literalOf(const Token& token, int ano);
 
 // A date literal: "m-d-yy", with the month first where that can be a month and the day first
 // otherwise, or "yyyy-mm-dd"; any of "-/." between, a time "h:mm[:ss]" after a blank. A year of two
-// digits takes the century that puts it nearest `ano`. The result is the file's text, empty for
-// what is no date.
-//   dateLiteral(u"2-1-03", 2003) == "2003-02-01"
-QString dateLiteral(QStringView text, int ano);
+// digits takes the century that puts it nearest `ano`. Nothing for what is no date.
+//   dateLiteral(u"2-1-03", 2003) == the first of February of 2003
+std::optional<QDateTime> dateLiteral(QStringView text, int ano);
 
 // The number that a text says, by the rules of an assignment to a number field.
 bool readNumber(const QString& text, double& number);

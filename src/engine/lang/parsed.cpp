@@ -3,7 +3,7 @@
 namespace lang {
 namespace {
 
-constexpr QStringView kMarks[] = {u" ?l", u" ?d", u" ?t", u" ?n", u" ?f"};
+constexpr QStringView kMarks[] = {u" ?l", u" ?d", u" ?t", u" ?n", u" ?f", u" ?p"};
 
 // Marks what kind of word it is, so that no two statements read alike.
 void addWord(QString& key, const Token& word) {

@@ -59,6 +59,7 @@ struct Expr {
   int parameter = -1;
   Variant value;
   bool numericText = false;
+  bool word = false;  // a text with letters beyond the plain alphabet
   std::vector<ExprPtr> args;
   int height = 1;
   int weight = 1;

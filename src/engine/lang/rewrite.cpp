@@ -1,3 +1,17 @@
+// Merging by an example. With the stored queries
+//     Lineas:  SELECT *, IIf([DH]='D',[Importe],0) AS Debe FROM Diario
+//     Meses:   SELECT Subcuenta, Month([Fecha]) AS Mes, Sum(Debe) AS D FROM Lineas
+//              GROUP BY Subcuenta, Month([Fecha])
+// the statement
+//     SELECT * FROM Meses WHERE Subcuenta = '43' AND D > 0
+// goes through these steps:
+//     Lineas is merged into Meses (mergePlain):      Sum(IIf(..)) FROM Diario GROUP BY ..
+//     Meses is merged into the statement (mergeGrouped), its conditions after the grouping:
+//                                                    HAVING Subcuenta = '43' AND Sum(..) > 0
+//     what asks no total goes before it (havingToWhere):
+//                                                    WHERE Subcuenta = '43' HAVING Sum(..) > 0
+// so that an index over Subcuenta finds the lines, or readRunningSums() needs none of them. A
+// grouped query beside others in a join stays one, and gets the conditions on its keys (pushDown).
 #include "engine/lang/rewrite.h"
 
 #include <algorithm>

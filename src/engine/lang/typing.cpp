@@ -1,3 +1,14 @@
+// What may stand beside what, by examples. The columns are Importe (double), NAsiento (long), Fecha
+// (date), Subcuenta (text) and Haber, IIf([DH]='D','',[Importe]), mixed: a number in some rows and
+// a text in others.
+//     NAsiento = '12'       the text literal is read as the number 12
+//     NAsiento = 'doce'     3464
+//     Fecha > 3             3464
+//     Subcuenta = 430       3464: a code is a text, and '430' must be written
+//     Haber > 0             only the rows in which it is a number are asked: NumberPart(Haber) > 0
+//     Haber = ''            only those in which it is a text: TextPart(Haber) = ''
+//     Importe & '€'         & joins any values as texts; + adds numbers, or joins two texts
+//     Subcuenta + NAsiento  3464
 #include "engine/lang/typing.h"
 
 #include <algorithm>
@@ -15,8 +26,9 @@ bool isNumber(const Expr& expr) {
 }
 
 [[noreturn]] void failTypes(const Expr& expr) {
-  throw ErrorEjecucion(err::kTiposEnCriterio,
-                       expr.value.isText() ? expr.value.display() : QString());
+  throw ErrorEjecucion(err::kTiposEnCriterio, expr.value.isText() || expr.value.isDate()
+                                                  ? expr.value.display()
+                                                  : QString());
 }
 
 ExprPtr function(Fn fn, std::vector<ExprPtr> args, Type type, int size = 0) {

@@ -2,6 +2,7 @@
 #include "common/errorejecucion.h"
 #include "engine/lang/lexer.h"
 #include "engine/sqlite/emitter.h"
+#include "engine/sqlite/statement.h"
 
 namespace lang {
 namespace {
@@ -50,10 +51,6 @@ bool isWildcard(QChar c) {
 QString quotedText(QString text) {
   if (text.contains(QChar::Null)) throw ErrorEjecucion(err::kErrorDeSintaxis, text);
   return u'\'' + text.replace(u'\'', QStringLiteral("''")) + u'\'';
-}
-
-bool isOtherWord(const Expr& expr) {
-  return expr.kind == Kind::Literal && expr.value.isText() && hasOtherLetters(expr.value.text());
 }
 
 // The case of the value is no matter to Like.
@@ -143,6 +140,7 @@ QString Emitter::constant(const Variant& value, Expr::Place place) {
   if (value.isBoolean()) return value.toBool() ? QStringLiteral("(-1)") : QStringLiteral("0");
   if (place == Expr::Place::Own) return u'?' + QString::number(parameters_.own(value));
   if (value.isText()) return quotedText(value.text());
+  if (value.isDate()) return quotedText(isoText(value.dateTime()));
   if (!value.isNumber()) return QStringLiteral("NULL");
   const double number = value.number();
   QString written = QString::number(number, 'g', 17);
@@ -171,9 +169,9 @@ QString Emitter::compared(const Expr& expr) {
   const Expr& left = *expr.args[0];
   const Expr& right = *expr.args[1];
   const bool texts = left.type == Type::Text && right.type == Type::Text;
-  // Codes are compared as the indexes have them; only words need the case of every letter.
+  // Codes are compared as the indexes have them, which know the case of the plain letters alone.
   const bool equal = expr.op == Op::Equal || expr.op == Op::NotEqual;
-  if (texts && equal && dialect_ != Dialect::View && (isOtherWord(left) || isOtherWord(right)))
+  if (texts && equal && dialect_ != Dialect::View && (left.word || right.word))
     return QStringLiteral("(mayusculas(") + value(left) + u')' + operatorOf(expr.op) +
            QStringLiteral("mayusculas(") + value(right) + QStringLiteral("))");
   return u'(' + value(left) + operatorOf(expr.op) + value(right) +

@@ -15,6 +15,7 @@
 namespace {
 
 constexpr int kPoll = 2;  // milliseconds
+constexpr QLatin1String kJournal("-journal");
 
 struct Closer {
   void operator()(sqlite3* db) const { sqlite3_close_v2(db); }
@@ -49,15 +50,22 @@ void synchronize(const QString& systemPath) {
 
 }  // namespace
 
-TemporaryCopy::TemporaryCopy(const QString& target, const QString& path)
+TemporaryCopy::TemporaryCopy(const QString& target, const QString& path, int timeout)
     : target_(target),
       path_(path),
-      temporary_(target + QStringLiteral(".%1.tmp").arg(QCoreApplication::applicationPid())) {
-  QFile::remove(temporary_);
+      temporary_(target + QStringLiteral(".%1.tmp").arg(QCoreApplication::applicationPid())),
+      timeout_(timeout) {
+  remove();
 }
 
 TemporaryCopy::~TemporaryCopy() {
+  remove();
+}
+
+// With the journal that a disk which failed leaves beside it.
+void TemporaryCopy::remove() const {
   QFile::remove(temporary_);
+  QFile::remove(temporary_ + kJournal);
 }
 
 sqlite3* TemporaryCopy::open(int flags) const {
@@ -71,7 +79,7 @@ sqlite3* TemporaryCopy::open(int flags) const {
 
 void TemporaryCopy::fill(sqlite3* from, const QString& fromPath) {
   const Handle to(open(SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE));
-  const int code = copyPages(to.get(), from, kCopyTimeout);
+  const int code = copyPages(to.get(), from, timeout_);
   if (code == SQLITE_OK) return;
   const bool full = (code & 0xff) == SQLITE_FULL;
   throw ErrorEjecucion(full ? err::kSinEspacio : err::kErrorDeDisco, fromPath);
@@ -91,6 +99,8 @@ void TemporaryCopy::verify() {
 
 void TemporaryCopy::rename() {
   synchronize(temporary_);
+  // A journal without its file would be taken for this one's and written back into it.
+  if (QFile::remove(target_ + kJournal)) synchronize(QFileInfo(target_).path());
   if (!QFile::rename(temporary_, target_)) throw ErrorEjecucion(err::kErrorDeRuta, path_);
   synchronize(QFileInfo(target_).path());
 }
@@ -98,7 +108,7 @@ void TemporaryCopy::rename() {
 void TemporaryCopy::writeInto(Connection& live) {
   const Handle from(open(SQLITE_OPEN_READONLY));
   live.forgetStatements();
-  const int code = copyPages(live.handle(), from.get(), kCopyTimeout);
+  const int code = copyPages(live.handle(), from.get(), timeout_);
   live.definitionsChanged();
   if (code != SQLITE_OK)
     live.fail(code, Doing::Writing, QString::fromUtf8(sqlite3_errmsg(live.handle())));

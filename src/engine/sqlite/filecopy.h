@@ -9,13 +9,11 @@
 class Connection;
 struct sqlite3;
 
-// How long another station is waited for while a whole file is copied, in milliseconds.
-inline constexpr int kCopyTimeout = 5000;
-
 class TemporaryCopy {
  public:
   // `target` is the system's path of what it will become, `path` the same as the program writes it.
-  TemporaryCopy(const QString& target, const QString& path);
+  // Another station is waited for `timeout` milliseconds at each end of the copying.
+  TemporaryCopy(const QString& target, const QString& path, int timeout);
   ~TemporaryCopy();
   TemporaryCopy(const TemporaryCopy&) = delete;
   TemporaryCopy& operator=(const TemporaryCopy&) = delete;
@@ -30,7 +28,9 @@ class TemporaryCopy {
 
  private:
   sqlite3* open(int flags) const;
+  void remove() const;
   QString target_;
   QString path_;
   QString temporary_;
+  int timeout_;
 };

@@ -62,7 +62,7 @@ void DBEngine::CompactDatabase(const QString& source, const QString& destination
   const auto shared = connection(source);
   guarded(*shared, [&] {
     shared->commit();
-    TemporaryCopy copy(target, destination);
+    TemporaryCopy copy(target, destination, lockTimeout());
     shared->prepare(QStringLiteral("VACUUM INTO ?1"), Doing::Writing)
         .bind(1, copy.path())
         .execute();
@@ -77,7 +77,7 @@ void DBEngine::CopyDatabase(const QString& source, const QString& destination) {
   guarded(*shared, [&] {
     shared->commit();
     const QString target = rutaSistema(destination);
-    TemporaryCopy copy(target, destination);
+    TemporaryCopy copy(target, destination, lockTimeout());
     copy.fill(shared->handle(), source);
     copy.verify();
     if (!QFileInfo::exists(target)) {

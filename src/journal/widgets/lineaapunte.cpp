@@ -13,11 +13,13 @@ namespace {
 
 constexpr int kTextoDeConcepto = 1;
 constexpr int kLargoDeConcepto = 50;
+constexpr int kLetrasALaVista = 16;  // of a concept, in the narrowest window
 
 void Concepto_KeyPress(Formulario& forma, ComboEnlazado& concepto, DataControl& conceptos,
                        Tecla& tecla) {
   const QString texto = concepto.texto();
   if (!tecla.esIntro() || texto.isEmpty() || !texto.at(0).isDigit()) return;
+  if (!conceptos.isOpen()) return;  // no company: no code means anything
   tecla.tragar();
   try {
     conceptos.FindFirst(QStringLiteral("NConcepto = '%1'").arg(texto));
@@ -42,6 +44,8 @@ void conectaConcepto(Formulario& forma, ComboEnlazado& concepto, DataControl& co
   concepto.lineEdit()->setMaxLength(kLargoDeConcepto);
   // What is typed is the bookkeeper's own text: nothing may complete it.
   concepto.setCompleter(nullptr);
+  concepto.setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+  concepto.setMinimumContentsLength(kLetrasALaVista);
   forma.alTeclear(&concepto, [&forma, &concepto, &conceptos](Tecla& tecla) {
     Concepto_KeyPress(forma, concepto, conceptos, tecla);
   });

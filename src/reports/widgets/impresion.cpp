@@ -27,7 +27,14 @@ TareaImpresion::~TareaImpresion() {
 void TareaImpresion::pon(const Pagina& pagina, bool primera) {
   if (!primera) impresora_->newPage();
   pintor_.save();
-  const double escala = impresora_->resolution() / double(kUnidadesPorPulgada);
+  // On smaller paper than the book is laid out for, it is reduced as a whole: pages keep their
+  // numbers.
+  const Plantilla& p = documento().plantilla();
+  const QRect papel = impresora_->pageLayout().fullRectPixels(impresora_->resolution());
+  const double puntos = impresora_->resolution() / double(kUnidadesPorPulgada);
+  const double escala = std::min(
+      {puntos, double(papel.width()) / p.anchoPapel, double(papel.height()) / p.altoPapel});
+  pintor_.translate(std::max(0.0, papel.width() - escala * p.anchoPapel) / 2, 0);
   pintor_.scale(escala, escala);
   pinta(pintor_, pagina, documento().tipografia());
   pintor_.restore();

@@ -81,6 +81,7 @@ QPoint VistaPagina::origen() const {
 }
 
 void VistaPagina::marca(int texto) {
+  if (!pagina_ || size_t(texto) >= pagina_->textos.size()) return;
   marcado_ = texto;
   const Texto& t = pagina_->textos[size_t(texto)];
   const QRectF sitio = QRectF(t.x, t.y, t.ancho, t.alto);

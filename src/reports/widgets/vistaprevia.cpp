@@ -98,7 +98,8 @@ void VistaPrevia::montaBarra() {
   TxtPagina = new QLineEdit(barra_);
   TxtPagina->setObjectName(QStringLiteral("TxtPagina"));
   TxtPagina->setAlignment(Qt::AlignRight);
-  TxtPagina->setValidator(new QIntValidator(1, 9999999, TxtPagina));
+  TxtPagina->setValidator(new QIntValidator(0, 9999999, TxtPagina));
+  TxtPagina->installEventFilter(this);
   TxtPagina->setFixedWidth(TxtPagina->fontMetrics().horizontalAdvance(QStringLiteral("0000000")) +
                            16);
   TxtPagina->setToolTip(tr("Página"));
@@ -127,6 +128,7 @@ void VistaPrevia::montaBarra() {
   TxtBuscar->setPlaceholderText(tr("Buscar"));
   TxtBuscar->setClearButtonEnabled(true);
   TxtBuscar->setMaximumWidth(220);
+  TxtBuscar->installEventFilter(this);
   connect(TxtBuscar, &QLineEdit::returnPressed, this, [this] { protege([this] { busca(); }); });
   barra_->addWidget(TxtBuscar);
   salidas_ << accion("CmdBuscar", tr("Buscar el siguiente"), QStringLiteral("buscar-descripcion"),
@@ -136,9 +138,10 @@ void VistaPrevia::montaBarra() {
                      {Qt::CTRL | Qt::Key_P}, &V::imprime);
   salidas_ << accion("CmdPdf", tr("Guardar como PDF"), QStringLiteral("pdf"),
                      {Qt::CTRL | Qt::Key_S}, &V::guardaPdf);
-  salidas_ << accion("CmdXlsx", tr("Exportar a hoja de cálculo"), QStringLiteral("excel"), {},
-                     &V::exportaXlsx);
-  salidas_ << accion("CmdCsv", tr("Exportar a CSV"), QStringLiteral("csv"), {}, &V::exportaCsv);
+  salidas_ << accion("CmdXlsx", tr("Exportar a hoja de cálculo"), QStringLiteral("excel"),
+                     {Qt::CTRL | Qt::Key_E}, &V::exportaXlsx);
+  salidas_ << accion("CmdCsv", tr("Exportar a CSV"), QStringLiteral("csv"),
+                     {Qt::CTRL | Qt::SHIFT | Qt::Key_E}, &V::exportaCsv);
   auto* const buscar = new QAction(this);
   buscar->setShortcut(Qt::CTRL | Qt::Key_F);
   connect(buscar, &QAction::triggered, this, &V::irABuscar);
@@ -196,16 +199,31 @@ void VistaPrevia::protege(const std::function<void()>& reaccion) {
 void VistaPrevia::irA(int pagina) {
   protege([&] {
     pagina = std::max(1, pagina);
+    ponAlDia();
     if (pagina > documento_->paginas() && !documento_->contado()) {
       if (tarea_) return;
       lanza(std::make_unique<TareaCuenta>(documento_, pagina), tr("Contando páginas"),
             [this, pagina] { irA(pagina); });
       return;
     }
-    pagina_ = std::min(pagina, documento_->paginas());
-    vista_->setPagina(documento_->pagina(pagina_));
+    muestra(pagina);
     atiende();
   });
+}
+
+void VistaPrevia::muestra(int pagina) {
+  pagina_ = std::min(pagina, documento_->paginas());
+  vista_->setPagina(documento_->pagina(pagina_));
+}
+
+// What was written since the book was opened is in it from here on.
+void VistaPrevia::ponAlDia() {
+  documento_->alDia();
+  if (version_ == documento_->version()) return;
+  version_ = documento_->version();
+  buscado_ = {};
+  muestraEstado(tr("Los libros han cambiado: el informe se ha vuelto a contar"));
+  turno_.start(0);
 }
 
 void VistaPrevia::ultima() {
@@ -215,6 +233,23 @@ void VistaPrevia::ultima() {
 void VistaPrevia::vaAEscrita() {
   irA(TxtPagina->text().toInt());
   vista_->setFocus();
+}
+
+// The page box never keeps a number that isn't the page's, and Escape takes back what was typed
+// before it closes anything.
+bool VistaPrevia::eventFilter(QObject* objeto, QEvent* evento) {
+  const auto* const tecla =
+      evento->type() == QEvent::KeyPress ? static_cast<QKeyEvent*>(evento) : nullptr;
+  const bool escape = tecla && tecla->key() == Qt::Key_Escape && !tarea_;
+  if (objeto == TxtPagina) {
+    if (evento->type() == QEvent::FocusOut) QTimer::singleShot(0, this, &VistaPrevia::atiende);
+    if (!escape) return false;
+    vista_->setFocus();
+    return true;
+  }
+  if (objeto != TxtBuscar || !escape || TxtBuscar->text().isEmpty()) return false;
+  TxtBuscar->clear();
+  return true;
 }
 
 void VistaPrevia::eligeZoom(int indice) {
@@ -244,6 +279,7 @@ void VistaPrevia::busca() {
   const QString texto = TxtBuscar->text().trimmed();
   if (texto.isEmpty()) return irABuscar();
   if (tarea_) return;
+  ponAlDia();
   if (texto != ultimoBuscado_ || buscado_.pagina != pagina_) buscado_ = {pagina_, -1};
   ultimoBuscado_ = texto;
   auto tarea = std::make_unique<TareaBusqueda>(documento_, texto, buscado_);
@@ -263,6 +299,7 @@ void VistaPrevia::busca() {
 
 void VistaPrevia::imprime() {
   if (tarea_) return;
+  ponAlDia();
   if (documento_->contado()) return imprimeContado();
   lanza(std::make_unique<TareaCuenta>(documento_, INT_MAX), tr("Contando páginas"),
         [this] { imprimeContado(); });
@@ -271,7 +308,7 @@ void VistaPrevia::imprime() {
 void VistaPrevia::imprimeContado() {
   auto impresora = std::make_unique<QPrinter>(QPrinter::HighResolution);
   impresora->setPageLayout(papelDe(documento_->plantilla()));
-  impresora->setDocName(titulo_);  // printed to a file, the book bears its name
+  impresora->setDocName(nombreDelLibro());  // printed to a file, the book bears its name
   QPrintDialog dialogo(impresora.get(), this);
   dialogo.setObjectName(QStringLiteral("Impresion"));
   dialogo.setOptions(QAbstractPrintDialog::PrintToFile | QAbstractPrintDialog::PrintPageRange |
@@ -293,10 +330,22 @@ void VistaPrevia::imprimeContado() {
         tr("Imprimiendo"), [this] { muestraEstado(tr("Enviado a la impresora")); });
 }
 
+// The book's own name, also where its window bears another's, with the company and the year.
+QString VistaPrevia::nombreDelLibro() const {
+  QStringList partes;
+  for (const char* dato : {"libro", "empresa", "año"})
+    partes << documento_->datos().textos.value(QString::fromUtf8(dato)).trimmed();
+  if (partes[0].isEmpty()) partes[0] = titulo_;
+  partes.removeAll(QString());
+  return partes.join(QStringLiteral(" - "));
+}
+
 QString VistaPrevia::pideFichero(const QString& titulo, const QString& extension,
                                  const QString& clase) {
   if (tarea_) return {};
-  auto ruta = ctx_.cajas->guardarFichero(this, titulo, titulo_ + u'.' + extension,
+  static const QRegularExpression prohibidos(QStringLiteral("[\\\\/:*?\"<>|]"));
+  const QString nombre = nombreDelLibro().replace(prohibidos, QStringLiteral(" ")).simplified();
+  auto ruta = ctx_.cajas->guardarFichero(this, titulo, nombre + u'.' + extension,
                                          QStringLiteral("%1 (*.%2)").arg(clase, extension));
   if (!ruta || ruta->isEmpty()) return {};
   if (QFileInfo(*ruta).suffix().isEmpty()) *ruta += u'.' + extension;
@@ -307,8 +356,8 @@ void VistaPrevia::guardaPdf() {
   const QString ruta =
       pideFichero(tr("Guardar como PDF"), QStringLiteral("pdf"), tr("Documento PDF"));
   if (ruta.isEmpty()) return;
-  lanza(std::make_unique<TareaPdf>(documento_, ruta, titulo_, 1, INT_MAX), tr("Guardando PDF"),
-        [this, ruta] { muestraEstado(tr("Guardado en %1").arg(ruta)); });
+  lanza(std::make_unique<TareaPdf>(documento_, ruta, nombreDelLibro(), 1, INT_MAX),
+        tr("Guardando PDF"), [this, ruta] { muestraEstado(tr("Guardado en %1").arg(ruta)); });
 }
 
 void VistaPrevia::exportaXlsx() {
@@ -334,6 +383,7 @@ void VistaPrevia::lanza(std::unique_ptr<Tarea> tarea, const QString& rotulo,
                         std::function<void()> alAcabar) {
   tarea_ = std::move(tarea);
   alAcabar_ = std::move(alAcabar);
+  rotulo_ = rotulo;
   LblEstado->setText(rotulo);
   Bar->setRange(0, 0);
   turno_.start(0);
@@ -348,7 +398,7 @@ void VistaPrevia::trabaja() {
       turno_.stop();  // counting that fails isn't begun again
       while (!documento_->contado() && !fin.hasExpired()) documento_->cuenta(kFilasPorTurno);
       if (documento_->contado()) {
-        vista_->setPagina(documento_->pagina(pagina_));
+        muestra(pagina_);
       } else {
         turno_.start();
       }
@@ -358,6 +408,8 @@ void VistaPrevia::trabaja() {
     while (sigue && !fin.hasExpired()) sigue = tarea_->paso();
     Bar->setRange(0, tarea_->total());
     Bar->setValue(tarea_->hecho());
+    if (tarea_->hecho() > 0)
+      LblEstado->setText(QStringLiteral("%1: %2").arg(rotulo_).arg(tarea_->hecho()));
     if (sigue) return;
     const auto acabada = std::move(tarea_);  // its result is read below
     LblEstado->clear();

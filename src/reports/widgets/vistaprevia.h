@@ -42,6 +42,7 @@ class VistaPrevia : public QWidget {
 
  protected:
   void keyPressEvent(QKeyEvent* evento) override;
+  bool eventFilter(QObject* objeto, QEvent* evento) override;
 
  private:
   QAction* accion(const char* nombre, const QString& texto, const QString& dibujo,
@@ -55,6 +56,8 @@ class VistaPrevia : public QWidget {
   void siguiente() { irA(pagina_ + 1); }
   void ultima();
   void vaAEscrita();
+  void muestra(int pagina);
+  void ponAlDia();
   void eligeZoom(int indice);
   void zoom(int porcentaje);
   void busca();
@@ -66,6 +69,7 @@ class VistaPrevia : public QWidget {
   void exportaCsv();
   void detiene();
 
+  QString nombreDelLibro() const;
   QString pideFichero(const QString& titulo, const QString& extension, const QString& clase);
   void lanza(std::unique_ptr<reports::Tarea> tarea, const QString& rotulo,
              std::function<void()> alAcabar);
@@ -78,12 +82,14 @@ class VistaPrevia : public QWidget {
   std::shared_ptr<reports::Documento> documento_;
   QString titulo_;
   int pagina_ = 0;
+  int version_ = 0;  // of the document, as last looked at
   reports::TareaBusqueda::Sitio buscado_;
   QString ultimoBuscado_;
 
   QTimer turno_;
   std::unique_ptr<reports::Tarea> tarea_;
   std::function<void()> alAcabar_;
+  QString rotulo_;
 
   QToolBar* barra_ = nullptr;
   VistaPagina* vista_ = nullptr;

@@ -1,5 +1,6 @@
-// The small company of the statement tests: its tables, rows and stored queries in a real file, and
-// what comes out of the statements that the language makes for it.
+// The small company of the statement tests: a file as the program makes it, with the rows and the
+// queries of tests/datos/sentencias/libro.txt, and what comes out of the statements that the
+// language makes for it.
 #pragma once
 
 #include "engine/lang/resolve.h"
@@ -16,8 +17,9 @@ struct Written : Texts {
   bool keys = false;
 };
 
-class Libro : public BaseEnDisco {
+class Libro : public FicheroEnDisco {
  public:
+  // Without sums every query reads the lines.
   explicit Libro(bool withSums = true);
 
   static constexpr int kAno = 2003;
@@ -30,9 +32,12 @@ class Libro : public BaseEnDisco {
   // The rows of a source of the language, read whole.
   QStringList read(const QString& source) const;
 
-  const std::shared_ptr<Connection> connection = db->connection();
+  std::unique_ptr<Database> db;
+  std::shared_ptr<Connection> connection;
 
  private:
   void readLine(const QString& line);
-  void createTable(const QString& name, const QString& columns);
+  void insertRow(const QStringList& cells);
+
+  QString table_, columns_;  // of the rows being read
 };

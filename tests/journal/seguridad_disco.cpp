@@ -1,0 +1,274 @@
+// The power cut and the disk refusing at any moment of a posting, of the tools that change many
+// lines, and of copies: what was acknowledged is there, and nothing is there by halves.
+//
+// With LIBRANO_SOAK eighty times as many cuts as it says, and every operation that can fail.
+#include <gtest/gtest.h>
+
+#include <QDirIterator>
+#include <QTemporaryDir>
+
+#include "common/rutas.h"
+#include "journal/apunte.h"
+#include "journal/integridad.h"
+#include "journal/masivos.h"
+#include "soporte/disco.h"
+#include "soporte/estadolibros.h"
+#include "soporte/libros.h"
+
+namespace {
+
+constexpr int kLineas = 90;
+
+// Books being worked on. `guardado` tells that what was done so far is on the disk.
+struct Tajo {
+  DBEngine& motor;
+  QString carpeta;
+  std::function<void()> guardado;
+
+  QString ruta(const QString& empresa) const {
+    return rutaPrograma(carpeta) + u'\\' + empresa + "\\Conta.MDB";
+  }
+  std::unique_ptr<Database> abre(const QString& empresa) const {
+    return motor.Workspaces(0).OpenDatabase(ruta(empresa));
+  }
+  void guarda() const {
+    motor.flush();
+    guardado();
+  }
+  // For the tools: saves every so many lines.
+  Avance cada(int lineas) const {
+    return [this, lineas](int linea, int) {
+      if (linea > 0 && linea % lineas == 0) guarda();
+    };
+  }
+};
+
+void asienta(Database& empresa, int lineas, const std::function<void()>& trasCada) {
+  const auto diario = empresa.OpenRecordset("SqlDiarioPrincipalBlanco");
+  const auto contadores = empresa.OpenRecordset("Empresa");
+  int asiento = 0;
+  for (int i = 0; i < lineas; ++i) {
+    if (i % 3 == 0) {
+      asiento = tomaAsiento(*contadores);
+      trasCada();
+    }
+    Apunte apunte;
+    apunte.NAsiento = asiento;
+    apunte.Fecha = QDate(2024, 1 + i % 12, 1 + i % 28);
+    apunte.Subcuenta = i % 2 ? "43000001" : "57200001";
+    apunte.Descripcion = "Viejo";
+    apunte.DH = i % 3 ? "H" : "D";
+    apunte.Importe = i % 3 ? -0.05 : 0.1;
+    grabaApunte(*diario, *contadores, apunte);
+    trasCada();
+  }
+}
+
+struct Trabajo {
+  const char* nombre;
+  void (*hace)(const Tajo&);
+  bool entero = false;  // a file is never left between two of its states, whatever fails
+
+  friend void PrintTo(const Trabajo& trabajo, std::ostream* salida) { *salida << trabajo.nombre; }
+};
+
+void cambia(const Tajo& t, bool elimina) {
+  cambiaDatos(*t.abre("Tienda"),
+              {CampoCambio::Descripcion, "Viejo", "Nuevo", "01/01/2024", "30/06/2024", elimina},
+              t.cada(40));
+}
+
+constexpr Trabajo kTrabajos[] = {
+    {"Asienta", [](const Tajo& t) { asienta(*t.abre("Tienda"), 4, [&] { t.guarda(); }); }},
+    {"Renumera", [](const Tajo& t) { renumeraDiario(*t.abre("Tienda"), 1, t.cada(40)); }},
+    {"Fechas",
+     [](const Tajo& t) { unificaFechas(*t.abre("Tienda"), 2025, QDate(2025, 1, 1), t.cada(40)); }},
+    {"Cambia", [](const Tajo& t) { cambia(t, false); }},
+    {"Elimina", [](const Tajo& t) { cambia(t, true); }},
+    {"Copia", [](const Tajo& t) { t.motor.CopyDatabase(t.ruta("Tienda"), t.ruta("Copia")); }, true},
+    {"CopiaEncima", [](const Tajo& t) { t.motor.CopyDatabase(t.ruta("Tienda"), t.ruta("Otra")); },
+     true},
+    {"Compacta",
+     [](const Tajo& t) {
+       t.motor.CompactDatabase(t.ruta("Tienda"), t.ruta("Copia"));
+       t.guardado();
+       t.motor.CopyDatabase(t.ruta("Copia"), t.ruta("Tienda"));
+     },
+     true},
+};
+
+class SeguridadDisco : public testing::TestWithParam<Trabajo> {
+ protected:
+  // The books before the work, made once: "Tienda" with a journal, "Otra" without, and a folder for
+  // a copy.
+  static const QString& antes() {
+    static const QTemporaryDir carpeta;
+    static const QString ruta = [] {
+      Libros libros;
+      libros.creaEmpresa(Libros::datosPorDefecto("Otra", 3, 8));
+      asienta(*libros.abre(), kLineas, [] {});
+      libros.motor.flush();
+      copia(rutaSistema(libros.dirDatos()), carpeta.path());
+      return carpeta.path();
+    }();
+    return ruta;
+  }
+  static void copia(const QString& carpeta, const QString& otra) {
+    QDir(otra).removeRecursively();
+    for (const char* empresa : {"/Tienda", "/Otra", "/Copia"}) {
+      QDir().mkpath(otra + empresa);
+      QFile::copy(carpeta + empresa + "/Conta.MDB", otra + empresa + "/Conta.MDB");
+    }
+  }
+  QString frescos() const {
+    copia(antes(), libros_);
+    return libros_;
+  }
+
+  // What the books hold before a work that nothing disturbs, at each saving, and at its end.
+  QStringList estados() const {
+    QStringList todos{contenidoDeLibros(frescos())};
+    // The files are in use, so it is a copy of them that is looked at.
+    const auto anota = [&] {
+      copia(libros_, otros_);
+      todos << contenidoDeLibros(otros_);
+    };
+    DBEngine motor;
+    GetParam().hace({motor, libros_, anota});
+    motor.flush();
+    anota();
+    return todos;
+  }
+
+  // Files that no work should leave behind.
+  static QStringList restos(const QString& carpeta) {
+    QStringList sobran;
+    QDirIterator it(carpeta, QDir::Files, QDirIterator::Subdirectories);
+    while (it.hasNext())
+      if (const QString ruta = it.next(); !ruta.endsWith(".MDB")) sobran << ruta;
+    return sobran;
+  }
+
+  const int veces_ = qEnvironmentVariableIntValue("LIBRANO_SOAK");
+  QRandomGenerator azar_{veces_ ? QRandomGenerator::global()->generate() : 2024};
+  QTemporaryDir carpeta_;
+  const QString libros_ = carpeta_.filePath("libros");
+  const QString otros_ = carpeta_.filePath("otros");
+};
+
+// The totals of each company as the program reads them.
+QStringList totales(DBEngine& motor, const QString& carpeta) {
+  QStringList todos;
+  for (const char* empresa : {"Tienda", "Otra", "Copia"}) {
+    const Tajo tajo{motor, carpeta, {}};
+    if (!QFile::exists(rutaSistema(tajo.ruta(empresa)))) continue;
+    const auto base = tajo.abre(empresa);
+    for (const char* fuente : {"SqlSumaDiario", "Select Count(*), Sum(Importe) from Diario",
+                               "Select Asiento, NLinDiario from Empresa"}) {
+      const auto fila = base->OpenRecordset(fuente);
+      todos << fila->Fields(0).display() << fila->Fields(1).display();
+    }
+  }
+  return todos;
+}
+
+TEST_P(SeguridadDisco, QueSeVayaLaLuz) {
+  const QStringList estados = this->estados();
+  Disco disco;
+  frescos();
+  disco.graba(libros_);
+  {
+    DBEngine motor;
+    GetParam().hace({motor, libros_, [&] { disco.marca(); }});
+    motor.flush();
+    disco.marca();
+  }
+  disco.para();
+  ASSERT_GT(disco.sucesos(), 0);
+  const int cortes = veces_ ? 80 * veces_ : 16;
+  for (int vez = 0; vez < cortes; ++vez) {
+    const int corte = vez == 0 ? disco.sucesos() : azar_.bounded(disco.sucesos());
+    constexpr Disco::Pendiente kModos[] = {Disco::Pendiente::AlAzar, Disco::Pendiente::SePierde,
+                                           Disco::Pendiente::AlAzar, Disco::Pendiente::SeEscribe};
+    const int modo = azar_.bounded(4);
+    SCOPED_TRACE(testing::Message()
+                 << "event " << corte << " of " << disco.sucesos() << ", mode " << modo);
+    disco.trasElCorte(corte, kModos[modo], azar_, otros_);
+    {
+      DBEngine motor;
+      totales(motor, otros_);
+    }
+    EXPECT_EQ(quejasDeLibros(otros_), "");
+    const int guardado = disco.marcas(corte);
+    const QString queda = contenidoDeLibros(otros_);
+    const QStringList admitidos = estados.mid(guardado, 2);
+    EXPECT_TRUE(admitidos.contains(queda)) << "saved " << guardado << '\n' << qPrintable(queda);
+  }
+}
+
+// Does the work on a disk that fails, and lets it be saved once the disk is well: how often it said
+// that it was saved, and the totals that it showed at the end.
+std::pair<int, QStringList> trabajaConFallos(Disco& disco, const QString& carpeta,
+                                             const Trabajo& trabajo) {
+  DBEngine motor;
+  motor.setLockTimeout(4);
+  int guardado = 0;
+  // What is lost when a file closes can't be raised any more: it is told.
+  bool perdido = false;
+  QObject::connect(&motor, &DBEngine::commitFailed, [&] { perdido = true; });
+  try {
+    trabajo.hace({motor, carpeta, [&] { ++guardado; }});
+    motor.flush();
+    if (!perdido) ++guardado;
+  } catch (const ErrorEjecucion& e) {
+    EXPECT_FALSE(e.descripcion().isEmpty()) << e.numero();
+  }
+  disco.sana();
+  motor.flush();
+  return {guardado, totales(motor, carpeta)};
+}
+
+TEST_P(SeguridadDisco, QueSeNiegueUnaOperacion) {
+  const QStringList estados = this->estados();
+  const QStringList lineas = estados.join(u'\n').split(u'\n');
+  const QStringList definitivas = estados.back().split(u'\n');
+  Disco disco;
+  const auto falla = [&](Disco::Operacion operacion, int n, bool siempre) {
+    SCOPED_TRACE(testing::Message() << "operation " << static_cast<int>(operacion) << ", " << n
+                                    << (siempre ? " and all others" : ""));
+    frescos();
+    disco.falla(operacion, n, siempre);
+    const auto [guardado, vistos] = trabajaConFallos(disco, libros_, GetParam());
+    EXPECT_EQ(quejasDeLibros(libros_), "");
+    EXPECT_EQ(restos(libros_), QStringList());
+    const QString queda = contenidoDeLibros(libros_);
+    EXPECT_TRUE(!GetParam().entero || estados.mid(guardado).contains(queda)) << qPrintable(queda);
+    // Each line is as it was at some saving, and what was saved for good is there.
+    const QStringList quedan = queda.split(u'\n');
+    for (const QString& linea : quedan) EXPECT_TRUE(lineas.contains(linea)) << qPrintable(linea);
+    for (const QString& linea : estados[guardado].split(u'\n'))
+      EXPECT_TRUE(quedan.contains(linea) || !definitivas.contains(linea)) << qPrintable(linea);
+    // What the program showed is what the files hold.
+    DBEngine otro;
+    EXPECT_EQ(totales(otro, libros_), vistos);
+  };
+  for (const auto operacion :
+       {Disco::Operacion::Leer, Disco::Operacion::Escribir, Disco::Operacion::Llenar,
+        Disco::Operacion::Sincronizar, Disco::Operacion::Bloquear}) {
+    for (const bool siempre : {false, true}) {
+      // A few moments of each kind, and every one in a long run.
+      int n = 0, fallos = -1;
+      do {
+        n += veces_ ? 1 : 1 + 2 * n + azar_.bounded(3);
+        falla(operacion, n, siempre);
+        ++fallos;
+      } while (disco.haFallado());
+      EXPECT_GT(fallos, 0);
+    }
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(, SeguridadDisco, testing::ValuesIn(kTrabajos),
+                         [](const auto& info) { return std::string(info.param.nombre); });
+
+}  // namespace
