@@ -7,6 +7,8 @@
 
 namespace reports {
 namespace {
+constexpr qsizetype kNombresSueltos = 300;
+
 class LecturaViva : public Lectura {
  public:
   LecturaViva(Database& base, const QString& sentencia) : filas_(base, sentencia) {}
@@ -22,11 +24,11 @@ class LecturaViva : public Lectura {
 
 Fuente::Fuente(std::unique_ptr<Database> base, Consulta consulta)
     : base_(std::move(base)), consulta_(std::move(consulta)) {
-  const auto abierta = registros();
-  propias_ = abierta->FieldCount();
+  abierta_ = base_->OpenRecordset(consulta_.sentencia(), Opening::FirstRows);
+  propias_ = abierta_->FieldCount();
   for (int c = 0; c < propias_; ++c) {
-    nombres_ << abierta->FieldName(c);
-    tipos_.push_back(abierta->Type(c));
+    nombres_ << abierta_->FieldName(c);
+    tipos_.push_back(abierta_->Type(c));
   }
   for (const Busca& b : consulta_.origen.buscas) {
     const int codigo = columna(b.codigo);
@@ -37,8 +39,11 @@ Fuente::Fuente(std::unique_ptr<Database> base, Consulta consulta)
     tabla.codigo = codigo;
     tabla.sentencia =
         QStringLiteral("SELECT [%1].[%2], [%1].[%3] FROM [%1]").arg(b.tabla, b.clave, b.dato);
-    tabla.tipo = base_->OpenRecordset(tabla.sentencia, Opening::FirstRows)->Type(1);
-    tipos_.push_back(tabla.tipo);
+    tabla.clave = QStringLiteral("[%1].[%2]").arg(b.tabla, b.clave);
+    // Of no row: a query over a long table isn't run for the sake of a type.
+    const RowReader ninguna(*base_, tabla.sentencia + QStringLiteral(" WHERE ") + tabla.clave +
+                                        QStringLiteral(" IS NULL"));
+    tipos_.push_back(ninguna.columnType(1));
     buscas_.push_back(std::move(tabla));
     nombres_ << b.columna;
   }
@@ -46,6 +51,7 @@ Fuente::Fuente(std::unique_ptr<Database> base, Consulta consulta)
 
 Fuente::Fuente(const Fuente& otra, std::shared_ptr<const FilasFijas> filas) : Fuente(otra) {
   fijas_ = std::move(filas);
+  abierta_.reset();
 }
 
 int Fuente::columna(const QString& nombre) const {
@@ -62,18 +68,32 @@ FieldType Fuente::tipo(int ordinal) const {
 void Fuente::lee(Tabla& tabla) const {
   RowReader nombres(*base_, tabla.sentencia);
   while (nombres.next()) tabla.datos.insert(nombres.text(0), nombres.value(1));
-  tabla.leida = true;
+  tabla.entera = true;
+}
+
+Variant Fuente::leeUno(Tabla& tabla, const QString& codigo) const {
+  const bool texto = tipo(tabla.codigo) == FieldType::Text;
+  RowReader nombre(*base_,
+                   tabla.sentencia + QStringLiteral(" WHERE ") + tabla.clave +
+                       (texto ? QStringLiteral(" = '%1'") : QStringLiteral(" = %1")).arg(codigo));
+  return *tabla.datos.insert(codigo, nombre.next() ? nombre.value(1) : Variant());
 }
 
 void Fuente::leeNombres() const {
   for (Tabla& t : buscas_) {
-    if (!t.leida) lee(t);
+    if (!t.entera) lee(t);
   }
 }
 
 Variant Fuente::dato(int ordinal, const QString& codigo) const {
   Tabla& tabla = buscas_[static_cast<size_t>(ordinal - propias_)];
-  if (!tabla.leida) lee(tabla);
+  if (tabla.entera) return tabla.datos.value(codigo);
+  const auto sabido = tabla.datos.constFind(codigo);
+  if (sabido != tabla.datos.constEnd()) return *sabido;
+  // A page asks for a few names; a whole book is better served by all of them at once.
+  if (tabla.datos.size() < kNombresSueltos && !codigo.isEmpty() && !codigo.contains(u'\''))
+    return leeUno(tabla, codigo);
+  lee(tabla);
   return tabla.datos.value(codigo);
 }
 
@@ -86,7 +106,8 @@ std::unique_ptr<Lectura> Fuente::lectura(const std::vector<int>& solo,
   return std::make_unique<LecturaViva>(*base_, consulta_.sentenciaCorta(solo, sitio));
 }
 
-std::unique_ptr<Recordset> Fuente::registros() const {
+std::shared_ptr<Recordset> Fuente::registros() const {
+  if (abierta_) return std::exchange(abierta_, nullptr);
   return base_->OpenRecordset(consulta_.sentencia(), Opening::FirstRows);
 }
 

@@ -50,25 +50,27 @@ class Fuente {
   // those, and `sitio` then tells where each column of the source stands in them.
   std::unique_ptr<Lectura> lectura(const std::vector<int>& solo = {},
                                    std::vector<int>* sitio = nullptr) const;
-  std::unique_ptr<Recordset> registros() const;
+  std::shared_ptr<Recordset> registros() const;
   Database& base() const { return *base_; }
 
  private:
   struct Tabla {
     int codigo;
-    FieldType tipo;
     QString sentencia;
-    bool leida = false;
+    QString clave;
+    bool entera = false;  // all of its names have been read
     QHash<QString, Variant> datos;
   };
   void lee(Tabla& tabla) const;
+  Variant leeUno(Tabla& tabla, const QString& codigo) const;
 
   std::shared_ptr<Database> base_;
   Consulta consulta_;
   QStringList nombres_;
   std::vector<FieldType> tipos_;
   int propias_ = 0;
-  mutable std::vector<Tabla> buscas_;  // read when the first of their names is asked for
+  mutable std::vector<Tabla> buscas_;
+  mutable std::shared_ptr<Recordset> abierta_;  // until the rows are asked for
   std::shared_ptr<const FilasFijas> fijas_;
 };
 
@@ -138,7 +140,7 @@ class CursorSuelto : public Cursor {
   double numeroCelda(int ordinal) const override;
 
  private:
-  std::unique_ptr<Recordset> registros_;
+  std::shared_ptr<Recordset> registros_;
   int fila_ = 0;
 };
 
