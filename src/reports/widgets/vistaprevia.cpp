@@ -222,7 +222,8 @@ void VistaPrevia::ponAlDia() {
   if (version_ == documento_->version()) return;
   version_ = documento_->version();
   buscado_ = {};
-  muestraEstado(tr("Los libros han cambiado: el informe se ha vuelto a contar"));
+  aviso_ = tr("Los libros han cambiado: el informe se ha vuelto a contar");
+  muestraEstado(aviso_);
   turno_.start(0);
 }
 
@@ -411,8 +412,8 @@ void VistaPrevia::trabaja() {
     if (tarea_->hecho() > 0)
       LblEstado->setText(QStringLiteral("%1: %2").arg(rotulo_).arg(tarea_->hecho()));
     if (sigue) return;
-    const auto acabada = std::move(tarea_);  // its result is read below
-    LblEstado->clear();
+    const auto acabada = std::move(tarea_);         // its result is read below
+    LblEstado->setText(std::exchange(aviso_, {}));  // it stands until something else is said
     atiende();
     if (const auto reaccion = std::exchange(alAcabar_, nullptr)) reaccion();
   });

@@ -89,7 +89,7 @@ class VistaPrevia : public QWidget {
   QTimer turno_;
   std::unique_ptr<reports::Tarea> tarea_;
   std::function<void()> alAcabar_;
-  QString rotulo_;
+  QString rotulo_, aviso_;
 
   QToolBar* barra_ = nullptr;
   VistaPagina* vista_ = nullptr;
