@@ -29,6 +29,7 @@ constexpr Texto kTextos[] = {
     {err::kSoloLectura, "La base de datos o el origen son de sólo lectura"},
     {err::kErrorDeDisco, "Error al leer o escribir en el disco"},
     {err::kClaveNula, "La clave del registro no puede quedar sin valor"},
+    {err::kOperacionCancelada, "Operación cancelada"},
     {err::kNombreDesconocido, "Un nombre de la consulta no es de ningún campo"},
     {err::kErrorDeSintaxis, "La consulta no está bien escrita"},
     {err::kOrigenDesconocido, "No existe la tabla o consulta"},

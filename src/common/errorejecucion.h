@@ -31,6 +31,7 @@ inline constexpr int kSinEspacio = 3026;
 inline constexpr int kSoloLectura = 3027;
 inline constexpr int kErrorDeDisco = 3043;
 inline constexpr int kClaveNula = 3058;
+inline constexpr int kOperacionCancelada = 3059;  // by the user, who needn't be told
 inline constexpr int kNombreDesconocido = 3061;
 inline constexpr int kErrorDeSintaxis = 3075;
 inline constexpr int kOrigenDesconocido = 3078;

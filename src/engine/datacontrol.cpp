@@ -1,8 +1,16 @@
 #include "engine/datacontrol.h"
 
+#include <QTimer>
+
 #include "engine/dbengine.h"
 
-DataControl::DataControl(DBEngine& engine, QObject* parent) : QObject(parent), engine_(engine) {}
+namespace {
+constexpr int kReadAgain = 1000;  // milliseconds
+}
+
+DataControl::DataControl(DBEngine& engine, QObject* parent) : QObject(parent), engine_(engine) {
+  connect(&engine, &DBEngine::undone, this, &DataControl::reread);
+}
 DataControl::~DataControl() = default;
 
 void DataControl::Refresh() {
@@ -23,6 +31,27 @@ void DataControl::bind(const QString& databaseName, const QString& recordSource)
   databaseName_ = databaseName;
   recordSource_ = recordSource;
   Refresh();
+}
+
+// Stands on the row it stood on, or on the last one if that was among what was undone.
+void DataControl::reread() {
+  if (!recordset_) return;
+  try {
+    const int before = recordset_->AbsolutePosition();
+    const auto row = before < 0 ? ::Recordset::Bookmark{-1} : recordset_->bookmark();
+    recordset_->Requery();
+    const int position = recordset_->positionOf(row);
+    if (position >= 0) {
+      recordset_->setAbsolutePosition(position);
+    } else if (!recordset_->Eof()) {
+      recordset_->MoveLast();
+    }
+  } catch (const ErrorEjecucion&) {
+    QTimer::singleShot(kReadAgain, this, &DataControl::reread);
+    return;
+  }
+  Q_EMIT refreshed();
+  Q_EMIT repositioned();
 }
 
 void DataControl::unbind() {

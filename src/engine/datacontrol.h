@@ -33,6 +33,7 @@ class DataControl : public QObject {
   void unbind();
 
   bool isOpen() const { return recordset_ != nullptr; }
+  DBEngine& engine() const { return engine_; }
   // The live recordset; 3021 before the first Refresh. Moving it directly is seen by nobody: use
   // the members below from forms.
   ::Recordset& Recordset() const;
@@ -63,6 +64,8 @@ class DataControl : public QObject {
   void rowDeleted(int position);
 
  private:
+  void reread();  // after changes that were shown have been undone
+
   DBEngine& engine_;
   QString databaseName_;
   QString recordSource_;

@@ -6,6 +6,7 @@
 #include <QHash>
 #include <QThread>
 #include <QTimer>
+#include <utility>
 
 #include "common/rutas.h"
 #include "engine/sqlite/connection.h"
@@ -23,7 +24,11 @@ struct DBEngine::Private {
   QHash<QString, std::weak_ptr<Connection>> byText;  // by the path as it was asked for
   std::shared_ptr<Connection::Settings> settings = std::make_shared<Connection::Settings>();
   std::unique_ptr<Workspace> workspace;
-  bool commitAsked = false;
+  // A file with changes to be saved stays open, whoever lets go of it.
+  std::vector<std::shared_ptr<Connection>> changed;
+  QTimer commitTimer;
+  bool refused = false;  // another station keeps it from saving
+  bool undoneAsked = false;
 
   std::vector<std::shared_ptr<Connection>> open() {
     std::vector<std::shared_ptr<Connection>> connections;
@@ -42,7 +47,17 @@ struct DBEngine::Private {
 DBEngine::DBEngine(QObject* parent) : QObject(parent), d_(std::make_unique<Private>()) {
   d_->workspace = std::make_unique<Workspace>(*this);
   d_->settings->year = QDate::currentDate().year();
-  d_->settings->groupOpened = [this] { askForCommit(0); };
+  d_->commitTimer.setSingleShot(true);
+  connect(&d_->commitTimer, &QTimer::timeout, this, &DBEngine::commitFromLoop);
+  d_->settings->groupOpened = [this](const std::shared_ptr<Connection>& connection) {
+    if (std::find(d_->changed.begin(), d_->changed.end(), connection) == d_->changed.end())
+      d_->changed.push_back(connection);
+    askForCommit(0);
+  };
+  d_->settings->refused = [this] {
+    QTimer::singleShot(0, this, [this] { d_->settings->impatient = false; });
+  };
+  d_->settings->undone = [this] { askForReading(0); };
   d_->settings->lost = [this](const ErrorEjecucion& e) {
     Q_EMIT commitFailed(e.numero(), e.descripcion());
   };
@@ -51,7 +66,10 @@ DBEngine::DBEngine(QObject* parent) : QObject(parent), d_(std::make_unique<Priva
 DBEngine::~DBEngine() {
   // Recordsets may outlive the engine: their groups end with their connection.
   d_->settings->groupOpened = nullptr;
+  d_->settings->refused = nullptr;
+  d_->settings->undone = nullptr;
   d_->settings->lost = nullptr;
+  d_->settings->wait = nullptr;
   try {
     flush();
   } catch (const ErrorEjecucion&) {
@@ -64,15 +82,17 @@ Workspace& DBEngine::Workspaces(int item) {
   return *d_->workspace;
 }
 
+// The soonest counts: a new action doesn't wait for the next try of an old one.
 void DBEngine::askForCommit(int delay) {
-  if (d_->commitAsked) return;
-  d_->commitAsked = true;
-  QTimer::singleShot(delay, this, [this] { commitFromLoop(); });
+  QTimer& timer = d_->commitTimer;
+  if (!timer.isActive() || timer.remainingTime() > delay) timer.start(delay);
 }
 
 void DBEngine::commitFromLoop() {
-  d_->commitAsked = false;
+  if (d_->settings->inWait) return askForCommit(kRetry);
   try {
+    // Whoever is told of the first refusal isn't kept waiting by the others.
+    const Brief quick(*this, d_->refused ? 0 : d_->settings->lockTimeout);
     flush();
   } catch (const ErrorEjecucion& e) {
     const bool stillOpen = e.numero() == err::kNoSePuedeGuardar;
@@ -81,17 +101,40 @@ void DBEngine::commitFromLoop() {
   }
 }
 
+void DBEngine::askForReading(int delay) {
+  if (std::exchange(d_->undoneAsked, true)) return;
+  QTimer::singleShot(delay, this, [this] {
+    d_->undoneAsked = false;
+    if (d_->settings->inWait) return askForReading(kRetry);
+    Q_EMIT undone();
+  });
+}
+
 void DBEngine::flush() {
   // One file that can't be written doesn't keep the others from it.
   std::exception_ptr first;
-  for (const auto& connection : d_->open()) {
+  const auto changed = std::exchange(d_->changed, {});
+  for (const auto& connection : changed) {
     try {
       connection->commit();
     } catch (const ErrorEjecucion&) {
       if (!first) first = std::current_exception();
     }
+    if (connection->inGroup()) d_->changed.push_back(connection);
   }
+  const bool wasRefused = std::exchange(d_->refused, !d_->changed.empty());
   if (first) std::rethrow_exception(first);
+  if (wasRefused) Q_EMIT saved();
+}
+
+bool DBEngine::pending() const {
+  return !d_->changed.empty();
+}
+
+void DBEngine::discard() {
+  const auto changed = std::exchange(d_->changed, {});
+  for (const auto& connection : changed) connection->discard();
+  d_->refused = false;
 }
 
 void DBEngine::breathe() {
@@ -143,6 +186,25 @@ void DBEngine::setLockTimeout(int milliseconds) {
 }
 int DBEngine::lockTimeout() const {
   return d_->settings->lockTimeout;
+}
+
+void DBEngine::setWait(Wait* wait) {
+  d_->settings->wait = wait;
+}
+
+bool DBEngine::isWaiting() const {
+  return d_->settings->inWait;
+}
+
+DBEngine::Brief::Brief(DBEngine& engine, int milliseconds)
+    : engine_(engine), timeout_(engine.lockTimeout()), impatient_(engine.d_->settings->impatient) {
+  engine_.setLockTimeout(std::min(timeout_, milliseconds));
+}
+
+// What was refused here in haste may be waited for elsewhere.
+DBEngine::Brief::~Brief() {
+  engine_.setLockTimeout(timeout_);
+  engine_.d_->settings->impatient = impatient_;
 }
 
 void DBEngine::setYear(int year) {

@@ -21,6 +21,7 @@ class Database;
 class DBEngine;
 class Hold;
 struct Stamp;
+class Wait;
 
 class Database {
  public:
@@ -103,6 +104,9 @@ class DBEngine : public QObject {
   // Commits every open group now. Whatever hands control to somebody else calls it: boxes,
   // dialogs, the event loop, external programs.
   void flush();
+  bool pending() const;  // changes wait to be written
+  // Gives up what is pending: every open group is undone.
+  void discard();
   // To be called inside loops of long work: commits when 200 milliseconds have passed since the
   // group opened, leaving a short pause for other stations.
   void breathe();
@@ -112,20 +116,43 @@ class DBEngine : public QObject {
   // How long a lock of another station is waited for; five seconds unless a test says otherwise.
   void setLockTimeout(int milliseconds);
   int lockTimeout() const;
+  // Who is told while it waits or works long, from then on; null for nobody. It must outlive the
+  // engine's work.
+  void setWait(Wait* wait);
+  bool isWaiting() const;  // `wait` is at work, and everything is refused
+  // As long as it stands no lock is waited for longer than so many milliseconds: for painting, and
+  // for what is tried again anyway.
+  class Brief {
+   public:
+    Brief(DBEngine& engine, int milliseconds);
+    ~Brief();
+    Brief(const Brief&) = delete;
+    Brief& operator=(const Brief&) = delete;
+
+   private:
+    DBEngine& engine_;
+    int timeout_;
+    bool impatient_;
+  };
   // The accounting year of the company at hand: date literals with a two-digit year fall nearest
   // to it. Until it is told, the year of today.
   void setYear(int year);
 
  Q_SIGNALS:
   // A commit at the return to the event loop failed, where no caller is left to catch it. With 3186
-  // the changes are kept and it is tried again; with 3026 or 3043 they have been undone, as the
-  // text says.
+  // the changes are kept and it is tried again every half second, now without waiting, until
+  // saved() or discard(); with 3026 or 3043 they have been undone, as the text says.
   void commitFailed(int numero, const QString& descripcion);
+  void saved();  // what a commit had failed to save
+  // Changes that had been shown were undone, by the library or by discard(): whatever shows rows or
+  // totals reads them again. It comes from the event loop.
+  void undone();
 
  private:
   friend class Workspace;
   void forget(const QString& systemPath);
   void askForCommit(int delay);
+  void askForReading(int delay);
   void commitFromLoop();
 
   struct Private;

@@ -20,6 +20,10 @@ using Impl = Recordset::Impl;
 Recordset::Recordset(std::unique_ptr<Impl> impl) : impl_(std::move(impl)) {}
 Recordset::~Recordset() = default;
 
+void Recordset::Requery() {
+  impl_ = run(impl_, [](Impl& impl) { return impl.again(); });
+}
+
 void Recordset::Close() {
   impl_.reset();
 }
@@ -197,4 +201,10 @@ bool Recordset::isDeleted(int position) const {
   return run(impl_, [&](Impl& impl) {
     return position >= 0 && impl.rows.has(position) && !impl.rows.row(position);
   });
+}
+
+Variant Recordset::shown(int position, int ordinal) const {
+  if (!impl_ || position < 0 || position >= impl_->rows.known()) return {};
+  const Row* row = impl_->rows.shown(position);
+  return row ? row->at(static_cast<std::size_t>(ordinal)) : Variant();
 }

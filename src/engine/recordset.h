@@ -105,7 +105,11 @@ class Recordset {
   // A cell of any row without moving: for grids. `position` is zero-based. Deleted rows give Null.
   Variant cell(int position, int ordinal) const;
   bool isDeleted(int position) const;
+  // The same as it was read last, for painting while the file can't be read: never raises, and
+  // gives Null for what isn't kept.
+  Variant shown(int position, int ordinal) const;
 
+  void Requery();  // runs the source again, and stands on its first row
   void Close();
 
  private:

@@ -4,7 +4,10 @@
 
 Recordset::Impl::Impl(std::shared_ptr<Connection> connection, const QString& source,
                       Opening opening)
-    : rows(connection, source, opening), connection_(std::move(connection)) {
+    : rows(connection, source, opening),
+      connection_(std::move(connection)),
+      source_(source),
+      opening_(opening) {
   const auto& columns = rows.plan().columns;
   for (std::size_t i = 0; i < columns.size(); ++i)
     ordinals_.insert(columns[i].name.toCaseFolded(), static_cast<int>(i));
@@ -13,6 +16,10 @@ Recordset::Impl::Impl(std::shared_ptr<Connection> connection, const QString& sou
     if (const TableDef* def = definitions->definition(rows.plan().baseTable)) fields_ = def->Fields;
   }
   first();
+}
+
+std::unique_ptr<Recordset::Impl> Recordset::Impl::again() const {
+  return std::make_unique<Impl>(connection_, source_, opening_);
 }
 
 int Recordset::Impl::ordinal(const QString& name) const {

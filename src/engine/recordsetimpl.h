@@ -8,6 +8,7 @@
 class Recordset::Impl {
  public:
   Impl(std::shared_ptr<Connection> connection, const QString& source, Opening opening);
+  std::unique_ptr<Impl> again() const;  // the same source, run anew
 
   RowSet rows;
 
@@ -50,6 +51,8 @@ class Recordset::Impl {
   int store();
 
   std::shared_ptr<Connection> connection_;
+  QString source_;
+  Opening opening_;
   QHash<QString, int> ordinals_;
   std::vector<Field> fields_;  // of the base table
 

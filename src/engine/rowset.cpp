@@ -104,6 +104,12 @@ const Row* RowSet::row(int position) {
   return found->second ? &*found->second : nullptr;
 }
 
+const Row* RowSet::shown(int position) const {
+  if (!plan().updatable) return &whole_[static_cast<std::size_t>(position)];
+  const auto found = near_.find(position);
+  return found != near_.end() && found->second ? &*found->second : nullptr;
+}
+
 const Row* RowSet::rowToChange(int position) {
   if (!plan().updatable || isDeleted(position)) return row(position);
   discardOld();

@@ -31,6 +31,8 @@ class RowSet {
   // The row as the file has it now, read with its neighbours; nullptr if it is gone. It stands
   // until the next call.
   const Row* row(int position);
+  // The row as it was read last, without a look at the file; nullptr if it isn't kept.
+  const Row* shown(int position) const;
   // The same for a row that is about to be changed, within a group: nobody else can have written
   // it since what is kept was looked at, and its neighbours are of no use.
   const Row* rowToChange(int position);

@@ -2,6 +2,7 @@
 #include <QSignalSpy>
 #include <QTest>
 
+#include "engine/wait.h"
 #include "libroendisco.h"
 
 namespace {
@@ -70,14 +71,64 @@ TEST_F(Puestos, LoQueNoSePudoGuardarPorqueOtroLeeSeGuardaDespues) {
   }
   EXPECT_TRUE(QTest::qWaitFor([&] { return enElFichero() == "11"; }));
 
-  // What is lost because the file is closed meanwhile is told too.
+  // The file may be closed meanwhile: what is pending isn't lost.
+  {
+    OtroPuesto otro(ruta);
+    pon(12);
+    otro.ejecuta("BEGIN; SELECT * FROM Empresa;");
+    empresa.reset();
+    db.reset();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(fallos.size(), 2);
+  }
+  EXPECT_TRUE(QTest::qWaitFor([&] { return enElFichero() == "12"; }));
+}
+
+// Counts what it is asked, and gives up at once when it is told to.
+struct Contada : Wait {
+  bool waiting(qint64) override {
+    ++preguntas;
+    return paciente;
+  }
+  bool working(qint64) override { return false; }
+  void over() override { ++finales; }
+  int preguntas = 0, finales = 0;
+  bool paciente = true;
+};
+
+TEST_F(Puestos, UnaNegativaAcabaLaAccionYSeDejaDeEsperarCuandoSePide) {
+  Contada espera;
+  engine.setWait(&espera);
   OtroPuesto otro(ruta);
-  pon(12);
-  otro.ejecuta("BEGIN; SELECT * FROM Empresa;");
-  empresa.reset();
-  db.reset();
-  ASSERT_EQ(fallos.size(), 2);
-  EXPECT_EQ(fallos[1][0].toInt(), err::kNoSePuedeGuardar);
+  otro.ejecuta("BEGIN EXCLUSIVE;");
+  const auto lee = [&] { return numeroDeError([&] { db->OpenRecordset("Empresa"); }); };
+  EXPECT_EQ(lee(), err::kRegistroBloqueado);
+  const int deUna = std::exchange(espera.preguntas, 0);
+  EXPECT_GT(deUna, 0);
+  EXPECT_EQ(espera.finales, 1);
+  EXPECT_EQ(lee(), err::kRegistroBloqueado);
+  EXPECT_EQ(espera.preguntas, 0);
+  QCoreApplication::processEvents();  // the next action is waited for again
+  espera.paciente = false;
+  engine.setLockTimeout(60'000);
+  EXPECT_EQ(lee(), err::kRegistroBloqueado);
+  EXPECT_EQ(espera.preguntas, 1);
+}
+
+TEST_F(Puestos, UnaConsultaSinFinSeDetieneYLoPendienteQueda) {
+  Contada espera;
+  engine.setWait(&espera);
+  const auto diario = db->OpenRecordset("Diario");
+  for (int i = 1; i <= 400; ++i) anota(*diario, i, 1, "430", "D", 1);
+  EXPECT_EQ(numeroDeError([&] {
+              db->OpenRecordset(
+                  "Select Sum(A.Importe * D.Importe) from ((Diario as A inner join Diario as B on "
+                  "A.DH = B.DH) inner join Diario as C on A.DH = C.DH) inner join Diario as D on "
+                  "A.DH = D.DH");
+            }),
+            err::kOperacionCancelada);
+  engine.flush();
+  EXPECT_EQ(herramienta("SELECT count(*) FROM Diario"), "400");
 }
 
 TEST_F(Puestos, UnTrabajoLargoDejaPasarALosDemas) {

@@ -10,14 +10,11 @@
 
 namespace {
 
-constexpr int kPollEvery = 2;  // milliseconds
+constexpr int kPollEvery = 2;           // milliseconds
+constexpr int kLookAtWorkEvery = 4000;  // steps of the library's machine
+constexpr qint64 kLongWork = 500;       // milliseconds
 constexpr qint64 kLookEvery = 2'000'000;
 constexpr std::size_t kPreparedKept = 256;
-
-struct Wait {
-  const int* timeout;
-  QElapsedTimer since;
-};
 
 int classicNumber(int code, Doing doing) {
   switch (code & 0xff) {
@@ -32,6 +29,8 @@ int classicNumber(int code, Doing doing) {
       return err::kSoloLectura;
     case SQLITE_CANTOPEN:  // the journal beside the file, when the folder can't be written
       return doing == Doing::Reading ? err::kErrorDeDisco : err::kSoloLectura;
+    case SQLITE_INTERRUPT:
+      return err::kOperacionCancelada;
     case SQLITE_FULL:
       return err::kSinEspacio;
     case SQLITE_IOERR:
@@ -49,29 +48,57 @@ int classicNumber(int code, Doing doing) {
   }
 }
 
-int onBusy(void* data, int tries) {
-  auto* wait = static_cast<Wait*>(data);
-  if (tries == 0) wait->since.start();
-  if (wait->since.elapsed() >= *wait->timeout) return 0;
-  QThread::msleep(kPollEvery);
-  return 1;
-}
-
 }  // namespace
 
-struct Connection::Waiting : Wait {};
+// --- Waiting
+
+int Connection::onBusy(void* data, int tries) {
+  auto& self = *static_cast<Connection*>(data);
+  Settings& settings = *self.settings_;
+  if (tries == 0) self.waitSince_.start();
+  const qint64 elapsed = self.waitSince_.elapsed();
+  const bool patient = !settings.impatient && elapsed < settings.lockTimeout;
+  if (patient && (!settings.wait || self.goOn(&Wait::waiting, elapsed))) {
+    QThread::msleep(kPollEvery);
+    return 1;
+  }
+  // One refusal ends the whole action or painting: what it asks for next isn't waited for again.
+  if (!settings.impatient && settings.refused) settings.refused();
+  settings.impatient = true;
+  return 0;
+}
+
+int Connection::onProgress(void* data) {
+  auto& self = *static_cast<Connection*>(data);
+  if (!self.settings_->wait || !self.stoppable_ || self.settings_->inWait) return 0;
+  const qint64 elapsed = self.workSince_.elapsed();
+  return elapsed < kLongWork || self.goOn(&Wait::working, elapsed) ? 0 : 1;
+}
+
+bool Connection::goOn(bool (Wait::*question)(qint64), qint64 elapsed) {
+  waited_ = true;
+  settings_->inWait = true;
+  const bool answer = (settings_->wait->*question)(elapsed);
+  settings_->inWait = false;
+  return answer;
+}
+
+void Connection::endWait() {
+  waited_ = false;
+  if (settings_->wait) settings_->wait->over();
+}
+
+// --- The file
 
 Connection::Connection(const QString& systemPath, const QString& path,
                        std::shared_ptr<Settings> settings)
     : path_(path),
       systemPath_(systemPath),
       settings_(std::move(settings)),
-      waiting_(std::make_unique<Waiting>()),
       sources_(*this, settings_->year) {
   const QFileInfo file(systemPath);
   if (!file.isFile()) throw ErrorEjecucion(err::kBaseNoEncontrada, path);
   if (file.size() == 0) throw ErrorEjecucion(err::kFormatoNoReconocido, path);
-  waiting_->timeout = &settings_->lockTimeout;
   const int code = sqlite3_open_v2(systemPath.toUtf8().constData(), &db_,
                                    SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr);
   try {
@@ -146,7 +173,8 @@ void Connection::close() {
 
 void Connection::configure() {
   sqlite3_extended_result_codes(db_, 1);
-  sqlite3_busy_handler(db_, onBusy, static_cast<Wait*>(waiting_.get()));
+  sqlite3_busy_handler(db_, onBusy, this);
+  sqlite3_progress_handler(db_, kLookAtWorkEvery, onProgress, this);
   sqlite3_db_config(db_, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
   sqlite3_db_config(db_, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
   sqlite3_db_config(db_, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
@@ -163,6 +191,10 @@ void Connection::configure() {
 }
 
 Statement Connection::prepare(const QString& sql, Doing doing) {
+  if (settings_->inWait) throw ErrorEjecucion(err::kRegistroBloqueado, path_);
+  // The library undoes a whole group when it is stopped in the middle of a change.
+  stoppable_ = doing == Doing::Reading || !inGroup_;
+  workSince_.start();
   const auto found = prepared_.find(sql);
   if (found != prepared_.end() && !found->second.busy) {
     found->second.busy = true;
@@ -173,6 +205,7 @@ Statement Connection::prepare(const QString& sql, Doing doing) {
   const QByteArray utf8 = sql.toUtf8();
   const int code = sqlite3_prepare_v3(db_, utf8.constData(), static_cast<int>(utf8.size()),
                                       SQLITE_PREPARE_PERSISTENT, &handle, nullptr);
+  returned();
   if (code != SQLITE_OK) fail(code, doing, QString::fromUtf8(sqlite3_errmsg(db_)));
   if (found != prepared_.end()) return Statement(*this, handle, doing, nullptr);
   if (prepared_.size() >= kPreparedKept) dropOldestPrepared();
@@ -202,8 +235,7 @@ void Connection::fail(int code, Doing doing, const QString& words) {
     throw ErrorEjecucion(number, ofTheFile ? path_ : QString());
   }
   const int lost = groupChanges_;
-  inGroup_ = false;
-  definitionsChanged();
+  forgetGroup();
   throw ErrorEjecucion(
       number, QStringLiteral("%1. Se ha deshecho lo último anotado, que no llegó a guardarse "
                              "(cambios deshechos: %2)")
@@ -216,19 +248,33 @@ void Connection::beginGroup(Doing doing) {
   // The library itself would only complain at the first row.
   if (sqlite3_db_readonly(db_, "main")) throw ErrorEjecucion(err::kSoloLectura, path_);
   execute(QStringLiteral("BEGIN IMMEDIATE"), doing);
+  gotLock();
   inGroup_ = true;
   groupChanges_ = 0;
   groupClock_.start();
   Statement version = prepare(QStringLiteral("PRAGMA data_version"), doing);
   lookAtDataVersion(version);
   version.reset();
-  if (settings_->groupOpened) settings_->groupOpened();
+  if (settings_->groupOpened) settings_->groupOpened(shared_from_this());
 }
 
 void Connection::commit() {
   if (!inGroup_) return;
   execute(QStringLiteral("COMMIT"), Doing::Committing);
+  gotLock();
   inGroup_ = false;
+}
+
+void Connection::discard() {
+  if (!inGroup_) return;
+  execute(QStringLiteral("ROLLBACK"), Doing::Committing);
+  forgetGroup();
+}
+
+void Connection::forgetGroup() {
+  inGroup_ = false;
+  definitionsChanged();
+  if (settings_->undone) settings_->undone();
 }
 
 void Connection::settle() {
@@ -279,6 +325,7 @@ Connection::Reading::~Reading() {
 
 void Connection::lookAtDataVersion(Statement& statement) {
   statement.step();
+  gotLock();
   looked_.start();
   const qint64 version = statement.integer(0);
   if (version == dataVersion_) return;

@@ -16,19 +16,26 @@
 #include "common/errorejecucion.h"
 #include "engine/sources.h"
 #include "engine/sqlite/statement.h"
+#include "engine/wait.h"
 
 class Schema;
 struct sqlite3;
 
-class Connection : public Store {
+class Connection : public Store, public std::enable_shared_from_this<Connection> {
  public:
   // What the connections of a process share: the wait for locks, and who is to be told that a group
-  // was opened and will have to be committed, or that one was lost at the closing of its file.
+  // was opened and will have to be committed, that a wait ended in a refusal, or that what was read
+  // is no longer so because a group was undone.
   struct Settings {
     int lockTimeout = 5000;  // milliseconds
     int year = 0;            // of the company at hand
-    std::function<void()> groupOpened;
-    std::function<void(const ErrorEjecucion&)> lost;
+    Wait* wait = nullptr;
+    bool inWait = false;     // `wait` is at work: nothing may be asked of a connection
+    bool impatient = false;  // a lock was refused: no other is waited for until one is got
+    std::function<void(const std::shared_ptr<Connection>&)> groupOpened;
+    std::function<void()> refused;
+    std::function<void()> undone;
+    std::function<void(const ErrorEjecucion&)> lost;  // at the closing of a file
   };
 
   // `systemPath` must be a file (3024 otherwise) and a database (3343); `path` is its name as the
@@ -58,6 +65,7 @@ class Connection : public Store {
   void beginGroup(Doing doing = Doing::Locking);
   void begin(Doing doing) override { beginGroup(doing); }
   void commit() override;
+  void discard();  // undoes the open group, if any
   bool inGroup() const override { return inGroup_; }
   qint64 groupAge() const { return groupClock_.elapsed(); }  // milliseconds
   // Commits before an error goes up to whoever called: what was done before a failure stays. If the
@@ -88,6 +96,10 @@ class Connection : public Store {
 
   // Raises the number of a failure of the library.
   [[noreturn]] void fail(int code, Doing doing, const QString& words);
+  // After each call of the library that may have waited or worked long.
+  void returned() {
+    if (waited_) endWait();
+  }
 
   // Holds the file's read lock while rows are read one by one, so that it is taken once for all of
   // them, and looks whether another station has written.
@@ -103,7 +115,12 @@ class Connection : public Store {
   std::unique_ptr<Hold> hold() override { return std::make_unique<Reading>(*this); }
 
  private:
-  struct Waiting;  // for a lock
+  static int onBusy(void* connection, int tries);
+  static int onProgress(void* connection);
+  bool goOn(bool (Wait::*question)(qint64), qint64 elapsed);
+  void endWait();
+  void gotLock() { settings_->impatient = false; }
+  void forgetGroup();  // it has been undone
 
   void configure();
   void close();
@@ -116,7 +133,11 @@ class Connection : public Store {
   QString path_;
   QString systemPath_;
   std::shared_ptr<Settings> settings_;
-  std::unique_ptr<Waiting> waiting_;
+
+  QElapsedTimer waitSince_;  // for a lock
+  QElapsedTimer workSince_;  // at the statement taken last
+  bool stoppable_ = false;   // that one, without harm
+  bool waited_ = false;
 
   bool inGroup_ = false;
   QElapsedTimer groupClock_;

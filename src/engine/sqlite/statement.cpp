@@ -68,6 +68,7 @@ Statement& Statement::bind(const QList<Variant>& values) {
 
 bool Statement::step() {
   const int code = sqlite3_step(handle_);
+  connection_->returned();
   if (code == SQLITE_ROW) return true;
   if (code == SQLITE_DONE) return false;
   // The words are taken before the reset, which may change them.
