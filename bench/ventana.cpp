@@ -19,7 +19,7 @@
 
 namespace banco {
 
-void CajasVistas::modal(QDialog& dialogo) {
+void CajasVistas::ensenaModal(QDialog& dialogo) {
   dialogo.show();
   QApplication::processEvents();
   dialogo.grab();

@@ -12,7 +12,9 @@ namespace banco {
 class CajasVistas : public CajasQt {
  public:
   using CajasQt::CajasQt;
-  void modal(QDialog& dialogo) override;
+
+ protected:
+  void ensenaModal(QDialog& dialogo) override;
 };
 
 struct Ventana {

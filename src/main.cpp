@@ -4,6 +4,7 @@
 #include <QStandardPaths>
 
 #include "accounts/registro.h"
+#include "common/errorejecucion.h"
 #include "company/registro.h"
 #include "engine/dbengine.h"
 #include "iva/registro.h"
@@ -14,6 +15,8 @@
 #include "start/registro.h"
 #include "toolkit/cajasqt.h"
 #include "toolkit/contexto.h"
+#include "toolkit/espera.h"
+#include "toolkit/fallo.h"
 #include "toolkit/formulario.h"
 #include "toolkit/registro.h"
 #include "toolkit/tema.h"
@@ -41,6 +44,7 @@ int main(int argc, char** argv) {
   DBEngine motor;
   Contexto contexto(motor);
   CajasQt cajas(contexto.motor);
+  const Espera espera(motor);
   Registro registro(contexto);
   contexto.reloj = &reloj;
   contexto.cajas = &cajas;
@@ -52,7 +56,11 @@ int main(int argc, char** argv) {
   contexto.ejecutar = ejecutaPrograma;
   contexto.copiaUnica = [&instancia] { return instancia.unica(); };
   contexto.terminar = [&contexto] {
-    contexto.motor.flush();
+    try {
+      contexto.cajas->guardaPendiente(nullptr);
+    } catch (const ErrorEjecucion& e) {
+      avisa(contexto, nullptr, {e, QStringLiteral("Fin del programa")});
+    }
     std::_Exit(EXIT_SUCCESS);
   };
 

@@ -6,6 +6,7 @@
 #include "common/funciones.h"
 #include "common/ignorar.h"
 #include "engine/dbengine.h"
+#include "toolkit/fallo.h"
 #include "toolkit/registro.h"
 #include "ui_frmsubcuentas.h"
 
@@ -125,9 +126,7 @@ void FrmSubCuentas::CmdAceptar_Click() {
       mensaje("La subcuenta que esta introduciendo ya existe", "Error");
       descargar();
     } else {
-      RegistraError(ctx.carpetaPrograma, error.numero(), error.descripcion(),
-                    "CmdAceptar_Click FrmSubcuentas");
-      mensaje(error.descripcion(), "Error");
+      avisa(ctx, this, {error, "CmdAceptar_Click FrmSubcuentas"}, error.descripcion(), "Error");
     }
     return;
   }

@@ -3,6 +3,7 @@
 #include "common/funciones.h"
 #include "engine/dbengine.h"
 #include "journal/widgets/trabajoendiario.h"
+#include "toolkit/fallo.h"
 #include "ui_frmcambiadatos.h"
 
 FrmCambiadatos::FrmCambiadatos(Contexto& contexto)
@@ -93,6 +94,7 @@ void FrmCambiadatos::explica(const ErrorEjecucion& error) {
       return mensaje("El dato a convertir en la casilla de dato a cambiar, no es correcto",
                      "Error");
     default:
-      return mensaje(error.descripcion(), "Error");
+      return avisa(ctx, this, {error, "CmdAceptar_Click - FrmCambiadatos"}, error.descripcion(),
+                   "Error");
   }
 }

@@ -53,6 +53,8 @@ void FrmMenu::conectaVentana() {
   setBotonDeCierre(&menu_->boton(u"CmdSalir"));
   connect(ui->TxtEmpresa, &ComboEnlazado::elegido, this, &FrmMenu::TxtEmpresa_Change);
   alElegir(ui->TxtEmpresa, [this](int) { TxtEmpresa_Click(); });
+  // The Data controls have read again by then, and the totals must not keep what isn't in the file.
+  connect(&ctx.motor, &DBEngine::undone, this, [this] { protege([this] { muestraTotales(); }); });
   for (const BotonMenu& boton : botonesPrincipal()) {
     alPulsar(&menu_->boton(boton.control), [this, &boton] {
       enfocar(ui->TxtSubcuenta);

@@ -18,7 +18,7 @@ void FrmListado::lanza(const std::function<Listado()>& prepara) {
   try {
     lanzaSinTrampa(prepara());
   } catch (const ErrorEjecucion& e) {
-    avisaDeFallo(*ctx.cajas, this, e);
+    avisaDeFallo(ctx, this, e);
   }
 }
 

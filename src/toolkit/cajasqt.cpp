@@ -37,19 +37,18 @@ void preparar(QMessageBox& caja, const QString& texto, const QString& titulo, Ic
 }  // namespace
 
 CajasQt::CajasQt(DBEngine& motor)
-    : motor_(motor),
-      carpeta_(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation)) {}
+    : Cajas(motor), carpeta_(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation)) {}
 
-void CajasQt::mensaje(QWidget* padre, const QString& texto, const QString& titulo, Icono icono) {
-  motor_.flush();
+void CajasQt::ensenaMensaje(QWidget* padre, const QString& texto, const QString& titulo,
+                            Icono icono) {
   QMessageBox caja(padre);
   preparar(caja, texto, titulo, icono);
   caja.addButton(QStringLiteral("Aceptar"), QMessageBox::AcceptRole);
   caja.exec();
 }
 
-bool CajasQt::pregunta(QWidget* padre, const QString& texto, const QString& titulo, Icono icono) {
-  motor_.flush();
+bool CajasQt::ensenaPregunta(QWidget* padre, const QString& texto, const QString& titulo,
+                             Icono icono) {
   QMessageBox caja(padre);
   preparar(caja, texto, titulo, icono == Icono::Ninguno ? Icono::Pregunta : icono);
   auto* si = caja.addButton(QStringLiteral("&Sí"), QMessageBox::YesRole);
@@ -60,9 +59,8 @@ bool CajasQt::pregunta(QWidget* padre, const QString& texto, const QString& titu
   return caja.clickedButton() == si;
 }
 
-std::optional<QString> CajasQt::entrada(QWidget* padre, const QString& texto, const QString& titulo,
-                                        const QString& inicial) {
-  motor_.flush();
+std::optional<QString> CajasQt::ensenaEntrada(QWidget* padre, const QString& texto,
+                                              const QString& titulo, const QString& inicial) {
   QInputDialog caja(padre);
   caja.setWindowTitle(titulo);
   caja.setLabelText(texto);
@@ -73,16 +71,14 @@ std::optional<QString> CajasQt::entrada(QWidget* padre, const QString& texto, co
   return caja.textValue();
 }
 
-std::optional<QString> CajasQt::abrirFichero(QWidget* padre, const QString& titulo,
-                                             const QString& carpeta, const QString& filtro) {
-  motor_.flush();
+std::optional<QString> CajasQt::ensenaAbrir(QWidget* padre, const QString& titulo,
+                                            const QString& carpeta, const QString& filtro) {
   const QString fichero = QFileDialog::getOpenFileName(padre, titulo, carpeta, filtro);
   return fichero.isEmpty() ? std::nullopt : std::optional(fichero);
 }
 
-std::optional<QString> CajasQt::guardarFichero(QWidget* padre, const QString& titulo,
-                                               const QString& propuesto, const QString& filtro) {
-  motor_.flush();
+std::optional<QString> CajasQt::ensenaGuardar(QWidget* padre, const QString& titulo,
+                                              const QString& propuesto, const QString& filtro) {
   const QString fichero =
       QFileDialog::getSaveFileName(padre, titulo, QDir(carpeta_).filePath(propuesto), filtro);
   if (fichero.isEmpty()) return std::nullopt;
@@ -90,8 +86,7 @@ std::optional<QString> CajasQt::guardarFichero(QWidget* padre, const QString& ti
   return fichero;
 }
 
-void CajasQt::modal(QDialog& dialogo) {
-  motor_.flush();
+void CajasQt::ensenaModal(QDialog& dialogo) {
   dialogo.setWindowModality(Qt::ApplicationModal);
   QEventLoop bucle;
   QObject::connect(&dialogo, &QDialog::finished, &bucle, &QEventLoop::quit);
@@ -99,4 +94,19 @@ void CajasQt::modal(QDialog& dialogo) {
   dialogo.show();
   // A dialog may close itself while it comes up.
   if (dialogo.isVisible()) bucle.exec(QEventLoop::DialogExec);
+}
+
+Cajas::Eleccion CajasQt::ensenaEleccion(QWidget* padre, const QString& texto) {
+  QMessageBox caja(padre);
+  preparar(caja, texto, QStringLiteral("No se ha podido guardar"), Icono::Aviso);
+  auto* otraVez = caja.addButton(QStringLiteral("&Reintentar"), QMessageBox::AcceptRole);
+  auto* descartar = caja.addButton(QStringLiteral("&Descartar"), QMessageBox::DestructiveRole);
+  caja.setDefaultButton(otraVez);
+  caja.setEscapeButton(otraVez);  // nothing is given up without saying so
+  for (const auto senal : {&DBEngine::saved, &DBEngine::undone})
+    QObject::connect(&motor(), senal, &caja, [&] {
+      if (!motor().pending()) caja.accept();
+    });
+  caja.exec();
+  return caja.clickedButton() == descartar ? Eleccion::Descartar : Eleccion::Reintentar;
 }

@@ -79,7 +79,8 @@ void ComboEnlazado::ponerAlDia() {
 }
 
 void ComboEnlazado::showPopup() {
-  ponerAlDia();
+  Formulario::protegeEn(
+      this, [this] { ponerAlDia(); }, objectName() + QStringLiteral("_DropDown"));
   // The field may be narrow, the list shows its rows whole.
   view()->setMinimumWidth(view()->sizeHintForColumn(0) +
                           view()->verticalScrollBar()->sizeHint().width());

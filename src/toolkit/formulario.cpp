@@ -10,8 +10,8 @@
 #include <QScopedValueRollback>
 
 #include "common/errorejecucion.h"
-#include "common/funciones.h"
 #include "engine/datacontrol.h"
+#include "toolkit/fallo.h"
 #include "toolkit/formulario_p.h"
 #include "toolkit/principal.h"
 #include "toolkit/registro.h"
@@ -147,14 +147,8 @@ void Formulario::protege(const std::function<void()>& reaccion, const QString& l
 
 void Formulario::avisarError(int numero, const QString& texto, const QString& lugar) {
   const QString nombre = objectName();
-  try {
-    RegistraError(ctx.carpetaPrograma, numero, texto,
-                  lugar.isEmpty() ? nombre : lugar + QStringLiteral(" - ") + nombre);
-  } catch (const std::exception&) {
-    // The box below still tells it: a log that can't be written must not hide the error.
-  }
-  ctx.cajas->mensaje(this, QStringLiteral("Error %1: %2").arg(numero).arg(texto),
-                     QStringLiteral("Librano"), Icono::Alto);
+  avisa(ctx, this,
+        {numero, texto, lugar.isEmpty() ? nombre : lugar + QStringLiteral(" - ") + nombre});
 }
 
 void Formulario::anota(const ErrorEjecucion& error, const QString& lugar) {

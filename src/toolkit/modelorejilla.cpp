@@ -90,7 +90,19 @@ QString ModeloRejilla::texto(int fila, int columna) const {
   const auto& filas = datos_->Recordset();
   const int donde = posicion(fila);
   if (donde >= filas.rowsKnown()) return {};
-  const Variant valor = filas.cell(donde, ordinales_[columna]);
+  return formato(filas.cell(donde, ordinales_[columna]), columna);
+}
+
+QString ModeloRejilla::textoPintado(int fila, int columna) const {
+  try {
+    return texto(fila, columna);
+  } catch (const ErrorEjecucion&) {
+    sinLeer_ = true;
+    return formato(datos_->Recordset().shown(posicion(fila), ordinales_[columna]), columna);
+  }
+}
+
+QString ModeloRejilla::formato(const Variant& valor, int columna) const {
   if (valor.isNull()) return {};
   const Columna& c = columnas_[columna];
   switch (c.tipo) {
@@ -123,13 +135,9 @@ int alineacion(const Columna& columna) {
 QVariant ModeloRejilla::data(const QModelIndex& indice, int papel) const {
   switch (papel) {
     case Qt::DisplayRole:
-      try {
-        return texto(indice.row(), indice.column());
-      } catch (const std::exception&) {
-        return {};  // painting can't show a box; whoever touches the row gets the error
-      }
+      return textoPintado(indice.row(), indice.column());
     case Qt::EditRole:
-      return texto(indice.row(), indice.column()).trimmed();
+      return textoPintado(indice.row(), indice.column()).trimmed();
     case Qt::TextAlignmentRole:
       return alineacion(columnas_[indice.column()]);
     default:

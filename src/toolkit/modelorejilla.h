@@ -7,6 +7,7 @@
 #include <optional>
 #include <QAbstractTableModel>
 #include <QPointer>
+#include <utility>
 #include <vector>
 
 #include "common/errorejecucion.h"
@@ -42,6 +43,10 @@ class ModeloRejilla : public QAbstractTableModel {
   const QString& mascara(int columna) const;
 
   QString texto(int fila, int columna) const;
+  // The same for painting: raises nothing, and gives what was read last while the file can't be
+  // read. tomarSinLeer() tells whether that was so since it was asked last.
+  QString textoPintado(int fila, int columna) const;
+  bool tomarSinLeer() { return std::exchange(sinLeer_, false); }
   // Both note a refusal for tomarFallo() and return false.
   bool escribir(int fila, int columna, const QString& texto);
   bool guardarNueva();
@@ -58,6 +63,7 @@ class ModeloRejilla : public QAbstractTableModel {
 
  private:
   void reiniciar();
+  QString formato(const Variant& valor, int columna) const;
   bool intentar(const std::function<void()>& cambio);
 
   QPointer<DataControl> datos_;
@@ -71,4 +77,5 @@ class ModeloRejilla : public QAbstractTableModel {
   bool reiniciar_ = true;
   QHash<int, QString> nueva_;
   std::optional<ErrorEjecucion> fallo_;
+  mutable bool sinLeer_ = false;  // a cell couldn't be read for painting
 };

@@ -17,6 +17,7 @@
 
 struct Contexto;
 class QProgressBar;
+class SinEntrada;
 
 class Progreso {
  public:
@@ -32,12 +33,11 @@ class Progreso {
   void oculta();
 
  private:
-  class Guardia;
   void atender();
 
   Contexto& contexto_;
   QProgressBar& barra_;
   QElapsedTimer reloj_;
   int valor_ = 0;
-  std::unique_ptr<Guardia> guardia_;
+  std::unique_ptr<SinEntrada> guardia_;
 };

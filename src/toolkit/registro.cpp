@@ -2,11 +2,15 @@
 
 #include <QApplication>
 #include <QPointer>
+#include <QScopeGuard>
 #include <QScreen>
 #include <QTimer>
 
+#include "common/errorejecucion.h"
 #include "engine/dbengine.h"
+#include "toolkit/cajas.h"
 #include "toolkit/contexto.h"
+#include "toolkit/fallo.h"
 #include "toolkit/formulario.h"
 
 Registro::Registro(Contexto& contexto) : contexto_(contexto) {
@@ -27,12 +31,18 @@ void Registro::registra(const QString& nombre, const Fabrica& fabrica) {
 }
 
 // Nobody is left to catch what fails at the return to the event loop: it is told over the form on
-// top. The engine tries again meanwhile, so one box at a time.
+// top. The engine goes on trying meanwhile, so one box at a time.
 void Registro::avisarDeFallo(int numero, const QString& descripcion) {
-  if (avisando_ || abiertos_.isEmpty()) return;
-  avisando_ = true;
-  abiertos_.last()->avisarError(numero, descripcion);
-  avisando_ = false;
+  QWidget* padre = abiertos_.isEmpty() ? nullptr : abiertos_.last();
+  const Fallo fallo(numero, descripcion, padre ? padre->objectName() : QStringLiteral("Registro"));
+  if (numero != err::kNoSePuedeGuardar) return avisa(contexto_, padre, fallo);
+  if (contexto_.cajas->eligiendo()) return;
+  anota(contexto_, fallo);
+  try {
+    contexto_.cajas->guardaPendiente(padre);
+  } catch (const ErrorEjecucion& e) {
+    avisa(contexto_, padre, {e, fallo.lugar});
+  }
 }
 
 bool Registro::mostrar(const QString& nombre) {
@@ -40,6 +50,7 @@ bool Registro::mostrar(const QString& nombre) {
   if (fabrica == fabricas_.cend()) return false;
   QWidget* padre = abiertos_.isEmpty() ? nullptr : abiertos_.last();
   const QPointer<Formulario> forma = (*fabrica)(contexto_).release();
+  const auto borra = qScopeGuard([&] { delete forma.data(); });
   forma->setObjectName(nombre);
   // Over its parent on the screen; if that one goes away first it takes this one along.
   forma->setParent(padre, forma->windowFlags() | Qt::Dialog);
@@ -48,22 +59,21 @@ bool Registro::mostrar(const QString& nombre) {
     // and its grids hide behind bars.
     if (!forma->testAttribute(Qt::WA_Resized))
       forma->resize(forma->sizeHint().boundedTo(forma->screen()->availableSize()));
-    contexto_.motor.flush();
     contexto_.cajas->modal(*forma);
   }
-  delete forma.data();
   return true;
 }
 
 bool Registro::cambiarA(const QString& nombre) {
   const auto fabrica = fabricas_.constFind(nombre);
   if (fabrica == fabricas_.cend()) return false;
+  // While everything is still open: what can't be written may be given up, or the change of forms.
+  contexto_.cajas->guardaPendiente(abiertos_.isEmpty() ? nullptr : abiertos_.last());
   // Between two of these no window is open: the program ends by `terminar` alone.
   QGuiApplication::setQuitOnLastWindowClosed(false);
   const auto abiertos = abiertos_;
   for (auto it = abiertos.crbegin(); it != abiertos.crend(); ++it) (*it)->descargar();
   if (base_) base_.release()->retirar();  // a reaction of it may be asking for this
-  contexto_.motor.flush();
 
   base_ = (*fabrica)(contexto_);
   const QPointer<Formulario> forma = base_.get();

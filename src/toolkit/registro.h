@@ -45,7 +45,6 @@ class Registro {
 
   Contexto& contexto_;
   QHash<QString, Fabrica> fabricas_;
-  bool avisando_ = false;
   QList<Formulario*> abiertos_;       // in order of opening
   std::unique_ptr<Formulario> base_;  // the form that stands alone at the bottom
 };

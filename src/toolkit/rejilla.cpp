@@ -12,6 +12,7 @@
 #include <QTimer>
 
 #include "common/errorejecucion.h"
+#include "engine/dbengine.h"
 #include "toolkit/celdarejilla.h"
 #include "toolkit/modelorejilla.h"
 
@@ -20,6 +21,8 @@ const char* const Rejilla::kTipoArrastre = "application/x-librano-celda";
 namespace {
 constexpr int kMargenDeMitad = 7;  // two columns under one button leave room for the scroll bar
 constexpr int kAireDeFila = 6;
+constexpr int kEsperaAlPintar = 50;  // milliseconds, for another station's lock
+constexpr int kOtraVez = 500;
 }  // namespace
 
 Rejilla::Rejilla(QWidget* padre) : QTableView(padre), modelo_(new ModeloRejilla(this)) {
@@ -178,17 +181,31 @@ QString Rejilla::valor(const QString& campo) const {
 }
 
 Rejilla& Rejilla::alDia() {
-  leerResto();
+  protege([this] { leerTodas(); });
   sincronizar();
   return *this;
 }
 
-void Rejilla::leerResto() {
+void Rejilla::leerTodas() {
   const auto* datos = modelo_->datos();
   if (!datos || !datos->isOpen()) return;
-  const int conocidas = datos->Recordset().rowsKnown();
-  protege([&] { datos->Recordset().rowTotal(); });
-  if (datos->Recordset().rowsKnown() != conocidas) aplazarSincronia();
+  const auto& filas = datos->Recordset();
+  const int conocidas = filas.rowsKnown();
+  if (filas.rowTotal() != conocidas) aplazarSincronia();
+}
+
+// Nobody asked for them: while another station has the file it is only tried again later.
+void Rejilla::leerResto() {
+  if (!modelo_->datos()) return;
+  protege([&] {
+    try {
+      const DBEngine::Brief breve(modelo_->datos()->engine(), kEsperaAlPintar);
+      leerTodas();
+    } catch (const ErrorEjecucion& e) {
+      if (e.numero() != err::kRegistroBloqueado) throw;
+      QTimer::singleShot(kOtraVez, this, &Rejilla::leerResto);
+    }
+  });
 }
 
 QString Rejilla::textoDeCelda() const {
@@ -334,7 +351,14 @@ void Rejilla::updateGeometries() {
 
 void Rejilla::paintEvent(QPaintEvent* evento) {
   sincronizar();
-  QTableView::paintEvent(evento);
+  {
+    // What can't be read at once is painted as it was, and again a little later.
+    std::optional<DBEngine::Brief> breve;
+    if (modelo_->datos()) breve.emplace(modelo_->datos()->engine(), kEsperaAlPintar);
+    QTableView::paintEvent(evento);
+  }
+  if (modelo_->tomarSinLeer())
+    QTimer::singleShot(kOtraVez, viewport(), qOverload<>(&QWidget::update));
   if (!std::exchange(restoPorLeer_, false)) return;
   QTimer::singleShot(0, this, &Rejilla::leerResto);  // once the first ones are seen
 }

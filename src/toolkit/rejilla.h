@@ -112,7 +112,8 @@ class Rejilla : public QTableView {
  private:
   void aplazarSincronia();
   void sincronizar();
-  void leerResto();  // the rows after the first ones
+  void leerTodas();
+  void leerResto();  // the rows after the first ones, once these are painted
   void recolocar(int columna);
   void irA(int fila);  // the recordset goes there; if it can't, the grid comes back
   QModelIndex destino(Movimiento movimiento);

@@ -97,7 +97,18 @@ void Rejilla::borrarFila() {
 
 bool Rejilla::edit(const QModelIndex& indice, EditTrigger motivo, QEvent* evento) {
   if (sincronizando_ || pendiente_) return false;
-  return QTableView::edit(indice, motivo, evento);
+  // A cell that can't be read isn't opened: what stands in it would be typed over unseen.
+  const bool abre = motivo != NoEditTriggers && editTriggers().testFlag(motivo) &&
+                    indice.isValid() && modelo_->editable(indice.column());
+  bool legible = true;
+  if (abre || motivo == AllEditTriggers) {
+    legible = false;
+    protege([&] {
+      modelo_->texto(indice.row(), indice.column());
+      legible = true;
+    });
+  }
+  return legible && QTableView::edit(indice, motivo, evento);
 }
 
 void Rejilla::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint motivo) {
@@ -148,8 +159,11 @@ void Rejilla::mouseMoveEvent(QMouseEvent* evento) {
     return;
   }
   arrastrable_ = false;
+  std::optional<QString> texto;
+  protege([&] { texto = textoDeCelda(); });
+  if (!texto) return;
   auto* contenido = new QMimeData;
-  contenido->setText(textoDeCelda());
+  contenido->setText(*texto);
   contenido->setData(QLatin1String(kTipoArrastre), {});
   auto* arrastre = new QDrag(this);
   arrastre->setMimeData(contenido);

@@ -18,7 +18,9 @@ class Mirada : public Guion {
  public:
   using Guion::Guion;
   std::function<void(QDialog&)> mira;
-  void modal(QDialog& dialogo) override { mira(dialogo); }
+
+ protected:
+  void ensenaModal(QDialog& dialogo) override { mira(dialogo); }
 };
 
 QList<std::pair<QString, QStringList>> catalogo() {

@@ -10,7 +10,8 @@
 #include "soporte/teclado.h"
 
 QString Guion::nombre(Clase clase, const QString& texto) {
-  static const char* const nombres[] = {"mensaje", "pregunta", "entrada", "fichero", "diálogo"};
+  static const char* const nombres[] = {"mensaje", "pregunta", "entrada",
+                                        "fichero", "diálogo",  "elección"};
   return QString("%1 \"%2\"").arg(nombres[static_cast<int>(clase)], texto);
 }
 
@@ -21,24 +22,28 @@ Guion::~Guion() {
   }
 }
 
-void Guion::esperaMensaje(const QString& texto, const QString& titulo) {
-  pendientes_.back().push_back({Clase::Mensaje, texto, titulo, false, {}, {}});
+void Guion::esperaMensaje(const QString& texto, const QString& titulo, std::function<void()> paso) {
+  pendientes_.back().push_back({Clase::Mensaje, texto, titulo, false, {}, {}, std::move(paso)});
 }
 
 void Guion::esperaPregunta(const QString& texto, bool respuesta, const QString& titulo) {
-  pendientes_.back().push_back({Clase::Pregunta, texto, titulo, respuesta, {}, {}});
+  pendientes_.back().push_back({Clase::Pregunta, texto, titulo, respuesta, {}, {}, {}});
 }
 
 void Guion::esperaEntrada(const QString& texto, std::optional<QString> respuesta) {
-  pendientes_.back().push_back({Clase::Entrada, texto, {}, false, std::move(respuesta), {}});
+  pendientes_.back().push_back({Clase::Entrada, texto, {}, false, std::move(respuesta), {}, {}});
 }
 
 void Guion::esperaFichero(std::optional<QString> respuesta) {
-  pendientes_.back().push_back({Clase::Fichero, {}, {}, false, std::move(respuesta), {}});
+  pendientes_.back().push_back({Clase::Fichero, {}, {}, false, std::move(respuesta), {}, {}});
 }
 
 void Guion::esperaDialogo(const QString& nombre, std::function<void(Teclado&)> paso) {
-  pendientes_.back().push_back({Clase::Dialogo, nombre, {}, false, {}, std::move(paso)});
+  pendientes_.back().push_back({Clase::Dialogo, nombre, {}, false, {}, std::move(paso), {}});
+}
+
+void Guion::esperaEleccion(bool reintentar, std::function<void()> paso) {
+  pendientes_.back().push_back({Clase::Eleccion, {}, {}, reintentar, {}, {}, std::move(paso)});
 }
 
 bool Guion::agotado() const {
@@ -48,11 +53,11 @@ bool Guion::agotado() const {
 
 std::optional<Guion::Paso> Guion::siguiente(Clase clase, const QString& texto,
                                             const QString& titulo) {
-  motor_.flush();
   for (auto nivel = pendientes_.rbegin(); nivel != pendientes_.rend(); ++nivel) {
     if (nivel->empty()) continue;
     const Paso paso = nivel->front();
-    const bool mismoTexto = clase == Clase::Fichero || paso.texto == texto;
+    const bool mismoTexto =
+        clase == Clase::Fichero || clase == Clase::Eleccion || paso.texto == texto;
     if (paso.clase != clase || !mismoTexto) {
       ADD_FAILURE() << "Se esperaba " << qPrintable(nombre(paso.clase, paso.texto)) << " y llega "
                     << qPrintable(nombre(clase, texto));
@@ -79,38 +84,39 @@ void Guion::ensenar(QWidget* padre) {
   if (anterior && anterior->isVisible()) activar(*anterior);
 }
 
-void Guion::mensaje(QWidget* padre, const QString& texto, const QString& titulo, Icono) {
-  siguiente(Clase::Mensaje, texto, titulo);
+void Guion::ensenaMensaje(QWidget* padre, const QString& texto, const QString& titulo, Icono) {
+  const auto paso = siguiente(Clase::Mensaje, texto, titulo);
+  if (paso && paso->entretanto) paso->entretanto();
   ensenar(padre);
 }
 
-bool Guion::pregunta(QWidget* padre, const QString& texto, const QString& titulo, Icono) {
+bool Guion::ensenaPregunta(QWidget* padre, const QString& texto, const QString& titulo, Icono) {
   const auto paso = siguiente(Clase::Pregunta, texto, titulo);
   ensenar(padre);
   return paso && paso->si;
 }
 
-std::optional<QString> Guion::entrada(QWidget* padre, const QString& texto, const QString& titulo,
-                                      const QString&) {
+std::optional<QString> Guion::ensenaEntrada(QWidget* padre, const QString& texto,
+                                            const QString& titulo, const QString&) {
   const auto paso = siguiente(Clase::Entrada, texto, titulo);
   ensenar(padre);
   return paso ? paso->respuesta : std::nullopt;
 }
 
-std::optional<QString> Guion::abrirFichero(QWidget* padre, const QString& titulo, const QString&,
-                                           const QString&) {
+std::optional<QString> Guion::ensenaAbrir(QWidget* padre, const QString& titulo, const QString&,
+                                          const QString&) {
   const auto paso = siguiente(Clase::Fichero, titulo, titulo);
   ensenar(padre);
   return paso ? paso->respuesta : std::nullopt;
 }
 
-std::optional<QString> Guion::guardarFichero(QWidget* padre, const QString& titulo,
-                                             const QString& nombre, const QString&) {
+std::optional<QString> Guion::ensenaGuardar(QWidget* padre, const QString& titulo,
+                                            const QString& nombre, const QString&) {
   propuesto = nombre;
-  return abrirFichero(padre, titulo, {}, {});
+  return ensenaAbrir(padre, titulo, {}, {});
 }
 
-void Guion::modal(QDialog& dialogo) {
+void Guion::ensenaModal(QDialog& dialogo) {
   const auto paso = siguiente(Clase::Dialogo, dialogo.objectName(), dialogo.windowTitle());
   if (!paso) return;
   const QPointer<QWidget> anterior = QApplication::activeWindow();
@@ -133,4 +139,16 @@ void Guion::modal(QDialog& dialogo) {
   }
   pendientes_.pop_back();
   if (anterior && anterior->isVisible()) activar(*anterior);
+}
+
+Cajas::Eleccion Guion::ensenaEleccion(QWidget* padre, const QString& texto) {
+  const auto paso = siguiente(Clase::Eleccion, texto, {});
+  if (!paso) return Eleccion::Descartar;
+  bool resuelto = false;
+  QObject testigo;
+  for (const auto senal : {&DBEngine::saved, &DBEngine::undone})
+    QObject::connect(&motor(), senal, &testigo, [&] { resuelto = !motor().pending(); });
+  ensenar(padre);
+  if (paso->entretanto) paso->entretanto();
+  return paso->si || resuelto ? Eleccion::Reintentar : Eleccion::Descartar;
 }

@@ -15,38 +15,45 @@
 
 #include "toolkit/cajas.h"
 
-class DBEngine;
 class Teclado;
 
 class Guion : public Cajas {
  public:
-  explicit Guion(DBEngine& motor) : motor_(motor), pendientes_(1) {}
+  explicit Guion(DBEngine& motor) : Cajas(motor), pendientes_(1) {}
   ~Guion() override;
 
-  // A null title is any title.
-  void esperaMensaje(const QString& texto, const QString& titulo = {});
+  // A null title is any title. The step runs while it stands.
+  void esperaMensaje(const QString& texto, const QString& titulo = {},
+                     std::function<void()> paso = {});
   void esperaPregunta(const QString& texto, bool respuesta, const QString& titulo = {});
   void esperaEntrada(const QString& texto, std::optional<QString> respuesta);
   void esperaFichero(std::optional<QString> respuesta);  // to open or to write
   // The step drives the dialog until it has closed; one still open after it is a failure.
   void esperaDialogo(const QString& nombre, std::function<void(Teclado&)> paso);
+  // The choice that a save which can't be done leaves. The step runs while it stands; its answer
+  // doesn't count if the engine has saved or undone by then.
+  void esperaEleccion(bool reintentar, std::function<void()> paso = {});
   // All that was announced has come.
   bool agotado() const;
   // The name that was proposed for the file last written.
   QString propuesto;
 
-  void mensaje(QWidget* padre, const QString& texto, const QString& titulo, Icono icono) override;
-  bool pregunta(QWidget* padre, const QString& texto, const QString& titulo, Icono icono) override;
-  std::optional<QString> entrada(QWidget* padre, const QString& texto, const QString& titulo,
-                                 const QString& inicial) override;
-  std::optional<QString> abrirFichero(QWidget* padre, const QString& titulo, const QString& carpeta,
-                                      const QString& filtro) override;
-  std::optional<QString> guardarFichero(QWidget* padre, const QString& titulo,
-                                        const QString& propuesto, const QString& filtro) override;
-  void modal(QDialog& dialogo) override;
+ protected:
+  void ensenaMensaje(QWidget* padre, const QString& texto, const QString& titulo,
+                     Icono icono) override;
+  bool ensenaPregunta(QWidget* padre, const QString& texto, const QString& titulo,
+                      Icono icono) override;
+  std::optional<QString> ensenaEntrada(QWidget* padre, const QString& texto, const QString& titulo,
+                                       const QString& inicial) override;
+  std::optional<QString> ensenaAbrir(QWidget* padre, const QString& titulo, const QString& carpeta,
+                                     const QString& filtro) override;
+  std::optional<QString> ensenaGuardar(QWidget* padre, const QString& titulo,
+                                       const QString& propuesto, const QString& filtro) override;
+  void ensenaModal(QDialog& dialogo) override;
+  Eleccion ensenaEleccion(QWidget* padre, const QString& texto) override;
 
  private:
-  enum class Clase { Mensaje, Pregunta, Entrada, Fichero, Dialogo };
+  enum class Clase { Mensaje, Pregunta, Entrada, Fichero, Dialogo, Eleccion };
   struct Paso {
     Clase clase;
     QString texto;
@@ -54,11 +61,11 @@ class Guion : public Cajas {
     bool si = false;
     std::optional<QString> respuesta;
     std::function<void(Teclado&)> conducir;
+    std::function<void()> entretanto;
   };
   static QString nombre(Clase clase, const QString& texto);
   std::optional<Paso> siguiente(Clase clase, const QString& texto, const QString& titulo);
   void ensenar(QWidget* padre);
 
-  DBEngine& motor_;
   std::list<std::deque<Paso>> pendientes_;  // one level for each dialog being driven
 };

@@ -7,14 +7,18 @@
 #include <QApplication>
 #include <QDirIterator>
 #include <QInputDialog>
+#include <QLabel>
 #include <QMessageBox>
 #include <QPainter>
 #include <QProgressBar>
 #include <QTest>
 #include <QTimer>
 
+#include "common/rutas.h"
 #include "engine/dbengine.h"
+#include "engine/libroendisco.h"
 #include "toolkit/cajasqt.h"
+#include "toolkit/espera.h"
 #include "toolkit/formdeprueba.h"
 #include "toolkit/progreso.h"
 #include "toolkit/tema.h"
@@ -94,6 +98,60 @@ TEST(CajasQt, UnDialogoQueSeCierraAlAparecerNoDejaColgadoElPrograma) {
   FormDePrueba enseguida(p.e.ctx);
   cajas.modal(enseguida);
   EXPECT_FALSE(tarde.isVisible() || enseguida.isVisible());
+}
+
+// The box that tells of a failed save is shown, and goes, without saving anything itself.
+TEST(CajasQt, LoPendienteSeEligeYLaCajaSeVaSolaAlGuardarse) {
+  Escenario e;
+  CajasQt cajas(e.motor);
+  e.ctx.cajas = &cajas;
+  e.motor.setLockTimeout(30);
+  const QString ruta = rutaSistema(e.ctx.sesion.rutaEmpresa());
+  int asiento = 100;
+  for (const char* boton : {"Descartar", "Reintentar", ""}) {
+    SCOPED_TRACE(boton);
+    auto otro = std::make_unique<OtroPuesto>(ruta);
+    otro->ejecuta("BEGIN; SELECT count(*) FROM Empresa;");
+    const auto base = e.motor.Workspaces(0).OpenDatabase(e.ctx.sesion.rutaEmpresa());
+    const auto empresa = base->OpenRecordset("Empresa");
+    empresa->Edit();
+    empresa->Fields("Asiento") = ++asiento;
+    empresa->Update();
+    enLaCaja<QMessageBox>([&, boton](QMessageBox& caja) {
+      EXPECT_EQ(botonesDe(caja), (Lista{"Descartar", "Reintentar"}));
+      EXPECT_TRUE(caja.text().contains("está pendiente")) << caja.text().toStdString();
+      if (*boton != 'D') otro.reset();
+      if (*boton) QTest::keyClick(&caja, *boton == 'D' ? Qt::Key_D : Qt::Key_R);
+    });
+    EXPECT_EQ(numeroDeError([&] { cajas.guardaPendiente(nullptr); }),
+              *boton == 'D' ? err::kOperacionCancelada : 0);
+  }
+}
+
+TEST(Espera, LoDiceSigueSordaAlRestoYEscapeLaDeja) {
+  Prueba p;
+  Escenario e;
+  Espera espera(e.motor);
+  e.motor.setLockTimeout(600'000);
+  OtroPuesto otro(rutaSistema(e.ctx.sesion.rutaEmpresa()));
+  otro.ejecuta("BEGIN EXCLUSIVE;");
+  QTimer turno;
+  bool dicho = false;
+  QObject::connect(&turno, &QTimer::timeout, [&] {
+    const auto* letrero = p.f.findChild<QLabel*>("LblEspera");
+    if (!letrero) return;
+    dicho = letrero->isVisible() && letrero->text().startsWith("Esperando a otro puesto...");
+    p.t.control<QLineEdit>("TxtA").setFocus();
+    QTest::keyClick(p.f.windowHandle(), Qt::Key_X);
+    QTest::keyClick(p.f.windowHandle(), Qt::Key_Escape);
+  });
+  turno.start(20);
+  EXPECT_EQ(numeroDeError([&] { e.valor("Select * from Empresa"); }), err::kRegistroBloqueado);
+  turno.stop();
+  EXPECT_TRUE(dicho);
+  EXPECT_TRUE(p.f.isVisible());
+  EXPECT_EQ(p.t.textoDe("TxtA"), "");
+  EXPECT_EQ(p.f.findChild<QLabel*>("LblEspera"), nullptr);
 }
 
 TEST(Progreso, MueveLaBarraYNoTomaTeclasHastaQueAcaba) {

@@ -11,7 +11,9 @@
 #include <QTest>
 
 #include "common/formato.h"
+#include "common/rutas.h"
 #include "engine/datacontrol.h"
+#include "engine/libroendisco.h"
 #include "toolkit/comboenlazado.h"
 #include "toolkit/decimales.h"
 #include "toolkit/formdeprueba.h"
@@ -91,6 +93,28 @@ TEST(Rejilla, PideElAnchoDeSusColumnasConCualquierLetra) {
     reposar();
     EXPECT_EQ(p.g.horizontalScrollBar()->maximum(), 0) << veces;
   }
+}
+
+TEST(Rejilla, MientrasOtroTieneElFicheroSePintaLoQueHayYNoSeEditaLoQueNoSeLee) {
+  PruebaDeRejilla p;
+  p.g.permitirEdicion(Rejilla::Cambios);
+  p.g.setCurrentIndex(p.g.model()->index(1, 1));
+  const QImage antes = p.g.grab().toImage();
+  p.e.motor.setLockTimeout(30);
+  auto otro = std::make_unique<OtroPuesto>(rutaSistema(p.e.ctx.sesion.rutaEmpresa()));
+  otro->ejecuta("BEGIN EXCLUSIVE;");
+  EXPECT_EQ(p.g.grab().toImage(), antes);
+  p.e.guion.esperaMensaje(
+      "Error 3260: Los datos están bloqueados por otro puesto; inténtelo de "
+      "nuevo: " +
+      p.e.ctx.sesion.rutaEmpresa());
+  p.t.tecla(Qt::Key_F2);
+  EXPECT_EQ(QApplication::focusWidget(), &p.g);
+  otro.reset();
+  p.t.tecla(Qt::Key_F2);
+  p.t.teclea("Otra");
+  p.t.intro();
+  EXPECT_EQ(p.g.texto(1, 1), "Otra");
 }
 
 TEST(Rejilla, SigueAlConjuntoYElConjuntoALaRejilla) {

@@ -5,6 +5,7 @@
 #include <QtWidgets/QtWidgets>
 
 #include "common/errorejecucion.h"
+#include "engine/dbengine.h"
 #include "reports/errores.h"
 #include "reports/exporta.h"
 #include "reports/pintor.h"
@@ -12,6 +13,7 @@
 #include "reports/widgets/vistapagina.h"
 #include "toolkit/cajas.h"
 #include "toolkit/contexto.h"
+#include "toolkit/fallo.h"
 #include "toolkit/tema.h"
 
 using namespace reports;
@@ -189,7 +191,7 @@ void VistaPrevia::protege(const std::function<void()>& reaccion) {
   } catch (const ErrorEjecucion& e) {
     tarea_.reset();
     atiende();
-    avisaDeFallo(*ctx_.cajas, this, e);
+    avisaDeFallo(ctx_, this, e);
   }
 }
 
@@ -393,6 +395,7 @@ void VistaPrevia::lanza(std::unique_ptr<Tarea> tarea, const QString& rotulo,
 
 // One slice of the task under way or, without one, of the counting of pages.
 void VistaPrevia::trabaja() {
+  if (ctx_.motor.isWaiting()) return;
   protege([this] {
     const QDeadlineTimer fin(kTurno);
     if (!tarea_) {
@@ -467,14 +470,16 @@ void VistaPrevia::keyPressEvent(QKeyEvent* evento) {
   }
 }
 
-void avisaDeFallo(Cajas& cajas, QWidget* padre, const ErrorEjecucion& fallo) {
+void avisaDeFallo(const Contexto& contexto, QWidget* padre, const ErrorEjecucion& fallo) {
+  const Fallo linea(fallo, QLatin1String(padre->metaObject()->className()));
   if (fallo.numero() == err::kSinImpresora) {
-    cajas.mensaje(padre, QStringLiteral("No tiene ninguna impresora instalada en su sistema"),
-                  QStringLiteral("Error de Windows"));
+    avisa(contexto, padre, linea,
+          QStringLiteral("No tiene ninguna impresora instalada en su sistema"),
+          QStringLiteral("Error de Windows"));
   } else {
-    cajas.mensaje(padre,
-                  QStringLiteral("Error numero : %1 ").arg(fallo.numero()) + fallo.descripcion(),
-                  QStringLiteral("Error controlado"));
+    avisa(contexto, padre, linea,
+          QStringLiteral("Error numero : %1 ").arg(fallo.numero()) + fallo.descripcion(),
+          QStringLiteral("Error controlado"));
   }
 }
 

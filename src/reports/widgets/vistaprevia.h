@@ -13,7 +13,6 @@
 #include "reports/informe.h"
 #include "reports/tarea.h"
 
-class Cajas;
 struct Contexto;
 class ErrorEjecucion;
 class QAction;
@@ -106,7 +105,7 @@ class VistaPrevia : public QWidget {
 };
 
 // Tells what went wrong with a book, in its dialog and in its preview alike.
-void avisaDeFallo(Cajas& cajas, QWidget* padre, const ErrorEjecucion& fallo);
+void avisaDeFallo(const Contexto& contexto, QWidget* padre, const ErrorEjecucion& fallo);
 
 // What a dialog's report object does with an opened book: previews it over the dialog. The printers
 // known to the system include "PDF" wherever printing is supported at all.
