@@ -138,6 +138,7 @@ void Recordset::Impl::addNew() {
   if (!rows.plan().updatable) throw ErrorEjecucion(err::kSoloLectura);
   rows.total();
   connection_->begin(Doing::Locking);
+  rows.checkFile();
   mode_ = EditMode::Add;
   edited_.assign(rows.plan().columns.size(), Variant());
   for (std::size_t i = 0; i < edited_.size(); ++i)
@@ -159,6 +160,7 @@ void Recordset::Impl::edit() {
 int Recordset::Impl::update() {
   if (mode_ == EditMode::None) throw ErrorEjecucion(err::kActualizarSinEditar);
   connection_->begin(Doing::Writing);
+  rows.checkFile();
   const int position = mode_ == EditMode::Add ? insert() : store();
   drop();
   return position;
@@ -188,6 +190,7 @@ int Recordset::Impl::remove() {
   if (rows.isDeleted(position)) throw ErrorEjecucion(err::kRegistroEliminado);
   rows.total();
   connection_->begin(Doing::Locking);
+  rows.checkFile();
   RowSet::Change change(rows);
   if (!connection_->remove(rows.plan().baseTable, rows.key(position)))
     throw ErrorEjecucion(err::kRegistroEliminado);

@@ -31,6 +31,12 @@ RowSet::RowSet(std::shared_ptr<Connection> connection, const QString& source, Op
     readWhole();
   }
   stamp_ = connection_->stamp(plan().baseTable);
+  edition_ = connection_->edition();
+}
+
+void RowSet::checkFile() const {
+  if (edition_ != connection_->edition())
+    throw ErrorEjecucion(err::kFicheroSustituido, connection_->path());
 }
 
 void RowSet::readWhole() {
@@ -45,6 +51,7 @@ void RowSet::readWhole() {
 
 void RowSet::readOtherKeys() {
   const auto hold = connection_->hold();
+  checkFile();
   const KeySet all = connection_->sources().keys(compiled_);
   // Rows that were shown stay where they were, whoever wrote since.
   const auto moved = std::mismatch(keys_->begin(), keys_->end(), all->begin(), all->end());
@@ -86,7 +93,9 @@ int RowSet::positionOf(qint64 key) {
 }
 
 void RowSet::discardOld() {
-  if (isCurrent()) return;
+  const bool current = isCurrent();  // which looks at the file
+  checkFile();
+  if (current) return;
   near_.clear();
   windowFirst_ = windowEnd_ = -1;
   stamp_ = connection_->stamp(plan().baseTable);
@@ -146,6 +155,7 @@ void RowSet::readWindow(int position) {
   end = std::min(end, known());
   if (near_.size() > kRowsKept) near_.clear();
   const auto hold = connection_->hold();
+  checkFile();
   // The look at the file may have shown that what is kept is old.
   if (!isCurrent()) {
     near_.clear();

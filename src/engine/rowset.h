@@ -36,6 +36,7 @@ class RowSet {
   // The same for a row that is about to be changed, within a group: nobody else can have written
   // it since what is kept was looked at, and its neighbours are of no use.
   const Row* rowToChange(int position);
+  void checkFile() const;  // 3197 if the keys are those of books that have been replaced
   // Whether the row was deleted through this set.
   bool isDeleted(int position) const { return deleted_.contains(position); }
   int deletedCount() const { return static_cast<int>(deleted_.size()); }
@@ -82,6 +83,7 @@ class RowSet {
   std::vector<Row> whole_;  // of a source without keys
 
   Stamp stamp_;
+  quint64 edition_ = 0;
   std::unordered_map<int, std::optional<Row>> near_;
   int windowFirst_ = -1;
   int windowEnd_ = -1;

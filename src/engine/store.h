@@ -86,6 +86,9 @@ class Store {
   // Moved by whoever writes rows of the table, others' writing seen within some milliseconds, and
   // at once in a group or a hold. Without a name it is that of all tables.
   virtual Stamp stamp(const QString& table) = 0;
+  // Moves when the books have been replaced by others of the same name (a file restored by hand, a
+  // synchroniser): keys read before mean nothing in them.
+  virtual quint64 edition() const { return 0; }
   virtual std::unique_ptr<Hold> hold() = 0;
 
   // The group of updates. Opening it keeps all others from writing (3260, or 3186 for who is

@@ -3,9 +3,11 @@
 #include <sqlite3.h>
 #include <QFileInfo>
 #include <QThread>
+#include <utility>
 
 #include "engine/sqlite/functions.h"
 #include "engine/sqlite/readers.h"
+#include "engine/sqlite/runningsums.h"
 #include "engine/sqlite/schema.h"
 
 namespace {
@@ -15,6 +17,28 @@ constexpr int kLookAtWorkEvery = 4000;  // steps of the library's machine
 constexpr qint64 kLongWork = 500;       // milliseconds
 constexpr qint64 kLookEvery = 2'000'000;
 constexpr std::size_t kPreparedKept = 256;
+constexpr std::pair<const char*, int> kTriggerWords[] = {{own::kTwinRow, err::kClaveDuplicada},
+                                                         {own::kTooLarge, err::kDesbordamiento}};
+
+int brokenRule(int code) {
+  switch (code) {
+    case SQLITE_CONSTRAINT_UNIQUE:
+    case SQLITE_CONSTRAINT_PRIMARYKEY:
+    case SQLITE_CONSTRAINT_ROWID:
+      return err::kClaveDuplicada;
+    case SQLITE_CONSTRAINT_NOTNULL:
+      return err::kClaveNula;
+    default:
+      return err::kReglaIncumplida;
+  }
+}
+
+// Our own triggers refuse with words that have a number.
+int refusedByTrigger(const QString& words) {
+  for (const auto& [text, number] : kTriggerWords)
+    if (words == QLatin1String(text)) return number;
+  return err::kReglaIncumplida;
+}
 
 int classicNumber(int code, Doing doing) {
   switch (code & 0xff) {
@@ -39,7 +63,7 @@ int classicNumber(int code, Doing doing) {
     case SQLITE_CORRUPT:
       return err::kFormatoNoReconocido;
     case SQLITE_CONSTRAINT:
-      return code == SQLITE_CONSTRAINT_NOTNULL ? err::kClaveNula : err::kClaveDuplicada;
+      return brokenRule(code);
     case SQLITE_TOOBIG:
     case SQLITE_NOMEM:
       return err::kDesbordamiento;
@@ -99,17 +123,51 @@ Connection::Connection(const QString& systemPath, const QString& path,
   const QFileInfo file(systemPath);
   if (!file.isFile()) throw ErrorEjecucion(err::kBaseNoEncontrada, path);
   if (file.size() == 0) throw ErrorEjecucion(err::kFormatoNoReconocido, path);
-  const int code = sqlite3_open_v2(systemPath.toUtf8().constData(), &db_,
+  open();
+  try {
+    freshen();
+  } catch (...) {
+    close();
+    throw;
+  }
+}
+
+// Either it is open and set up afterwards, or all is as before.
+void Connection::open() {
+  sqlite3* const before = db_;
+  const int code = sqlite3_open_v2(systemPath_.toUtf8().constData(), &db_,
                                    SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr);
   try {
-    if (code != SQLITE_OK) throw ErrorEjecucion(err::kPermisoDenegado, path);
+    if (code != SQLITE_OK) throw ErrorEjecucion(err::kPermisoDenegado, path_);
     configure();
-    freshen();
   } catch (const ErrorEjecucion& e) {
     close();
+    db_ = before;
     if (e.numero() != err::kFormatoNoReconocido) throw;
-    throw ErrorEjecucion(err::kFormatoNoReconocido, path);
+    throw ErrorEjecucion(err::kFormatoNoReconocido, path_);
   }
+  sqlite3_close_v2(before);
+}
+
+bool Connection::hasMoved() const {
+  int moved = 0;
+  sqlite3_file_control(db_, "main", SQLITE_FCNTL_HAS_MOVED, &moved);
+  return moved != 0;
+}
+
+// Over a network a look is dear: it may take a hundredth of the time at most.
+void Connection::lookAtFile() {
+  if (inGroup_ || readers_ > 0 || settings_->inWait) return;
+  if (fileLooked_.isValid() && fileLooked_.nsecsElapsed() < lookAtFileEvery_) return;
+  fileLooked_.start();
+  const bool moved = hasMoved();
+  lookAtFileEvery_ = std::max(kLookEvery, 100 * fileLooked_.nsecsElapsed());
+  if (!moved || !QFileInfo::exists(systemPath_)) return;
+  forgetStatements();
+  open();
+  dataVersion_ = definitionsVersion_ = -1;
+  ++edition_;
+  forgetGroup();
 }
 
 void Connection::create(const QString& systemPath, const QString& path, const QString& locale) {
@@ -226,12 +284,15 @@ void Connection::dropOldestPrepared() {
 }
 
 void Connection::fail(int code, Doing doing, const QString& words) {
-  const int number = classicNumber(code, doing);
+  const int number =
+      code == SQLITE_CONSTRAINT_TRIGGER ? refusedByTrigger(words) : classicNumber(code, doing);
   const bool undone = inGroup_ && sqlite3_get_autocommit(db_) != 0;
   if (!undone) {
-    if (number == err::kErrorDeSintaxis || number == err::kErrorDeDisco)
-      throw ErrorEjecucion(number, words);
-    const bool ofTheFile = number != err::kClaveDuplicada && number != err::kClaveNula;
+    const bool saysWhat = number == err::kErrorDeSintaxis || number == err::kErrorDeDisco ||
+                          number == err::kReglaIncumplida;
+    if (saysWhat) throw ErrorEjecucion(number, words);
+    const bool ofTheFile = number != err::kClaveDuplicada && number != err::kClaveNula &&
+                           number != err::kDesbordamiento;
     throw ErrorEjecucion(number, ofTheFile ? path_ : QString());
   }
   const int lost = groupChanges_;
@@ -245,6 +306,10 @@ void Connection::fail(int code, Doing doing, const QString& words) {
 
 void Connection::beginGroup(Doing doing) {
   if (inGroup_) return;
+  fileLooked_.invalidate();
+  const quint64 file = edition_;
+  lookAtFile();
+  if (file != edition_) throw ErrorEjecucion(err::kFicheroSustituido, path_);
   // The library itself would only complain at the first row.
   if (sqlite3_db_readonly(db_, "main")) throw ErrorEjecucion(err::kSoloLectura, path_);
   execute(QStringLiteral("BEGIN IMMEDIATE"), doing);
@@ -255,11 +320,18 @@ void Connection::beginGroup(Doing doing) {
   Statement version = prepare(QStringLiteral("PRAGMA data_version"), doing);
   lookAtDataVersion(version);
   version.reset();
-  if (settings_->groupOpened) settings_->groupOpened(shared_from_this());
+  const auto self = weak_from_this().lock();  // none while it is being opened
+  if (self && settings_->groupOpened) settings_->groupOpened(self);
 }
 
 void Connection::commit() {
   if (!inGroup_) return;
+  if (hasMoved()) {
+    // It would be written where nobody sees it.
+    discard();
+    const bool gone = !QFileInfo::exists(systemPath_);
+    throw ErrorEjecucion(gone ? err::kBaseNoEncontrada : err::kFicheroSustituido, path_);
+  }
   execute(QStringLiteral("COMMIT"), Doing::Committing);
   gotLock();
   inGroup_ = false;
@@ -303,12 +375,15 @@ void Connection::freshen() {
   if (looked_.isValid() && looked_.nsecsElapsed() < lookEvery_) return;
   QElapsedTimer cost;
   cost.start();
-  const Reading reading(*this);
+  lookAtFile();
+  { const Reading reading(*this); }
   // Over a network a look is dear: it may take a tenth of the time at most.
   lookEvery_ = std::max(kLookEvery, 10 * cost.nsecsElapsed());
+  mendSums();
 }
 
 Connection::Reading::Reading(Connection& connection) : connection_(connection) {
+  connection_.lookAtFile();
   if (connection_.readers_++ > 0 || connection_.inGroup_) return;
   try {
     lock_.emplace(connection_.prepare(QStringLiteral("PRAGMA data_version")));
@@ -339,6 +414,7 @@ void Connection::lookAtDataVersion(Statement& statement) {
   const qint64 now = definitions.integer(0);
   if (now == definitionsVersion_) return;
   definitionsVersion_ = now;
+  sumsLookedAt_ = false;
   schema_.reset();
   ++generation_;
 }
@@ -367,6 +443,24 @@ void Connection::noteDefinitions() {
   }
   execute(QStringLiteral("PRAGMA user_version=%1").arg((version + 1) % 0x40000000));
   definitionsChanged();
+}
+
+// Sums whose triggers went with a table that another tool made anew would stand still.
+void Connection::mendSums() {
+  if (inGroup_ || readers_ > 0 || std::exchange(sumsLookedAt_, true)) return;
+  const auto before = schema();
+  if (before->brokenSums().empty() || sqlite3_db_readonly(db_, "main")) return;
+  try {
+    beginGroup();
+    for (const Catalog::RunningSums& sums : before->brokenSums())
+      for (const QString& sql : sumsRebuild(sums, *before->definition(sums.baseTable)))
+        execute(sql);
+    noteDefinitions();
+    commit();
+  } catch (const ErrorEjecucion&) {
+    // Until they can be made anew the rows themselves are added up.
+    if (inGroup_) discard();
+  }
 }
 
 std::shared_ptr<Reader> Connection::compile(const lang::Query& query) {

@@ -72,6 +72,9 @@ class Connection : public Store, public std::enable_shared_from_this<Connection>
   // group turns out to be lost, that is the error that must go up, and is raised here.
   void settle();
 
+  // Which file of its name it is.
+  quint64 edition() const override { return edition_; }
+
   // Notes that rows of a table were changed by this process.
   void touched(const QString& table);
   Stamp stamp(const QString& table) override;
@@ -122,8 +125,12 @@ class Connection : public Store, public std::enable_shared_from_this<Connection>
   void gotLock() { settings_->impatient = false; }
   void forgetGroup();  // it has been undone
 
+  void open();
   void configure();
   void close();
+  bool hasMoved() const;
+  void lookAtFile();
+  void mendSums();
   void lookAtDataVersion(Statement& statement);
   void dropOldestPrepared();
   void checkKey(const QString& table, Key key, const Values& values);
@@ -139,6 +146,10 @@ class Connection : public Store, public std::enable_shared_from_this<Connection>
   bool stoppable_ = false;   // that one, without harm
   bool waited_ = false;
 
+  quint64 edition_ = 0;
+  QElapsedTimer fileLooked_;
+  qint64 lookAtFileEvery_ = 0;  // nanoseconds
+
   bool inGroup_ = false;
   QElapsedTimer groupClock_;
   int groupChanges_ = 0;
@@ -146,6 +157,7 @@ class Connection : public Store, public std::enable_shared_from_this<Connection>
 
   qint64 dataVersion_ = -1;
   qint64 definitionsVersion_ = -1;
+  bool sumsLookedAt_ = false;  // since the definitions changed
   qint64 generation_ = 0;
   qint64 allChanges_ = 0;
   QHash<QString, qint64> tableChanges_;

@@ -48,8 +48,9 @@ class Definer {
   void operator()(const TableDropped& dropped) {
     const QString& table = dropped.name;
     const auto schema = connection_.schema();
-    for (const Catalog::RunningSums& sums : schema->runningSums())
-      if (sums.baseTable == table) execute(sumsRemoval(sums));
+    for (const auto* kept : {&schema->runningSums(), &schema->brokenSums()})
+      for (const Catalog::RunningSums& sums : *kept)
+        if (sums.baseTable == table) execute(sumsRemoval(sums));
     connection_.execute(QStringLiteral("DROP TABLE ") + bracketed(table));
     // Another table of the same name starts without what was noted of this one.
     for (const char* sql : {"DELETE FROM librano_sumas WHERE Tabla = ?1",
@@ -94,7 +95,7 @@ class Definer {
     note.execute();
     const auto sums = describeSums(order, kept.table, kept.side, kept.amount, kept.keys);
     for (const QStringList& step :
-         {sumsDefinition(sums, table), sumsRecount(sums), replaceGuards(table)})
+         {sumsDefinition(sums, table), sumsRecount(sums), replaceGuards(table), amountGuards(sums)})
       execute(step);
   }
 

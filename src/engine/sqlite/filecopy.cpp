@@ -1,12 +1,16 @@
 #include "engine/sqlite/filecopy.h"
 
 #include <fcntl.h>
+#include <signal.h>
 #include <sqlite3.h>
 #include <unistd.h>
 #include <QCoreApplication>
+#include <QDateTime>
+#include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
+#include <QSysInfo>
 #include <QThread>
 
 #include "common/errorejecucion.h"
@@ -48,14 +52,42 @@ void synchronize(const QString& systemPath) {
   ::close(file);
 }
 
+const QLatin1String kEnding(".tmp");
+
+QString temporaryName(const QString& target) {
+  return target + QStringLiteral(".%1@").arg(QCoreApplication::applicationPid()) +
+         QSysInfo::machineHostName() + kEnding;
+}
+
+// Whether nobody is at work on it any more. Who works on another machine can't be asked.
+bool isAbandoned(const QFileInfo& copy, const QString& process) {
+  constexpr int kDaysOfOthers = 1;
+  const QString host = process.section(u'@', 1);
+  if (!host.isEmpty() && host != QSysInfo::machineHostName())
+    return copy.lastModified().daysTo(QDateTime::currentDateTime()) > kDaysOfOthers;
+  const auto pid = static_cast<pid_t>(process.section(u'@', 0, 0).toInt());
+  return pid <= 0 || (::kill(pid, 0) != 0 && errno == ESRCH);
+}
+
+// What copies to the same place have left when they were broken off.
+void removeAbandoned(const QString& target) {
+  const QString start = QFileInfo(target).fileName() + u'.';
+  const QFileInfoList files = QFileInfo(target).dir().entryInfoList(QDir::Files);
+  for (const QFileInfo& file : files) {
+    const QString name = file.fileName();
+    const qsizetype end = name.indexOf(kEnding, start.size());
+    if (!name.startsWith(start) || end < 0) continue;
+    if (isAbandoned(file, name.mid(start.size(), end - start.size())))
+      QFile::remove(file.filePath());
+  }
+}
+
 }  // namespace
 
 TemporaryCopy::TemporaryCopy(const QString& target, const QString& path, int timeout)
-    : target_(target),
-      path_(path),
-      temporary_(target + QStringLiteral(".%1.tmp").arg(QCoreApplication::applicationPid())),
-      timeout_(timeout) {
+    : target_(target), path_(path), temporary_(temporaryName(target)), timeout_(timeout) {
   remove();
+  removeAbandoned(target);
 }
 
 TemporaryCopy::~TemporaryCopy() {

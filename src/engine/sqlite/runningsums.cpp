@@ -208,10 +208,11 @@ QStringList replaceGuards(const TableDef& table) {
     const QString name = QStringLiteral("[librano_guarda_") + event + u'_' + table.Name + u']';
     QString body;
     for (const QString& test : std::as_const(tests))
-      body +=
-          QStringLiteral("SELECT RAISE(ABORT, 'clave duplicada') WHERE EXISTS (SELECT 1 FROM ") +
-          bracketed(table.Name) + QStringLiteral(" WHERE ") + test +
-          (insert ? QString() : QStringLiteral(" AND rowid <> OLD.rowid")) + QStringLiteral("); ");
+      body += QStringLiteral("SELECT RAISE(ABORT, '") + QLatin1String(own::kTwinRow) +
+              QStringLiteral("') WHERE EXISTS (SELECT 1 FROM ") + bracketed(table.Name) +
+              QStringLiteral(" WHERE ") + test +
+              (insert ? QString() : QStringLiteral(" AND rowid <> OLD.rowid")) +
+              QStringLiteral("); ");
     sql += QStringLiteral("DROP TRIGGER IF EXISTS ") + name;
     sql += QStringLiteral("CREATE TRIGGER ") + name + QStringLiteral(" BEFORE ") + event +
            (insert ? QString() : QStringLiteral(" OF ") + watched.join(QStringLiteral(", "))) +
@@ -219,4 +220,26 @@ QStringList replaceGuards(const TableDef& table) {
            QStringLiteral("END");
   }
   return sql;
+}
+
+QStringList amountGuards(const Sums& sums) {
+  QStringList sql;
+  for (const bool insert : {true, false}) {
+    const QString event = insert ? QStringLiteral("INSERT") : QStringLiteral("UPDATE");
+    const QString amount = bracketed(sums.amountColumn);
+    const QString name = QStringLiteral("[librano_tope_") + event + u'_' + sums.baseTable + u'.' +
+                         sums.amountColumn + u']';
+    sql += QStringLiteral("DROP TRIGGER IF EXISTS ") + name;
+    sql += QStringLiteral("CREATE TRIGGER ") + name + QStringLiteral(" BEFORE ") + event +
+           (insert ? QString() : QStringLiteral(" OF ") + amount) + QStringLiteral(" ON ") +
+           bracketed(sums.baseTable) + QStringLiteral(" WHEN abs(NEW.") + amount +
+           QStringLiteral(") >= 1e12 BEGIN SELECT RAISE(ABORT, '") + QLatin1String(own::kTooLarge) +
+           QStringLiteral("'); END");
+  }
+  return sql;
+}
+
+QStringList sumsRebuild(const Sums& sums, const TableDef& base) {
+  return sumsRemoval(sums) + sumsDefinition(sums, base) + sumsRecount(sums) + replaceGuards(base) +
+         amountGuards(sums);
 }

@@ -26,6 +26,10 @@ QStringList sumsDefinition(const Catalog::RunningSums& sums, const TableDef& bas
 // Empties the sums and takes them from the rows again.
 QStringList sumsRecount(const Catalog::RunningSums& sums);
 QStringList sumsRemoval(const Catalog::RunningSums& sums);
+// All of it anew, from the rows.
+QStringList sumsRebuild(const Catalog::RunningSums& sums, const TableDef& base);
 // Makes anew the triggers that refuse replacing rows, for the unique indexes that the table has
 // now.
 QStringList replaceGuards(const TableDef& table);
+// And those that refuse amounts of 10^12 and more, which sums of millionths don't hold.
+QStringList amountGuards(const Catalog::RunningSums& sums);

@@ -98,15 +98,19 @@ Schema::Schema(Connection& connection) {
   QStringList names;
   {
     Statement all = connection.prepare(
-        QStringLiteral("SELECT type, name FROM sqlite_schema WHERE type IN ('table','view') "
-                       "ORDER BY rowid"));
+        QStringLiteral("SELECT type, name, sql FROM sqlite_schema WHERE type IN ('table', "
+                       "'trigger', 'view') ORDER BY rowid"));
     while (all.step()) {
       const QString name = all.text(1);
       if (all.text(0) == QLatin1String("view")) {
         views_ += name.toCaseFolded();
+      } else if (all.text(0) == QLatin1String("trigger")) {
+        triggers_ += all.text(2);
       } else if (name == QLatin1String(own::kProperties)) {
         hasOwn_ = true;
-      } else if (!own::isOwn(name)) {
+      } else if (own::isOwn(name)) {
+        ownTables_ += name;
+      } else {
         names += name;
       }
     }
@@ -182,8 +186,41 @@ void Schema::readSums(Connection& connection) {
       connection.prepare(QStringLiteral("SELECT Orden, Tabla, Lado, Importe, Claves FROM %1 "
                                         "ORDER BY Orden")
                              .arg(QLatin1String(own::kSums)));
-  while (all.step())
-    add(describeSums(all.integer(0), all.text(1), all.text(2), all.text(3), sumKeys(all.text(4))));
+  const auto refuse = [&] {
+    throw ErrorEjecucion(err::kFormatoNoReconocido,
+                         connection.path() + u' ' + QLatin1String(own::kSums));
+  };
+  while (all.step()) {
+    const qint64 order = all.integer(0);
+    const QString table = all.text(1);
+    const TableDef* base = definition(table);
+    if (!base) {
+      if (order <= 0 || table.isEmpty()) refuse();
+      continue;  // another tool has taken the table away
+    }
+    const auto sums = describeSums(order, table, all.text(2), all.text(3), sumKeys(all.text(4)));
+    const auto has = [&](const QString& column) {
+      return std::any_of(base->Fields.begin(), base->Fields.end(),
+                         [&](const Field& field) { return field.Name == column; });
+    };
+    const bool whole = std::all_of(sums.keys.begin(), sums.keys.end(),
+                                   [&](const SumKey& key) { return has(key.column); });
+    if (order <= 0 || !whole || !has(sums.sideColumn) || !has(sums.amountColumn)) refuse();
+    if (stands(sums, *base)) {
+      add(sums);
+    } else {
+      brokenSums_.push_back(sums);
+    }
+  }
+}
+
+bool Schema::stands(const RunningSums& sums, const TableDef& base) const {
+  if (!ownTables_.contains(sums.sumsTable)) return false;
+  const QStringList statements =
+      sumsDefinition(sums, base) + replaceGuards(base) + amountGuards(sums);
+  return std::all_of(statements.begin(), statements.end(), [&](const QString& sql) {
+    return !sql.startsWith(QLatin1String("CREATE TRIGGER")) || triggers_.contains(sql);
+  });
 }
 
 bool Schema::rowNumberIsColumn(const QString& table) const {

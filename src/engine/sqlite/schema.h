@@ -7,6 +7,7 @@
 #pragma once
 
 #include <QHash>
+#include <QSet>
 
 #include "engine/definitions.h"
 
@@ -18,6 +19,10 @@ inline constexpr char kProperties[] = "librano_propiedades";  // Objeto, Propied
 inline constexpr char kQueries[] = "librano_consultas";       // Orden, Nombre, Texto
 inline constexpr char kSums[] = "librano_sumas";              // Orden, Tabla, Lado, Importe, Claves
 inline constexpr char kRows[] = "librano_filas";              // Tabla, Ultima: row numbers used up
+// What our own triggers refuse with: a row in place of another (3022), an amount beyond what sums
+// hold (6).
+inline constexpr char kTwinRow[] = "clave duplicada";
+inline constexpr char kTooLarge[] = "importe demasiado grande";
 // The statements that make them where they are missing.
 QStringList definitions();
 bool isOwn(const QString& name);
@@ -28,6 +33,9 @@ class Schema : public Definitions {
   // Reads the file; one made by another tool may lack the engine's own tables.
   explicit Schema(Connection& connection);
 
+  // Sums that can't be trusted, because their triggers or table aren't as they were made: they are
+  // to be made anew, and until then there are none.
+  const std::vector<RunningSums>& brokenSums() const { return brokenSums_; }
   bool hasView(const QString& query) const { return views_.contains(query.toCaseFolded()); }
   bool hasOwnTables() const { return hasOwn_; }
   // Whether one of the columns is the row number itself, in a file of another tool.
@@ -38,7 +46,10 @@ class Schema : public Definitions {
   void readIndexes(Connection& connection, TableDef& table);
   void readQueries(Connection& connection);
   void readSums(Connection& connection);
+  bool stands(const RunningSums& sums, const TableDef& base) const;
 
+  std::vector<RunningSums> brokenSums_;
+  QSet<QString> ownTables_, triggers_;  // names; whole statements
   QStringList views_;                   // folded names
   QStringList rowNumberTables_;         // folded names
   QHash<QString, QString> properties_;  // "Objeto\nPropiedad"

@@ -24,13 +24,10 @@ QString complaint(Connection& connection) {
 
 void rebuildSums(Connection& connection) {
   const auto schema = connection.schema();
-  for (const Catalog::RunningSums& sums : schema->runningSums()) {
-    const TableDef* base = schema->definition(sums.baseTable);
-    if (!base) continue;
-    for (const QStringList& step :
-         {sumsRemoval(sums), sumsDefinition(sums, *base), sumsRecount(sums), replaceGuards(*base)})
-      for (const QString& sql : step) connection.execute(sql);
-  }
+  for (const auto* kept : {&schema->runningSums(), &schema->brokenSums()})
+    for (const Catalog::RunningSums& sums : *kept)
+      for (const QString& sql : sumsRebuild(sums, *schema->definition(sums.baseTable)))
+        connection.execute(sql);
 }
 
 QString missing(const QString& path) {
