@@ -35,10 +35,27 @@ FrmSeleccion::~FrmSeleccion() = default;
 
 void FrmSeleccion::Form_Load() {
   try {
-    carga();
+    while (!cargaLibre()) {
+      // A catalogue that is there and taken is no reason to begin the settings anew.
+      if (!pregunta(QStringLiteral("Otro puesto tiene ocupada la lista de empresas. ¿Desea "
+                                   "intentarlo de nuevo?"),
+                    QStringLiteral("Librano")))
+        return descargar();
+    }
   } catch (const ErrorEjecucion&) {
     descargar();
     ctx.formularios->cambiarA(QStringLiteral("FrmInicioSoftware"));
+  }
+}
+
+// False while another station has the catalogue.
+bool FrmSeleccion::cargaLibre() {
+  try {
+    carga();
+    return true;
+  } catch (const ErrorEjecucion& e) {
+    if (e.numero() != err::kRegistroBloqueado) throw;
+    return false;
   }
 }
 

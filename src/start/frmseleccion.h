@@ -23,6 +23,7 @@ class FrmSeleccion : public Formulario {
   void CmdEmpresaAlta_Click();
   void CmdAceptar_Click();
   void carga();
+  bool cargaLibre();
   void entra();
 
   std::unique_ptr<Ui::FrmSeleccion> ui_;

@@ -26,8 +26,10 @@ void Guion::esperaMensaje(const QString& texto, const QString& titulo, std::func
   pendientes_.back().push_back({Clase::Mensaje, texto, titulo, false, {}, {}, std::move(paso)});
 }
 
-void Guion::esperaPregunta(const QString& texto, bool respuesta, const QString& titulo) {
-  pendientes_.back().push_back({Clase::Pregunta, texto, titulo, respuesta, {}, {}, {}});
+void Guion::esperaPregunta(const QString& texto, bool respuesta, const QString& titulo,
+                           std::function<void()> paso) {
+  pendientes_.back().push_back(
+      {Clase::Pregunta, texto, titulo, respuesta, {}, {}, std::move(paso)});
 }
 
 void Guion::esperaEntrada(const QString& texto, std::optional<QString> respuesta) {
@@ -92,6 +94,7 @@ void Guion::ensenaMensaje(QWidget* padre, const QString& texto, const QString& t
 
 bool Guion::ensenaPregunta(QWidget* padre, const QString& texto, const QString& titulo, Icono) {
   const auto paso = siguiente(Clase::Pregunta, texto, titulo);
+  if (paso && paso->entretanto) paso->entretanto();
   ensenar(padre);
   return paso && paso->si;
 }

@@ -25,7 +25,8 @@ class Guion : public Cajas {
   // A null title is any title. The step runs while it stands.
   void esperaMensaje(const QString& texto, const QString& titulo = {},
                      std::function<void()> paso = {});
-  void esperaPregunta(const QString& texto, bool respuesta, const QString& titulo = {});
+  void esperaPregunta(const QString& texto, bool respuesta, const QString& titulo = {},
+                      std::function<void()> paso = {});
   void esperaEntrada(const QString& texto, std::optional<QString> respuesta);
   void esperaFichero(std::optional<QString> respuesta);  // to open or to write
   // The step drives the dialog until it has closed; one still open after it is a failure.

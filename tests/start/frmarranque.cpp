@@ -10,6 +10,7 @@
 #include "common/version.h"
 #include "company/registro.h"
 #include "engine/dbengine.h"
+#include "engine/libroendisco.h"
 #include "engine/version.h"
 #include "soporte/escenario.h"
 #include "start/creaini.h"
@@ -38,6 +39,29 @@ struct Arranque : Escenario {
 };
 
 }  // namespace
+
+TEST(Seleccion, UnCatalogoOcupadoSeDiceYSeEsperaSinTocarLosAjustes) {
+  Arranque e;
+  e.motor.setLockTimeout(30);
+  const QString pregunta =
+      "Otro puesto tiene ocupada la lista de empresas. ¿Desea intentarlo de nuevo?";
+  const auto ocupa = [&] {
+    auto otro = std::make_unique<OtroPuesto>(rutaSistema(e.ctx.sesion.rutaCatalogo()));
+    otro->ejecuta("BEGIN EXCLUSIVE;");
+    return otro;
+  };
+  e.ponAjuste("Entrada", "UltimaEmpresa", "Prueba");
+  auto otro = ocupa();
+  e.guion.esperaPregunta(pregunta, true, "Librano", [&] { otro.reset(); });
+  e.abre("FrmSeleccion");
+  EXPECT_EQ(e.abierta(), "FrmSeleccion");
+  e.cierra();
+  otro = ocupa();
+  e.guion.esperaPregunta(pregunta, false);
+  e.formularios->cambiarA("FrmSeleccion");
+  EXPECT_EQ(e.abierta(), QString());
+  EXPECT_EQ(e.ajuste("Entrada", "UltimaEmpresa"), "Prueba");
+}
 
 TEST(PrimerInicio, DeUnaCarpetaVaciaALaSeleccion) {
   Arranque e(Escenario::Carpetas);
