@@ -17,6 +17,39 @@ class Consultas : public LibroEnDisco {
   DataControl control{engine};
 };
 
+TEST_F(Consultas, LosNombresVanComoLosBuscaQuienLeeYLosCodigosComoSuIndice) {
+  db->appendTable(
+      {"Nombres",
+       {{"Codigo", FieldType::Text, 9, {}, true}, {"Nombre", FieldType::Text, 50, {}, true}},
+       {{"Codigo", true, true, {"Codigo"}}}});
+  const QStringList enOrden = {"Alba", "alba 2", "Álbum", "ALBUM 3", "canto", "Canto", "cántara",
+                               "Nube", "nuez",   "Ñandú", "ñu",      "oca",   "Óscar", "perro"};
+  const QStringList deseado = {"Alba", "alba 2", "Álbum", "ALBUM 3", "cántara", "canto", "Canto",
+                               "Nube", "nuez",   "Ñandú", "ñu",      "oca",     "Óscar", "perro"};
+  const auto nombres = db->OpenRecordset("Nombres");
+  for (qsizetype i = enOrden.size(); i-- > 0;) {
+    nombres->AddNew();
+    nombres->Fields("Codigo") = QString("%1").arg(i);
+    nombres->Fields("Nombre") = enOrden[i];
+    nombres->Update();
+  }
+  const auto leidos = [&](const QString& orden) {
+    QStringList lista;
+    const auto rs = db->OpenRecordset("Select Codigo, Nombre from Nombres order by " + orden);
+    for (; !rs->Eof(); rs->MoveNext())
+      lista += rs->Fields(orden.startsWith('N') ? "Nombre" : "Codigo").text();
+    return lista;
+  };
+  EXPECT_EQ(leidos("Nombre"), deseado);
+  QStringList vuelta = deseado;
+  std::reverse(vuelta.begin(), vuelta.end());
+  EXPECT_EQ(leidos("Nombre desc"), vuelta);
+  QStringList codigos;
+  for (int i = 0; i < enOrden.size(); ++i) codigos += QString::number(i);
+  codigos.sort();
+  EXPECT_EQ(leidos("Codigo"), codigos);
+}
+
 TEST_F(Consultas, SeAnadeYModificaPorUnaConColumnasCalculadas) {
   control.bind(ruta, "Select * from SqlDiario where nAsiento = 7");
   EXPECT_EQ(control.Fields("Subcuenta").Size(), 9);

@@ -6,6 +6,8 @@
 namespace lang {
 namespace {
 
+constexpr int kLongestCode = 20;  // characters; names are given more
+
 QString columnAlias(qsizetype index) {
   return u'c' + QString::number(index);
 }
@@ -120,13 +122,21 @@ QString Emitter::orderBy(const Query& query) {
                          : QStringLiteral(" ORDER BY ") + terms.join(QStringLiteral(", "));
 }
 
+// Codes come in the order of their index, which gives the first of them at once; names as a Spanish
+// reader looks for them. Other tools, which read the views, know neither.
+QString Emitter::collation(const Expr& expr) const {
+  if (dialect_ == Dialect::View) return QStringLiteral(" COLLATE BINARY");
+  const bool code = expr.kind == Expr::Kind::Column && expr.size > 0 && expr.size <= kLongestCode;
+  return code ? QStringLiteral(" COLLATE NOCASE") : QStringLiteral(" COLLATE espanol");
+}
+
 QStringList Emitter::orderTerms(const Query& query) {
   QStringList terms;
   QStringList ordered;
   for (const Order& order : query.orderBy) {
     ordered << value(*order.expr);
     terms << ordered.back() +
-                 (order.expr->type == Type::Text ? QStringLiteral(" COLLATE BINARY") : QString()) +
+                 (order.expr->type == Type::Text ? collation(*order.expr) : QString()) +
                  (order.descending ? QStringLiteral(" DESC") : QString());
   }
   if (dialect_ == Dialect::View) return terms;

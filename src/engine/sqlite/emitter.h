@@ -42,6 +42,7 @@ class Emitter {
   QString source(const Source& source);
   QString orderBy(const Query& query);
   QStringList orderTerms(const Query& query);
+  QString collation(const Expr& expr) const;
   QStringList tieTerms(const Query& query);
   void sourceTies(const From& from, QStringList& terms);
   QString groupKey(const Expr& expr);

@@ -9,6 +9,7 @@
 #include <string_view>
 
 #include "engine/lang/lexer.h"
+#include "engine/lang/names.h"
 #include "engine/lang/pattern.h"
 
 namespace lang {
@@ -91,6 +92,14 @@ void toNumber(sqlite3_context* context, int, sqlite3_value** args) {
 }  // namespace lang
 
 void registerFunctions(sqlite3* db) {
+  sqlite3_create_collation_v2(
+      db, "espanol", SQLITE_UTF8, nullptr,
+      [](void*, int leftSize, const void* left, int rightSize, const void* right) {
+        return lang::compareNames(
+            {static_cast<const char*>(left), static_cast<std::size_t>(leftSize)},
+            {static_cast<const char*>(right), static_cast<std::size_t>(rightSize)});
+      },
+      nullptr);
   struct Function {
     const char* name;
     int args;
