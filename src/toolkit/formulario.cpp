@@ -152,7 +152,7 @@ void Formulario::avisarError(int numero, const QString& texto, const QString& lu
 }
 
 void Formulario::anota(const ErrorEjecucion& error, const QString& lugar) {
-  RegistraError(ctx.carpetaPrograma, error.numero(), error.descripcion(), lugar);
+  ::anota(ctx, {error, lugar});
 }
 
 void Formulario::protegeEn(const QWidget* control, const std::function<void()>& reaccion,
