@@ -221,6 +221,7 @@ TEST_F(Ficheros, UnFicheroDeSoloLecturaSeLeePeroNoSeEscribe) {
 TEST_F(Ficheros, UnaMuerteEnCualquierMomentoNoDescuadraNada) {
   db->keepSums("Diario", "DH", "Importe", {{"NAsiento"}});
   db->keepIndex("Diario", {"NAsiento"});
+  engine.flush();
   db.reset();
   EXPECT_EQ(QDir(carpeta.path()).entryList(QDir::Files), QStringList{"Conta.MDB"});
   herramienta("INSERT INTO Empresa(NLinDiario) VALUES (1)");

@@ -201,7 +201,8 @@ Connection::~Connection() {
     if (settings_->lost) settings_->lost(e);
   }
   try {
-    // An empty journal isn't left beside the file.
+    // An empty journal isn't left beside the file. It isn't worth waiting for.
+    sqlite3_busy_handler(db_, nullptr, nullptr);
     if (!sqlite3_db_readonly(db_, "main")) execute(QStringLiteral("PRAGMA journal_mode=DELETE"));
   } catch (const ErrorEjecucion&) {
     // Another station is using it.
