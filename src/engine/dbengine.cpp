@@ -203,8 +203,9 @@ DBEngine::Brief::Brief(DBEngine& engine, int milliseconds)
 
 // What was refused here in haste may be waited for elsewhere.
 DBEngine::Brief::~Brief() {
+  const bool hasty = engine_.lockTimeout() < timeout_;
   engine_.setLockTimeout(timeout_);
-  engine_.d_->settings->impatient = impatient_;
+  if (hasty) engine_.d_->settings->impatient = impatient_;
 }
 
 void DBEngine::setYear(int year) {

@@ -20,8 +20,7 @@ QWidget* ventanaALaVista() {
   return vista == ventanas.end() ? nullptr : *vista;
 }
 
-// A strip of its own at the foot of the window: it covers no more than one line, and goes away with
-// the wait.
+// A strip in the middle of the window, which goes away with the wait.
 std::unique_ptr<QLabel> letreroEn(QWidget& ventana) {
   auto letrero = std::make_unique<QLabel>(&ventana);
   letrero->setObjectName(QStringLiteral("LblEspera"));
@@ -62,7 +61,7 @@ bool Espera::sigue(const char* texto) {
       letrero_->setText(QString::fromUtf8(texto) + QStringLiteral("  (Escape lo deja)"));
       letrero_->adjustSize();
       letrero_->move((ventana->width() - letrero_->width()) / 2,
-                     ventana->height() - letrero_->height() - kAire);
+                     (ventana->height() - letrero_->height()) / 2);
       letrero_->show();
     }
   }

@@ -42,7 +42,7 @@ TEST(FrmVisualizaPlan, SigueLoQueSeTecleaPorCodigoOPorNombre) {
       {"", "", "43000001", 0},  // 611 comes after
       {"", "57", "57200001", 0},        {"", "572 ", "57200001", 0},
       {"", "bodegas l", "43000002", 1}, {"", "Á", "43000001", 1},
-      {"", "zeta", "57200001", 1},  // nothing found: the first by name stays
+      {"", "zeta", "43000001", 1},  // nothing found: the first by name stays
       {"", "d'o", "43000009", 1},       {"banco", "", "57200001", 1},
       {"43000002", "", "43000002", 0},  {"banco", "47", "47200001", 0},
   };
@@ -111,13 +111,13 @@ TEST(FrmVisualizaPlan, LasFlechasLosGruposYElOrdenMuevenLaLista) {
     d.pulsa("CmdMayor_5");  // again, with its digit still on show
     EXPECT_EQ(fila(d), "57200001");
     d.pulsa("OptClasifica_1");
-    EXPECT_EQ(fila(d), "57200001");
+    EXPECT_EQ(fila(d), "43000001");
     d.enfoca("GrigSubCuentas");
     d.tecla(Qt::Key_Down);
-    EXPECT_EQ(fila(d), "43000002");
+    EXPECT_EQ(fila(d), "57200001");
     d.intro();
   });
-  EXPECT_EQ(e.linea(), "43000002");
+  EXPECT_EQ(e.linea(), "57200001");
 }
 
 TEST(FrmVisualizaPlan, SeQuedaEnLoQueSeEscribeYTrasLoQueSeBorra) {

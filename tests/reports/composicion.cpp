@@ -170,6 +170,7 @@ TEST_F(Composicion, SigueASuFichero) {
   const auto libro = abre(kBandas);
   libro->cuenta();
   EXPECT_EQ(libro->paginas(), 5);
+  libros.motor.flush();
   DBEngine otro;  // another station
   for (DBEngine* motor : {&otro, &libros.motor}) {
     const int version = libro->version();
