@@ -82,4 +82,7 @@ void FrmCuadrarAsientos::cuadra(int asiento, const QString& resto) {
   apunte.DH = falta > 0 ? "D" : "H";
   apunte.Importe = falta;
   grabaApunte(diario, ctx.principal->DtaEmpresaActual(), apunte);
+  // The next question is answered looking at them.
+  ctx.principal->ATotal();
+  ctx.principal->AMarcado();
 }
