@@ -84,6 +84,7 @@ class FrmMenu : public Formulario, public Principal {
   // --- the entries of the menu (frmmenu_menu.cpp) ---
   void ejecutaEntrada(const EntradaMenu& entrada);
   bool permiteEntrada(const EntradaMenu& entrada);
+  bool hayEmpresa();
   void ejecutaRutina(QStringView control);
   void MnuSalir_Click();
 

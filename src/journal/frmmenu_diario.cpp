@@ -67,6 +67,7 @@ void FrmMenu::muestraAsiento(const QString& numero) {
 
 void FrmMenu::CmdRecargar_Click() {
   enfocar(ui->TxtSubcuenta);
+  if (!hayEmpresa()) return;
   muestraDiario(QStringLiteral("order by nasiento"));
   muestraTotales();
 }
@@ -201,18 +202,22 @@ void FrmMenu::MnuDescuadre_Click() {
   DtaDescuadres_.bind(sesion().rutaEmpresa(),
                       QStringLiteral("Select * from SqlSumaDiarioPorAsientos order by nasiento"));
   Recordset& asientos = DtaDescuadres_.Recordset();
-  Progreso progreso(ctx, *ui->Bar, asientos.rowTotal());
   bool seguir = true;
-  recorreDescuadres(
-      asientos, sesion().MascaraImporte, [&](int posicion, int) { progreso.avanza(posicion); },
-      [&](int numero, const QString&) {
-        muestraAsiento(QString::number(numero));
-        seguir = pregunta(QStringLiteral("Asiento %1 descuadrado, ¿desea seguir viendo asientos "
-                                         "descuadrados?")
-                              .arg(numero),
-                          QStringLiteral("Descuadre localizado"));
-        return seguir;
-      });
+  const auto alEncontrar = [&](int numero, const QString&) {
+    muestraAsiento(QString::number(numero));
+    seguir = pregunta(QStringLiteral("Asiento %1 descuadrado, ¿desea seguir viendo asientos "
+                                     "descuadrados?")
+                          .arg(numero),
+                      QStringLiteral("Descuadre localizado"));
+    return seguir;
+  };
+  Progreso progreso(ctx, *ui->Bar, asientos.rowTotal());
+  try {
+    recorreDescuadres(asientos, sesion().MascaraImporte, progreso.avance(), alEncontrar);
+  } catch (...) {
+    progreso.oculta();  // the window stays: its bar must not tell of work that is over
+    throw;
+  }
   progreso.oculta();
   if (!seguir) return;
   mensaje(QStringLiteral("Fín de la busqueda de asientos descuadrados"), QStringLiteral("Fín"));

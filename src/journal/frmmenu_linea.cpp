@@ -65,6 +65,7 @@ void FrmMenu::TxtAsiento_KeyPress(Tecla& tecla) {
 // A number is used up the moment it is shown, whether or not a line is ever typed under it: so two
 // stations never show the same one.
 void FrmMenu::CmdLinAsiento_Click() {
+  if (!hayEmpresa()) return;
   ui->TxtAsiento->setText(QString::number(tomaAsiento(DtaEmpresaActual_)));
   ui->TxtAsiento->selectAll();
 }
@@ -117,6 +118,7 @@ void FrmMenu::ofreceAsientoDeIVA(const QString& codigo, const QString& clase, in
 // --- date ---------------------------------------------------------------------------------------
 
 void FrmMenu::TxtFecha_LostFocus() {
+  if (!DtaEmpresaActual_.isOpen()) return;  // there is no year that it could miss
   const int ano = sesion().AnoActual;
   const QDate hoy = ctx.reloj->hoy();
   ui->TxtFecha->setText(NormalizaFecha(ui->TxtFecha->text(), ano, hoy));

@@ -7,8 +7,18 @@
 #include "toolkit/registro.h"
 #include "ui_frmmenu.h"
 
+// Says so if none is open.
+bool FrmMenu::hayEmpresa() {
+  if (DtaEmpresaActual_.isOpen()) return true;
+  mensaje(QStringLiteral("No hay ninguna empresa abierta: elija una, o cree otra con \"Nueva "
+                         "empresa\" en el menú Archivo"),
+          QStringLiteral("Error"));
+  return false;
+}
+
 // True when the condition of an entry holds, once the user has read or answered its notice.
 bool FrmMenu::permiteEntrada(const EntradaMenu& entrada) {
+  if (pideEmpresa(entrada) && !hayEmpresa()) return false;
   const QString aviso = entrada.aviso.toString();
   const QString titulo = entrada.titulo.toString();
   switch (entrada.condicion) {

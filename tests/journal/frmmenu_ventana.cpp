@@ -8,6 +8,7 @@
 #include "common/version.h"
 #include "company/registro.h"
 #include "journal/menuabierto.h"
+#include "journal/registro.h"
 
 namespace {
 
@@ -212,6 +213,30 @@ TEST_F(FrmMenuVentana, TieneLosBotonesDeBusquedaSobreSusColumnas) {
     EXPECT_EQ(borde("CmdDescuadres", true), columna(5));
     EXPECT_EQ(rejilla.horizontalHeader()->length(), rejilla.viewport()->width()) << ancho;
   }
+}
+
+// A catalogue without companies is where everybody begins.
+TEST(FrmMenuSinEmpresa, SaysWhatIsMissingInsteadOfFailing) {
+  Escenario e(Escenario::Catalogo);
+  registraJournal(*e.formularios);
+  Teclado t(e.abre<FrmMenu>());
+  const auto espera = [&] {
+    e.guion.esperaMensaje(
+        "No hay ninguna empresa abierta: elija una, o cree otra con \"Nueva empresa\" en el menú "
+        "Archivo",
+        "Error");
+  };
+  for (const char* boton :
+       {"CmdRecargar", "CmdCodigo", "CmdDescuadres", "CmdModificaApunte", "CmdLinAsiento"}) {
+    espera();
+    t.pulsa(boton);
+  }
+  for (const char* entrada : {"MnuRenumeraDiario", "MnuDuplicaAsiento", "MnuEliminarapunte"}) {
+    espera();
+    t.control<QAction>(entrada).trigger();
+  }
+  for (const char* boton : {"CmdPrimero", "CmdAnterior", "CmdSiguiente", "CmdUltimo"})
+    t.pulsa(boton);
 }
 
 }  // namespace

@@ -147,6 +147,17 @@ const EntradaMenu* entradaMenu(QStringView control) {
   return it == std::end(kMenu) ? nullptr : it;
 }
 
+bool pideEmpresa(const EntradaMenu& entrada) {
+  static constexpr QStringView kDeLaEmpresa[] = {
+      u"MnuModificaEmpresa", u"MnuGuardarCopiaComo", u"MnuImportarDesde",
+      u"MnuExportar",        u"MnuEdicion",          u"MnuPlan",
+      u"MnuDiario",          u"MnuBalanceS",         u"MnuIVA",
+      u"MnuExtra",           u"MnuGestionComercial"};
+  for (const EntradaMenu* e = &entrada; e; e = entradaMenu(e->padre))
+    if (std::ranges::find(kDeLaEmpresa, e->control) != std::end(kDeLaEmpresa)) return true;
+  return false;
+}
+
 std::span<const BotonMenu> botonesPrincipal() {
   return kBotones;
 }

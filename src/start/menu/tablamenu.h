@@ -52,6 +52,10 @@ std::span<const EntradaMenu> menuPrincipal();
 // The entry of that control name, or null.
 const EntradaMenu* entradaMenu(QStringView control);
 
+// Whether an entry works on the books of the open company: those of the settings, the catalogue,
+// the copies, a new company and the help do without.
+bool pideEmpresa(const EntradaMenu& entrada);
+
 enum class SitioBoton {
   Barra,    // the tool bar
   Columna,  // the row of search buttons over the journal grid, one a column
