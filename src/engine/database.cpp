@@ -11,8 +11,8 @@ template <typename F>
 void define(Connection& connection, F&& change) {
   guarded(connection, [&] {
     connection.begin(Doing::Locking);
-    const auto definitions = connection.definitions();
-    connection.define(change(*definitions));
+    const auto definitions = connection.store().definitions();
+    connection.store().define(change(*definitions));
   });
 }
 
@@ -57,13 +57,13 @@ Database::~Database() = default;
 
 Stamp Database::state() const {
   return guarded(*connection_, [&] {
-    const auto now = connection_->hold();  // which looks at once, not within a while
-    return connection_->stamp({});
+    const auto now = connection_->store().hold();  // which looks at once, not within a while
+    return connection_->store().stamp({});
   });
 }
 
 std::unique_ptr<Hold> Database::hold() const {
-  return guarded(*connection_, [&] { return connection_->hold(); });
+  return guarded(*connection_, [&] { return connection_->store().hold(); });
 }
 
 QString Database::path() const {
@@ -74,6 +74,13 @@ std::unique_ptr<Recordset> Database::OpenRecordset(const QString& source, Openin
   return guarded(*connection_, [&] {
     return std::make_unique<Recordset>(
         std::make_unique<Recordset::Impl>(connection_, source, opening));
+  });
+}
+
+std::vector<Catalog::Column> Database::columns(const QString& source) const {
+  return guarded(*connection_, [&] {
+    const auto plan = connection_->sources().compiled(source).plan;
+    return std::vector<Catalog::Column>(plan->columns.begin(), plan->columns.end());
   });
 }
 
@@ -106,14 +113,15 @@ void Database::appendIndex(const QString& table, const Index& index) {
 QStringList Database::TableDefs() const {
   return guarded(*connection_, [&] {
     QStringList names;
-    const auto definitions = connection_->definitions();
+    const auto definitions = connection_->store().definitions();
     for (const TableDef& table : definitions->tables()) names += table.Name;
     return names;
   });
 }
 
 TableDef Database::tableDef(const QString& name) const {
-  return guarded(*connection_, [&] { return definitionOf(*connection_->definitions(), name); });
+  return guarded(*connection_,
+                 [&] { return definitionOf(*connection_->store().definitions(), name); });
 }
 
 void Database::deleteTable(const QString& name) {
@@ -151,7 +159,7 @@ void Database::CreateQueryDef(const QString& name, const QString& statement) {
 QStringList Database::QueryDefs() const {
   return guarded(*connection_, [&] {
     QStringList names;
-    const auto definitions = connection_->definitions();
+    const auto definitions = connection_->store().definitions();
     for (const QueryDef& query : definitions->queries()) names += query.Name;
     return names;
   });

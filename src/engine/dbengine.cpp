@@ -1,15 +1,12 @@
 #include "engine/dbengine.h"
 
 #include <QDate>
-#include <QFile>
-#include <QFileInfo>
 #include <QHash>
 #include <QThread>
 #include <QTimer>
 #include <utility>
 
-#include "common/rutas.h"
-#include "engine/sqlite/connection.h"
+#include "engine/connection.h"
 
 namespace {
 
@@ -20,9 +17,11 @@ constexpr int kRetry = 500;
 }  // namespace
 
 struct DBEngine::Private {
-  QHash<QString, std::weak_ptr<Connection>> pool;    // by the system's path
+  std::unique_ptr<Driver> driver;
+  QHash<QString, std::weak_ptr<Connection>> pool;    // by the driver's identity
   QHash<QString, std::weak_ptr<Connection>> byText;  // by the path as it was asked for
   std::shared_ptr<Connection::Settings> settings = std::make_shared<Connection::Settings>();
+  std::shared_ptr<StoreSettings> storeSettings = std::make_shared<StoreSettings>();
   std::unique_ptr<Workspace> workspace;
   // A file with changes to be saved stays open, whoever lets go of it.
   std::vector<std::shared_ptr<Connection>> changed;
@@ -44,7 +43,11 @@ struct DBEngine::Private {
   }
 };
 
-DBEngine::DBEngine(QObject* parent) : QObject(parent), d_(std::make_unique<Private>()) {
+DBEngine::DBEngine(QObject* parent) : DBEngine(defaultDriver(), parent) {}
+
+DBEngine::DBEngine(std::unique_ptr<Driver> driver, QObject* parent)
+    : QObject(parent), d_(std::make_unique<Private>()) {
+  d_->driver = std::move(driver);
   d_->workspace = std::make_unique<Workspace>(*this);
   d_->settings->year = QDate::currentDate().year();
   d_->commitTimer.setSingleShot(true);
@@ -54,10 +57,10 @@ DBEngine::DBEngine(QObject* parent) : QObject(parent), d_(std::make_unique<Priva
       d_->changed.push_back(connection);
     askForCommit(0);
   };
-  d_->settings->refused = [this] {
-    QTimer::singleShot(0, this, [this] { d_->settings->impatient = false; });
+  d_->storeSettings->refused = [this] {
+    QTimer::singleShot(0, this, [this] { d_->storeSettings->impatient = false; });
   };
-  d_->settings->undone = [this] { askForReading(0); };
+  d_->storeSettings->undone = [this] { askForReading(0); };
   d_->settings->lost = [this](const ErrorEjecucion& e) {
     Q_EMIT commitFailed(e.numero(), e.descripcion());
   };
@@ -66,10 +69,10 @@ DBEngine::DBEngine(QObject* parent) : QObject(parent), d_(std::make_unique<Priva
 DBEngine::~DBEngine() {
   // Recordsets may outlive the engine: their groups end with their connection.
   d_->settings->groupOpened = nullptr;
-  d_->settings->refused = nullptr;
-  d_->settings->undone = nullptr;
+  d_->storeSettings->refused = nullptr;
+  d_->storeSettings->undone = nullptr;
   d_->settings->lost = nullptr;
-  d_->settings->wait = nullptr;
+  d_->storeSettings->wait = nullptr;
   try {
     flush();
   } catch (const ErrorEjecucion&) {
@@ -89,10 +92,10 @@ void DBEngine::askForCommit(int delay) {
 }
 
 void DBEngine::commitFromLoop() {
-  if (d_->settings->inWait) return askForCommit(kRetry);
+  if (d_->storeSettings->inWait) return askForCommit(kRetry);
   try {
     // Whoever is told of the first refusal isn't kept waiting by the others.
-    const Brief quick(*this, d_->refused ? 0 : d_->settings->lockTimeout);
+    const Brief quick(*this, d_->refused ? 0 : d_->storeSettings->lockTimeout);
     flush();
   } catch (const ErrorEjecucion& e) {
     const bool stillOpen = e.numero() == err::kNoSePuedeGuardar;
@@ -105,7 +108,7 @@ void DBEngine::askForReading(int delay) {
   if (std::exchange(d_->undoneAsked, true)) return;
   QTimer::singleShot(delay, this, [this] {
     d_->undoneAsked = false;
-    if (d_->settings->inWait) return askForReading(kRetry);
+    if (d_->storeSettings->inWait) return askForReading(kRetry);
     Q_EMIT undone();
   });
 }
@@ -150,54 +153,93 @@ void DBEngine::breathe() {
 std::shared_ptr<Connection> DBEngine::connection(const QString& path) {
   // Looking for a file costs more than reading a total from it.
   if (auto known = d_->byText.value(path).lock()) return known;
-  const QString file = QFileInfo(rutaSistema(path)).canonicalFilePath();
-  if (file.isEmpty()) throw ErrorEjecucion(err::kBaseNoEncontrada, path);
-  auto connection = d_->pool.value(file).lock();
-  if (!connection) connection = std::make_shared<Connection>(file, path, d_->settings);
-  d_->pool.insert(file, connection);
+  const QString identity = d_->driver->identity(path);
+  if (identity.isEmpty()) throw ErrorEjecucion(err::kBaseNoEncontrada, path);
+  auto connection = d_->pool.value(identity).lock();
+  if (!connection)
+    connection =
+        std::make_shared<Connection>(d_->driver->open(path, d_->storeSettings), path, d_->settings);
+  d_->pool.insert(identity, connection);
   d_->byText.insert(path, connection);
   return connection;
 }
 
-// A file that was removed while something had it open lives on for its readers. Whoever asks for
-// the one made in its place must not get the old one.
-void DBEngine::forget(const QString& systemPath) {
-  const QFileInfo file(systemPath);
-  const auto gone =
-      d_->pool.take(QFileInfo(file.path()).canonicalFilePath() + u'/' + file.fileName()).lock();
+// Books that were removed while something had them open live on for their readers. Whoever asks for
+// those made in their place must not get the old ones.
+void DBEngine::forget(const QString& identity) {
+  const auto gone = d_->pool.take(identity).lock();
   d_->byText.removeIf([&](const auto& known) { return known.value().lock() == gone; });
 }
 
 bool DBEngine::exists(const QString& path) const {
-  return QFileInfo(rutaSistema(path)).isFile();
+  return !d_->driver->identity(path).isEmpty();
 }
 
 void DBEngine::DeleteDatabase(const QString& path) {
-  const QString file = rutaSistema(path);
-  if (!exists(path)) throw ErrorEjecucion(err::kBaseNoEncontrada, path);
-  if (const auto open = d_->pool.value(QFileInfo(file).canonicalFilePath()).lock()) open->commit();
-  if (!QFile::remove(file)) throw ErrorEjecucion(err::kPermisoDenegado, path);
-  QFile::remove(file + QStringLiteral("-journal"));
-  forget(file);
+  const QString identity = d_->driver->identity(path);
+  if (const auto open = d_->pool.value(identity).lock()) open->commit();
+  d_->driver->erase(path);
+  forget(identity);
+}
+
+QStringList DBEngine::filesOf(const QString& path) const {
+  return d_->driver->files(path);
+}
+
+void DBEngine::RepairDatabase(const QString& path) {
+  const auto shared = connection(path);
+  guarded(*shared, [&] {
+    shared->commit();
+    shared->begin(Doing::Locking);
+    d_->driver->check(shared->store());
+    shared->commit();
+  });
+}
+
+void DBEngine::CompactDatabase(const QString& source, const QString& destination) {
+  if (exists(destination)) throw ErrorEjecucion(err::kBaseYaExiste, destination);
+  const auto shared = connection(source);
+  guarded(*shared, [&] {
+    shared->commit();
+    d_->driver->compact(shared->store(), destination);
+    forget(d_->driver->identity(destination));
+  });
+}
+
+void DBEngine::CopyDatabase(const QString& source, const QString& destination) {
+  const auto shared = connection(source);
+  guarded(*shared, [&] {
+    shared->commit();
+    if (exists(destination)) {
+      const auto live = connection(destination);
+      live->commit();
+      d_->driver->overwrite(shared->store(), live->store());
+    } else {
+      d_->driver->copy(shared->store(), destination);
+      forget(d_->driver->identity(destination));
+    }
+  });
 }
 
 void DBEngine::setLockTimeout(int milliseconds) {
-  d_->settings->lockTimeout = milliseconds;
+  d_->storeSettings->lockTimeout = milliseconds;
 }
 int DBEngine::lockTimeout() const {
-  return d_->settings->lockTimeout;
+  return d_->storeSettings->lockTimeout;
 }
 
 void DBEngine::setWait(Wait* wait) {
-  d_->settings->wait = wait;
+  d_->storeSettings->wait = wait;
 }
 
 bool DBEngine::isWaiting() const {
-  return d_->settings->inWait;
+  return d_->storeSettings->inWait;
 }
 
 DBEngine::Brief::Brief(DBEngine& engine, int milliseconds)
-    : engine_(engine), timeout_(engine.lockTimeout()), impatient_(engine.d_->settings->impatient) {
+    : engine_(engine),
+      timeout_(engine.lockTimeout()),
+      impatient_(engine.d_->storeSettings->impatient) {
   engine_.setLockTimeout(std::min(timeout_, milliseconds));
 }
 
@@ -205,21 +247,16 @@ DBEngine::Brief::Brief(DBEngine& engine, int milliseconds)
 DBEngine::Brief::~Brief() {
   const bool hasty = engine_.lockTimeout() < timeout_;
   engine_.setLockTimeout(timeout_);
-  if (hasty) engine_.d_->settings->impatient = impatient_;
+  if (hasty) engine_.d_->storeSettings->impatient = impatient_;
 }
 
 void DBEngine::setYear(int year) {
-  if (year == d_->settings->year) return;
   d_->settings->year = year;
-  // Stored queries may hold such literals.
-  for (const auto& connection : d_->open()) connection->definitionsChanged();
 }
 
 std::unique_ptr<Database> Workspace::CreateDatabase(const QString& path, const QString& locale) {
-  const QString systemPath = rutaSistema(path);
-  if (QFileInfo::exists(systemPath)) throw ErrorEjecucion(err::kBaseYaExiste, path);
-  engine_.forget(systemPath);
-  Connection::create(systemPath, path, locale);
+  engine_.d_->driver->create(path, locale);
+  engine_.forget(engine_.d_->driver->identity(path));
   return OpenDatabase(path);
 }
 

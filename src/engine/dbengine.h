@@ -19,9 +19,10 @@
 class Connection;
 class Database;
 class DBEngine;
+class Driver;
 class Hold;
-struct Stamp;
 class Wait;
+struct Stamp;
 
 class Database {
  public:
@@ -57,6 +58,8 @@ class Database {
   // that follow each other at once. 3260 while another station locks the file.
   Stamp state() const;
   std::unique_ptr<Hold> hold() const;
+  // The columns of a source, without reading any row.
+  std::vector<Catalog::Column> columns(const QString& source) const;
 
   QString path() const;  // as given
   std::shared_ptr<Connection> connection() const { return connection_; }
@@ -80,16 +83,20 @@ class DBEngine : public QObject {
   Q_OBJECT
  public:
   explicit DBEngine(QObject* parent = nullptr);
+  // Over other books than the program's own.
+  explicit DBEngine(std::unique_ptr<Driver> driver, QObject* parent = nullptr);
   ~DBEngine() override;
 
   Workspace& Workspaces(int item);  // only 0
 
   // Whether there is a file at a path; it needn't be one that can be opened.
   bool exists(const QString& path) const;
-  // Removes a file with all that is kept beside it. What still has it open keeps reading the rows
-  // that it had, and a file made later in its place is another one. 3024 when it isn't there, 70
-  // when it can't be removed, 3186 while it has changes that can't be committed.
+  // Removes a file with all that is kept beside it; what is already gone is no failure. What still
+  // has it open keeps reading the rows that it had, and a file made later in its place is another
+  // one. 70 when it can't be removed, 3186 while it has changes that can't be committed.
   void DeleteDatabase(const QString& path);
+  // The names of what DeleteDatabase removes from the file's folder, whether it is there or not.
+  QStringList filesOf(const QString& path) const;
   // Checks the file, rebuilds what can be derived (indexes, running sums) and puts it right in
   // place. 3343 for a file that is no database.
   void RepairDatabase(const QString& path);
@@ -150,7 +157,7 @@ class DBEngine : public QObject {
 
  private:
   friend class Workspace;
-  void forget(const QString& systemPath);
+  void forget(const QString& identity);
   void askForCommit(int delay);
   void askForReading(int delay);
   void commitFromLoop();

@@ -12,7 +12,7 @@ Recordset::Impl::Impl(std::shared_ptr<Connection> connection, const QString& sou
   for (std::size_t i = 0; i < columns.size(); ++i)
     ordinals_.insert(columns[i].name.toCaseFolded(), static_cast<int>(i));
   if (rows.plan().updatable) {
-    const auto definitions = connection_->definitions();
+    const auto definitions = connection_->store().definitions();
     if (const TableDef* def = definitions->definition(rows.plan().baseTable)) fields_ = def->Fields;
   }
   first();
@@ -168,7 +168,7 @@ int Recordset::Impl::update() {
 
 int Recordset::Impl::insert() {
   RowSet::Change change(rows);
-  const Key key = connection_->insert(rows.plan().baseTable, changed_);
+  const Key key = connection_->store().insert(rows.plan().baseTable, changed_);
   if (visited_ == rows.total()) ++visited_;
   return change.added(key);
 }
@@ -177,7 +177,7 @@ int Recordset::Impl::store() {
   const int position = current();
   if (changed_.isEmpty()) return position;
   RowSet::Change change(rows);
-  if (!connection_->update(rows.plan().baseTable, rows.key(position), changed_))
+  if (!connection_->store().update(rows.plan().baseTable, rows.key(position), changed_))
     throw ErrorEjecucion(err::kRegistroEliminado);
   change.written(position);
   return position;
@@ -192,7 +192,7 @@ int Recordset::Impl::remove() {
   connection_->begin(Doing::Locking);
   rows.checkFile();
   RowSet::Change change(rows);
-  if (!connection_->remove(rows.plan().baseTable, rows.key(position)))
+  if (!connection_->store().remove(rows.plan().baseTable, rows.key(position)))
     throw ErrorEjecucion(err::kRegistroEliminado);
   change.deleted(position);
   return position;

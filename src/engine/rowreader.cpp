@@ -4,7 +4,6 @@
 
 #include "engine/dbengine.h"
 #include "engine/rowset.h"
-#include "engine/sqlite/connection.h"
 
 namespace {
 
@@ -52,7 +51,7 @@ bool RowReader::Private::next() {
 RowReader::RowReader(Database& database, const QString& source) : d_(std::make_unique<Private>()) {
   d_->connection = database.connection();
   guarded(*d_->connection, [&] {
-    const auto hold = d_->connection->hold();
+    const auto hold = d_->connection->store().hold();
     d_->compiled = d_->connection->sources().compiled(source);
     if (d_->plan().updatable) {
       d_->keys = d_->connection->sources().keys(d_->compiled);

@@ -21,7 +21,7 @@ bool isMatch(const Cursor& cursor) {
 
 RowSet::RowSet(std::shared_ptr<Connection> connection, const QString& source, Opening opening)
     : connection_(std::move(connection)), source_(source) {
-  const auto hold = connection_->hold();
+  const auto hold = connection_->store().hold();
   compiled_ = connection_->sources().compiled(source);
   if (plan().updatable) {
     const int limit = opening == Opening::FirstRows ? kFirstKeys : -1;
@@ -30,12 +30,12 @@ RowSet::RowSet(std::shared_ptr<Connection> connection, const QString& source, Op
   } else {
     readWhole();
   }
-  stamp_ = connection_->stamp(plan().baseTable);
-  edition_ = connection_->edition();
+  stamp_ = connection_->store().stamp(plan().baseTable);
+  edition_ = connection_->store().edition();
 }
 
 void RowSet::checkFile() const {
-  if (edition_ != connection_->edition())
+  if (edition_ != connection_->store().edition())
     throw ErrorEjecucion(err::kFicheroSustituido, connection_->path());
 }
 
@@ -50,7 +50,7 @@ void RowSet::readWhole() {
 }
 
 void RowSet::readOtherKeys() {
-  const auto hold = connection_->hold();
+  const auto hold = connection_->store().hold();
   checkFile();
   const KeySet all = connection_->sources().keys(compiled_);
   // Rows that were shown stay where they were, whoever wrote since.
@@ -98,7 +98,7 @@ void RowSet::discardOld() {
   if (current) return;
   near_.clear();
   windowFirst_ = windowEnd_ = -1;
-  stamp_ = connection_->stamp(plan().baseTable);
+  stamp_ = connection_->store().stamp(plan().baseTable);
 }
 
 const Row* RowSet::row(int position) {
@@ -154,12 +154,12 @@ void RowSet::readWindow(int position) {
   first = std::max(first, 0);
   end = std::min(end, known());
   if (near_.size() > kRowsKept) near_.clear();
-  const auto hold = connection_->hold();
+  const auto hold = connection_->store().hold();
   checkFile();
   // The look at the file may have shown that what is kept is old.
   if (!isCurrent()) {
     near_.clear();
-    stamp_ = connection_->stamp(plan().baseTable);
+    stamp_ = connection_->store().stamp(plan().baseTable);
   }
   readRows(first, end);
   windowFirst_ = first;
@@ -168,12 +168,12 @@ void RowSet::readWindow(int position) {
 
 void RowSet::Change::written(int position) {
   rows_.near_.erase(position);
-  if (wasCurrent_) rows_.stamp_ = rows_.connection_->stamp(rows_.plan().baseTable);
+  if (wasCurrent_) rows_.stamp_ = rows_.connection_->store().stamp(rows_.plan().baseTable);
 }
 
 int RowSet::Change::added(Key key) {
   rows_.tail_.push_back(key);
-  if (wasCurrent_) rows_.stamp_ = rows_.connection_->stamp(rows_.plan().baseTable);
+  if (wasCurrent_) rows_.stamp_ = rows_.connection_->store().stamp(rows_.plan().baseTable);
   return rows_.total() - 1;
 }
 
@@ -183,7 +183,7 @@ void RowSet::Change::deleted(int position) {
 }
 
 int RowSet::findFirst(const QString& criterion) {
-  const auto hold = connection_->hold();
+  const auto hold = connection_->store().hold();
   const Compiled find = connection_->sources().matching(source_, criterion);
   if (!find.plan->updatable) {
     const auto cursor = find.plan->reader->run(find.literals);
@@ -204,8 +204,8 @@ int RowSet::findFirst(const QString& criterion) {
 }
 
 int RowSet::findNext(const QString& criterion, int from) {
-  const auto hold = connection_->hold();
-  const Stamp now = connection_->stamp(plan().baseTable);
+  const auto hold = connection_->store().hold();
+  const Stamp now = connection_->store().stamp(plan().baseTable);
   if (criterion != criterion_ || now != criterionStamp_) {
     matches_ = matches(criterion);
     criterion_ = criterion;

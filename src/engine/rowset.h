@@ -9,8 +9,8 @@
 #include <QSet>
 #include <unordered_map>
 
+#include "engine/connection.h"
 #include "engine/recordset.h"
-#include "engine/sqlite/connection.h"
 
 class RowSet {
  public:
@@ -65,7 +65,7 @@ class RowSet {
   int findNext(const QString& criterion, int from);
 
  private:
-  bool isCurrent() const { return stamp_ == connection_->stamp(plan().baseTable); }
+  bool isCurrent() const { return stamp_ == connection_->store().stamp(plan().baseTable); }
   void readWhole();
   void readOtherKeys();
   void discardOld();

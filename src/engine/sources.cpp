@@ -16,7 +16,7 @@ std::shared_ptr<const Plan> planOf(const lang::Query& query, Store& store) {
   if (plan->updatable) plan->baseTable = base->name;
   for (const lang::Output& output : query.outputs) {
     const lang::Expr& expr = *output.expr;
-    OutputColumn column{output.name, lang::fieldType(expr.type), expr.size, {}};
+    OutputColumn column{{output.name, lang::fieldType(expr.type), expr.size}, {}};
     if (plan->updatable && expr.kind == lang::Expr::Kind::Column)
       column.baseColumn = base->columns[static_cast<std::size_t>(expr.column)].name;
     plan->columns.push_back(column);
@@ -27,11 +27,13 @@ std::shared_ptr<const Plan> planOf(const lang::Query& query, Store& store) {
 
 }  // namespace
 
-// Definitions that changed may change what every source means.
+// Definitions that changed may change what every source means, and so may the year: stored queries
+// hold short dates.
 void Sources::follow() {
   auto now = store_.definitions();
-  if (now == definitions_) return;
+  if (now == definitions_ && year_ == plansYear_) return;
   definitions_ = std::move(now);
+  plansYear_ = year_;
   plans_.clear();
   keySets_.clear();
 }

@@ -7,10 +7,8 @@
 
 // A column of what a source gives. A computed one of a number type may be a text in some rows (a
 // blank instead of a zero): the value of such a row is given as it is.
-struct OutputColumn {
-  QString name;  // "Importe", or "Subcuentas.Descripcion" where two columns share a name
-  FieldType type = FieldType::Text;
-  int size = 0;
+// Its name is "Importe", or "Subcuentas.Descripcion" where two columns share a name.
+struct OutputColumn : Catalog::Column {
   QString baseColumn;  // column of Plan::baseTable that it shows; empty when computed
 };
 
@@ -60,6 +58,7 @@ class Sources {
   Store& store_;
   const int& year_;
   std::shared_ptr<const Definitions> definitions_;  // of the plans kept
+  int plansYear_ = 0;
   QHash<QString, std::shared_ptr<const Plan>> plans_;
   std::vector<Keys> keySets_;  // the latest first
 };

@@ -15,6 +15,7 @@
 #include "common/variant.h"
 #include "engine/definitions.h"
 
+class Wait;
 namespace lang {
 struct Query;
 }
@@ -94,9 +95,11 @@ class Store {
   // The group of updates. Opening it keeps all others from writing (3260, or 3186 for who is
   // Writing at once; 3027), so what is read afterwards is fresh and nobody else's; within one it
   // does nothing. commit() raises 3186 while others are in the way, and then the group is still
-  // open; 3026 and 3043 when it has been undone. What is written below is written within one.
+  // open; 3026 and 3043 when it has been undone. Without a group they do nothing. What is written
+  // below is written within one.
   virtual void begin(Doing doing) = 0;
   virtual void commit() = 0;
+  virtual void discard() = 0;  // undoes it
   virtual bool inGroup() const = 0;
 
   // Columns that aren't given get their defaults. 3058 for a primary key with a Null in it, 3022
@@ -106,3 +109,43 @@ class Store {
   virtual bool update(const QString& table, Key key, const Values& values) = 0;
   virtual bool remove(const QString& table, Key key) = 0;  // false if the row is gone
 };
+
+// What the stores of a process share: how they wait for others, and who is to be told that a wait
+// ended in a refusal, or that what was read is no longer so because a group was undone.
+struct StoreSettings {
+  int lockTimeout = 5000;  // milliseconds
+  Wait* wait = nullptr;
+  bool inWait = false;     // `wait` is at work: nothing may be asked of a store
+  bool impatient = false;  // a lock was refused: no other is waited for until one is got
+  std::function<void()> refused;
+  std::function<void()> undone;
+};
+
+// Books by their location, as the program writes it: the path of a file, or whatever a keeper of
+// another kind makes of it.
+class Driver {
+ public:
+  virtual ~Driver() = default;
+  // The same text for the same books, however their location is written; empty when there are none.
+  virtual QString identity(const QString& location) const = 0;
+  virtual std::unique_ptr<Store> open(const QString& location,
+                                      std::shared_ptr<StoreSettings> settings) = 0;  // 3024, 3343
+  // `locale` is the general sort order, noted in the books. 3204 if there are some already, 3026,
+  // 75.
+  virtual void create(const QString& location, const QString& locale) = 0;
+  virtual void erase(const QString& location) = 0;  // 70; what is already gone is no failure
+  // The names of the files that books at a location may stand in; none for a keeper without files.
+  virtual QStringList files(const QString& location) const = 0;
+
+  // Books as they stand, made at a free location (3204) or written over others that are open, as
+  // one change: these are left wholly old or wholly new. Verified before anybody sees them: 3343.
+  virtual void copy(Store& from, const QString& to) = 0;
+  virtual void overwrite(Store& from, Store& to) = 0;
+  virtual void compact(Store& from, const QString& to) = 0;  // a copy in as little room as it takes
+  // Checks books and makes anew what can be derived (indexes, kept sums), within a group. 3343 if
+  // anything else is damaged.
+  virtual void check(Store& store) = 0;
+};
+
+// The one that the program keeps its books with.
+std::unique_ptr<Driver> defaultDriver();

@@ -2,9 +2,9 @@
 // over them.
 #include <algorithm>
 
-#include "engine/sqlite/connection.h"
 #include "engine/sqlite/runningsums.h"
 #include "engine/sqlite/schema.h"
+#include "engine/sqlite/store.h"
 #include "engine/sqlite/views.h"
 
 namespace {
@@ -30,62 +30,61 @@ void refuseOwn(const QString& name) {
 // One kind of change after the other.
 class Definer {
  public:
-  explicit Definer(Connection& connection) : connection_(connection) {}
+  explicit Definer(FileStore& store) : store_(store) {}
 
   void operator()(const TableMade& made) {
     const TableDef& table = made.table;
     refuseOwn(table.Name);
     for (const Field& field : table.Fields) refuseOwn(field.Name);
-    connection_.execute(createTableSql(table));
+    store_.execute(createTableSql(table));
     for (const Field& field : table.Fields)
       if (field.Type == FieldType::Text && !field.AllowZeroLength)
         setProperty(table.Name + u'.' + field.Name, "SinTextoVacio");
-    connection_.definitionsChanged();
+    store_.definitionsChanged();
     for (const Index& index : table.Indexes) (*this)(IndexMade{table.Name, index});
-    makeMissingViews(connection_);
+    makeMissingViews(store_);
   }
 
   void operator()(const TableDropped& dropped) {
     const QString& table = dropped.name;
-    const auto schema = connection_.schema();
+    const auto schema = store_.schema();
     for (const auto* kept : {&schema->runningSums(), &schema->brokenSums()})
       for (const Catalog::RunningSums& sums : *kept)
         if (sums.baseTable == table) execute(sumsRemoval(sums));
-    connection_.execute(QStringLiteral("DROP TABLE ") + bracketed(table));
+    store_.execute(QStringLiteral("DROP TABLE ") + bracketed(table));
     // Another table of the same name starts without what was noted of this one.
     for (const char* sql : {"DELETE FROM librano_sumas WHERE Tabla = ?1",
                             "DELETE FROM librano_filas WHERE Tabla = ?1",
                             "DELETE FROM librano_propiedades WHERE substr(Objeto, 1, "
                             "length(?1) + 1) = ?1 || '.'"})
-      connection_.prepare(QString::fromLatin1(sql), Doing::Writing).bind(1, table).execute();
-    connection_.definitionsChanged();
-    remakeViews(connection_);
+      store_.prepare(QString::fromLatin1(sql), Doing::Writing).bind(1, table).execute();
+    store_.definitionsChanged();
+    remakeViews(store_);
   }
 
   void operator()(const IndexMade& made) {
     refuseOwn(made.index.Name);
-    const auto schema = connection_.schema();
+    const auto schema = store_.schema();
     TableDef table = *schema->definition(made.table);
     const Index& index = made.index;
     const QString name = indexName(table.Name, index.Name);
-    connection_.execute(
-        createIndexSql(name, index.Unique || index.Primary, table.Name, index.Fields));
+    store_.execute(createIndexSql(name, index.Unique || index.Primary, table.Name, index.Fields));
     if (index.Primary) setProperty(name, "Principal");
     table.Indexes.push_back(index);
     if (hasSums(*schema, table.Name)) execute(replaceGuards(table));
-    connection_.definitionsChanged();
+    store_.definitionsChanged();
   }
 
   void operator()(const IndexKept& kept) {
     const QString name =
         QStringLiteral("librano_") + kept.table + u'_' + kept.columns.join(QStringLiteral("_"));
-    connection_.execute(createIndexSql(name, false, kept.table, kept.columns));
+    store_.execute(createIndexSql(name, false, kept.table, kept.columns));
   }
 
   void operator()(const SumsKept& kept) {
-    const auto schema = connection_.schema();
+    const auto schema = store_.schema();
     const TableDef& table = *schema->definition(kept.table);
-    Statement note = connection_.prepare(
+    Statement note = store_.prepare(
         QStringLiteral("INSERT INTO %1 (Tabla, Lado, Importe, Claves) VALUES (?1, ?2, ?3, ?4) "
                        "RETURNING Orden")
             .arg(QLatin1String(own::kSums)),
@@ -101,35 +100,35 @@ class Definer {
 
   void operator()(const QueryMade& made) {
     refuseOwn(made.query.Name);
-    connection_
+    store_
         .prepare(QStringLiteral("INSERT INTO %1 (Nombre, Texto) VALUES (?1, ?2)")
                      .arg(QLatin1String(own::kQueries)),
                  Doing::Writing)
         .bind({made.query.Name, made.query.Sql})
         .execute();
-    connection_.definitionsChanged();
-    makeMissingViews(connection_);
+    store_.definitionsChanged();
+    makeMissingViews(store_);
   }
 
   void operator()(const QueryDropped& dropped) {
-    connection_
+    store_
         .prepare(
             QStringLiteral("DELETE FROM %1 WHERE Nombre = ?1").arg(QLatin1String(own::kQueries)),
             Doing::Writing)
         .bind(1, dropped.name)
         .execute();
-    connection_.execute(QStringLiteral("DROP VIEW IF EXISTS ") + bracketed(dropped.name));
-    connection_.definitionsChanged();
-    remakeViews(connection_);
+    store_.execute(QStringLiteral("DROP VIEW IF EXISTS ") + bracketed(dropped.name));
+    store_.definitionsChanged();
+    remakeViews(store_);
   }
 
  private:
   void execute(const QStringList& statements) {
-    for (const QString& sql : statements) connection_.execute(sql);
+    for (const QString& sql : statements) store_.execute(sql);
   }
 
   void setProperty(const QString& object, const char* property) {
-    connection_
+    store_
         .prepare(QStringLiteral("INSERT OR REPLACE INTO %1 VALUES (?1, ?2, '1')")
                      .arg(QLatin1String(own::kProperties)),
                  Doing::Writing)
@@ -137,12 +136,12 @@ class Definer {
         .execute();
   }
 
-  Connection& connection_;
+  FileStore& store_;
 };
 
 }  // namespace
 
-void Connection::define(const Change& change) {
+void FileStore::define(const Change& change) {
   // A file made by another tool.
   if (!schema()->hasOwnTables()) {
     const QStringList statements = own::definitions();

@@ -14,7 +14,7 @@
 #include <QThread>
 
 #include "common/errorejecucion.h"
-#include "engine/sqlite/connection.h"
+#include "engine/sqlite/store.h"
 
 namespace {
 
@@ -137,7 +137,7 @@ void TemporaryCopy::rename() {
   synchronize(QFileInfo(target_).path());
 }
 
-void TemporaryCopy::writeInto(Connection& live) {
+void TemporaryCopy::writeInto(FileStore& live) {
   const Handle from(open(SQLITE_OPEN_READONLY));
   live.forgetStatements();
   const int code = copyPages(live.handle(), from.get(), timeout_);

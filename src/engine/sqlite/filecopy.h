@@ -6,7 +6,7 @@
 
 #include <QString>
 
-class Connection;
+class FileStore;
 struct sqlite3;
 
 class TemporaryCopy {
@@ -24,7 +24,7 @@ class TemporaryCopy {
   void verify();  // 3343 unless it is sound
   void rename();  // 75 if the target can't be made
   // Writes it into a file that is in use, as one change: a kill leaves it wholly old or wholly new.
-  void writeInto(Connection& live);
+  void writeInto(FileStore& live);
 
  private:
   sqlite3* open(int flags) const;

@@ -4,8 +4,8 @@
 #include <deque>
 
 #include "engine/lang/resolve.h"
-#include "engine/sqlite/connection.h"
 #include "engine/sqlite/emitter.h"
+#include "engine/sqlite/store.h"
 
 using namespace lang;
 
@@ -97,13 +97,13 @@ class PackedRows : public Cursor {
 
 }  // namespace
 
-FileReader::FileReader(Connection& connection, const Query& query)
-    : connection_(connection), texts_(textsOf(query)) {}
+FileReader::FileReader(FileStore& store, const Query& query)
+    : store_(store), texts_(textsOf(query)) {}
 
 std::unique_ptr<::Cursor> FileReader::run(const QList<Variant>& literals) {
   auto rows = std::make_unique<PackedRows>(texts_.types);
-  const Connection::Reading reading(connection_);
-  Statement statement = connection_.prepare(texts_.wholeSql);
+  const FileStore::Reading reading(store_);
+  Statement statement = store_.prepare(texts_.wholeSql);
   statement.bind(literals + texts_.own);
   while (statement.step()) rows->add(statement);
   return rows;
@@ -111,18 +111,18 @@ std::unique_ptr<::Cursor> FileReader::run(const QList<Variant>& literals) {
 
 std::vector<Key> FileReader::keys(const QList<Variant>& literals, int most) {
   std::vector<Key> keys;
-  const Connection::Reading reading(connection_);
-  Statement statement = connection_.prepare(most < 0 ? texts_.keysSql
-                                                     : texts_.keysSql + QStringLiteral(" LIMIT ") +
-                                                           QString::number(most));
+  const FileStore::Reading reading(store_);
+  Statement statement =
+      store_.prepare(most < 0 ? texts_.keysSql
+                              : texts_.keysSql + QStringLiteral(" LIMIT ") + QString::number(most));
   statement.bind(literals + texts_.own);
   while (statement.step()) keys.push_back(statement.integer(0));
   return keys;
 }
 
 void FileReader::rows(std::span<const Key> keys, const RowTaker& take) {
-  const Connection::Reading reading(connection_);
-  Statement statement = connection_.prepare(texts_.rowSql);
+  const FileStore::Reading reading(store_);
+  Statement statement = store_.prepare(texts_.rowSql);
   for (const Key key : keys) {
     statement.bind(1, key);
     if (statement.step()) {

@@ -5,7 +5,7 @@
 #include "engine/lang/query.h"
 #include "engine/store.h"
 
-class Connection;
+class FileStore;
 
 // A query in the words of the file's engine.
 //
@@ -28,13 +28,13 @@ Texts textsOf(const lang::Query& query);
 
 class FileReader : public Reader {
  public:
-  FileReader(Connection& connection, const lang::Query& query);
+  FileReader(FileStore& store, const lang::Query& query);
   std::unique_ptr<Cursor> run(const QList<Variant>& literals) override;
   std::vector<Key> keys(const QList<Variant>& literals, int most) override;
   void rows(std::span<const Key> keys, const RowTaker& take) override;
   const Texts& texts() const { return texts_; }
 
  private:
-  Connection& connection_;
+  FileStore& store_;
   Texts texts_;
 };

@@ -10,7 +10,7 @@
 
 #include "engine/lang/catalog.h"
 
-class Connection;
+class FileStore;
 struct TableDef;
 
 // The keys as the file notes them ("Subcuenta;Month(Fecha)"), and read back.

@@ -1,8 +1,8 @@
 #include "engine/sqlite/schema.h"
 
 #include "common/errorejecucion.h"
-#include "engine/sqlite/connection.h"
 #include "engine/sqlite/runningsums.h"
+#include "engine/sqlite/store.h"
 
 namespace {
 
@@ -94,10 +94,10 @@ bool own::isOwn(const QString& name) {
          name.startsWith(QLatin1String("sqlite_"), Qt::CaseInsensitive);
 }
 
-Schema::Schema(Connection& connection) {
+Schema::Schema(FileStore& store) {
   QStringList names;
   {
-    Statement all = connection.prepare(
+    Statement all = store.prepare(
         QStringLiteral("SELECT type, name, sql FROM sqlite_schema WHERE type IN ('table', "
                        "'trigger', 'view') ORDER BY rowid"));
     while (all.step()) {
@@ -116,20 +116,20 @@ Schema::Schema(Connection& connection) {
     }
   }
   if (hasOwn_) {
-    Statement all = connection.prepare(QStringLiteral("SELECT Objeto, Propiedad, Valor FROM %1")
-                                           .arg(QLatin1String(own::kProperties)));
+    Statement all = store.prepare(QStringLiteral("SELECT Objeto, Propiedad, Valor FROM %1")
+                                      .arg(QLatin1String(own::kProperties)));
     while (all.step()) properties_.insert(all.text(0) + u'\n' + all.text(1), all.text(2));
   }
-  for (const QString& name : std::as_const(names)) readTable(connection, name);
+  for (const QString& name : std::as_const(names)) readTable(store, name);
   if (!hasOwn_) return;
-  readQueries(connection);
-  readSums(connection);
+  readQueries(store);
+  readSums(store);
 }
 
-void Schema::readTable(Connection& connection, const QString& name) {
+void Schema::readTable(FileStore& store, const QString& name) {
   TableDef def;
   def.Name = name;
-  Statement columns = connection.prepare(
+  Statement columns = store.prepare(
       QStringLiteral("SELECT name, type, dflt_value, pk FROM pragma_table_info(?1) ORDER BY cid"));
   columns.bind(1, name);
   int keyColumns = 0;
@@ -151,12 +151,12 @@ void Schema::readTable(Connection& connection, const QString& name) {
     def.Fields.push_back(std::move(field));
   }
   if (keyColumns == 1 && wholeKey) rowNumberTables_ += name.toCaseFolded();
-  readIndexes(connection, def);
+  readIndexes(store, def);
   add(std::move(def));
 }
 
-void Schema::readIndexes(Connection& connection, TableDef& table) {
-  Statement list = connection.prepare(
+void Schema::readIndexes(FileStore& store, TableDef& table) {
+  Statement list = store.prepare(
       QStringLiteral("SELECT name, \"unique\" FROM pragma_index_list(?1) ORDER BY seq DESC"));
   list.bind(1, table.Name);
   while (list.step()) {
@@ -168,27 +168,26 @@ void Schema::readIndexes(Connection& connection, TableDef& table) {
     index.Unique = list.integer(1) != 0;
     index.Primary = properties_.contains(propertyKey(full, "Principal"));
     Statement columns =
-        connection.prepare(QStringLiteral("SELECT name FROM pragma_index_info(?1) ORDER BY seqno"));
+        store.prepare(QStringLiteral("SELECT name FROM pragma_index_info(?1) ORDER BY seqno"));
     columns.bind(1, full);
     while (columns.step()) index.Fields += columns.text(0);
     table.Indexes.push_back(std::move(index));
   }
 }
 
-void Schema::readQueries(Connection& connection) {
-  Statement all = connection.prepare(QStringLiteral("SELECT Nombre, Texto FROM %1 ORDER BY Orden")
-                                         .arg(QLatin1String(own::kQueries)));
+void Schema::readQueries(FileStore& store) {
+  Statement all = store.prepare(QStringLiteral("SELECT Nombre, Texto FROM %1 ORDER BY Orden")
+                                    .arg(QLatin1String(own::kQueries)));
   while (all.step()) add(QueryDef{all.text(0), all.text(1)});
 }
 
-void Schema::readSums(Connection& connection) {
-  Statement all =
-      connection.prepare(QStringLiteral("SELECT Orden, Tabla, Lado, Importe, Claves FROM %1 "
-                                        "ORDER BY Orden")
-                             .arg(QLatin1String(own::kSums)));
+void Schema::readSums(FileStore& store) {
+  Statement all = store.prepare(QStringLiteral("SELECT Orden, Tabla, Lado, Importe, Claves FROM %1 "
+                                               "ORDER BY Orden")
+                                    .arg(QLatin1String(own::kSums)));
   const auto refuse = [&] {
     throw ErrorEjecucion(err::kFormatoNoReconocido,
-                         connection.path() + u' ' + QLatin1String(own::kSums));
+                         store.path() + u' ' + QLatin1String(own::kSums));
   };
   while (all.step()) {
     const qint64 order = all.integer(0);

@@ -11,7 +11,7 @@
 
 #include "engine/definitions.h"
 
-class Connection;
+class FileStore;
 
 // The engine's own tables.
 namespace own {
@@ -31,7 +31,7 @@ bool isOwn(const QString& name);
 class Schema : public Definitions {
  public:
   // Reads the file; one made by another tool may lack the engine's own tables.
-  explicit Schema(Connection& connection);
+  explicit Schema(FileStore& store);
 
   // Sums that can't be trusted, because their triggers or table aren't as they were made: they are
   // to be made anew, and until then there are none.
@@ -42,10 +42,10 @@ class Schema : public Definitions {
   bool rowNumberIsColumn(const QString& table) const;
 
  private:
-  void readTable(Connection& connection, const QString& name);
-  void readIndexes(Connection& connection, TableDef& table);
-  void readQueries(Connection& connection);
-  void readSums(Connection& connection);
+  void readTable(FileStore& store, const QString& name);
+  void readIndexes(FileStore& store, TableDef& table);
+  void readQueries(FileStore& store);
+  void readSums(FileStore& store);
   bool stands(const RunningSums& sums, const TableDef& base) const;
 
   std::vector<RunningSums> brokenSums_;

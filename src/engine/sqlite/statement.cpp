@@ -2,7 +2,7 @@
 
 #include <sqlite3.h>
 
-#include "engine/sqlite/connection.h"
+#include "engine/sqlite/store.h"
 
 namespace {
 
@@ -28,7 +28,7 @@ QDateTime parseIso(const char* text, int length) {
 }  // namespace
 
 Statement::Statement(Statement&& other) noexcept
-    : connection_(other.connection_),
+    : store_(other.store_),
       handle_(std::exchange(other.handle_, nullptr)),
       doing_(other.doing_),
       prepared_(other.prepared_) {}
@@ -68,13 +68,13 @@ Statement& Statement::bind(const QList<Variant>& values) {
 
 bool Statement::step() {
   const int code = sqlite3_step(handle_);
-  connection_->returned();
+  store_->returned();
   if (code == SQLITE_ROW) return true;
   if (code == SQLITE_DONE) return false;
   // The words are taken before the reset, which may change them.
-  const QString words = QString::fromUtf8(sqlite3_errmsg(connection_->handle()));
+  const QString words = QString::fromUtf8(sqlite3_errmsg(store_->handle()));
   sqlite3_reset(handle_);
-  connection_->fail(code, doing_, words);
+  store_->fail(code, doing_, words);
 }
 
 void Statement::execute() {

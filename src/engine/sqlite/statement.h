@@ -1,4 +1,4 @@
-// One prepared statement of the file's own engine, taken from its connection's cache.
+// One prepared statement of the file's own engine, taken from its store's cache.
 //
 // It goes back to the cache, reset and without values, when the object dies: no statement stays
 // open between two windows of rows, because an open one would keep other stations from writing.
@@ -8,10 +8,10 @@
 
 #include "engine/store.h"
 
-class Connection;
+class FileStore;
 struct sqlite3_stmt;
 
-// A statement in the cache of its connection.
+// A statement in the cache of its store.
 struct Prepared {
   sqlite3_stmt* handle = nullptr;
   bool busy = false;
@@ -32,8 +32,8 @@ Variant valueOf(const RawValue& raw, FieldType type);
 class Statement {
  public:
   // `prepared` is the cache's entry; none for a statement that is used once and thrown away.
-  Statement(Connection& connection, sqlite3_stmt* handle, Doing doing, Prepared* prepared)
-      : connection_(&connection), handle_(handle), doing_(doing), prepared_(prepared) {}
+  Statement(FileStore& store, sqlite3_stmt* handle, Doing doing, Prepared* prepared)
+      : store_(&store), handle_(handle), doing_(doing), prepared_(prepared) {}
   Statement(Statement&& other) noexcept;
   Statement& operator=(Statement&&) = delete;
   ~Statement();
@@ -55,7 +55,7 @@ class Statement {
   Variant value(int column, FieldType type) const { return valueOf(raw(column), type); }
 
  private:
-  Connection* connection_;
+  FileStore* store_;
   sqlite3_stmt* handle_;
   Doing doing_;
   Prepared* prepared_;

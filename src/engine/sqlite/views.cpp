@@ -2,9 +2,9 @@
 
 #include "common/errorejecucion.h"
 #include "engine/lang/binder.h"
-#include "engine/sqlite/connection.h"
 #include "engine/sqlite/emitter.h"
 #include "engine/sqlite/schema.h"
+#include "engine/sqlite/store.h"
 
 namespace {
 
@@ -28,27 +28,27 @@ QString definitionOf(const QString& query, const Schema& schema) {
 
 }  // namespace
 
-void makeMissingViews(Connection& connection) {
-  const auto schema = connection.schema();
+void makeMissingViews(FileStore& store) {
+  const auto schema = store.schema();
   for (const QueryDef& query : schema->queries()) {
     if (schema->hasView(query.Name)) continue;
     const QString sql = definitionOf(query.Name, *schema);
     if (sql.isEmpty()) continue;
     try {
-      connection.execute(QStringLiteral("CREATE VIEW ") + bracketed(query.Name) +
-                         QStringLiteral(" AS ") + sql);
+      store.execute(QStringLiteral("CREATE VIEW ") + bracketed(query.Name) +
+                    QStringLiteral(" AS ") + sql);
     } catch (const ErrorEjecucion& e) {
       // What only this program can compute stays without a view.
       if (e.numero() != err::kErrorDeSintaxis) throw;
     }
   }
-  connection.definitionsChanged();
+  store.definitionsChanged();
 }
 
-void remakeViews(Connection& connection) {
-  const auto schema = connection.schema();
+void remakeViews(FileStore& store) {
+  const auto schema = store.schema();
   for (const QueryDef& query : schema->queries())
-    connection.execute(QStringLiteral("DROP VIEW IF EXISTS ") + bracketed(query.Name));
-  connection.definitionsChanged();
-  makeMissingViews(connection);
+    store.execute(QStringLiteral("DROP VIEW IF EXISTS ") + bracketed(query.Name));
+  store.definitionsChanged();
+  makeMissingViews(store);
 }

@@ -1,8 +1,8 @@
 // Rows written, one by one, with the checks that the file's own engine doesn't make.
 #include <algorithm>
 
-#include "engine/sqlite/connection.h"
 #include "engine/sqlite/schema.h"
+#include "engine/sqlite/store.h"
 
 namespace {
 
@@ -39,7 +39,7 @@ Variant keyValue(const Schema& schema, const QString& table, const QString& colu
 }  // namespace
 
 // `key` is 0 for a row that is being added.
-void Connection::checkKey(const QString& table, Key key, const Values& values) {
+void FileStore::checkKey(const QString& table, Key key, const Values& values) {
   const QStringList primary = schema()->primaryColumns(table);
   for (const QString& column : primary) {
     if (key != 0 && !values.contains(column)) continue;
@@ -50,8 +50,8 @@ void Connection::checkKey(const QString& table, Key key, const Values& values) {
 }
 
 // The file's index takes PEÑA and Peña for two keys: it knows the case of the plain letters only.
-void Connection::checkTwin(const QString& table, const QString& column, const QString& value,
-                           Key key) {
+void FileStore::checkTwin(const QString& table, const QString& column, const QString& value,
+                          Key key) {
   if (std::all_of(value.begin(), value.end(), [](QChar c) { return c.unicode() < 0x80; })) return;
   Statement twin =
       prepare(QStringLiteral(
@@ -61,7 +61,7 @@ void Connection::checkTwin(const QString& table, const QString& column, const QS
   if (twin.step()) throw ErrorEjecucion(err::kClaveDuplicada);
 }
 
-Key Connection::insert(const QString& table, const Values& values) {
+Key FileStore::insert(const QString& table, const Values& values) {
   checkKey(table, 0, values);
   QStringList columns, marks;
   QList<Variant> bound;
@@ -88,7 +88,7 @@ Key Connection::insert(const QString& table, const Values& values) {
   return key == 0 ? lastRowNumber() : key;
 }
 
-bool Connection::update(const QString& table, Key key, const Values& values) {
+bool FileStore::update(const QString& table, Key key, const Values& values) {
   checkKey(table, key, values);
   if (values.isEmpty()) return true;
   QStringList sets;
@@ -107,7 +107,7 @@ bool Connection::update(const QString& table, Key key, const Values& values) {
   return true;
 }
 
-bool Connection::remove(const QString& table, Key key) {
+bool FileStore::remove(const QString& table, Key key) {
   prepare(QStringLiteral("DELETE FROM ") + bracketed(table) + QStringLiteral(" WHERE rowid = ?1"),
           Doing::Writing)
       .bind(1, key)

@@ -38,14 +38,14 @@ Libro::Libro(bool withSums) {
   company.close();
   db = engine.Workspaces(0).OpenDatabase(ruta);
   connection = db->connection();
-  connection->beginGroup();
+  connection->begin(Doing::Locking);
   QFile file(LIBRANO_DATOS "/sentencias/libro.txt");
   EXPECT_TRUE(file.open(QIODevice::ReadOnly));
   const QStringList lines = QString::fromUtf8(file.readAll()).split(u'\n');
   for (const QString& line : lines) readLine(line);
   if (withSums) return;
-  connection->execute("DELETE FROM librano_sumas");
-  connection->definitionsChanged();
+  store().execute("DELETE FROM librano_sumas");
+  store().definitionsChanged();
 }
 
 void Libro::readLine(const QString& line) {
@@ -54,7 +54,7 @@ void Libro::readLine(const QString& line) {
   if (head.startsWith("tabla ")) {
     table_ = head.mid(6);
     columns_ = line.section(": ", 1);
-    connection->execute(QString("DELETE FROM [%1]").arg(table_));
+    store().execute(QString("DELETE FROM [%1]").arg(table_));
   } else if (head.startsWith("consulta ")) {
     db->CreateQueryDef(head.mid(9), line.section(": ", 1));
   } else {
@@ -66,7 +66,7 @@ void Libro::insertRow(const QStringList& cells) {
   QStringList values;
   for (const QString& cell : cells)
     values << (cell == "Null" || cell == "''" ? cell : u'\'' + cell + u'\'');
-  connection->execute(
+  store().execute(
       QString("INSERT INTO [%1] %2 VALUES (%3)")
           .arg(table_, columns_.isEmpty() ? QString() : u'(' + columns_ + u')', values.join(u',')));
 }
@@ -78,12 +78,12 @@ Written::Written(const lang::Query& query, const QList<Variant>& literals)
 
 Written Libro::planOf(const QString& source) const {
   const lang::Parsed parsed(source, kAno);
-  return Written(*lang::resolved(parsed, *connection->schema(), kAno), parsed.literals());
+  return Written(*lang::resolved(parsed, *store().schema(), kAno), parsed.literals());
 }
 
 QStringList Libro::matching(const QString& source, const QString& criterion) const {
   const lang::Parsed parsed(source, kAno);
-  const Written found(*lang::matching(parsed, criterion, *connection->schema(), kAno),
+  const Written found(*lang::matching(parsed, criterion, *store().schema(), kAno),
                       parsed.literals());
   if (found.keys) return rows(found.keysSql, found.params);
   QStringList places;
@@ -94,7 +94,7 @@ QStringList Libro::matching(const QString& source, const QString& criterion) con
 }
 
 QStringList Libro::rows(const QString& sql, const QList<Variant>& params) const {
-  Statement statement = connection->prepare(sql);
+  Statement statement = store().prepare(sql);
   statement.bind(params);
   QStringList all;
   while (statement.step()) {

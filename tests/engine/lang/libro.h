@@ -3,11 +3,12 @@
 // language makes for it.
 #pragma once
 
+#include "engine/connection.h"
 #include "engine/lang/resolve.h"
 #include "engine/libroendisco.h"
-#include "engine/sqlite/connection.h"
 #include "engine/sqlite/readers.h"
 #include "engine/sqlite/schema.h"
+#include "engine/sqlite/store.h"
 
 // A source in the words of the file's own engine, with all that its parameters need.
 struct Written : Texts {
@@ -34,6 +35,7 @@ class Libro : public FicheroEnDisco {
 
   std::unique_ptr<Database> db;
   std::shared_ptr<Connection> connection;
+  FileStore& store() const { return dynamic_cast<FileStore&>(connection->store()); }
 
  private:
   void readLine(const QString& line);

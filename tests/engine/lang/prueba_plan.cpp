@@ -35,9 +35,9 @@ void fillAtRandom(const Libro& libro, quint32 seed, int lines) {
   QRandomGenerator random(seed);
   const char* accounts[] = {"300000001", "430000001", "477000000",
                             "570000001", "700000001", "999999999"};
-  libro.connection->execute("DELETE FROM Diario");
+  libro.store().execute("DELETE FROM Diario");
   for (int line = 1; line <= lines; ++line)
-    libro.connection->execute(
+    libro.store().execute(
         QString("INSERT INTO Diario(Descripcion,NLinea,NAsiento,Fecha,Subcuenta,DH,Importe) "
                 "VALUES ('Cobro',%1,%2,'2003-%3-10','%4','%5',%6)")
             .arg(line)

@@ -1,4 +1,4 @@
-#include "engine/sqlite/connection.h"
+#include "engine/sqlite/store.h"
 
 #include <sqlite3.h>
 #include <QFileInfo>
@@ -76,9 +76,9 @@ int classicNumber(int code, Doing doing) {
 
 // --- Waiting
 
-int Connection::onBusy(void* data, int tries) {
-  auto& self = *static_cast<Connection*>(data);
-  Settings& settings = *self.settings_;
+int FileStore::onBusy(void* data, int tries) {
+  auto& self = *static_cast<FileStore*>(data);
+  StoreSettings& settings = *self.settings_;
   if (tries == 0) self.waitSince_.start();
   const qint64 elapsed = self.waitSince_.elapsed();
   const bool patient = !settings.impatient && elapsed < settings.lockTimeout;
@@ -92,14 +92,14 @@ int Connection::onBusy(void* data, int tries) {
   return 0;
 }
 
-int Connection::onProgress(void* data) {
-  auto& self = *static_cast<Connection*>(data);
+int FileStore::onProgress(void* data) {
+  auto& self = *static_cast<FileStore*>(data);
   if (!self.settings_->wait || !self.stoppable_ || self.settings_->inWait) return 0;
   const qint64 elapsed = self.workSince_.elapsed();
   return elapsed < kLongWork || self.goOn(&Wait::working, elapsed) ? 0 : 1;
 }
 
-bool Connection::goOn(bool (Wait::*question)(qint64), qint64 elapsed) {
+bool FileStore::goOn(bool (Wait::*question)(qint64), qint64 elapsed) {
   waited_ = true;
   settings_->inWait = true;
   const bool answer = (settings_->wait->*question)(elapsed);
@@ -107,19 +107,16 @@ bool Connection::goOn(bool (Wait::*question)(qint64), qint64 elapsed) {
   return answer;
 }
 
-void Connection::endWait() {
+void FileStore::endWait() {
   waited_ = false;
   if (settings_->wait) settings_->wait->over();
 }
 
 // --- The file
 
-Connection::Connection(const QString& systemPath, const QString& path,
-                       std::shared_ptr<Settings> settings)
-    : path_(path),
-      systemPath_(systemPath),
-      settings_(std::move(settings)),
-      sources_(*this, settings_->year) {
+FileStore::FileStore(const QString& systemPath, const QString& path,
+                     std::shared_ptr<StoreSettings> settings)
+    : path_(path), systemPath_(systemPath), settings_(std::move(settings)) {
   const QFileInfo file(systemPath);
   if (!file.isFile()) throw ErrorEjecucion(err::kBaseNoEncontrada, path);
   if (file.size() == 0) throw ErrorEjecucion(err::kFormatoNoReconocido, path);
@@ -133,7 +130,7 @@ Connection::Connection(const QString& systemPath, const QString& path,
 }
 
 // Either it is open and set up afterwards, or all is as before.
-void Connection::open() {
+void FileStore::open() {
   sqlite3* const before = db_;
   const int code = sqlite3_open_v2(systemPath_.toUtf8().constData(), &db_,
                                    SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr);
@@ -149,14 +146,14 @@ void Connection::open() {
   sqlite3_close_v2(before);
 }
 
-bool Connection::hasMoved() const {
+bool FileStore::hasMoved() const {
   int moved = 0;
   sqlite3_file_control(db_, "main", SQLITE_FCNTL_HAS_MOVED, &moved);
   return moved != 0;
 }
 
 // Over a network a look is dear: it may take a hundredth of the time at most.
-void Connection::lookAtFile() {
+void FileStore::lookAtFile() {
   if (inGroup_ || readers_ > 0 || settings_->inWait) return;
   if (fileLooked_.isValid() && fileLooked_.nsecsElapsed() < lookAtFileEvery_) return;
   fileLooked_.start();
@@ -170,7 +167,7 @@ void Connection::lookAtFile() {
   forgetGroup();
 }
 
-void Connection::create(const QString& systemPath, const QString& path, const QString& locale) {
+void FileStore::create(const QString& systemPath, const QString& path, const QString& locale) {
   sqlite3* db = nullptr;
   const int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX;
   int code = sqlite3_open_v2(systemPath.toUtf8().constData(), &db, flags, nullptr);
@@ -193,13 +190,7 @@ void Connection::create(const QString& systemPath, const QString& path, const QS
   throw ErrorEjecucion(number == err::kSinEspacio ? number : err::kErrorDeRuta, path);
 }
 
-Connection::~Connection() {
-  try {
-    if (inGroup_) commit();
-  } catch (const ErrorEjecucion& e) {
-    // No caller is left to catch it, and what wasn't written is gone.
-    if (settings_->lost) settings_->lost(e);
-  }
+FileStore::~FileStore() {
   try {
     // An empty journal isn't left beside the file. It isn't worth waiting for.
     sqlite3_busy_handler(db_, nullptr, nullptr);
@@ -210,27 +201,27 @@ Connection::~Connection() {
   close();
 }
 
-qint64 Connection::lastRowNumber() const {
+qint64 FileStore::lastRowNumber() const {
   return sqlite3_last_insert_rowid(db_);
 }
 
-qint64 Connection::changedRows() const {
+qint64 FileStore::changedRows() const {
   return sqlite3_changes64(db_);
 }
 
-void Connection::forgetStatements() {
+void FileStore::forgetStatements() {
   std::erase_if(prepared_, [](const auto& entry) {
     if (!entry.second.busy) sqlite3_finalize(entry.second.handle);
     return !entry.second.busy;
   });
 }
 
-void Connection::close() {
+void FileStore::close() {
   forgetStatements();
   sqlite3_close_v2(db_);
 }
 
-void Connection::configure() {
+void FileStore::configure() {
   sqlite3_extended_result_codes(db_, 1);
   sqlite3_busy_handler(db_, onBusy, this);
   sqlite3_progress_handler(db_, kLookAtWorkEvery, onProgress, this);
@@ -249,7 +240,7 @@ void Connection::configure() {
   for (const char* pragma : kPragmas) execute(QString::fromLatin1(pragma), Doing::Reading);
 }
 
-Statement Connection::prepare(const QString& sql, Doing doing) {
+Statement FileStore::prepare(const QString& sql, Doing doing) {
   if (settings_->inWait) throw ErrorEjecucion(err::kRegistroBloqueado, path_);
   // The library undoes a whole group when it is stopped in the middle of a change.
   stoppable_ = doing == Doing::Reading || !inGroup_;
@@ -273,7 +264,7 @@ Statement Connection::prepare(const QString& sql, Doing doing) {
   return Statement(*this, handle, doing, &entry);
 }
 
-void Connection::dropOldestPrepared() {
+void FileStore::dropOldestPrepared() {
   auto oldest = prepared_.end();
   for (auto it = prepared_.begin(); it != prepared_.end(); ++it)
     if (!it->second.busy &&
@@ -284,7 +275,7 @@ void Connection::dropOldestPrepared() {
   prepared_.erase(oldest);
 }
 
-void Connection::fail(int code, Doing doing, const QString& words) {
+void FileStore::fail(int code, Doing doing, const QString& words) {
   const int number =
       code == SQLITE_CONSTRAINT_TRIGGER ? refusedByTrigger(words) : classicNumber(code, doing);
   const bool undone = inGroup_ && sqlite3_get_autocommit(db_) != 0;
@@ -305,7 +296,7 @@ void Connection::fail(int code, Doing doing, const QString& words) {
                   .arg(lost));
 }
 
-void Connection::beginGroup(Doing doing) {
+void FileStore::begin(Doing doing) {
   if (inGroup_) return;
   fileLooked_.invalidate();
   const quint64 file = edition_;
@@ -317,15 +308,12 @@ void Connection::beginGroup(Doing doing) {
   gotLock();
   inGroup_ = true;
   groupChanges_ = 0;
-  groupClock_.start();
   Statement version = prepare(QStringLiteral("PRAGMA data_version"), doing);
   lookAtDataVersion(version);
   version.reset();
-  const auto self = weak_from_this().lock();  // none while it is being opened
-  if (self && settings_->groupOpened) settings_->groupOpened(self);
 }
 
-void Connection::commit() {
+void FileStore::commit() {
   if (!inGroup_) return;
   if (hasMoved()) {
     // It would be written where nobody sees it.
@@ -338,40 +326,32 @@ void Connection::commit() {
   inGroup_ = false;
 }
 
-void Connection::discard() {
+void FileStore::discard() {
   if (!inGroup_) return;
   execute(QStringLiteral("ROLLBACK"), Doing::Committing);
   forgetGroup();
 }
 
-void Connection::forgetGroup() {
+void FileStore::forgetGroup() {
   inGroup_ = false;
   definitionsChanged();
   if (settings_->undone) settings_->undone();
 }
 
-void Connection::settle() {
-  try {
-    commit();
-  } catch (const ErrorEjecucion&) {
-    if (!inGroup_) throw;
-  }
-}
-
-void Connection::touched(const QString& table) {
+void FileStore::touched(const QString& table) {
   ++groupChanges_;
   ++allChanges_;
   ++tableChanges_[table];
 }
 
-Stamp Connection::stamp(const QString& table) {
+Stamp FileStore::stamp(const QString& table) {
   freshen();
   // Moved by other stations; by definitions and what the library undid; by this process.
   const qint64 changes = table.isEmpty() ? allChanges_ : tableChanges_.value(table);
   return {{dataVersion_, generation_, changes}};
 }
 
-void Connection::freshen() {
+void FileStore::freshen() {
   if (inGroup_ || readers_ > 0) return;
   if (looked_.isValid() && looked_.nsecsElapsed() < lookEvery_) return;
   QElapsedTimer cost;
@@ -383,23 +363,23 @@ void Connection::freshen() {
   mendSums();
 }
 
-Connection::Reading::Reading(Connection& connection) : connection_(connection) {
-  connection_.lookAtFile();
-  if (connection_.readers_++ > 0 || connection_.inGroup_) return;
+FileStore::Reading::Reading(FileStore& store) : store_(store) {
+  store_.lookAtFile();
+  if (store_.readers_++ > 0 || store_.inGroup_) return;
   try {
-    lock_.emplace(connection_.prepare(QStringLiteral("PRAGMA data_version")));
-    connection_.lookAtDataVersion(*lock_);
+    lock_.emplace(store_.prepare(QStringLiteral("PRAGMA data_version")));
+    store_.lookAtDataVersion(*lock_);
   } catch (...) {
-    --connection_.readers_;
+    --store_.readers_;
     throw;
   }
 }
 
-Connection::Reading::~Reading() {
-  --connection_.readers_;
+FileStore::Reading::~Reading() {
+  --store_.readers_;
 }
 
-void Connection::lookAtDataVersion(Statement& statement) {
+void FileStore::lookAtDataVersion(Statement& statement) {
   statement.step();
   gotLock();
   looked_.start();
@@ -420,22 +400,22 @@ void Connection::lookAtDataVersion(Statement& statement) {
   ++generation_;
 }
 
-std::shared_ptr<const Schema> Connection::schema() {
+std::shared_ptr<const Schema> FileStore::schema() {
   if (!schema_) schema_ = std::make_shared<const Schema>(*this);
   return schema_;
 }
 
-std::shared_ptr<const Definitions> Connection::definitions() {
+std::shared_ptr<const Definitions> FileStore::definitions() {
   freshen();
   return schema();
 }
 
-void Connection::definitionsChanged() {
+void FileStore::definitionsChanged() {
   schema_.reset();
   ++generation_;
 }
 
-void Connection::noteDefinitions() {
+void FileStore::noteDefinitions() {
   qint64 version = 0;
   {
     Statement current = prepare(QStringLiteral("PRAGMA user_version"));
@@ -447,12 +427,12 @@ void Connection::noteDefinitions() {
 }
 
 // Sums whose triggers went with a table that another tool made anew would stand still.
-void Connection::mendSums() {
+void FileStore::mendSums() {
   if (inGroup_ || readers_ > 0 || std::exchange(sumsLookedAt_, true)) return;
   const auto before = schema();
   if (before->brokenSums().empty() || sqlite3_db_readonly(db_, "main")) return;
   try {
-    beginGroup();
+    begin(Doing::Locking);
     for (const Catalog::RunningSums& sums : before->brokenSums())
       for (const QString& sql : sumsRebuild(sums, *before->definition(sums.baseTable)))
         execute(sql);
@@ -464,6 +444,6 @@ void Connection::mendSums() {
   }
 }
 
-std::shared_ptr<Reader> Connection::compile(const lang::Query& query) {
+std::shared_ptr<Reader> FileStore::compile(const lang::Query& query) {
   return std::make_shared<FileReader>(*this, query);
 }
