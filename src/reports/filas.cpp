@@ -40,10 +40,7 @@ Fuente::Fuente(std::unique_ptr<Database> base, Consulta consulta)
     tabla.sentencia =
         QStringLiteral("SELECT [%1].[%2], [%1].[%3] FROM [%1]").arg(b.tabla, b.clave, b.dato);
     tabla.clave = QStringLiteral("[%1].[%2]").arg(b.tabla, b.clave);
-    // Of no row: a query over a long table isn't run for the sake of a type.
-    const RowReader ninguna(*base_, tabla.sentencia + QStringLiteral(" WHERE ") + tabla.clave +
-                                        QStringLiteral(" IS NULL"));
-    tipos_.push_back(ninguna.columnType(1));
+    tipos_.push_back(base_->columns(tabla.sentencia).back().type);
     buscas_.push_back(std::move(tabla));
     nombres_ << b.columna;
   }
