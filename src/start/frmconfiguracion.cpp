@@ -12,15 +12,11 @@
 
 namespace {
 
-// What the engine keeps beside a file that is being changed.
-constexpr const char* kDiarioDeCambios = "-journal";
-
-// What else there is in a company's folder.
-QStringList otrosFicheros(const QDir& carpeta) {
+// What else there is in a company's folder than its books.
+QStringList otrosFicheros(const QDir& carpeta, const QStringList& libros) {
   QStringList nombres =
       carpeta.entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
-  for (const QString& suyo :
-       {QStringLiteral("Conta.MDB"), QStringLiteral("Conta.MDB") + QLatin1String(kDiarioDeCambios)})
+  for (const QString& suyo : libros)
     nombres.removeIf([&](const QString& n) { return n.compare(suyo, Qt::CaseInsensitive) == 0; });
   return nombres;
 }
@@ -98,9 +94,9 @@ void FrmConfiguracion::CmdEmpBajas_Click() {
 // The row goes last: a deletion that fails half-way leaves the company in the catalogue, and can be
 // made again, whatever of it is already gone. Nothing goes while the folder couldn't go after it.
 void FrmConfiguracion::borraEmpresa(const QString& nombre) {
-  const QFileInfo fichero(rutaSistema(sesion().rutaEmpresa(nombre)));
-  const QDir carpeta(fichero.path());
-  const QStringList ajenos = otrosFicheros(carpeta);
+  const QString libros = sesion().rutaEmpresa(nombre);
+  const QDir carpeta(QFileInfo(rutaSistema(libros)).path());
+  const QStringList ajenos = otrosFicheros(carpeta, ctx.motor.filesOf(libros));
   if (!ajenos.isEmpty())
     throw ErrorEjecucion(err::kErrorDeRuta,
                          QStringLiteral("en su carpeta %1 hay algo más que la empresa (%2). No se "
@@ -109,9 +105,7 @@ void FrmConfiguracion::borraEmpresa(const QString& nombre) {
   if (carpeta.exists()) {
     if (!QFileInfo(QFileInfo(carpeta.path()).path()).isWritable())
       throw ErrorEjecucion(err::kPermisoDenegado, carpeta.path());
-    if (fichero.exists() && !QFile::remove(fichero.filePath()))
-      throw ErrorEjecucion(err::kPermisoDenegado, fichero.filePath());
-    QFile::remove(fichero.filePath() + QLatin1String(kDiarioDeCambios));
+    ctx.motor.DeleteDatabase(libros);
     if (!carpeta.rmdir(carpeta.path())) throw ErrorEjecucion(err::kErrorDeRuta, carpeta.path());
   }
   DtaEmpresas_.Delete();
