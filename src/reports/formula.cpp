@@ -403,7 +403,9 @@ QString Formula::codigos() const {
   if (!raiz_) return {};
   const QString desde = textoComparado(*raiz_, u">="), hasta = textoComparado(*raiz_, u"<=");
   if (!desde.isEmpty() && !hasta.isEmpty()) return desde + QStringLiteral(" a ") + hasta;
-  return textoComparado(*raiz_, u"=");
+  // Other texts that a book is chosen by are no codes: the letter of a register.
+  const QString igual = textoComparado(*raiz_, u"=");
+  return !igual.isEmpty() && igual.front().isDigit() ? igual : QString();
 }
 
 QString Formula::condicion(const Traduce& traduce) const {

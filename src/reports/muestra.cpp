@@ -63,6 +63,7 @@ QString Muestra::valor(const Variant& valor, Formato formato) const {
 }
 
 QString Muestra::importe(double valor, Formato formato) const {
+  if (formato == Formato::Entero) return QString::number(std::llround(valor));
   const auto mostrado = importeMostrado(valor, formato);
   if (!mostrado) return {};
   const QString texto = Format(*mostrado, mascara_);
