@@ -6,18 +6,13 @@
 #pragma once
 
 #include "accounts/crearplan.h"
-#include "accounts/registro.h"
 #include "journal/menuabierto.h"
-#include "journal/registro.h"
-#include "reports/registro.h"
 #include "soporte/libroimpreso.h"
 
 class ListadoAbierto : public MenuAbierto {
  protected:
   ListadoAbierto() {
-    registraAccounts(*formularios);
-    registraJournal(*formularios);
-    registraReports(*formularios);
+    registraFormularios(*formularios);
     ponPlantillas(ctx);
     siembraPlan(*ctx.motor.Workspaces(0).OpenDatabase(ctx.sesion.rutaEmpresa()), 3);
     asiento(1, QDate(2003, 1, 10), "57200001", "43000001", 100.004);
