@@ -38,6 +38,9 @@ class Negativas : public testing::Test {
     });
     empresa->Edit();
     completa(*empresa, [&] { empresa->Fields("NLinDiario") = linea + 1; });
+    // As the window shows them before they are committed.
+    EXPECT_EQ(empresa->Fields("NLinDiario").toLong(), linea + 1);
+    EXPECT_FALSE(lineas(*diario).isEmpty());
     engine.flush();
   }
 
