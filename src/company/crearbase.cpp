@@ -65,6 +65,8 @@ void aligeraDiario(Database& base) {
   base.keepIndex(diario, {QStringLiteral("Punteo"), QStringLiteral("NAsiento")});
   base.keepIndex(diario, {QStringLiteral("Importe")});
   base.keepIndex(QStringLiteral("Subcuentas"), {QStringLiteral("Descripcion")});
+  // An invoice is found by its asiento.
+  base.keepIndex(QStringLiteral("RSIVA"), {QStringLiteral("Asiento")});
   const QList<QList<SumKey>> claves = {
       {},
       {{QStringLiteral("NAsiento")}},

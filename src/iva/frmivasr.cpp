@@ -120,9 +120,14 @@ void FrmIVASR::preparaAlta(LibroIVA libro) {
   ui_->TxtCuentaIva->setText(campo(arranque.cuentaIva));
   ui_->TxtContrapartida->setText(campo(arranque.contrapartida));
   ui_->TxtCodigoProveedor->setText(campo(arranque.proveedor));
-  ui_->LblProveedor->setText(ui_->LblProveedor->text() + QLatin1String(arranque.quien));
-  setWindowTitle(tituloDe({libro, false}));
+  titula({libro, false});
   ui_->TxtCuentaRecargo->setText(campo(arranque.recargo));
+}
+
+void FrmIVASR::titula(const ClaseDeFactura& clase) {
+  setWindowTitle(tituloDe(clase));
+  ui_->LblProveedor->setText(ui_->LblProveedor->text() +
+                             QLatin1String(arranqueDe(clase.libro).quien));
 }
 
 // False when the dialog has unloaded itself, because there is no invoice to change.
@@ -159,7 +164,7 @@ void FrmIVASR::leeFactura(const QString& asiento) {
 
   const FilaRSIVA fila = leeFila(DtaIVA_.Recordset());
   const auto dia = [](const Variant& valor) { return Format(valor, QStringLiteral("dd/mm/yyyy")); };
-  setWindowTitle(tituloDe({fila.libro(), true}));
+  titula({fila.libro(), true});
   ui_->TxtBase->setText(Format(importesDe(fila).base, sesion().MascaraImporte));
   ui_->TxtNOrden->setText(QString::number(fila.Codigo.text().mid(1).toLongLong()));
   ui_->TxtNOrden->setEnabled(false);

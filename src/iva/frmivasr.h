@@ -40,6 +40,7 @@ class FrmIVASR : public Formulario {
   void CmdAceptar_Click();
 
   void preparaAlta(LibroIVA libro);
+  void titula(const ClaseDeFactura& clase);
   bool preparaModificacion(const QString& asiento, bool avisa);
   void leeFactura(const QString& asiento);
   void avisaDeAlmirel(bool avisa);

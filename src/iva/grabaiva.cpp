@@ -15,6 +15,12 @@ void graba(const Apunte& apunte, const TablasIVA& tablas, GrabadoIVA& grabado) {
   ++grabado.apuntes;
 }
 
+// The register as one row will be added to it: a long one need not be read for that.
+void abreRegistro(DataControl& registro) {
+  registro.setRecordSource(QStringLiteral("Select * from RSIVA where Codigo=''"));
+  registro.Refresh();
+}
+
 void ponContador(const TablasIVA& tablas, LibroIVA libro, const QString& orden) {
   tablas.empresa.Edit();
   completa(tablas.empresa, [&] { tablas.empresa.Fields(contadorDe(libro)) = orden; });
@@ -176,8 +182,7 @@ void grabaFactura(const FacturaIVA& factura, const ClaseDeFactura& clase, const 
       grabado.lineasBorradas = true;
     }
   } else {
-    tablas.registro.setRecordSource(QStringLiteral("RSIVA"));
-    tablas.registro.Refresh();
+    abreRegistro(tablas.registro);
     ponContador(tablas, clase.libro, factura.NOrden);
   }
   grabaFila(factura, clase, mascara, tablas, grabado);
@@ -186,8 +191,7 @@ void grabaFactura(const FacturaIVA& factura, const ClaseDeFactura& clase, const 
 
 void grabaIntracomunitaria(const FacturaIntracomunitaria& factura, const QString& mascara,
                            const TablasIVA& tablas, GrabadoIVA& grabado) {
-  tablas.registro.setRecordSource(QStringLiteral("RSIVA"));
-  tablas.registro.Refresh();
+  abreRegistro(tablas.registro);
   grabado.codigo = tomaCodigo(LibroIVA::Soportado, tablas);
   grabado.asiento = QString::number(tomaAsiento(tablas.empresa));
   grabaParte(factura,

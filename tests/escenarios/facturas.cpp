@@ -236,6 +236,7 @@ TEST_F(Facturas, VariosTiposEnUnAsientoYUnCambioPosterior) {
   cambia("Select * from TiposIVA where Codigo='03'", "IVA", 18);
   modifica(121, [&](Teclado& d) {
     EXPECT_EQ(d.forma().windowTitle(), "Asiento de IVA Repercutido (Modificación)");
+    EXPECT_EQ(d.textoDe("LblProveedor"), "Código cliente");
     EXPECT_EQ(d.textoDe("TxtNOrden"), "1");
     for (const char* campo : {"TxtNOrden", "TxtAsientoContable"})
       EXPECT_FALSE(d.control(campo).isEnabled()) << campo;
