@@ -186,7 +186,13 @@ TEST_F(Facturas, UnTotalHaciaAtrasYUnaCuotaTecleadaEncima) {
     d.atras();
     d.intro();
     EXPECT_EQ(cuentas(d), QStringList({"0,16", "0,03", "0,01", "0,20"}));
-    d.escape();
+    // The account of the recargo takes no point, and Cancelar no look-up.
+    rellena(d, {{"TxtCuentaRecargo", "475.1"}});
+    guion.esperaDialogo("FrmVisualizaPlan", [](Teclado& plan) { plan.escape(); });
+    d.intro();
+    EXPECT_EQ(d.enfocado(), "TxtCuentaRecargo");
+    EXPECT_EQ(d.textoDe("TxtCuentaRecargo"), "475.1");
+    d.pulsa("CmdCancelar");
   });
   EXPECT_EQ(contadores(), "121|312|0|0");
 
