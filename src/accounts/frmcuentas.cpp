@@ -1,11 +1,11 @@
 #include "accounts/frmcuentas.h"
 
 #include "accounts/frmcuentaslista.h"
-#include "accounts/llamada.h"
 #include "common/comillas.h"
 #include "common/ignorar.h"
 #include "engine/dbengine.h"
 #include "toolkit/comboenlazado.h"
+#include "toolkit/protocolo.h"
 #include "toolkit/registro.h"
 #include "ui_frmcuentas.h"
 
@@ -41,9 +41,9 @@ void FrmCuentas::Form_Load() {
   DtaNivel1_.bind(sesion().rutaEmpresa(), "Select * from Nivel01");
   DtaNivel2_.setDatabaseName(sesion().rutaEmpresa());
   ofreceNivel2(QString());
-  if (sesion().CodigoLlamada == kModificacion)
+  if (sesion().CodigoLlamada == llamada::kModificacion)
     abreModificacion();
-  else if (sesion().CodigoLlamada == kAlta)
+  else if (sesion().CodigoLlamada == llamada::kAlta)
     abreAlta();
 }
 
@@ -141,7 +141,7 @@ void FrmCuentas::CmdAceptar_Click() {
     mensaje("Necesita introducir el código de la cuenta", "Error");
     return enfocar(ui_->TxtCuenta);
   }
-  if (sesion().CodigoLlamada == kModificacion) {
+  if (sesion().CodigoLlamada == llamada::kModificacion) {
     DtaCuentas_.Edit();
   } else {
     DtaCuentas_.bind(sesion().rutaEmpresa(), "Select * from Cuentas");

@@ -4,10 +4,10 @@
 
 #include "accounts/borrado.h"
 #include "accounts/buscaplan.h"
-#include "accounts/llamada.h"
 #include "accounts/widgets/teclasdebusqueda.h"
 #include "common/comillas.h"
 #include "engine/dbengine.h"
+#include "toolkit/protocolo.h"
 #include "ui_frmcuentaslista.h"
 
 FrmCuentasLista::FrmCuentasLista(Contexto& contexto)
@@ -64,12 +64,12 @@ void FrmCuentasLista::TxtBusquedaCuentas_KeyPress(Tecla& tecla) {
 }
 
 void FrmCuentasLista::CmdAltas_Click() {
-  mostrar("FrmCuentas", kAlta);
+  mostrar("FrmCuentas", llamada::kAlta);
 }
 
 void FrmCuentasLista::CmdModifica_Click() {
   const QString codigo = ui_->GrigCuentas->valor("Cuenta");
-  if (!codigo.isEmpty()) mostrar("FrmCuentas", kModificacion, codigo);
+  if (!codigo.isEmpty()) mostrar("FrmCuentas", llamada::kModificacion, codigo);
 }
 
 void FrmCuentasLista::CmdCrearPlan_Click() {

@@ -1,12 +1,12 @@
 #include "accounts/frmsubcuentas.h"
 
 #include "accounts/frmvisualizaplan.h"
-#include "accounts/llamada.h"
 #include "common/comillas.h"
 #include "common/funciones.h"
 #include "common/ignorar.h"
 #include "engine/dbengine.h"
 #include "toolkit/fallo.h"
+#include "toolkit/protocolo.h"
 #include "toolkit/registro.h"
 #include "ui_frmsubcuentas.h"
 
@@ -43,11 +43,11 @@ void FrmSubCuentas::Form_Activate() {
   ui_->TxtSubcuenta->setMaxLength(digitos);
   ui_->TxtSubcuenta->setMinimumWidth(fontMetrics().horizontalAdvance(QString(digitos + 3, u'0')));
   if (!sesion().ValorElegido.isEmpty()) ui_->TxtSubcuenta->setText(sesion().ValorElegido);
-  if (sesion().CodigoLlamada == kAlta) {
+  if (sesion().CodigoLlamada == llamada::kAlta) {
     setWindowTitle("Alta de subcuenta");
     ui_->CmdDesplega->show();
     DtaCuentas2.bind(sesion().rutaEmpresa(), "Select * from Cuentas");
-  } else if (sesion().CodigoLlamada == kModificacion) {
+  } else if (sesion().CodigoLlamada == llamada::kModificacion) {
     setWindowTitle("Modificación de subcuenta");
     abreModificacion();
   }
@@ -106,9 +106,7 @@ void FrmSubCuentas::TxtSubcuenta_LostFocus() {
 
 // Creating is what was asked, also when the subcuenta is being changed; the mode comes back after.
 void FrmSubCuentas::creaCuenta(const QString& cuenta) {
-  const int modo = sesion().CodigoLlamada;
-  mostrar("FrmCuentas", kAlta, cuenta);
-  sesion().CodigoLlamada = modo;
+  mostrar("FrmCuentas", llamada::kAlta, cuenta);
   if (DtaCuentas2.isOpen()) DtaCuentas2.Refresh();
 }
 
@@ -136,7 +134,7 @@ void FrmSubCuentas::CmdAceptar_Click() {
 }
 
 void FrmSubCuentas::graba() {
-  const bool alta = sesion().CodigoLlamada == kAlta;
+  const bool alta = sesion().CodigoLlamada == llamada::kAlta;
   if (alta) {
     DtaSubcuenta.bind(sesion().rutaEmpresa(), "Select * from Subcuentas");
     DtaSubcuenta.AddNew();

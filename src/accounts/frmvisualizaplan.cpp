@@ -6,12 +6,12 @@
 
 #include "accounts/borrado.h"
 #include "accounts/buscaplan.h"
-#include "accounts/llamada.h"
 #include "accounts/widgets/teclasdebusqueda.h"
 #include "common/ignorar.h"
 #include "engine/dbengine.h"
 #include "toolkit/consulta.h"
 #include "toolkit/principal.h"
+#include "toolkit/protocolo.h"
 #include "toolkit/registro.h"
 #include "ui_frmvisualizaplan.h"
 
@@ -153,11 +153,11 @@ void FrmVisualizaPlan::GrigSubCuentas_DblClick() {
 }
 
 void FrmVisualizaPlan::CmdAltas_Click() {
-  mostrar("FrmSubCuentas", kAlta);
+  mostrar("FrmSubCuentas", llamada::kAlta);
 }
 
 void FrmVisualizaPlan::CmdModifica_Click() {
-  mostrar("FrmSubCuentas", kModificacion, ui_->GrigSubCuentas->valor("Subcuenta"));
+  mostrar("FrmSubCuentas", llamada::kModificacion, ui_->GrigSubCuentas->valor("Subcuenta"));
 }
 
 void FrmVisualizaPlan::CmdBajas_Click() {

@@ -7,6 +7,7 @@
 #include "common/funciones.h"
 #include "company/alta.h"
 #include "engine/dbengine.h"
+#include "toolkit/protocolo.h"
 #include "ui_frmempresas.h"
 
 namespace {
@@ -123,11 +124,11 @@ void FrmEmpresas::cablea() {
 }
 
 void FrmEmpresas::Form_Load() {
-  ui_->OptCreaPlan->setVisible(sesion().CodigoLlamada == 1);
-  if (sesion().CodigoLlamada == 1) {
+  ui_->OptCreaPlan->setVisible(sesion().CodigoLlamada == llamada::kAlta);
+  if (sesion().CodigoLlamada == llamada::kAlta) {
     setWindowTitle(QStringLiteral("Alta de empresa"));
     porDefecto();
-  } else if (sesion().CodigoLlamada == 2) {
+  } else if (sesion().CodigoLlamada == llamada::kModificacion) {
     ui_->TxtNombreEmpresa->setEnabled(false);
     DtaEmpresas_.bind(sesion().rutaEmpresa(), QStringLiteral("Select * from Empresa"));
     muestra(leeDatosEmpresa(DtaEmpresas_.Recordset()));
@@ -135,7 +136,7 @@ void FrmEmpresas::Form_Load() {
 }
 
 void FrmEmpresas::Form_Activate() {
-  if (sesion().CodigoLlamada != 2) return;
+  if (sesion().CodigoLlamada != llamada::kModificacion) return;
   ui_->TxtMayNivel->setEnabled(false);
   ui_->TxtSubNivel->setEnabled(false);
   ui_->TxtAñoContable->setEnabled(false);
@@ -256,13 +257,13 @@ void FrmEmpresas::rechaza(const QString& texto, QLineEdit& campo) {
 
 void FrmEmpresas::CmdAceptar_Click() {
   // A name's blanks at its ends would be lost from its folder's.
-  if (sesion().CodigoLlamada == 1)
+  if (sesion().CodigoLlamada == llamada::kAlta)
     ui_->TxtNombreEmpresa->setText(ui_->TxtNombreEmpresa->text().trimmed());
   if (ui_->TxtNombreEmpresa->text().isEmpty())
     return rechaza(QStringLiteral("Necesita introducir un nombre de empresa"),
                    *ui_->TxtNombreEmpresa);
-  if (sesion().CodigoLlamada == 1) crea();
-  if (sesion().CodigoLlamada == 2) modifica();
+  if (sesion().CodigoLlamada == llamada::kAlta) crea();
+  if (sesion().CodigoLlamada == llamada::kModificacion) modifica();
 }
 
 void FrmEmpresas::crea() {

@@ -1,6 +1,7 @@
 #include "journal/frmbusfec.h"
 
 #include "common/formato.h"
+#include "toolkit/protocolo.h"
 #include "ui_frmbusfec.h"
 
 FrmBusFec::FrmBusFec(Contexto& contexto)
@@ -20,7 +21,7 @@ void FrmBusFec::Form_Load() {
 }
 
 void FrmBusFec::CmdCal_Click() {
-  mostrar("FrmCalendario", 21);
+  mostrar("FrmCalendario", llamada::kFechaDeBusqueda);
   enfocar(ui_->TxtFecha);
 }
 

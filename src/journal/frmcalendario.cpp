@@ -3,21 +3,16 @@
 #include <QLineEdit>
 
 #include "common/formato.h"
-#include "toolkit/registro.h"
+#include "toolkit/consulta.h"
+#include "toolkit/protocolo.h"
 #include "ui_frmcalendario.h"
 
 namespace {
 
-struct Destino {
-  int codigoLlamada;
-  const char* formulario;
-  const char* campo;
-};
-
-constexpr Destino kDestinos[] = {
-    {20, "FrmMenu", "TxtFecha"},
-    {21, "FrmBusFec", "TxtFecha"},
-    {22, "FrmPartida", "TxtFecha"},
+constexpr DestinoConsulta kDestinos[] = {
+    {llamada::kFechaDelDiario, "FrmMenu", "TxtFecha"},
+    {llamada::kFechaDeBusqueda, "FrmBusFec", "TxtFecha"},
+    {llamada::kFechaDePartida, "FrmPartida", "TxtFecha"},
 };
 
 }  // namespace
@@ -51,12 +46,7 @@ void FrmCalendario::Form_Load() {
 }
 
 QLineEdit* FrmCalendario::destino() const {
-  for (const Destino& d : kDestinos) {
-    if (d.codigoLlamada != ctx.sesion.CodigoLlamada) continue;
-    Formulario* formulario = ctx.formularios->abierto(QString::fromLatin1(d.formulario));
-    return formulario ? formulario->findChild<QLineEdit*>(QString::fromLatin1(d.campo)) : nullptr;
-  }
-  return nullptr;
+  return qobject_cast<QLineEdit*>(campoDestino(ctx, kDestinos, ctx.sesion.CodigoLlamada));
 }
 
 void FrmCalendario::escribe(QDate dia) {

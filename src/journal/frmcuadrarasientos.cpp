@@ -7,6 +7,7 @@
 #include "journal/descuadres.h"
 #include "journal/widgets/trabajoendiario.h"
 #include "toolkit/principal.h"
+#include "toolkit/protocolo.h"
 #include "ui_frmcuadrarasientos.h"
 
 FrmCuadrarAsientos::FrmCuadrarAsientos(Contexto& contexto)
@@ -40,9 +41,7 @@ void FrmCuadrarAsientos::TxtSubcuenta_LostFocus() {
     ui->LblCuenta->setText(DtaSubcuentas.Fields("Descripcion").display());
     return;
   }
-  sesion().CodigoAccion = 50;
-  mostrar("FrmVisualizaPlan", 0, codigo);
-  sesion().CodigoAccion = 0;
+  consultar("FrmVisualizaPlan", accion::kCuadrar, codigo);
   enfocar(ui->TxtSubcuenta);
 }
 

@@ -192,7 +192,12 @@ void FrmMenu::CmdLinConceptos_Click() {
 // Offers what squares the asiento, so that its last line needs one key only; the side is the key's.
 void FrmMenu::TxtDebeHaber_GotFocus() {
   QString importe = totales_.descuadre(PanelTotales::Asiento);
-  if (importe.startsWith(u'-')) importe.remove(0, 1);
+  const QString mascara = sesion().MascaraImporte;
+  if (importe.startsWith(u'-')) {
+    importe.remove(0, 1);
+  } else if (const auto valor = ImporteDe(importe, mascara); valor && *valor < 0) {
+    importe = Format(-*valor, mascara);  // a mask that shows a minus in another way
+  }
   ui->TxtDebeHaber->setText(importe);
   ui->TxtDebeHaber->selectAll();
 }

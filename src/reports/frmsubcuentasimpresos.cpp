@@ -3,6 +3,7 @@
 #include "common/comillas.h"
 #include "common/funciones.h"
 #include "engine/dbengine.h"
+#include "toolkit/protocolo.h"
 #include "ui_frmsubcuentasimpresos.h"
 
 FrmSubcuentasImpresos::FrmSubcuentasImpresos(Contexto& contexto)
@@ -12,7 +13,8 @@ FrmSubcuentasImpresos::FrmSubcuentasImpresos(Contexto& contexto)
   ui_->setupUi(this);
   sinIntro(ui_->TxtSubcuentasDesde);
   alTeclear(ui_->TxtSubcuentasDesde, [this](Tecla& t) { TxtSubcuentasDesde_KeyPress(t); });
-  alSalir(ui_->TxtSubcuentasHasta, [this] { busca(ui_->TxtSubcuentasHasta, ui_->LblHasta, 31); });
+  alSalir(ui_->TxtSubcuentasHasta,
+          [this] { busca(ui_->TxtSubcuentasHasta, ui_->LblHasta, accion::kListadoHasta); });
   alPulsar(ui_->CmdAceptar, [this] { lanza([this] { return listado(); }); });
   alPulsar(ui_->CmdCancelar, [this] { descargar(); });
 }
@@ -27,7 +29,8 @@ void FrmSubcuentasImpresos::Form_Load() {
 void FrmSubcuentasImpresos::TxtSubcuentasDesde_KeyPress(Tecla& tecla) {
   if (!tecla.esIntro()) return;
   tecla.tragar();
-  if (busca(ui_->TxtSubcuentasDesde, ui_->LblDesde, 30)) enfocar(ui_->TxtSubcuentasHasta);
+  if (busca(ui_->TxtSubcuentasDesde, ui_->LblDesde, accion::kListadoDesde))
+    enfocar(ui_->TxtSubcuentasHasta);
 }
 
 bool FrmSubcuentasImpresos::busca(QLineEdit* campo, QLabel* nombre, int codigoAccion) {
@@ -39,9 +42,7 @@ bool FrmSubcuentasImpresos::busca(QLineEdit* campo, QLabel* nombre, int codigoAc
     return true;
   } catch (const ErrorEjecucion& e) {
     if (e.numero() != err::kSinRegistroActivo && e.numero() != err::kLlamadaNoValida) throw;
-    sesion().CodigoAccion = codigoAccion;
-    mostrar("FrmVisualizaPlan", 0, campo->text());
-    sesion().CodigoAccion = 0;
+    consultar("FrmVisualizaPlan", codigoAccion, campo->text());
     enfocar(campo);
     return false;
   }

@@ -8,6 +8,7 @@
 #include "common/funciones.h"
 #include "common/rutas.h"
 #include "engine/dbengine.h"
+#include "toolkit/protocolo.h"
 #include "ui_frmconfiguracion.h"
 
 namespace {
@@ -40,8 +41,10 @@ FrmConfiguracion::FrmConfiguracion(Contexto& contexto)
                                              .titulo = QStringLiteral("Empresa"),
                                              .ancho = 40}});
 
-  alPulsar(ui_->Command1, [this] { mostrar(QStringLiteral("FrmSelDirectorios"), 10); });
-  alPulsar(ui_->Command2, [this] { mostrar(QStringLiteral("FrmSelDirectorios"), 11); });
+  alPulsar(ui_->Command1,
+           [this] { mostrar(QStringLiteral("FrmSelDirectorios"), llamada::kCarpetaPrograma); });
+  alPulsar(ui_->Command2,
+           [this] { mostrar(QStringLiteral("FrmSelDirectorios"), llamada::kCarpetaDatos); });
   alPulsar(ui_->CmdEmpAltas, [this] { CmdEmpAltas_Click(); });
   alPulsar(ui_->CmdEmpBajas, [this] { CmdEmpBajas_Click(); });
   alPulsar(ui_->CmdAceptar, [this] { CmdAceptar_Click(); });
@@ -68,7 +71,7 @@ void FrmConfiguracion::Form_Activate() {
 }
 
 void FrmConfiguracion::CmdEmpAltas_Click() {
-  mostrar(QStringLiteral("FrmEmpresas"), 1);
+  mostrar(QStringLiteral("FrmEmpresas"), llamada::kAlta);
   DtaEmpresas_.Refresh();
 }
 

@@ -8,19 +8,16 @@
 
 #include "common/funciones.h"
 #include "common/rutas.h"
-#include "toolkit/registro.h"
+#include "toolkit/consulta.h"
+#include "toolkit/protocolo.h"
 #include "ui_frmseldirectorios.h"
 
 namespace {
 
-constexpr struct {
-  int codigoLlamada;
-  const char* formulario;
-  const char* control;
-} kDestinos[] = {
-    {10, "FrmConfiguracion", "TxtRutPrograma"},
-    {11, "FrmConfiguracion", "TxtRutAcesoDatos"},
-    {12, "FrmCopias", "TxtDirCopias"},
+constexpr DestinoConsulta kDestinos[] = {
+    {llamada::kCarpetaPrograma, "FrmConfiguracion", "TxtRutPrograma"},
+    {llamada::kCarpetaDatos, "FrmConfiguracion", "TxtRutAcesoDatos"},
+    {llamada::kCarpetaCopias, "FrmCopias", "TxtDirCopias"},
 };
 
 // Disks, sticks and shared folders; not the file systems that the system makes for itself.
@@ -107,10 +104,5 @@ void FrmSelDirectorios::CmdAceptar_Click() {
 }
 
 QLineEdit* FrmSelDirectorios::destino() const {
-  for (const auto& d : kDestinos) {
-    if (d.codigoLlamada != ctx.sesion.CodigoLlamada) continue;
-    if (const Formulario* formulario = ctx.formularios->abierto(QLatin1String(d.formulario)))
-      return formulario->findChild<QLineEdit*>(QLatin1String(d.control));
-  }
-  return nullptr;
+  return qobject_cast<QLineEdit*>(campoDestino(ctx, kDestinos, ctx.sesion.CodigoLlamada));
 }

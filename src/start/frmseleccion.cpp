@@ -4,6 +4,7 @@
 #include "engine/dbengine.h"
 #include "start/leeconfiguracion.h"
 #include "start/programas.h"
+#include "toolkit/protocolo.h"
 #include "toolkit/registro.h"
 #include "ui_frmseleccion.h"
 
@@ -75,7 +76,7 @@ void FrmSeleccion::carga() {
 }
 
 void FrmSeleccion::CmdEmpresaAlta_Click() {
-  mostrar(QStringLiteral("FrmEmpresas"), 1);
+  mostrar(QStringLiteral("FrmEmpresas"), llamada::kAlta);
   DtaEmpresa_.Refresh();
   // The first company of all is the one that will be worked on.
   if (ui_->TxtEmpresa->texto().isEmpty() && DtaEmpresa_.Recordset().rowTotal() == 1)

@@ -5,37 +5,38 @@
 
 #include "toolkit/contexto.h"
 #include "toolkit/formulario.h"
+#include "toolkit/protocolo.h"
 #include "toolkit/registro.h"
 
 namespace {
 constexpr DestinoConsulta kSubcuentas[] = {
-    {20, "FrmIVASR", "TxtCodigoProveedor"},
-    {22, "FrmIVASR", "TxtCuentaIva"},
-    {23, "FrmIVASR", "TxtCuentaRecargo"},
-    {24, "FrmIVASR", "TxtContrapartida"},
-    {25, "FrmPartida", "TxtSubcuenta"},
-    {30, "FrmSubcuentasImpresos", "TxtSubcuentasDesde"},
-    {31, "FrmSubcuentasImpresos", "TxtSubcuentasHasta"},
-    {40, "FrmPerdidasyGanacias", "TxtSubcuenta"},
-    {50, "FrmCuadrarAsientos", "TxtSubcuenta"},
-    {60, "FrmRecibos", "TxtCuenta"},
-    {61, "FrmRecibos", "TxtContrapartida"},
-    {71, "FrmNomina", "TxtSubSueldoBruto"},
-    {72, "FrmNomina", "TxtSubSSCargoEmpresa"},
-    {73, "FrmNomina", "TxtSubOrganismosSSAcreedora"},
-    {74, "FrmNomina", "TxtSubRetenciones"},
-    {75, "FrmNomina", "TxtSubAnticipos"},
-    {76, "FrmNomina", "TxtSubRenumeracionesPP"},
-    {77, "FrmNomina", "TxtsubCaja"},
-    {81, "FrmIVAIntercomunitario", "TxtIVARepercutido"},
-    {82, "FrmIVAIntercomunitario", "TxtIVASoportado"},
-    {83, "FrmIVAIntercomunitario", "TxtRERepercutido"},
-    {84, "FrmIVAIntercomunitario", "TxtRESoportado"},
+    {accion::kIVAProveedor, "FrmIVASR", "TxtCodigoProveedor"},
+    {accion::kIVACuenta, "FrmIVASR", "TxtCuentaIva"},
+    {accion::kIVARecargo, "FrmIVASR", "TxtCuentaRecargo"},
+    {accion::kIVAContrapartida, "FrmIVASR", "TxtContrapartida"},
+    {accion::kPartida, "FrmPartida", "TxtSubcuenta"},
+    {accion::kListadoDesde, "FrmSubcuentasImpresos", "TxtSubcuentasDesde"},
+    {accion::kListadoHasta, "FrmSubcuentasImpresos", "TxtSubcuentasHasta"},
+    {accion::kPerdidasYGanancias, "FrmPerdidasyGanacias", "TxtSubcuenta"},
+    {accion::kCuadrar, "FrmCuadrarAsientos", "TxtSubcuenta"},
+    {accion::kReciboCuenta, "FrmRecibos", "TxtCuenta"},
+    {accion::kReciboContrapartida, "FrmRecibos", "TxtContrapartida"},
+    {accion::kNominaSueldoBruto, "FrmNomina", "TxtSubSueldoBruto"},
+    {accion::kNominaSSCargoEmpresa, "FrmNomina", "TxtSubSSCargoEmpresa"},
+    {accion::kNominaOrganismosSS, "FrmNomina", "TxtSubOrganismosSSAcreedora"},
+    {accion::kNominaRetenciones, "FrmNomina", "TxtSubRetenciones"},
+    {accion::kNominaAnticipos, "FrmNomina", "TxtSubAnticipos"},
+    {accion::kNominaRemuneraciones, "FrmNomina", "TxtSubRenumeracionesPP"},
+    {accion::kNominaCaja, "FrmNomina", "TxtsubCaja"},
+    {accion::kIntracomunitarioRepercutido, "FrmIVAIntercomunitario", "TxtIVARepercutido"},
+    {accion::kIntracomunitarioSoportado, "FrmIVAIntercomunitario", "TxtIVASoportado"},
+    {accion::kIntracomunitarioRERepercutido, "FrmIVAIntercomunitario", "TxtRERepercutido"},
+    {accion::kIntracomunitarioRESoportado, "FrmIVAIntercomunitario", "TxtRESoportado"},
 };
 
 constexpr DestinoConsulta kTiposIVA[] = {
-    {21, "FrmIVASR", "TxtIva"},
-    {22, "FrmIVAIntercomunitario", "TxtIva"},
+    {accion::kTipoDeIVA, "FrmIVASR", "TxtIva"},
+    {accion::kTipoDeIntracomunitario, "FrmIVAIntercomunitario", "TxtIva"},
 };
 }  // namespace
 
@@ -46,22 +47,19 @@ std::span<const DestinoConsulta> destinosDeTipoIVA() {
   return kTiposIVA;
 }
 
-namespace {
-
-QWidget* campoDe(const Contexto& contexto, std::span<const DestinoConsulta> destinos) {
+QWidget* campoDestino(const Contexto& contexto, std::span<const DestinoConsulta> destinos,
+                      int codigo) {
   for (const auto& destino : destinos) {
-    if (destino.codigoAccion != contexto.sesion.CodigoAccion) continue;
+    if (destino.codigo != codigo) continue;
     const auto* forma = contexto.formularios->abierto(QLatin1String(destino.formulario));
     return forma ? forma->findChild<QWidget*>(QLatin1String(destino.control)) : nullptr;
   }
   return nullptr;
 }
 
-}  // namespace
-
 bool entregarConsulta(Contexto& contexto, std::span<const DestinoConsulta> destinos,
                       const QString& codigo) {
-  QWidget* control = campoDe(contexto, destinos);
+  QWidget* control = campoDestino(contexto, destinos, contexto.sesion.CodigoAccion);
   if (auto* campo = qobject_cast<QLineEdit*>(control)) {
     campo->setText(codigo);
   } else if (auto* combo = qobject_cast<QComboBox*>(control)) {
@@ -74,7 +72,7 @@ bool entregarConsulta(Contexto& contexto, std::span<const DestinoConsulta> desti
 
 std::optional<QString> textoDeDestino(const Contexto& contexto,
                                       std::span<const DestinoConsulta> destinos) {
-  const QWidget* control = campoDe(contexto, destinos);
+  const QWidget* control = campoDestino(contexto, destinos, contexto.sesion.CodigoAccion);
   if (const auto* campo = qobject_cast<const QLineEdit*>(control)) return campo->text();
   if (const auto* combo = qobject_cast<const QComboBox*>(control)) return combo->currentText();
   return std::nullopt;

@@ -48,7 +48,7 @@ QString fuentes() {
 
 // The rows of the look-up tables: a number, a form, and its control that takes what is chosen.
 QMultiHash<QString, QString> destinosDeConsultas() {
-  static const QRegularExpression fila(R"re(\{\d+, "(Frm\w+)", "(\w+)"\})re");
+  static const QRegularExpression fila(R"re(\{(?:\d+|accion::k\w+),\s*"(Frm\w+)",\s*"(\w+)"\})re");
   QMultiHash<QString, QString> destinos;
   const QString texto = fuentes();
   for (auto it = fila.globalMatch(texto); it.hasNext();) {

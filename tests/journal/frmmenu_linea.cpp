@@ -1,6 +1,10 @@
 // The entry line, by its keys.
 #include "journal/menuabierto.h"
 
+#include <QWheelEvent>
+
+#include "common/formato.h"
+
 namespace {
 
 const QString kFecha = "02/01/2003";
@@ -77,13 +81,86 @@ TEST_F(FrmMenuLinea, NiegaUnaLineaIncompleta) {
   t->escribe("TxtDebeHaber", "1a2-.5");
   EXPECT_EQ(t->textoDe("TxtDebeHaber"), "12,5");
   EXPECT_EQ(menu.pitidos(), antes + 2);
-  t->escribe("TxtAsiento", "7x");
+  t->escribe("TxtAsiento", "7x-");
   EXPECT_EQ(t->textoDe("TxtAsiento"), "7");
+}
 
-  // Under a mask that shows a zero as nothing the amount stays empty until it is typed.
-  ctx.sesion.MascaraImporte = "#,###";
-  t->escribe("TxtDebeHaber", "5");
-  EXPECT_EQ(t->textoDe("TxtDebeHaber"), "5");
+// Whatever the company's amounts look like, they can be offered, typed over, posted and squared.
+TEST_F(FrmMenuLinea, PostsUnderAnyMask) {
+  const struct {
+    const char* mascara;
+    const char* ofrecido;
+  } casos[] = {{"#,###", "1.500"},
+               {"#,##0.00 €;(#,##0.00 €)", "1.500,00 €"},
+               {"$ #,##0.00;-$ #,##0.00", "$ 1.500,00"},
+               {"#,##0.00 \"Pts\"", "1.500,00 Pts"}};
+  int asiento = 0;
+  for (const auto& [mascara, ofrecido_] : casos) {
+    SCOPED_TRACE(mascara);
+    ctx.sesion.MascaraImporte = mascara;
+    linea("57000001", "1500", {}, kFecha);
+    EXPECT_EQ(ofrecido(), ofrecido_);
+    t->teclea("+");
+    linea("43000001", {}, "1500");
+    EXPECT_EQ(ofrecido(), ofrecido_);
+    t->intro();
+    EXPECT_EQ(t->textoDe("TxtAsientoDescuadre"), Format(0.0, mascara));
+    ++asiento;
+    EXPECT_EQ(
+        filas(QString("Select DH, Importe from Diario where NAsiento = %1 order by NLinea")
+                  .arg(asiento)),
+        (std::vector<QStringList>{{"D", "1500"}, {"H", "-1500"}, {"H", "-1500"}, {"D", "1500"}}));
+  }
+  // Beyond 10^12 sums would not be exact to the cent.
+  guion.esperaMensaje("Error 6: El número es demasiado grande: importe", "Librano");
+  linea("57000001", "1000000000000", {}, kFecha);
+  EXPECT_EQ(lineas(), 16u);
+}
+
+// Enter after a click on a button of the line goes on with the typing.
+TEST_F(FrmMenuLinea, GoesOnTypingAfterItsButtons) {
+  linea("57000001", "100", {}, kFecha);
+  t->pulsa("CmdLinDebe");
+  t->intro();
+  EXPECT_EQ(lineas(), 2u);
+  EXPECT_EQ(t->enfocado(), "TxtConcepto");
+  t->pulsa("CmdLinAsiento");
+  const QString asiento = t->textoDe("TxtAsiento");
+  EXPECT_EQ(t->enfocado(), "TxtFecha");
+  t->intro();
+  EXPECT_EQ(t->textoDe("TxtAsiento"), asiento);
+  EXPECT_EQ(totales("Asiento").constFirst(), "0,00 ");
+
+  // A date that was set and never left is looked at before a line is posted on it.
+  t->enfoca("TxtDebeHaber");
+  t->teclea("25");
+  t->control<QLineEdit>("TxtFecha").setText("31/12/2002");
+  guion.esperaMensaje("La fecha introducida no es la del año actual", "Error");
+  t->intro();
+  EXPECT_EQ(t->textoDe("TxtFecha"), "01/01/2003");
+  EXPECT_EQ(lineas(), 2u);
+  t->enfoca("TxtDebeHaber");
+  t->teclea("25");
+  t->intro();
+  EXPECT_EQ(lineas(), 3u);
+}
+
+// The concepts: a click selects the text, the wheel leaves it, the list has codes and no blanks.
+TEST_F(FrmMenuLinea, OffersTheConceptsWithTheirCodes) {
+  cambia("Select * from Conceptos where NConcepto='07'", "Descripcion", QString(50, 'W'));
+  abreMenu();
+  auto& concepto = t->control<QComboBox>("TxtConcepto");
+  EXPECT_EQ(concepto.count(), 1);
+  EXPECT_LT(t->forma().minimumSizeHint().width(), 1000);
+  t->escribe("TxtConcepto", "Nuestra");
+  t->enfoca("TxtFecha");
+  QTest::mouseClick(concepto.lineEdit(), Qt::LeftButton, {}, QPoint(20, 5));
+  EXPECT_EQ(concepto.lineEdit()->selectedText(), "Nuestra");
+  const QPointF medio = concepto.rect().center();
+  QWheelEvent rueda(medio, concepto.mapToGlobal(medio), {}, {0, -120}, {}, {}, Qt::NoScrollPhase,
+                    false);
+  QApplication::sendEvent(&concepto, &rueda);
+  EXPECT_EQ(t->textoDe("TxtConcepto"), "Nuestra");
 }
 
 TEST_F(FrmMenuLinea, OfreceLoQueCuadraElAsiento) {

@@ -76,7 +76,7 @@ TEST_F(FrmMenuVentana, PasaAOtraEmpresaPorElCombo) {
   EXPECT_TRUE(entrada("MnuInvertirCierre").isVisible());
   EXPECT_EQ(ajuste("Entrada", "UltimaEmpresa"), "Otra");
   // Numbers are those of the new company; concepts stay those of the first one.
-  vacia("TxtSubcuenta");
+  EXPECT_EQ(t->textoDe("TxtSubcuenta") + t->textoDe("TxtNombreCuenta"), "");
   EXPECT_EQ(siguiente(), "40");
   t->escribe("TxtConcepto", "07");
   t->intro();
