@@ -21,6 +21,8 @@ constexpr struct {
     {"TipoFactura", &Apunte::TipoFactura},
     {"TipoDiario", &Apunte::TipoDiario},
     {"EmpresaZuri", &Apunte::EmpresaZuri},
+    {"Punteo", &Apunte::Punteo},
+    {"ApunteCartera", &Apunte::ApunteCartera},
 };
 
 template <class Filas>

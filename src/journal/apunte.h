@@ -25,6 +25,8 @@ struct Apunte {
   Variant TipoFactura;
   Variant TipoDiario;
   Variant EmpresaZuri;
+  Variant Punteo;
+  Variant ApunteCartera;
 };
 
 // Adds a line to the journal and then moves NLinDiario: a number is used before it is counted, so a
