@@ -9,6 +9,7 @@
 #include "engine/dbengine.h"
 #include "iva/grabaiva.h"
 #include "iva/widgets/campotipoiva.h"
+#include "journal/apunte.h"
 #include "journal/widgets/camposubcuenta.h"
 #include "journal/widgets/lineaapunte.h"
 #include "toolkit/principal.h"

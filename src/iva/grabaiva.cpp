@@ -1,8 +1,8 @@
 #include "iva/grabaiva.h"
 
+#include "common/errorejecucion.h"
 #include "common/formato.h"
 #include "engine/datacontrol.h"
-#include "engine/dbengine.h"
 #include "engine/filas.h"
 #include "journal/apunte.h"
 
@@ -205,14 +205,6 @@ void grabaIntracomunitaria(const FacturaIntracomunitaria& factura, const QString
       {LibroIVA::Repercutido, factura.IVARepercutido, factura.RERepercutido, factura.IVASoportado,
        opuesto(factura.ImporteIva, mascara), opuesto(factura.Recargo, mascara)},
       mascara, tablas, grabado);
-}
-
-void ponEnDisco(DBEngine& motor) {
-  try {
-    motor.flush();
-  } catch (const ErrorEjecucion& error) {
-    if (error.numero() != err::kNoSePuedeGuardar) throw;
-  }
 }
 
 QString textoDeFallo(const ErrorEjecucion& error, const GrabadoIVA& grabado) {

@@ -8,7 +8,6 @@
 #include "iva/facturaiva.h"
 
 class DataControl;
-class DBEngine;
 class ErrorEjecucion;
 
 // The tables as the screens hold them open: RSIVA, the journal on show, the row of Empresa. The
@@ -60,10 +59,6 @@ struct FacturaIntracomunitaria {
 // numbered by the counter of repercutido. Errors as above.
 void grabaIntracomunitaria(const FacturaIntracomunitaria& factura, const QString& mascara,
                            const TablasIVA& tablas, GrabadoIVA& grabado);
-
-// Puts what an accept has written on the disk, while its dialog can still tell of a failure. Where
-// another station is reading (3186) nothing is lost: the engine tries again, and tells it.
-void ponEnDisco(DBEngine& motor);
 
 // What the user reads of an accept that failed: the error, and how the books were left.
 QString textoDeFallo(const ErrorEjecucion& error, const GrabadoIVA& grabado);

@@ -2,6 +2,7 @@
 
 #include "common/errorejecucion.h"
 #include "engine/datacontrol.h"
+#include "engine/dbengine.h"
 #include "engine/filas.h"
 
 namespace {
@@ -97,4 +98,12 @@ QString codigoRegistro(QChar lado, const QString& orden) {
         err::kLlamadaNoValida,
         QStringLiteral("el número de orden %1 tiene más de diez cifras").arg(orden));
   return lado + orden.rightJustified(kCifras, u'0');
+}
+
+void ponEnDisco(DBEngine& motor) {
+  try {
+    motor.flush();
+  } catch (const ErrorEjecucion& error) {
+    if (error.numero() != err::kNoSePuedeGuardar) throw;
+  }
 }

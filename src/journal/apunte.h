@@ -9,6 +9,7 @@
 #include "common/variant.h"
 
 class DataControl;
+class DBEngine;
 class Recordset;
 
 // A line to be written. What stays Null keeps the table's default: an ordinary line has no
@@ -53,3 +54,7 @@ int tomaContador(Recordset& empresa, const QString& contador);
 // typed, in ten digits. 5 for a number of more.
 //   codigoRegistro('S', "12") == "S0000000012"
 QString codigoRegistro(QChar lado, const QString& orden);
+
+// Puts what an accept has written on the disk, while its dialog can still tell of a failure. Where
+// another station is reading (3186) nothing is lost: the engine tries again, and tells it.
+void ponEnDisco(DBEngine& motor);
