@@ -9,6 +9,7 @@
 #include "engine/dbengine.h"
 #include "iva/registro.h"
 #include "journal/registro.h"
+#include "payroll/registro.h"
 #include "reports/registro.h"
 #include "start/instancia.h"
 #include "start/programas.h"
@@ -30,6 +31,7 @@ void registraFormularios(Registro& registro) {
   registraJournal(registro);
   registraReports(registro);
   registraIVA(registro);
+  registraPayroll(registro);
 }
 
 }  // namespace

@@ -15,6 +15,7 @@
 #include "engine/dbengine.h"
 #include "iva/registro.h"
 #include "journal/registro.h"
+#include "payroll/registro.h"
 #include "reports/registro.h"
 #include "soporte/libros.h"
 #include "start/creaini.h"
@@ -59,6 +60,7 @@ void registraFormularios(Registro& formularios) {
   registraJournal(formularios);
   registraReports(formularios);
   registraIVA(formularios);
+  registraPayroll(formularios);
 }
 
 Escenario::Escenario(Hasta hasta, const DatosEmpresa& datos, const QString& carpeta)

@@ -1,0 +1,6 @@
+// The screens of payrolls.
+#pragma once
+
+class Registro;
+
+void registraPayroll(Registro& registro);
