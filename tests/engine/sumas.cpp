@@ -1,6 +1,8 @@
 // Running sums against a recount of the lines, whatever was done to them and by whom.
 #include <QRandomGenerator>
 
+#include "engine/connection.h"
+#include "engine/sqlite/store.h"
 #include "libroendisco.h"
 
 namespace {
@@ -74,6 +76,61 @@ TEST_F(Sumas, SonLasDeLasLineasTrasCualquierSucesionDeCambios) {
   for (rs->MoveFirst(); !rs->Eof(); rs->MoveNext()) rs->Delete();
   engine.flush();
   compara("borradas todas");
+}
+
+// A long group leaves the file's triggers and adds up by itself: nobody may notice, whoever reads
+// or writes in the middle of it.
+TEST_F(Sumas, UnGrupoLargoNoSeNota) {
+  const auto rs = db->OpenRecordset("Diario");
+  const auto total = [&] {
+    const auto sumas = db->OpenRecordset("Select Sum(IIf([DH]='D',[Importe],0)) as D from Diario");
+    return sumas->Fields(0).number();
+  };
+  const auto cambia = [&](int asiento) {
+    for (rs->MoveFirst(); !rs->Eof(); rs->MoveNext()) {
+      rs->Edit();
+      rs->Fields("NAsiento") = asiento;
+      rs->Fields("Importe") = rs->Fields("Importe").number() + 1;
+      rs->Update();
+    }
+  };
+  for (int i = 1; i <= 200; ++i) anota(*rs, i, i / 2, i % 3 ? "430" : "A", "D", i);
+  EXPECT_EQ(total(), 20100);
+  cambia(7);
+  EXPECT_EQ(total(), 20300);
+  // A statement that isn't the writer's finds the triggers again, also between its rows.
+  dynamic_cast<FileStore&>(db->connection()->store())
+      .execute("UPDATE Diario SET Importe = 0, Subcuenta = 'a' WHERE NLinea <= 100");
+  cambia(8);
+  EXPECT_EQ(total(), 15350);
+  EXPECT_EQ(numeroDeError([&] { anota(*rs, 5, 8, "430", "D", 1000); }), err::kClaveDuplicada);
+  compara("clave repetida");
+  for (const double importe : {1e12, -1e12, 99999999999999., -1e15}) {
+    cambia(9);
+    EXPECT_EQ(numeroDeError([&] { anota(*rs, 900, 9, "430", "D", importe); }),
+              err::kDesbordamiento);
+    compara("importe enorme");
+    cambia(11);
+    rs->MoveLast();
+    rs->Edit();
+    rs->Fields("Importe") = importe;
+    EXPECT_EQ(numeroDeError([&] { rs->Update(); }), err::kDesbordamiento);
+    compara("cambiado por uno enorme");
+  }
+  cambia(9);
+  rs->MoveFirst();
+  rs->Delete();
+  engine.flush();
+  compara("un grupo entero");
+
+  // Triggers of another tool are never left out.
+  herramienta(
+      "CREATE TABLE Vistas(N); CREATE TRIGGER otra AFTER UPDATE ON Diario BEGIN INSERT "
+      "INTO Vistas VALUES (1); END");
+  cambia(10);
+  engine.flush();
+  compara("con un disparador ajeno");
+  EXPECT_EQ(herramienta("SELECT count(*) FROM Vistas"), "199");
 }
 
 // Each statement by another program; those that would replace lines unseen are refused whole.

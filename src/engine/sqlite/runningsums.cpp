@@ -80,7 +80,9 @@ QString trigger(const Sums& sums, const QString& event, const QString& when, con
          when + QStringLiteral(" BEGIN ") + body + QStringLiteral("END");
 }
 
-QString updateTrigger(const Sums& sums) {
+// When an updating counts for the sums, as a trigger says it: which columns it sets, and that they
+// change.
+std::pair<QString, QString> updating(const Sums& sums) {
   QStringList watched{sums.sideColumn, sums.amountColumn};
   for (const SumKey& key : sums.keys)
     if (!watched.contains(key.column, Qt::CaseInsensitive)) watched += key.column;
@@ -90,10 +92,21 @@ QString updateTrigger(const Sums& sums) {
     changed += QStringLiteral("NEW.") + bracketed(column) + QStringLiteral(" IS NOT OLD.") +
                bracketed(column);
   }
+  return {QStringLiteral("UPDATE OF ") + names.join(QStringLiteral(", ")),
+          QStringLiteral(" WHEN ") + changed.join(QStringLiteral(" OR "))};
+}
+
+QString updateTrigger(const Sums& sums) {
+  const auto [event, when] = updating(sums);
   return trigger(
-      sums, QStringLiteral("UPDATE OF ") + names.join(QStringLiteral(", ")),
-      QStringLiteral(" WHEN ") + changed.join(QStringLiteral(" OR ")),
+      sums, event, when,
       account(sums, QStringLiteral("NEW."), true) + account(sums, QStringLiteral("OLD."), false));
+}
+
+constexpr const char* kEvents[] = {"INSERT", "UPDATE", "DELETE"};
+
+QString tellingName(const Sums& sums, const char* event) {
+  return u'[' + sums.sumsTable + QStringLiteral("_cuenta_") + QLatin1String(event) + u']';
 }
 
 QString recountSelect(const Sums& sums) {
@@ -183,10 +196,63 @@ QStringList sumsRecount(const Sums& sums) {
 
 QStringList sumsRemoval(const Sums& sums) {
   QStringList sql;
-  for (const char* event : {"INSERT", "UPDATE", "DELETE"})
+  for (const char* event : kEvents)
     sql += QStringLiteral("DROP TRIGGER IF EXISTS [") + sums.sumsTable + u'_' +
            QLatin1String(event) + u']';
   return sql + QStringList{QStringLiteral("DROP TABLE IF EXISTS ") + bracketed(sums.sumsTable)};
+}
+
+QStringList sumsTelling(const Sums& sums, int place) {
+  const auto row = [&](const QString& name, const char* sign) {
+    const QStringList arguments =
+        QStringList{QString::number(place), QLatin1String(sign), millionths(sums, name, true),
+                    millionths(sums, name, false)} +
+        keyExpressions(sums, name);
+    return QStringLiteral("SELECT ") + QLatin1String(kTellSums) + u'(' +
+           arguments.join(QStringLiteral(", ")) + QStringLiteral("); ");
+  };
+  const QString now = row(QStringLiteral("NEW."), "1"), before = row(QStringLiteral("OLD."), "-1");
+  const auto create = [&](const char* name, const QString& event, const QString& body) {
+    return QStringLiteral("CREATE TEMP TRIGGER ") + tellingName(sums, name) +
+           QStringLiteral(" AFTER ") + event + QStringLiteral(" ON main.") +
+           bracketed(sums.baseTable) + body + QStringLiteral("END");
+  };
+  const QString begin = QStringLiteral(" BEGIN ");
+  const auto [event, when] = updating(sums);
+  return {create(kEvents[0], QStringLiteral("INSERT"), begin + now),
+          create(kEvents[1], event, when + begin + now + before),
+          create(kEvents[2], QStringLiteral("DELETE"), begin + before)};
+}
+
+QStringList sumsTellingRemoval(const Sums& sums) {
+  QStringList sql;
+  for (const char* event : kEvents)
+    sql += QStringLiteral("DROP TRIGGER IF EXISTS temp.") + tellingName(sums, event);
+  return sql;
+}
+
+SumsChange sumsChange(const Sums& sums) {
+  const QString table = bracketed(sums.sumsTable);
+  QStringList tests, marks;
+  for (qsizetype i = 0; i < sums.keyColumns.size(); ++i) {
+    marks += u'?' + QString::number(i + 4);
+    tests += bracketed(sums.keyColumns[i]) + QStringLiteral(" IS ") + marks.back();
+  }
+  const QString where =
+      QStringLiteral(" WHERE ") +
+      (tests.isEmpty() ? QStringLiteral("1") : tests.join(QStringLiteral(" AND ")));
+  QStringList moves;
+  int parameter = 1;
+  for (const QString& column : {sums.countColumn, sums.debitColumn, sums.creditColumn})
+    moves += column + QStringLiteral(" = ") + column + QStringLiteral(" + ?") +
+             QString::number(parameter++);
+  marks += {QStringLiteral("?1"), QStringLiteral("?2"), QStringLiteral("?3")};
+  return {QStringLiteral("UPDATE ") + table + QStringLiteral(" SET ") +
+              moves.join(QStringLiteral(", ")) + where,
+          QStringLiteral("INSERT INTO ") + table + QStringLiteral(" (") + columns(sums) +
+              QStringLiteral(") VALUES (") + marks.join(QStringLiteral(", ")) + u')',
+          QStringLiteral("DELETE FROM ") + table + where + QStringLiteral(" AND ") +
+              sums.countColumn + QStringLiteral(" = 0")};
 }
 
 QStringList replaceGuards(const TableDef& table) {

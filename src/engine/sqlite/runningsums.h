@@ -28,6 +28,20 @@ QStringList sumsRecount(const Catalog::RunningSums& sums);
 QStringList sumsRemoval(const Catalog::RunningSums& sums);
 // All of it anew, from the rows.
 QStringList sumsRebuild(const Catalog::RunningSums& sums, const TableDef& base);
+
+// What brings the sums up for many rows at once. The connection's own triggers, which tell its
+// function kTellSums of each row: `place` (a number of the caller's), 1 or -1 for the line, what it
+// counts for in the debit and in the credit, and its keys.
+inline constexpr char kTellSums[] = "librano_cuenta";
+QStringList sumsTelling(const Catalog::RunningSums& sums, int place);
+QStringList sumsTellingRemoval(const Catalog::RunningSums& sums);
+// Adds lines, debit and credit, parameters 1 to 3, to the sums of the keys that follow.
+struct SumsChange {
+  QString move;  // where they have a row
+  QString add;   // where they have none
+  QString tidy;  // takes away a row without lines
+};
+SumsChange sumsChange(const Catalog::RunningSums& sums);
 // Makes anew the triggers that refuse replacing rows, for the unique indexes that the table has
 // now.
 QStringList replaceGuards(const TableDef& table);

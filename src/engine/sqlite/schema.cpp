@@ -106,6 +106,7 @@ Schema::Schema(FileStore& store) {
         views_ += name.toCaseFolded();
       } else if (all.text(0) == QLatin1String("trigger")) {
         triggers_ += all.text(2);
+        foreignTriggers_ = foreignTriggers_ || !own::isOwn(name);
       } else if (name == QLatin1String(own::kProperties)) {
         hasOwn_ = true;
       } else if (own::isOwn(name)) {

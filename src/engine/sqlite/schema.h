@@ -38,6 +38,8 @@ class Schema : public Definitions {
   const std::vector<RunningSums>& brokenSums() const { return brokenSums_; }
   bool hasView(const QString& query) const { return views_.contains(query.toCaseFolded()); }
   bool hasOwnTables() const { return hasOwn_; }
+  // Whether another tool has put triggers of its own into the file.
+  bool hasForeignTriggers() const { return foreignTriggers_; }
   // Whether one of the columns is the row number itself, in a file of another tool.
   bool rowNumberIsColumn(const QString& table) const;
 
@@ -54,6 +56,7 @@ class Schema : public Definitions {
   QStringList rowNumberTables_;         // folded names
   QHash<QString, QString> properties_;  // "Objeto\nPropiedad"
   bool hasOwn_ = false;
+  bool foreignTriggers_ = false;
 };
 
 // The definition of a table as the file's own statement.

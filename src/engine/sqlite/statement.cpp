@@ -87,6 +87,10 @@ void Statement::reset() {
   sqlite3_reset(handle_);
 }
 
+bool Statement::writes() const {
+  return sqlite3_stmt_readonly(handle_) == 0;
+}
+
 int Statement::columnCount() const {
   return sqlite3_column_count(handle_);
 }

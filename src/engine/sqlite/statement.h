@@ -46,6 +46,7 @@ class Statement {
   void execute();  // steps to the end and resets
   void reset();
 
+  bool writes() const;  // into the file
   int columnCount() const;
   bool isNull(int column) const;
   qint64 integer(int column) const;

@@ -230,6 +230,7 @@ void FileStore::configure() {
   sqlite3_db_config(db_, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
   sqlite3_db_config(db_, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
   registerFunctions(db_);
+  sums_.registerFunction();
   static const char* const kPragmas[] = {
       "PRAGMA journal_mode=TRUNCATE",  // data folders are shared over networks: never a WAL
       "PRAGMA synchronous=EXTRA",      // a posted line outlives a power cut
@@ -240,7 +241,19 @@ void FileStore::configure() {
   for (const char* pragma : kPragmas) execute(QString::fromLatin1(pragma), Doing::Reading);
 }
 
+// What reads the sums finds them brought up; what writes finds the file's triggers at work.
 Statement FileStore::prepare(const QString& sql, Doing doing) {
+  Statement statement = prepareOwn(sql, doing);
+  if (!sums_.gathering()) return statement;
+  if (statement.writes()) {
+    sums_.stop();
+  } else if (sql.contains(QLatin1String(own::kSums))) {
+    sums_.bringUp();
+  }
+  return statement;
+}
+
+Statement FileStore::prepareOwn(const QString& sql, Doing doing) {
   if (settings_->inWait) throw ErrorEjecucion(err::kRegistroBloqueado, path_);
   // The library undoes a whole group when it is stopped in the middle of a change.
   stoppable_ = doing == Doing::Reading || !inGroup_;
@@ -321,6 +334,7 @@ void FileStore::commit() {
     const bool gone = !QFileInfo::exists(systemPath_);
     throw ErrorEjecucion(gone ? err::kBaseNoEncontrada : err::kFicheroSustituido, path_);
   }
+  sums_.stop();
   execute(QStringLiteral("COMMIT"), Doing::Committing);
   gotLock();
   inGroup_ = false;
@@ -334,6 +348,7 @@ void FileStore::discard() {
 
 void FileStore::forgetGroup() {
   inGroup_ = false;
+  sums_.forget();
   definitionsChanged();
   if (settings_->undone) settings_->undone();
 }

@@ -12,9 +12,11 @@
 #include <vector>
 
 #include "common/errorejecucion.h"
+#include "engine/sqlite/groupsums.h"
 #include "engine/sqlite/statement.h"
 #include "engine/wait.h"
 
+class GroupSums;
 class Schema;
 struct sqlite3;
 
@@ -41,6 +43,8 @@ class FileStore : public Store {
   // A statement for each text is kept prepared. 3075 with the library's words if it can't be.
   Statement prepare(const QString& sql, Doing doing = Doing::Reading);
   void execute(const QString& sql, Doing doing = Doing::Writing) { prepare(sql, doing).execute(); }
+  // The same for the writer and what belongs to it, which know that sums may be gathering.
+  Statement prepareOwn(const QString& sql, Doing doing);
 
   // The group of updates holds the file's write lock. A commit waits for those who are reading.
   void begin(Doing doing) override;
@@ -108,6 +112,7 @@ class FileStore : public Store {
   void mendSums();
   void lookAtDataVersion(Statement& statement);
   void dropOldestPrepared();
+  void write(const QString& sql, const QList<Variant>& values);
   void checkKey(const QString& table, Key key, const Values& values);
   void checkTwin(const QString& table, const QString& column, const QString& value, Key key);
 
@@ -139,6 +144,7 @@ class FileStore : public Store {
   qint64 lookEvery_ = 0;  // nanoseconds
 
   std::shared_ptr<const Schema> schema_;
+  GroupSums sums_{*this};
   std::unordered_map<QString, Prepared> prepared_;
   quint64 uses_ = 0;
 };

@@ -6,6 +6,9 @@
 
 namespace {
 
+// From so many rows on it pays to bring the sums up at the end of the group.
+constexpr int kManyRows = 64;
+
 // A row number is never used twice, or a recordset that still names a deleted row would show
 // another.
 QString nextRowSql(const QString& table) {
@@ -61,6 +64,17 @@ void FileStore::checkTwin(const QString& table, const QString& column, const QSt
   if (twin.step()) throw ErrorEjecucion(err::kClaveDuplicada);
 }
 
+void FileStore::write(const QString& sql, const QList<Variant>& values) {
+  if (groupChanges_ >= kManyRows) sums_.gather();
+  try {
+    prepareOwn(sql, Doing::Writing).bind(values).execute();
+  } catch (const ErrorEjecucion&) {
+    sums_.rowFailed();
+    throw;
+  }
+  sums_.rowWritten();
+}
+
 Key FileStore::insert(const QString& table, const Values& values) {
   checkKey(table, 0, values);
   QStringList columns, marks;
@@ -83,7 +97,7 @@ Key FileStore::insert(const QString& table, const Values& values) {
              ? QStringLiteral(" DEFAULT VALUES")
              : QStringLiteral(" (") + columns.join(QStringLiteral(", ")) +
                    QStringLiteral(") VALUES (") + marks.join(QStringLiteral(", ")) + u')';
-  prepare(sql, Doing::Writing).bind(bound).execute();
+  write(sql, bound);
   touched(table);
   return key == 0 ? lastRowNumber() : key;
 }
@@ -97,24 +111,20 @@ bool FileStore::update(const QString& table, Key key, const Values& values) {
     bound += it.value();
     sets += bracketed(it.key()) + QStringLiteral(" = ?") + QString::number(bound.size());
   }
-  prepare(QStringLiteral("UPDATE ") + bracketed(table) + QStringLiteral(" SET ") +
-              sets.join(QStringLiteral(", ")) + QStringLiteral(" WHERE rowid = ?1"),
-          Doing::Writing)
-      .bind(bound)
-      .execute();
+  write(QStringLiteral("UPDATE ") + bracketed(table) + QStringLiteral(" SET ") +
+            sets.join(QStringLiteral(", ")) + QStringLiteral(" WHERE rowid = ?1"),
+        bound);
   if (changedRows() == 0) return false;
   touched(table);
   return true;
 }
 
 bool FileStore::remove(const QString& table, Key key) {
-  prepare(QStringLiteral("DELETE FROM ") + bracketed(table) + QStringLiteral(" WHERE rowid = ?1"),
-          Doing::Writing)
-      .bind(1, key)
-      .execute();
+  write(QStringLiteral("DELETE FROM ") + bracketed(table) + QStringLiteral(" WHERE rowid = ?1"),
+        {key});
   if (changedRows() == 0) return false;
   touched(table);
   if (ownRowNumbers(*schema(), table))
-    prepare(noteLastRowSql(table), Doing::Writing).bind({table, key}).execute();
+    prepareOwn(noteLastRowSql(table), Doing::Writing).bind({table, key}).execute();
   return true;
 }
