@@ -1,7 +1,9 @@
 #include "journal/frmcambiadatos.h"
 
 #include "common/funciones.h"
+#include "common/ignorar.h"
 #include "engine/dbengine.h"
+#include "journal/widgets/lineaapunte.h"
 #include "journal/widgets/trabajoendiario.h"
 #include "toolkit/fallo.h"
 #include "ui_frmcambiadatos.h"
@@ -44,9 +46,19 @@ void FrmCambiadatos::normaliza(QLineEdit* campo) {
     case CampoCambio::Subcuenta:
       campo->setText(ExpandeCodigo(campo->text(), sesion().DigitosSubcuenta));
       break;
+    case CampoCambio::Importe:
+      if (campo == ui->TxtDatoCam) compruebaNuevo();
+      break;
     default:
       break;
   }
+}
+
+// What is no number is told beside the field.
+void FrmCambiadatos::compruebaNuevo() {
+  double importe = 0;
+  ignorando([&] { importe = importeNuevo(ui->TxtDatoCam->text()); });
+  exigeImporte(*this, *ui->TxtDatoCam, importe);
 }
 
 CambioMasivo FrmCambiadatos::cambio() const {

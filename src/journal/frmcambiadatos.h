@@ -22,6 +22,7 @@ class FrmCambiadatos : public Formulario {
  private:
   void ChkEliminarAsientos_Click();
   void normaliza(QLineEdit* campo);
+  void compruebaNuevo();
   CambioMasivo cambio() const;
   void ensenaLectura();
   void CmdAceptar_Click();

@@ -36,6 +36,8 @@ FrmPartida::FrmPartida(Contexto& contexto)
   alSalir(ui->TxtSubcuenta, [this] { TxtSubcuenta_LostFocus(); });
   conectaConcepto(*this, *ui->TxtConcepto, DtaConceptos);
   conectaImporteSinSigno(*this, ctx, *ui->TxtDebeHaber);
+  alSalir(ui->TxtDebeHaber,
+          [this] { exigeImporte(*this, *ui->TxtDebeHaber, importeDe(*ui->TxtDebeHaber, ctx)); });
   alPulsar(ui->CmdLinFecha, [this] { eligeFecha(*this, *ui->TxtFecha, llamada::kFechaDePartida); });
   alPulsar(ui->CmdAceptar, [this] { CmdAceptar_Click(); });
   alPulsar(ui->CmdSalir, [this] { descargar(); });

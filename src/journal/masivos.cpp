@@ -9,6 +9,7 @@
 #include "engine/filas.h"
 #include "engine/lang/lexer.h"
 #include "journal/apunte.h"
+#include "journal/lineatecleada.h"
 
 namespace {
 
@@ -146,8 +147,8 @@ QString leidoAlGuardar(const CambioMasivo& cambio, const QString& mascara) {
       case CampoCambio::Fecha:
         return seGuarda + dia(convertTo(FieldType::Date, 0, cambio.cambiar).date());
       case CampoCambio::Importe:
-        return seGuarda + numero(cambio.campo,
-                                 convertTo(FieldType::Double, 0, cambio.cambiar).number(), mascara);
+        compruebaImporte(importeNuevo(cambio.cambiar));
+        return seGuarda + numero(cambio.campo, importeNuevo(cambio.cambiar), mascara);
       case CampoCambio::Subcuenta:
       case CampoCambio::Descripcion:
         break;
@@ -159,6 +160,10 @@ QString leidoAlGuardar(const CambioMasivo& cambio, const QString& mascara) {
 }
 
 }  // namespace
+
+double importeNuevo(const QString& texto) {
+  return convertTo(FieldType::Double, 0, texto).number();
+}
 
 LecturaDeCambio lecturaDe(const CambioMasivo& cambio, const QString& mascara, int ano) {
   LecturaDeCambio lectura;

@@ -45,6 +45,9 @@ struct LecturaDeCambio {
 };
 LecturaDeCambio lecturaDe(const CambioMasivo& cambio, const QString& mascara, int ano);
 
+// The amount that a new value is kept as. 3421 for what is no number.
+double importeNuevo(const QString& texto);
+
 // Raises 3021 when no line is found, 3075 for a value that can't stand in a statement, 3421 for a
 // new value that doesn't fit the field. What was done before stays.
 void cambiaDatos(Database& empresa, const CambioMasivo& cambio, const Avance& avance);

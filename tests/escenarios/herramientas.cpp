@@ -78,6 +78,10 @@ TEST_F(Correcciones, NieganUnaLineaIncompletaYOlvidanLaCancelada) {
     guion.esperaPregunta(kAlHaber, true, "Atención");
     guion.esperaMensaje("Le faltan datos para entrar la partida al haber", "Error");
     acepta(partida);
+    guion.esperaMensaje("Error 6: El número es demasiado grande: importe");
+    rellena(partida, {{"TxtDebeHaber", "1000000000000"}});
+    partida.tab();
+    EXPECT_EQ(partida.enfocado(), "TxtDebeHaber");
     rellena(partida, {{"TxtDebeHaber", "77"}});
     partida.escape();
   });

@@ -196,6 +196,17 @@ TEST_F(Masivos, DicenPorQueNoPuedenCambiar) {
   comprueba();
 }
 
+// Before anything is done with it, and the mouse's Cancelar leaves the field all the same.
+TEST_F(Masivos, RechazanUnImporteEnormeEnSuCampo) {
+  herramienta("MnuCambiaAsientos", [&](Teclado& d) {
+    guion.esperaMensaje("Error 6: El número es demasiado grande: importe");
+    llena(d, {"Importe", "31", "1000000000000", "3112", "se buscará 31,00",
+              "no se puede guardar en este campo"});
+    EXPECT_EQ(d.enfocado(), "TxtDatoCam");
+    d.pulsa("CmdCancelar");
+  });
+}
+
 TEST_F(Masivos, EliminanAsientosEnterosPorUnaCondicion) {
   herramienta("MnuCambiaAsientos", [&](Teclado& d) {
     rellena(d, {{"TxtDatoCam", "9"}});
@@ -243,7 +254,11 @@ TEST_F(Masivos, AsientanLoQueFaltaParaCuadrar) {
   libro[316] = {123, "11/03/2024", "57200002", "Descuadre Automático", 7.5};
   comprueba();
   herramienta("MnuCuadrarAsientosAutomaticamente", [&](Teclado& cuadra) {
-    // A code that isn't there leads to the plan, which gives back the one chosen.
+    // What isn't there leads to the plan, which gives back the one chosen.
+    guion.esperaDialogo("FrmVisualizaPlan", [](Teclado& plan) { plan.escape(); });
+    cuadra.teclea("O'Brien");
+    cuadra.intro();
+    EXPECT_EQ(cuadra.enfocado(), "TxtSubcuenta");
     guion.esperaDialogo("FrmVisualizaPlan", [](Teclado& plan) { plan.intro(); });
     cuadra.teclea("43000");
     cuadra.intro();

@@ -76,11 +76,20 @@ void conectaImporteSinSigno(Formulario& forma, const Contexto& contexto, QLineEd
 
 void conectaImporte(Formulario& forma, const Contexto& contexto, QLineEdit& importe) {
   forma.importe(&importe);
-  forma.alSalir(&importe, [&contexto, &importe] {
+  forma.alSalir(&importe, [&forma, &contexto, &importe] {
     const double valor = importeDe(importe, contexto);
-    compruebaImporte(valor);
+    exigeImporte(forma, importe, valor);
     ponImporte(importe, valor, contexto);
   });
+}
+
+void exigeImporte(Formulario& forma, QLineEdit& campo, double importe) {
+  try {
+    compruebaImporte(importe);
+  } catch (const ErrorEjecucion&) {
+    forma.enfocar(&campo);
+    throw;
+  }
 }
 
 double importeDe(const QLineEdit& importe, const Contexto& contexto) {

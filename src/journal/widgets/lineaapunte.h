@@ -30,8 +30,12 @@ void conectaImporteSinSigno(Formulario& forma, const Contexto& contexto, QLineEd
 
 // An amount of either sign in a form that calculates: the filter, the decimal key, and on leaving
 // what is no amount becomes zero and the rest is written under the company's mask. Wire what the
-// form calculates after it: it then reads what stands in the field. 6 for 10^12 and more.
+// form calculates after it: it then reads what stands in the field. Refuses what exigeImporte()
+// does.
 void conectaImporte(Formulario& forma, const Contexto& contexto, QLineEdit& importe);
+
+// Raises 6 for an amount of 10^12 or more, with the focus back in the field that it was typed into.
+void exigeImporte(Formulario& forma, QLineEdit& campo, double importe);
 
 // The value of such a field, 0 for what is no amount; and a value written into it.
 double importeDe(const QLineEdit& importe, const Contexto& contexto);
