@@ -1,10 +1,10 @@
 #include "journal/frmcuadrarasientos.h"
 
 #include "common/formato.h"
-#include "common/funciones.h"
 #include "engine/dbengine.h"
 #include "journal/apunte.h"
 #include "journal/descuadres.h"
+#include "journal/widgets/camposubcuenta.h"
 #include "journal/widgets/trabajoendiario.h"
 #include "toolkit/principal.h"
 #include "toolkit/protocolo.h"
@@ -13,12 +13,15 @@
 FrmCuadrarAsientos::FrmCuadrarAsientos(Contexto& contexto)
     : Formulario(contexto),
       ui(std::make_unique<Ui::FrmCuadrarAsientos>()),
-      DtaDescuadres(contexto.motor),
-      DtaSubcuentas(contexto.motor) {
+      DtaDescuadres(contexto.motor) {
   ui->setupUi(this);
+  subcuenta_ = std::make_unique<CampoSubcuenta>(
+      *this, ctx,
+      CampoSubcuenta::Opciones{
+          .codigo = *ui->TxtSubcuenta, .nombre = *ui->LblCuenta, .accion = accion::kCuadrar});
+  subcuenta_->conecta();
   fecha(ui->TxtDesde);
   fecha(ui->TxtHasta);
-  alSalir(ui->TxtSubcuenta, [this] { TxtSubcuenta_LostFocus(); });
   alPulsar(ui->CmdAceptar, [this] { CmdAceptar_Click(); });
   alPulsar(ui->CmdCancelar, [this] { descargar(); });
 }
@@ -26,23 +29,10 @@ FrmCuadrarAsientos::FrmCuadrarAsientos(Contexto& contexto)
 FrmCuadrarAsientos::~FrmCuadrarAsientos() = default;
 
 void FrmCuadrarAsientos::Form_Activate() {
-  ui->TxtSubcuenta->setMaxLength(sesion().DigitosSubcuenta);
+  subcuenta_->ajustaDigitos();
   const QString ano = QString::number(sesion().AnoActual);
   ui->TxtDesde->setText("01/01/" + ano);
   ui->TxtHasta->setText("31/12/" + ano);
-}
-
-void FrmCuadrarAsientos::TxtSubcuenta_LostFocus() {
-  ui->TxtSubcuenta->setText(ExpandeCodigo(ui->TxtSubcuenta->text(), sesion().DigitosSubcuenta));
-  const QString codigo = ui->TxtSubcuenta->text();
-  DtaSubcuentas.bind(sesion().rutaEmpresa(),
-                     "Select * from Subcuentas where subcuenta ='" + codigo + "'");
-  if (!DtaSubcuentas.Eof()) {
-    ui->LblCuenta->setText(DtaSubcuentas.Fields("Descripcion").display());
-    return;
-  }
-  consultar("FrmVisualizaPlan", accion::kCuadrar, codigo);
-  enfocar(ui->TxtSubcuenta);
 }
 
 void FrmCuadrarAsientos::CmdAceptar_Click() {

@@ -9,6 +9,7 @@
 namespace Ui {
 class FrmCuadrarAsientos;
 }
+class CampoSubcuenta;
 
 class FrmCuadrarAsientos : public Formulario {
   Q_OBJECT
@@ -19,11 +20,10 @@ class FrmCuadrarAsientos : public Formulario {
   void Form_Activate() override;
 
  private:
-  void TxtSubcuenta_LostFocus();
   void CmdAceptar_Click();
   void cuadra(int asiento, const QString& resto);
 
   std::unique_ptr<Ui::FrmCuadrarAsientos> ui;
   DataControl DtaDescuadres;
-  DataControl DtaSubcuentas;
+  std::unique_ptr<CampoSubcuenta> subcuenta_;
 };

@@ -1,20 +1,25 @@
 #include "reports/frmsubcuentasimpresos.h"
 
-#include "common/comillas.h"
-#include "common/funciones.h"
-#include "engine/dbengine.h"
+#include "journal/widgets/camposubcuenta.h"
 #include "toolkit/protocolo.h"
 #include "ui_frmsubcuentasimpresos.h"
 
 FrmSubcuentasImpresos::FrmSubcuentasImpresos(Contexto& contexto)
-    : FrmListado(contexto),
-      ui_(std::make_unique<Ui::FrmSubcuentasImpresos>()),
-      DtaSubcuentas_(contexto.motor) {
+    : FrmListado(contexto), ui_(std::make_unique<Ui::FrmSubcuentasImpresos>()) {
   ui_->setupUi(this);
+  desde_ =
+      std::make_unique<CampoSubcuenta>(*this, ctx,
+                                       CampoSubcuenta::Opciones{.codigo = *ui_->TxtSubcuentasDesde,
+                                                                .nombre = *ui_->LblDesde,
+                                                                .accion = accion::kListadoDesde});
+  hasta_ =
+      std::make_unique<CampoSubcuenta>(*this, ctx,
+                                       CampoSubcuenta::Opciones{.codigo = *ui_->TxtSubcuentasHasta,
+                                                                .nombre = *ui_->LblHasta,
+                                                                .accion = accion::kListadoHasta});
   sinIntro(ui_->TxtSubcuentasDesde);
   alTeclear(ui_->TxtSubcuentasDesde, [this](Tecla& t) { TxtSubcuentasDesde_KeyPress(t); });
-  alSalir(ui_->TxtSubcuentasHasta,
-          [this] { busca(ui_->TxtSubcuentasHasta, ui_->LblHasta, accion::kListadoHasta); });
+  hasta_->conecta();
   alPulsar(ui_->CmdAceptar, [this] { lanza([this] { return listado(); }); });
   alPulsar(ui_->CmdCancelar, [this] { descargar(); });
 }
@@ -22,30 +27,14 @@ FrmSubcuentasImpresos::FrmSubcuentasImpresos(Contexto& contexto)
 FrmSubcuentasImpresos::~FrmSubcuentasImpresos() = default;
 
 void FrmSubcuentasImpresos::Form_Load() {
-  for (QLineEdit* campo : {ui_->TxtSubcuentasDesde, ui_->TxtSubcuentasHasta})
-    campo->setMaxLength(sesion().DigitosSubcuenta);
+  desde_->ajustaDigitos();
+  hasta_->ajustaDigitos();
 }
 
 void FrmSubcuentasImpresos::TxtSubcuentasDesde_KeyPress(Tecla& tecla) {
   if (!tecla.esIntro()) return;
   tecla.tragar();
-  if (busca(ui_->TxtSubcuentasDesde, ui_->LblDesde, accion::kListadoDesde))
-    enfocar(ui_->TxtSubcuentasHasta);
-}
-
-bool FrmSubcuentasImpresos::busca(QLineEdit* campo, QLabel* nombre, int codigoAccion) {
-  try {
-    campo->setText(ExpandeCodigo(campo->text(), sesion().DigitosSubcuenta));
-    DtaSubcuentas_.bind(sesion().rutaEmpresa(), "Select * from Subcuentas where subcuenta =" +
-                                                    nombreEntreComillas(campo->text()));
-    nombre->setText(DtaSubcuentas_.Fields("Descripcion").display());
-    return true;
-  } catch (const ErrorEjecucion& e) {
-    if (e.numero() != err::kSinRegistroActivo && e.numero() != err::kLlamadaNoValida) throw;
-    consultar("FrmVisualizaPlan", codigoAccion, campo->text());
-    enfocar(campo);
-    return false;
-  }
+  if (desde_->deja()) enfocar(ui_->TxtSubcuentasHasta);
 }
 
 // Two choices make six templates; without one of them there is none.

@@ -3,10 +3,9 @@
 
 #include <memory>
 
-#include "engine/datacontrol.h"
 #include "reports/frmlistado.h"
 
-class QLabel;
+class CampoSubcuenta;
 
 namespace Ui {
 class FrmSubcuentasImpresos;
@@ -22,10 +21,9 @@ class FrmSubcuentasImpresos : public FrmListado {
 
  private:
   void TxtSubcuentasDesde_KeyPress(Tecla& tecla);
-  // Completes the code and shows its name; an unknown one is looked for in the plan. False then.
-  bool busca(QLineEdit* campo, QLabel* nombre, int codigoAccion);
   Listado listado() const;
 
   std::unique_ptr<Ui::FrmSubcuentasImpresos> ui_;
-  DataControl DtaSubcuentas_;
+  std::unique_ptr<CampoSubcuenta> desde_;
+  std::unique_ptr<CampoSubcuenta> hasta_;
 };
