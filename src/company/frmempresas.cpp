@@ -7,6 +7,7 @@
 #include "common/funciones.h"
 #include "company/alta.h"
 #include "engine/dbengine.h"
+#include "toolkit/fallo.h"
 #include "toolkit/protocolo.h"
 #include "ui_frmempresas.h"
 
@@ -136,6 +137,7 @@ void FrmEmpresas::Form_Load() {
 }
 
 void FrmEmpresas::Form_Activate() {
+  if (sesion().CodigoLlamada == llamada::kAlta) enfocar(ui_->TxtNombreEmpresa);
   if (sesion().CodigoLlamada != llamada::kModificacion) return;
   ui_->TxtMayNivel->setEnabled(false);
   ui_->TxtSubNivel->setEnabled(false);
@@ -289,10 +291,9 @@ void FrmEmpresas::creacionFallida(const ErrorEjecucion& e) {
     descargar();
     return;
   }
-  RegistraError(ctx.carpetaPrograma, e.numero(), e.descripcion(),
-                QStringLiteral("CmdAceptar_Click - FrmEmpresas"));
-  mensaje(QStringLiteral("No se ha podido crear la empresa. ") + e.descripcion(),
-          QStringLiteral("Error"));
+  avisa(ctx, this, {e, QStringLiteral("CmdAceptar_Click - FrmEmpresas")},
+        QStringLiteral("No se ha podido crear la empresa. ") + e.descripcion(),
+        QStringLiteral("Error"));
 }
 
 // Kept: a value that the file refuses is lost without a word, so that one bad field keeps nobody

@@ -8,6 +8,7 @@
 #include "common/funciones.h"
 #include "common/rutas.h"
 #include "engine/dbengine.h"
+#include "toolkit/fallo.h"
 #include "toolkit/protocolo.h"
 #include "ui_frmconfiguracion.h"
 
@@ -87,10 +88,9 @@ void FrmConfiguracion::CmdEmpBajas_Click() {
       return;
     borraEmpresa(nombre);
   } catch (const ErrorEjecucion& e) {
-    RegistraError(ctx.carpetaPrograma, e.numero(), e.descripcion(),
-                  QStringLiteral("CmdEmpBajas_Click - Frmconfiguracion"));
-    mensaje(QStringLiteral("No se ha podido eliminar la empresa. ") + e.descripcion(),
-            QStringLiteral("Error"));
+    avisa(ctx, this, {e, QStringLiteral("CmdEmpBajas_Click - Frmconfiguracion")},
+          QStringLiteral("No se ha podido eliminar la empresa. ") + e.descripcion(),
+          QStringLiteral("Error"));
   }
 }
 

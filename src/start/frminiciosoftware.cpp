@@ -3,7 +3,6 @@
 #include <QFileInfo>
 
 #include "common/cini.h"
-#include "common/funciones.h"
 #include "common/rutas.h"
 #include "engine/dbengine.h"
 #include "start/creaini.h"
@@ -67,7 +66,6 @@ void FrmInicioSoftware::abreLibro() {
       throw ErrorEjecucion(err::kFicheroNoEncontrado, libro);
     ctx.ejecutar(hoja->programa, hoja->argumentos);
   } catch (const ErrorEjecucion& e) {
-    RegistraError(ctx.carpetaPrograma, e.numero(), e.descripcion(),
-                  QStringLiteral("Form_Activate - FrmInicioSoftware"));
+    anota(e, QStringLiteral("Form_Activate - FrmInicioSoftware"));
   }
 }

@@ -47,6 +47,7 @@ TEST(FrmEmpresas, AltaTecleada) {
   Teclado t = abre(e, kAlta);
   EXPECT_EQ(t.forma().windowTitle(), "Alta de empresa");
   EXPECT_TRUE(t.visible("OptCreaPlan"));
+  EXPECT_EQ(t.enfocado(), "TxtNombreEmpresa");
   t.escribe("TxtNombreEmpresa", "Comercial Ejemplo");
   for (int i = 0; i < 3; ++i) t.intro();
   EXPECT_EQ(t.enfocado(), "TxtSubNivel");

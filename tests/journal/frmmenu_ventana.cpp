@@ -142,8 +142,8 @@ TEST_F(FrmMenuVentana, OfreceLasEntradasCuyoFormularioEsta) {
       "Atención Librano se cerrara ahora, tendrá que volver a reiniciarlo a continuación", true,
       "Salir de Librano");
   entrada("MnuActualiza").trigger();
-  EXPECT_EQ(ejecutados, QStringList({ctx.carpetaPrograma + "ejecutar excel",
-                                     ctx.carpetaPrograma + "Actualiza.exe"}));
+  EXPECT_EQ(ejecutados, QStringList({ctx.sesion.DirPrograma + "ejecutar excel",
+                                     ctx.sesion.DirPrograma + "Actualiza.exe"}));
   EXPECT_EQ(finales, 1);
 }
 
@@ -237,6 +237,27 @@ TEST(FrmMenuSinEmpresa, SaysWhatIsMissingInsteadOfFailing) {
   }
   for (const char* boton : {"CmdPrimero", "CmdAnterior", "CmdSiguiente", "CmdUltimo"})
     t.pulsa(boton);
+}
+
+TEST(FrmMenuSinEmpresa, TakesItsFirstOneAlive) {
+  Escenario e(Escenario::Catalogo);
+  registraJournal(*e.formularios);
+  e.creaEmpresa(Escenario::empresaDePrueba());
+  Teclado t(e.abre<FrmMenu>());
+  EXPECT_EQ(t.textoDe("TxtEmpresa"), "");
+  t.elige("TxtEmpresa", "Prueba");
+  e.cambia("Conceptos", "Descripcion", "Su factura");
+  t.enfoca("TxtAsiento");
+  t.teclea("*");
+  EXPECT_EQ(t.textoDe("TxtAsiento"), "1");
+  for (const char* siguiente : {"TxtFecha", "TxtSubcuenta"}) {
+    t.intro();
+    EXPECT_EQ(t.enfocado(), siguiente);
+  }
+  t.enfoca("TxtConcepto");
+  t.teclea("01");
+  t.intro();
+  EXPECT_EQ(t.textoDe("TxtConcepto"), "Su factura");
 }
 
 }  // namespace

@@ -77,8 +77,9 @@ Escenario::Escenario(Hasta hasta, const DatosEmpresa& datos, const QString& carp
   QDir().mkpath(carpetaPrograma());
   Sesion& sesion = ctx.sesion;
   sesion.VersionPrograma = versionDelPrograma();
-  sesion.DirPrograma = rutaPrograma(carpetaPrograma()) + '\\';
-  ctx.carpetaPrograma = sesion.DirPrograma;
+  ctx.carpetaPrograma = rutaPrograma(carpetaPrograma()) + '\\';
+  // The settings name another folder, so that whoever writes into the wrong one is caught.
+  sesion.DirPrograma = rutaPrograma(carpeta_ + "/Programa de los ajustes") + '\\';
   sesion.DirDatos = rutaPrograma(carpetaDatos()) + '\\';
   if (hasta < Ajustes) return;
 

@@ -19,6 +19,7 @@ namespace {
 // Program and data in one folder, as a first start leaves them, with these companies.
 struct Instalacion : Escenario {
   explicit Instalacion(const QStringList& empresas = {"Prueba"}) : Escenario(Carpetas) {
+    ctx.sesion.DirPrograma = ctx.carpetaPrograma;
     ctx.sesion.DirDatos = ctx.carpetaPrograma;
     ctx.sesion.UsuariosPermitir = "No";
     ctx.sesion.DecimalOrigen = ".";
