@@ -38,7 +38,7 @@ Fuente::Fuente(std::unique_ptr<Database> base, Consulta consulta)
     Tabla tabla;
     tabla.codigo = codigo;
     tabla.sentencia =
-        QStringLiteral("SELECT [%1].[%2], [%1].[%3] FROM [%1]").arg(b.tabla, b.clave, b.dato);
+        QStringLiteral("SELECT [%1].[%2], %3 FROM [%1]").arg(b.tabla, b.clave, b.dato);
     tabla.clave = QStringLiteral("[%1].[%2]").arg(b.tabla, b.clave);
     tipos_.push_back(base_->columns(tabla.sentencia).back().type);
     buscas_.push_back(std::move(tabla));
@@ -64,7 +64,11 @@ FieldType Fuente::tipo(int ordinal) const {
 
 void Fuente::lee(Tabla& tabla) const {
   RowReader nombres(*base_, tabla.sentencia);
-  while (nombres.next()) tabla.datos.insert(nombres.text(0), nombres.value(1));
+  while (nombres.next()) {
+    // What isn't there reads as Null: of the asientos only those that aren't square are kept.
+    if (Variant dato = nombres.value(1); !dato.isNull())
+      tabla.datos.insert(nombres.text(0), std::move(dato));
+  }
   tabla.entera = true;
 }
 

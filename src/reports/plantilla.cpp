@@ -290,7 +290,7 @@ class Lector {
       (palabra == u"campo" ? o.campos : o.formulas).push_back({resto, valor});
     } else if (palabra == u"busca" && !resto.isEmpty()) {
       static const QRegularExpression forma(
-          QStringLiteral("^(\\w+)\\s+de\\s+(\\w+)\\s+por\\s+(\\w+)\\s*=\\s*(\\w+)$"),
+          QStringLiteral("^(.+)\\s+de\\s+(\\w+)\\s+por\\s+(\\w+)\\s*=\\s*(\\w+)$"),
           QRegularExpression::UseUnicodePropertiesOption);
       const auto m = forma.match(valor);
       if (!m.hasMatch()) falla(QStringLiteral("busca: dato de Tabla por Clave = columna"));

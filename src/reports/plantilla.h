@@ -122,8 +122,8 @@ struct Acumulador {
 // The sums of the line of a summary: counted down from here, by the summary's place.
 inline constexpr int kAmbitoResumen = -10;
 
-// A text that stands for a code, read from a table of names: `columna` := `dato` of `tabla` where
-// `clave` is the row's `codigo`.
+// What stands for a code, read from a table of names or a query: `columna` := `dato`, an expression
+// over the columns of `tabla`, where `clave` is the row's `codigo`; Null where there is none.
 struct Busca {
   QString columna, codigo, tabla, clave, dato;
 };

@@ -208,7 +208,20 @@ TEST_F(Vista, SigueALosLibros) {
   EXPECT_TRUE(textosDe(*t.control<VistaPagina>("Vista").pagina()).contains("Total asiento 20"));
   t.tecla(Qt::Key_Home);
   borra(1);
-  EXPECT_EQ(leeVista(e.guion).paginas.size(), 1);
+  const LibroImpreso primero = leeVista(e.guion);
+  EXPECT_EQ(primero.paginas.size(), 1);
+  EXPECT_TRUE(primero.lineas().filter("Descuadrado").isEmpty());
+
+  DBEngine otro;
+  DataControl diario(otro);
+  diario.bind(e.ctx.sesion.rutaEmpresa(), "Select * from Diario");
+  diario.MoveFirst();
+  diario.Edit();
+  diario.Fields("Importe") = diario.Fields("Importe").number() + 0.1;
+  diario.Update();
+  otro.flush();
+  abre(nullptr);
+  EXPECT_EQ(leeVista(e.guion).lineas().filter("Descuadrado en 0,10").size(), 1);
 }
 
 TEST_F(Vista, QuedaAbiertaCuandoSeCierraElDialogoQueLaAbrio) {

@@ -92,6 +92,9 @@ TEST(Plan, LosTotalesSalenDeLasSumas) {
       {"SqlRegularizaStock", "Diario"},  // groups by amount
       {"Select * from SqlSumaDiario", kDelDiario},
       {"Select * from SqlSumaDiarioPorAsientos where NAsiento = 12", kPorAsiento, kLookUp},
+      {"Select NAsiento, IIf(SumaDeDebe+SumaDeHaber=0,Null,SumaDeDebe+SumaDeHaber) from "
+       "SqlSumaDiarioPorAsientos where NAsiento = 12",
+       kPorAsiento, kLookUp},
       {"Select * from SqlDiarioSaldosCuentasTotal where subcuenta='43'", kPorMes, kLookUp},
       {"Select * from SqlDiarioSaldosCuentasMeses where Subcuenta='43' and Mes = '2'", kPorMes,
        kLookUp},
