@@ -1,12 +1,15 @@
 // An invoice accepted over journals of ten thousand, a hundred thousand and a million lines, with
-// a row of the register for each five of them. What the disk takes to commit is left out on both
-// sides.
+// a row of the register for each five of them; the register numbered anew, and its book. What the
+// disk takes to commit is left out on both sides.
 #include <benchmark/benchmark.h>
 
 #include "engine/datacontrol.h"
 #include "iva/grabaiva.h"
+#include "iva/mantenimientoiva.h"
 #include "journal/totales.h"
 #include "libros.h"
+#include "reports/informe.h"
+#include "reports/pintor.h"
 
 namespace {
 
@@ -146,9 +149,82 @@ void abre_directo(benchmark::State& estado) {
   }
 }
 
+// The register numbered anew, with the code on all the lines of each asiento.
+void renumera_librano(benchmark::State& estado) {
+  Libros& l = libros(estado);
+  conRegistro(l, "Facturas.MDB");
+  const auto empresa = l.motor().Workspaces(0).OpenDatabase(l.carpeta() + "Facturas.MDB");
+  for (auto _ : estado) {
+    renumeraIVA(*empresa, {.repercutido = true, .soportado = true},
+                [&](int, int) { l.motor().breathe(); });
+    l.motor().flush();
+  }
+}
+
+void renumera_directo(benchmark::State& estado) {
+  Libros& l = libros(estado);
+  Directo directo(conRegistro(l, "FacturasDirecto.MDB"));
+  sqlite3_stmt* filas = directo.prepara("SELECT rowid, Asiento FROM RSIVA ORDER BY Fecha");
+  sqlite3_stmt* paso = directo.prepara("UPDATE RSIVA SET Codigo=?1 WHERE rowid=?2");
+  sqlite3_stmt* lineas = directo.prepara("UPDATE Diario SET ApunteIVA=?1 WHERE NAsiento=?2");
+  const auto pon = [](sqlite3_stmt* orden, const QByteArray& codigo, sqlite3_int64 clave) {
+    sqlite3_bind_text(orden, 1, codigo.constData(), -1, SQLITE_TRANSIENT);
+    sqlite3_bind_int64(orden, 2, clave);
+    Directo::recorre(orden);
+  };
+  for (auto _ : estado) {
+    std::vector<std::pair<sqlite3_int64, sqlite3_int64>> registro;
+    while (sqlite3_step(filas) == SQLITE_ROW)
+      registro.emplace_back(sqlite3_column_int64(filas, 0), sqlite3_column_int64(filas, 1));
+    sqlite3_reset(filas);
+    directo.ejecuta("BEGIN IMMEDIATE");
+    int numero = l.lineas();
+    for (const auto& [fila, asiento] : registro) pon(paso, QByteArray::number(++numero), fila);
+    numero = 0;
+    for (const auto& [fila, asiento] : registro) {
+      const QByteArray codigo = "S" + QByteArray::number(++numero).rightJustified(10, '0');
+      pon(paso, codigo, fila);
+      pon(lineas, codigo, asiento);
+    }
+    directo.ejecuta("COMMIT");
+  }
+}
+
+// The first page of the book of a year.
+void libro_librano(benchmark::State& estado) {
+  Libros& l = libros(estado);
+  const Reloj reloj;
+  conRegistro(l, "Facturas.MDB");
+  for (auto _ : estado) {
+    DBEngine motor;
+    std::shared_ptr<reports::Documento> abierto;
+    Informe informe(motor, reloj,
+                    {[] { return QStringList{"PDF"}; },
+                     [&](auto documento, const QString&) { abierto = std::move(documento); }});
+    informe.ReportFileName = LIBRANO_IMPRESOS "IVALibro.rpt";
+    informe.DataFiles(0) = l.carpeta() + "Facturas.MDB";
+    informe.SelectionFormula = "{SqlIva.TipoSR}='S' and {@Mes}>=1 and {@Mes}<=12";
+    informe.PrintReport();
+    benchmark::DoNotOptimize(abierto->pagina(1));
+  }
+}
+
+void libro_directo(benchmark::State& estado) {
+  Libros& l = libros(estado);
+  Directo directo(conRegistro(l, "FacturasDirecto.MDB"));
+  sqlite3_stmt* filas = directo.prepara(
+      "SELECT * FROM RSIVA WHERE substr(Codigo,1,1)='S' AND substr(Fecha,6,2) BETWEEN '01' AND "
+      "'12' ORDER BY Codigo");
+  for (auto _ : estado) benchmark::DoNotOptimize(Directo::recorre(filas));
+}
+
 BENCHMARK(acepta_librano)->Name("aceptar una factura/librano")->Apply(tamanos)->Iterations(30);
 BENCHMARK(acepta_directo)->Name("aceptar una factura/directo")->Apply(tamanos)->Iterations(30);
 BENCHMARK(abre_librano)->Name("abrir una factura/librano")->Apply(tamanos);
 BENCHMARK(abre_directo)->Name("abrir una factura/directo")->Apply(tamanos);
+BENCHMARK(renumera_librano)->Name("renumerar IVA/librano")->Apply(tamanos)->Iterations(1);
+BENCHMARK(renumera_directo)->Name("renumerar IVA/directo")->Apply(tamanos)->Iterations(1);
+BENCHMARK(libro_librano)->Name("libro de IVA, primera/librano")->Apply(tamanos);
+BENCHMARK(libro_directo)->Name("libro de IVA, primera/directo")->Apply(tamanos);
 
 }  // namespace

@@ -19,17 +19,17 @@
 
 namespace {
 
-// The screens that the quarter itself doesn't go through, each over the books as they stand. Those
-// that print a book leave it as PDF.
-void recorrePantallas(Escenario& e, const QString& carpeta,
-                      const std::function<void(Formulario&)>& mirar) {
-  const struct {
-    const char* nombre;
-    int codigoLlamada = 0;
-    const char* valorElegido = "";
-    const char* libro = nullptr;
-    std::function<void(Teclado&)> rellena = [](Teclado&) {};
-  } pantallas[] = {
+// A screen that the quarter itself doesn't go through.
+struct Pantalla {
+  const char* nombre;
+  int codigoLlamada = 0;
+  const char* valorElegido = "";
+  const char* libro = nullptr;  // that it prints, by its file's name
+  std::function<void(Teclado&)> rellena = [](Teclado&) {};
+};
+
+std::vector<Pantalla> pantallas() {
+  return {
       {"FrmConfiguracion"},
       {"FrmEmpresas", 2},
       {"FrmVisualizaPlan", 0, "43"},
@@ -72,8 +72,20 @@ void recorrePantallas(Escenario& e, const QString& carpeta,
        }},
       {"FrmPerdidasYGananciasImpresos", 0, "", "Resultados"},
       {"FrmBalanceImpresos", 0, "", "Balance"},
+      {"FrmTiposIVA"},
+      {"FrmIVASRLibros", 0, "", "Libros de IVA", [](Teclado& t) { t.marca("OptLibro_2"); }},
+      {"FrmIVAAcumulados", 0, "", "Acumulados de IVA"},
+      {"Frm347", 0, "", "Modelo 347", [](Teclado& t) { t.escribe("TxtImporte", "100"); }},
+      {"FrmIVARenumera"},
+      {"FrmEliminaAsientosIVA"},
+      {"FrmIVARevisarBases"},
   };
-  for (const auto& p : pantallas) {
+}
+
+// Goes through them over the books as they stand. Those that print a book leave it as PDF.
+void recorrePantallas(Escenario& e, const QString& carpeta,
+                      const std::function<void(Formulario&)>& mirar) {
+  for (const Pantalla& p : pantallas()) {
     e.guion.esperaDialogo(p.nombre, [&](Teclado& t) {
       auto& forma = static_cast<Formulario&>(t.forma());
       p.rellena(t);
@@ -90,6 +102,44 @@ void recorrePantallas(Escenario& e, const QString& carpeta,
     e.ctx.sesion.CodigoLlamada = 0;
     e.ctx.sesion.ValorElegido.clear();
   }
+}
+
+// Invoices of both registers and one from a member state, keyed as a bookkeeper does.
+void tecleaFacturas(Escenario& e, const std::function<void(Formulario&)>& mirar) {
+  const struct {
+    int codigoLlamada;
+    const char *tercero, *numero, *base, *tipo;
+  } facturas[] = {{6, "40000003", "A-118", "1250", "03"},
+                  {6, "40000002", "77/24", "310,50", "07"},
+                  {7, "43000001", "R-4", "-50", "03"},
+                  {7, "43000001", "2024-091", "840", "03"},
+                  {7, "43000002", "2024-092", "2100", "02"}};
+  for (const auto& f : facturas) {
+    e.guion.esperaDialogo("FrmIVASR", [&](Teclado& t) {
+      for (const auto& [campo, texto] :
+           std::initializer_list<std::pair<const char*, QString>>{{"TxtCodigoProveedor", f.tercero},
+                                                                  {"TxtNumFactura", f.numero},
+                                                                  {"TxtFecha", "2803"},
+                                                                  {"TxtBase", f.base},
+                                                                  {"TxtIva", f.tipo}})
+        t.escribe(campo, texto);
+      t.enfoca("TxtCuentaIva");
+      mirar(static_cast<Formulario&>(t.forma()));
+      t.pulsa("CmdAceptar");
+    });
+    e.ctx.sesion.CodigoLlamada = f.codigoLlamada;
+    e.formularios->mostrar("FrmIVASR");
+    e.ctx.sesion.CodigoLlamada = 0;
+  }
+  e.guion.esperaDialogo("FrmIVAIntercomunitario", [&](Teclado& t) {
+    for (const auto& [campo, texto] : std::initializer_list<std::pair<const char*, QString>>{
+             {"TxtFecha", "2903"}, {"TxtIva", "03"}, {"TxtImporteIva", "160"}})
+      t.escribe(campo, texto);
+    t.enfoca("TxtIVASoportado");
+    mirar(static_cast<Formulario&>(t.forma()));
+    t.pulsa("CmdAceptar");
+  });
+  e.formularios->mostrar("FrmIVAIntercomunitario");
 }
 
 // Keeps the form as pictures, at the usual size of letters and dots and at twice as many dots.
@@ -120,6 +170,8 @@ void demostracion(const QString& carpeta) {
   int lineas = 0;
   tecleaTrimestre(e.ctx, e.guion, menu, [&](const LineaDiario&) { ++lineas; });
   mirar(menu);
+  printf("...y unas facturas...\n");
+  tecleaFacturas(e, mirar);
   printf("...%d partidas; mira las demás pantallas e imprime sus libros.\n", lineas);
   ponPlantillas(e.ctx);
   recorrePantallas(e, carpeta + "libros/", mirar);
