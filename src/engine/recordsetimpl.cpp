@@ -173,11 +173,25 @@ int Recordset::Impl::insert() {
   return change.added(key);
 }
 
+// The row is looked at again, since others may have written it while the edit was open.
+Values Recordset::Impl::differing() {
+  const Row* row = rows.rowToChange(current());
+  if (!row) throw ErrorEjecucion(err::kRegistroEliminado);
+  Values values = changed_;
+  for (std::size_t i = 0; i < row->size(); ++i) {
+    const auto found = values.constFind(rows.plan().columns[i].baseColumn);
+    if (found != values.cend() && *found == (*row)[i]) values.erase(found);
+  }
+  return values;
+}
+
 int Recordset::Impl::store() {
   const int position = current();
   if (changed_.isEmpty()) return position;
+  const Values values = differing();
+  if (values.isEmpty()) return position;
   RowSet::Change change(rows);
-  if (!connection_->store().update(rows.plan().baseTable, rows.key(position), changed_))
+  if (!connection_->store().update(rows.plan().baseTable, rows.key(position), values))
     throw ErrorEjecucion(err::kRegistroEliminado);
   change.written(position);
   return position;

@@ -47,6 +47,7 @@ class Recordset::Impl {
 
   const Row& currentRow();
   const Field* base(int ordinal) const;
+  Values differing();  // what the edit sets that the row hasn't yet
   int insert();
   int store();
 

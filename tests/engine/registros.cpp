@@ -191,4 +191,30 @@ TEST_F(Registros, LoQueEscribenOtrosSeVeAlTocarlo) {
   EXPECT_EQ(db->tableDef("Ajena").Fields[1].Size, 20);
 }
 
+TEST_F(Registros, SeEscribeLoQueCambiaYNadaMas) {
+  anotaLineas(1);
+  herramienta(
+      "CREATE TABLE Escrito(Que);"
+      "CREATE TRIGGER f AFTER UPDATE ON Diario BEGIN INSERT INTO Escrito VALUES ('fila'); END;"
+      "CREATE TRIGGER s AFTER UPDATE OF Subcuenta ON Diario BEGIN INSERT INTO Escrito VALUES "
+      "('subcuenta'); END");
+  const auto rs = db->OpenRecordset("Diario");
+  const auto cambia = [&](const char* importe, const QString& mientras = {}) {
+    rs->Edit();
+    rs->Fields("Subcuenta") = rs->Fields("Subcuenta").Value();
+    rs->Fields("Importe") = importe;
+    if (!mientras.isEmpty()) {
+      engine.flush();
+      herramienta(mientras);
+    }
+    rs->Update();
+    engine.flush();
+    return herramienta("SELECT group_concat(Que) FROM Escrito; SELECT Importe FROM Diario");
+  };
+  EXPECT_EQ(cambia("1"), "1.0");
+  EXPECT_EQ(cambia("2"), "fila\n2.0");
+  // What somebody else wrote meanwhile gives way to what was typed.
+  EXPECT_EQ(cambia("2", "UPDATE Diario SET Importe = 3"), "fila,fila,fila\n2.0");
+}
+
 }  // namespace

@@ -113,6 +113,7 @@ class FileStore : public Store {
   void lookAtDataVersion(Statement& statement);
   void dropOldestPrepared();
   void write(const QString& sql, const QList<Variant>& values);
+  const QString& updateSql(const QString& table, const QStringList& columns);
   void checkKey(const QString& table, Key key, const Values& values);
   void checkTwin(const QString& table, const QString& column, const QString& value, Key key);
 
@@ -142,6 +143,14 @@ class FileStore : public Store {
   QHash<QString, qint64> tableChanges_;
   QElapsedTimer looked_;
   qint64 lookEvery_ = 0;  // nanoseconds
+
+  // The text of the last updating, and what it was for.
+  struct Updating {
+    QString table;
+    QStringList columns;
+    QString sql;
+  };
+  Updating updating_;
 
   std::shared_ptr<const Schema> schema_;
   GroupSums sums_{*this};

@@ -102,18 +102,22 @@ Key FileStore::insert(const QString& table, const Values& values) {
   return key == 0 ? lastRowNumber() : key;
 }
 
+// Tools write the same columns row after row.
+const QString& FileStore::updateSql(const QString& table, const QStringList& columns) {
+  if (table == updating_.table && columns == updating_.columns) return updating_.sql;
+  QStringList sets;
+  for (const QString& column : columns)
+    sets += bracketed(column) + QStringLiteral(" = ?") + QString::number(sets.size() + 2);
+  updating_ = {table, columns,
+               QStringLiteral("UPDATE ") + bracketed(table) + QStringLiteral(" SET ") +
+                   sets.join(QStringLiteral(", ")) + QStringLiteral(" WHERE rowid = ?1")};
+  return updating_.sql;
+}
+
 bool FileStore::update(const QString& table, Key key, const Values& values) {
   checkKey(table, key, values);
   if (values.isEmpty()) return true;
-  QStringList sets;
-  QList<Variant> bound{key};
-  for (auto it = values.cbegin(); it != values.cend(); ++it) {
-    bound += it.value();
-    sets += bracketed(it.key()) + QStringLiteral(" = ?") + QString::number(bound.size());
-  }
-  write(QStringLiteral("UPDATE ") + bracketed(table) + QStringLiteral(" SET ") +
-            sets.join(QStringLiteral(", ")) + QStringLiteral(" WHERE rowid = ?1"),
-        bound);
+  write(updateSql(table, values.keys()), QList<Variant>{key} + values.values());
   if (changedRows() == 0) return false;
   touched(table);
   return true;
