@@ -30,8 +30,8 @@ QString avisoSinRegistro(Database& empresa, const QString& asientos) {
 }
 
 void unificaFechas(Database& empresa, int anoActual, QDate hoy, const Avance& avance) {
-  const auto diario =
-      empresa.OpenRecordset(QStringLiteral("Select * from Diario order by NAsiento, Fecha"));
+  const auto diario = empresa.OpenRecordset(
+      QStringLiteral("Select NAsiento, Fecha from Diario order by NAsiento, Fecha"));
   if (diario->Eof()) return;
   diario->MoveLast();
   const int total = diario->RecordCount();
@@ -67,8 +67,8 @@ void renumeraRegistro(Database& empresa, const QString& codigo, int asiento) {
 int renumeraDiario(Database& empresa, int desde, const Avance& avance) {
   int siguiente = desde;
   const auto diario = empresa.OpenRecordset(
-      QStringLiteral("Select * from SqlDiarioPrincipalBlanco where Nasiento >= %1 "
-                     "order by Fecha, NAsiento")
+      QStringLiteral("Select NAsiento, ApunteIVA from SqlDiarioPrincipalBlanco "
+                     "where Nasiento >= %1 order by Fecha, NAsiento")
           .arg(desde));
   if (!diario->Eof()) {
     diario->MoveLast();
@@ -81,10 +81,10 @@ int renumeraDiario(Database& empresa, int desde, const Avance& avance) {
         ultimo = asiento;
         ++siguiente;
       }
+      const QString codigo = diario->Fields("ApunteIVA").display();
       diario->Edit();
       diario->Fields("NAsiento") = siguiente - 1;
       diario->Update();
-      const QString codigo = diario->Fields("ApunteIVA").display();
       if (!codigo.isEmpty()) renumeraRegistro(empresa, codigo, siguiente - 1);
     }
   }
