@@ -50,13 +50,19 @@ template <class Filas>
 int graba(Filas& diario, Filas& empresa, const Apunte& apunte) {
   const QString contador = QStringLiteral("NLinDiario");
   int linea = 0;
-  diario.AddNew();
-  completa(diario, [&] {
-    linea = static_cast<int>(empresa.Fields(contador).toLong());
-    diario.Fields(QStringLiteral("NLinea")) = linea;
-    escribe(diario, apunte);
+  // The counter is written after the line, but all that may refuse it comes before: a line without
+  // its number counted would have the next one refused.
+  empresa.Edit();
+  completa(empresa, [&] {
+    FieldRef siguiente = empresa.Fields(contador);
+    linea = static_cast<int>(siguiente.toLong());
+    siguiente = linea + 1;
+    diario.AddNew();
+    completa(diario, [&] {
+      diario.Fields(QStringLiteral("NLinea")) = linea;
+      escribe(diario, apunte);
+    });
   });
-  toma(empresa, contador);
   return linea;
 }
 

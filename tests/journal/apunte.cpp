@@ -40,6 +40,11 @@ TEST(ApunteTest, UnaLineaQueNoEntraNiGastaNumeroNiPisaOtra) {
   EXPECT_EQ(graba("57000001", "8"), err::kClaveDuplicada);
   EXPECT_EQ(libros.filas("Select NLinDiario from Empresa"), QStringList("0"));
   EXPECT_EQ(libros.filas("Select NLinea, Importe from Diario"), (QStringList{"0|1250,5", "1|-3"}));
+  // Counters that can be read but not written: no line stands without its number counted.
+  empresa.bind(libros.rutaEmpresa(), "Select Empresa.NLinDiario + 2 as NLinDiario from Empresa");
+  EXPECT_EQ(graba("57000001", "9"), err::kSoloLectura);
+  EXPECT_EQ(libros.filas("Select Count(*) from Diario"), QStringList("2"));
+  EXPECT_EQ(empresa.Recordset().editMode(), Recordset::EditMode::None);
 }
 
 }  // namespace
