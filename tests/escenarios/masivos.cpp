@@ -244,6 +244,9 @@ TEST_F(Masivos, AsientanLoQueFaltaParaCuadrar) {
     cuadra.teclea("572.2");
     cuadra.intro();
     EXPECT_EQ(cuadra.textoDe("LblCuenta"), "Caja Rural c/c");
+    const QWidget& nombre = cuadra.control("LblCuenta");
+    EXPECT_GT(nombre.width(), nombre.fontMetrics().horizontalAdvance(
+                                  "Suministros y Materiales de Construcción del Ebro"));
     EXPECT_EQ(cuadra.enfocado(), "TxtDesde");
     // The one of the first of January stands on the limit, and a thousandth is square.
     guion.esperaPregunta(cuadrar.arg(122), false, "Descuadre localizado");

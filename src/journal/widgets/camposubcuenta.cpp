@@ -12,8 +12,16 @@
 #include "toolkit/formulario.h"
 #include "toolkit/protocolo.h"
 
+namespace {
+constexpr int kLargoDelNombre = 50;  // as Subcuentas keeps it
+}
+
 CampoSubcuenta::CampoSubcuenta(Formulario& forma, Contexto& contexto, Opciones opciones)
     : forma_(forma), ctx_(contexto), o_(std::move(opciones)), DtaSubcuenta_(contexto.motor) {
+  // A field scrolls; a label can only be wide enough.
+  if (qobject_cast<QLabel*>(&o_.nombre))
+    o_.nombre.setMinimumWidth(
+        o_.nombre.fontMetrics().horizontalAdvance(QString(kLargoDelNombre, QLatin1Char('0'))));
   if (o_.alCompletarse) forma.alCambiar(&o_.codigo, [this] { Change(); });
   forma.alBajarTecla(&o_.codigo, [this](QKeyEvent& tecla) {
     if (tecla.key() != Qt::Key_F2) return false;
@@ -90,7 +98,10 @@ void CampoSubcuenta::consulta() {
 }
 
 void CampoSubcuenta::muestraNombre(const QString& nombre) {
-  if (auto* rotulo = qobject_cast<QLabel*>(&o_.nombre)) rotulo->setText(nombre);
+  if (auto* rotulo = qobject_cast<QLabel*>(&o_.nombre)) {
+    rotulo->setText(nombre);
+    rotulo->setToolTip(nombre);  // capitals may still be wider
+  }
   if (auto* campo = qobject_cast<QLineEdit*>(&o_.nombre)) {
     campo->setText(nombre);
     campo->setCursorPosition(0);  // a long name shows its beginning
