@@ -1,6 +1,8 @@
 #include "engine/dbengine.h"
 
+#include <algorithm>
 #include <QDate>
+#include <QElapsedTimer>
 #include <QHash>
 #include <QThread>
 #include <QTimer>
@@ -10,8 +12,12 @@
 
 namespace {
 
-constexpr qint64 kLongWork = 200;  // milliseconds that a group of long work may hold the file
-constexpr int kPause = 20;         // a tenth of it: time enough for whoever polls
+// Milliseconds that a group of long work may hold the file. Where a commit is dear, over a network
+// or on a busy disk, it isn't made so often, but nobody is kept waiting for more than the longest.
+constexpr qint64 kLongWork = 200;
+constexpr qint64 kLongestWork = 1000;
+constexpr qint64 kWorkPerCommit = 8;  // times what the last one took
+constexpr int kPause = 20;            // time enough for whoever polls
 constexpr int kRetry = 500;
 
 }  // namespace
@@ -26,7 +32,8 @@ struct DBEngine::Private {
   // A file with changes to be saved stays open, whoever lets go of it.
   std::vector<std::shared_ptr<Connection>> changed;
   QTimer commitTimer;
-  bool refused = false;  // another station keeps it from saving
+  qint64 longWork = kLongWork;  // of the group at hand
+  bool refused = false;         // another station keeps it from saving
   bool undoneAsked = false;
 
   std::vector<std::shared_ptr<Connection>> open() {
@@ -143,8 +150,11 @@ void DBEngine::discard() {
 void DBEngine::breathe() {
   bool committed = false;
   for (const auto& connection : d_->open()) {
-    if (!connection->inGroup() || connection->groupAge() < kLongWork) continue;
+    if (!connection->inGroup() || connection->groupAge() < d_->longWork) continue;
+    QElapsedTimer cost;
+    cost.start();
     connection->commit();
+    d_->longWork = std::clamp(kWorkPerCommit * cost.elapsed(), kLongWork, kLongestWork);
     committed = true;
   }
   if (committed) QThread::msleep(kPause);

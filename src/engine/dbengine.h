@@ -115,7 +115,8 @@ class DBEngine : public QObject {
   // Gives up what is pending: every open group is undone.
   void discard();
   // To be called inside loops of long work: commits when 200 milliseconds have passed since the
-  // group opened, leaving a short pause for other stations.
+  // group opened, or up to a second where committing takes long, leaving a short pause for other
+  // stations.
   void breathe();
 
   // The shared connection of a file, opened if needed.
