@@ -4,6 +4,7 @@
 #include <QStandardPaths>
 
 #include "accounts/registro.h"
+#include "cartera/registro.h"
 #include "common/errorejecucion.h"
 #include "company/registro.h"
 #include "engine/dbengine.h"
@@ -31,6 +32,7 @@ void registraFormularios(Registro& registro) {
   registraJournal(registro);
   registraReports(registro);
   registraIVA(registro);
+  registraCartera(registro);
   registraPayroll(registro);
 }
 

@@ -10,6 +10,8 @@ namespace llamada {
 // Of any dialog that creates and changes rows: companies, cuentas, subcuentas, receipts.
 inline constexpr int kAlta = 1;
 inline constexpr int kModificacion = 2;
+// Of FrmRecibos, besides those.
+inline constexpr int kContabilizacion = 4;
 // Of FrmIVASR.
 inline constexpr int kIVASoportado = 6;
 inline constexpr int kIVARepercutido = 7;

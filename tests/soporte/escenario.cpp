@@ -6,6 +6,7 @@
 #include <QFile>
 
 #include "accounts/registro.h"
+#include "cartera/registro.h"
 #include "common/cini.h"
 #include "common/rutas.h"
 #include "common/version.h"
@@ -60,6 +61,7 @@ void registraFormularios(Registro& formularios) {
   registraJournal(formularios);
   registraReports(formularios);
   registraIVA(formularios);
+  registraCartera(formularios);
   registraPayroll(formularios);
 }
 
