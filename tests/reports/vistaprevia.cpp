@@ -179,6 +179,14 @@ TEST_F(Vista, ImprimeSusPaginas) {
   }
 }
 
+// A journal of any length: its lines are read as they are asked for.
+TEST_F(Vista, NoLeeElLibroEnteroParaSuPrimeraPagina) {
+  for (const char* plantilla : {"Diario.rpt", "May1.rpt"}) {
+    const auto libro = abreLibro(e.ctx.motor, e.ctx.sesion.rutaEmpresa(), plantilla);
+    EXPECT_LT(libro->fuente().registros()->rowsKnown(), 312) << plantilla;
+  }
+}
+
 // Lines are posted while the preview is open, and while its book is being printed.
 TEST_F(Vista, SigueALosLibros) {
   Teclado t(*vista);
