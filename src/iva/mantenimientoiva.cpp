@@ -3,8 +3,8 @@
 #include <cmath>
 #include <QSet>
 
+#include "common/errorejecucion.h"
 #include "common/formato.h"
-#include "common/ignorar.h"
 #include "company/datosempresa.h"
 #include "engine/dbengine.h"
 #include "engine/filas.h"
@@ -53,6 +53,32 @@ void ponCodigoEnAsiento(Database& empresa, const Variant& asiento, const QString
   for (; !lineas->Eof(); lineas->MoveNext()) cambiaCampo(*lineas, "ApunteIVA", codigo);
 }
 
+// A row that can't be changed is passed over. A file that takes nothing ends the work instead of
+// refusing each row in turn, and so does a user who has given up waiting for it.
+bool esDelFichero(int numero) {
+  switch (numero) {
+    case err::kSinEspacio:
+    case err::kSoloLectura:
+    case err::kErrorDeDisco:
+    case err::kOperacionCancelada:
+    case err::kNoSePuedeGuardar:
+    case err::kFicheroSustituido:
+    case err::kRegistroBloqueado:
+      return true;
+    default:
+      return false;
+  }
+}
+
+template <class Paso>
+void saltando(Paso&& paso) {
+  try {
+    paso();
+  } catch (const ErrorEjecucion& error) {
+    if (esDelFichero(error.numero())) throw;
+  }
+}
+
 // --- deleting -----------------------------------------------------------------------------------
 
 void borraTodas(Recordset& filas) {
@@ -60,12 +86,12 @@ void borraTodas(Recordset& filas) {
 }
 
 void borraAsiento(Database& empresa, qint64 asiento) {
-  ignorando([&] {
+  saltando([&] {
     borraTodas(*empresa.OpenRecordset(
         QStringLiteral("Select * from Diario where NAsiento =%1").arg(asiento)));
   });
   // Kept: one row goes for each line on the account, whatever invoice it is of.
-  ignorando([&] {
+  saltando([&] {
     const auto registro = empresa.OpenRecordset(
         QStringLiteral("Select * from RSIVA where asiento =%1").arg(asiento), Opening::FirstRows);
     if (!registro->Eof()) registro->Delete();
@@ -79,7 +105,7 @@ bool eliminaPorCuenta(Database& empresa, const QString& cuenta, const Avance& av
   // none.
   for (int i = 0; i < lineas; ++i) {
     avance(i, lineas);
-    ignorando([&] {
+    saltando([&] {
       const auto quedan = empresa.OpenRecordset(fuente, Opening::FirstRows);
       if (!quedan->Eof()) borraAsiento(empresa, quedan->Fields("NAsiento").toLong());
     });
@@ -102,7 +128,7 @@ bool borraSinPareja(Database& empresa, const QString& fuente, const QString& cam
   const int total = filasDe(*filas);
   for (int i = 0; !filas->Eof(); filas->MoveNext()) {
     avance(i++, total);
-    ignorando([&] {
+    saltando([&] {
       if (!parejas.contains(filas->Fields(campo).display().toCaseFolded())) filas->Delete();
     });
   }
@@ -176,7 +202,7 @@ bool creaDeDiario(Database& empresa, const QString& mascara, const Avance& avanc
     avance(i++, total);
     const QString codigo = lineas->Fields("ApunteIVA").display();
     if (codigo.isEmpty() || conocidos.contains(codigo.toCaseFolded())) continue;
-    ignorando([&] {
+    saltando([&] {
       FacturaDeAsiento f = leeAsiento(empresa, lineas->Fields("NAsiento").Value(), cuentas);
       f.fila.TipoIVA = tipoCon(empresa, porcentaje(f.cuota, f.base, mascara),
                                porcentaje(f.recargo, f.base, mascara));
