@@ -85,7 +85,7 @@ Key FileStore::insert(const QString& table, const Values& values) {
     next.bind(1, table).step();
     key = next.integer(0);
     columns += QStringLiteral("rowid");
-    bound += key;
+    bound = {key};
   }
   for (auto it = values.cbegin(); it != values.cend(); ++it) {
     columns += bracketed(it.key());
@@ -117,7 +117,9 @@ const QString& FileStore::updateSql(const QString& table, const QStringList& col
 bool FileStore::update(const QString& table, Key key, const Values& values) {
   checkKey(table, key, values);
   if (values.isEmpty()) return true;
-  write(updateSql(table, values.keys()), QList<Variant>{key} + values.values());
+  QList<Variant> bound{key};
+  for (const Variant& value : values) bound += value;
+  write(updateSql(table, values.keys()), bound);
   if (changedRows() == 0) return false;
   touched(table);
   return true;
