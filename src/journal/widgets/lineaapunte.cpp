@@ -51,12 +51,20 @@ void conectaConcepto(Formulario& forma, ComboEnlazado& concepto, DataControl& co
   });
 }
 
-bool avisaDeFechaLimite(Formulario& forma, const Contexto& contexto, const QString& fecha) {
+bool pasaFechaLimite(const Contexto& contexto, const QString& fecha, bool tambienIgual) {
   const QString limite = contexto.sesion.FechaNoModificar;
-  if (!EsFecha(limite) || fecha >= limite) return false;
-  forma.mensaje(
-      QStringLiteral("Usted no puede modificar ningun apunte anterior a la fecha ") + limite,
-      QStringLiteral("Error"));
+  return EsFecha(limite) && (fecha < limite || (tambienIgual && fecha == limite));
+}
+
+void avisaDeFechaLimite(Formulario& forma, const Contexto& contexto) {
+  forma.mensaje(QStringLiteral("Usted no puede modificar ningun apunte anterior a la fecha ") +
+                    contexto.sesion.FechaNoModificar,
+                QStringLiteral("Error"));
+}
+
+bool avisaDeFechaLimite(Formulario& forma, const Contexto& contexto, const QString& fecha) {
+  if (!pasaFechaLimite(contexto, fecha)) return false;
+  avisaDeFechaLimite(forma, contexto);
   return true;
 }
 

@@ -18,6 +18,9 @@ void conectaConcepto(Formulario& forma, ComboEnlazado& concepto, DataControl& co
 // Tells if a date lies before the one from which the company's lines may not be changed. By text,
 // day first, as everywhere in the entry of lines. True if it does, and the message has been shown.
 bool avisaDeFechaLimite(Formulario& forma, const Contexto& contexto, const QString& fecha);
+// Its two halves: whether it does, or with `tambienIgual` stands on it; and the message.
+bool pasaFechaLimite(const Contexto& contexto, const QString& fecha, bool tambienIgual = false);
+void avisaDeFechaLimite(Formulario& forma, const Contexto& contexto);
 
 // The calendar over a date field; `codigoLlamada` is the field's (llamada::kFecha...). The focus is
 // on the field afterwards.
