@@ -22,6 +22,7 @@
 #include "toolkit/formulario.h"
 #include "toolkit/registro.h"
 #include "toolkit/tema.h"
+#include "yearend/registro.h"
 
 namespace {
 
@@ -34,6 +35,7 @@ void registraFormularios(Registro& registro) {
   registraIVA(registro);
   registraCartera(registro);
   registraPayroll(registro);
+  registraYearend(registro);
 }
 
 }  // namespace

@@ -22,6 +22,7 @@
 #include "start/creaini.h"
 #include "start/leeconfiguracion.h"
 #include "start/registro.h"
+#include "yearend/registro.h"
 
 namespace {
 const QString kAjustes = QStringLiteral("Config.ini");
@@ -63,6 +64,7 @@ void registraFormularios(Registro& formularios) {
   registraIVA(formularios);
   registraCartera(formularios);
   registraPayroll(formularios);
+  registraYearend(formularios);
 }
 
 Escenario::Escenario(Hasta hasta, const DatosEmpresa& datos, const QString& carpeta)

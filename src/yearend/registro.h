@@ -1,0 +1,6 @@
+// The screens of the year-end.
+#pragma once
+
+class Registro;
+
+void registraYearend(Registro& registro);
