@@ -16,7 +16,9 @@ Texts textsOf(const Query& query) {
   for (const Output& output : query.outputs) texts.types.push_back(fieldType(output.expr->type));
   if (hasKeys(query)) {
     texts.keysSql = emitter().keys(query);
-    texts.rowSql = emitter().row(query);
+    Parameters afterTheKey(1);
+    texts.rowSql = Emitter(Emitter::Dialect::Plan, afterTheKey).row(query);
+    texts.rowOwn = afterTheKey.ownValues();
   }
   texts.wholeSql = emitter().whole(query);
   texts.own = parameters.ownValues();
@@ -123,6 +125,8 @@ std::vector<Key> FileReader::keys(const QList<Variant>& literals, int most) {
 void FileReader::rows(std::span<const Key> keys, const RowTaker& take) {
   const FileStore::Reading reading(store_);
   Statement statement = store_.prepare(texts_.rowSql);
+  int place = 1;
+  for (const Variant& value : texts_.rowOwn) statement.bind(++place, value);
   for (const Key key : keys) {
     statement.bind(1, key);
     if (statement.step()) {

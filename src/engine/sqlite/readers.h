@@ -16,10 +16,11 @@ struct Texts {
   std::vector<FieldType> types;  // of the columns
   // Rows that can be read by their key, the file's row number:
   //   keysSql    SELECT rowid FROM ... WHERE ... ORDER BY ...
-  //   rowSql     SELECT <columns> FROM base WHERE rowid = ?1        (no parameter but the key)
+  //   rowSql     SELECT <columns> FROM base WHERE rowid = ?1        (and then `rowOwn`)
   // Empty for others.
   QString keysSql;
   QString rowSql;
+  QList<Variant> rowOwn;
   QString wholeSql;  // SELECT <columns> FROM ... ORDER BY ...
   QList<Variant> own;
 };

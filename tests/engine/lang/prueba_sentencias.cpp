@@ -36,7 +36,7 @@ void check(const Libro& libro, QStringList lines) {
     // One by one too, as a recordset reads them.
     QStringList rows;
     for (const QString& key : libro.rows(plan.keysSql, plan.params))
-      rows << libro.rows(plan.rowSql, {key.toInt()});
+      rows << libro.rows(plan.rowSql, QList<Variant>{key.toInt()} + plan.rowOwn);
     EXPECT_EQ(rows, lines) << plan.keysSql.toStdString();
   }
   if (columns.isEmpty()) return;
