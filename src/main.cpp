@@ -22,6 +22,7 @@
 #include "toolkit/formulario.h"
 #include "toolkit/registro.h"
 #include "toolkit/tema.h"
+#include "transfer/registro.h"
 #include "yearend/registro.h"
 
 namespace {
@@ -36,6 +37,7 @@ void registraFormularios(Registro& registro) {
   registraCartera(registro);
   registraPayroll(registro);
   registraYearend(registro);
+  registraTransfer(registro);
 }
 
 }  // namespace

@@ -22,6 +22,7 @@
 #include "start/creaini.h"
 #include "start/leeconfiguracion.h"
 #include "start/registro.h"
+#include "transfer/registro.h"
 #include "yearend/registro.h"
 
 namespace {
@@ -65,6 +66,7 @@ void registraFormularios(Registro& formularios) {
   registraCartera(formularios);
   registraPayroll(formularios);
   registraYearend(formularios);
+  registraTransfer(formularios);
 }
 
 Escenario::Escenario(Hasta hasta, const DatosEmpresa& datos, const QString& carpeta)

@@ -1,0 +1,5 @@
+#include "transfer/registro.h"
+
+#include "toolkit/registro.h"
+
+void registraTransfer(Registro&) {}
