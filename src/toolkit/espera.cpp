@@ -34,6 +34,14 @@ std::unique_ptr<QLabel> letreroEn(QWidget& ventana) {
   return letrero;
 }
 
+void ensena(QLabel& letrero, const QString& texto) {
+  const QWidget& ventana = *letrero.parentWidget();
+  letrero.setText(texto);
+  letrero.adjustSize();
+  letrero.move((ventana.width() - letrero.width()) / 2, (ventana.height() - letrero.height()) / 2);
+  letrero.show();
+}
+
 }  // namespace
 
 Espera::Espera(DBEngine& motor) : motor_(motor) {
@@ -45,26 +53,28 @@ Espera::~Espera() {
 }
 
 bool Espera::waiting(qint64 elapsed) {
-  return elapsed < kSeNota || sigue("Esperando a otro puesto...");
+  return elapsed < kSeNota || sigue(QStringLiteral("Esperando a otro puesto...  (Escape lo deja)"));
 }
 
-bool Espera::working(qint64) {
-  return sigue("Buscando en los datos...");
+bool Espera::working(Work work, qint64) {
+  switch (work) {
+    case Work::Copying:
+      return sigue(QStringLiteral("Copiando los datos...  (Escape lo deja)"));
+    case Work::Repairing:
+      return sigue(QStringLiteral("Revisando los datos..."));
+    case Work::Reading:
+      break;
+  }
+  return sigue(QStringLiteral("Buscando en los datos...  (Escape lo deja)"));
 }
 
-bool Espera::sigue(const char* texto) {
+bool Espera::sigue(const QString& texto) {
   if (guardia_ && atendido_.elapsed() < kPeriodo) return !guardia_->escape();
   if (!guardia_) {
     guardia_ = std::make_unique<SinEntrada>();
-    if (QWidget* ventana = ventanaALaVista()) {
-      letrero_ = letreroEn(*ventana);
-      letrero_->setText(QString::fromUtf8(texto) + QStringLiteral("  (Escape lo deja)"));
-      letrero_->adjustSize();
-      letrero_->move((ventana->width() - letrero_->width()) / 2,
-                     (ventana->height() - letrero_->height()) / 2);
-      letrero_->show();
-    }
+    if (QWidget* ventana = ventanaALaVista()) letrero_ = letreroEn(*ventana);
   }
+  if (letrero_ && letrero_->text() != texto) ensena(*letrero_, texto);
   QApplication::processEvents();
   atendido_.start();
   return !guardia_->escape();

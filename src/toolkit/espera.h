@@ -10,8 +10,8 @@ class DBEngine;
 class QLabel;
 class SinEntrada;
 
-// Shows "Esperando a otro puesto..." over the window at hand once a wait has lasted half a second.
-// Escape gives the wait up. One for the whole program, as long as it runs.
+// Shows "Esperando a otro puesto..." over the window at hand once a wait has lasted half a second,
+// and likewise what takes long. Escape gives it up. One for the whole program, as long as it runs.
 class Espera : public Wait {
  public:
   explicit Espera(DBEngine& motor);
@@ -20,11 +20,11 @@ class Espera : public Wait {
   Espera& operator=(const Espera&) = delete;
 
   bool waiting(qint64 elapsed) override;
-  bool working(qint64 elapsed) override;
+  bool working(Work work, qint64 elapsed) override;
   void over() override;
 
  private:
-  bool sigue(const char* texto);
+  bool sigue(const QString& texto);
 
   DBEngine& motor_;
   std::unique_ptr<SinEntrada> guardia_;

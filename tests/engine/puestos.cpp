@@ -88,12 +88,14 @@ TEST_F(Puestos, LoQueNoSePudoGuardarPorqueOtroLeeSeGuardaDespues) {
 struct Contada : Wait {
   bool waiting(qint64) override {
     ++preguntas;
+    if (alEsperar) alEsperar();
     return paciente;
   }
-  bool working(qint64) override { return false; }
+  bool working(Work, qint64) override { return false; }
   void over() override { ++finales; }
   int preguntas = 0, finales = 0;
   bool paciente = true;
+  std::function<void()> alEsperar;
 };
 
 TEST_F(Puestos, UnaNegativaAcabaLaAccionYSeDejaDeEsperarCuandoSePide) {
@@ -113,6 +115,44 @@ TEST_F(Puestos, UnaNegativaAcabaLaAccionYSeDejaDeEsperarCuandoSePide) {
   engine.setLockTimeout(60'000);
   EXPECT_EQ(lee(), err::kRegistroBloqueado);
   EXPECT_EQ(espera.preguntas, 1);
+}
+
+// A copy that waits, one that takes longer than anybody wants, and one into a file being read.
+TEST_F(Puestos, UnaCopiaSeEsperaYSeDejaComoLoDemas) {
+  const QString nueva = carpeta.filePath("Nueva.mdb"), vieja = carpeta.filePath("Vieja.mdb");
+  engine.CopyDatabase(ruta, vieja);
+  herramienta("UPDATE Empresa SET NLinDiario = 77", {}, vieja);
+  Contada espera;
+  engine.setWait(&espera);
+  engine.setLockTimeout(60'000);
+  const std::function<void()> copias[] = {[&] { engine.CopyDatabase(ruta, nueva); },
+                                          [&] { engine.CopyDatabase(ruta, vieja); },
+                                          [&] { engine.CompactDatabase(ruta, nueva); }};
+  for (const auto& copia : copias) {
+    OtroPuesto otro(ruta);
+    otro.ejecuta("BEGIN EXCLUSIVE;");
+    espera = {};
+    espera.paciente = false;
+    EXPECT_EQ(numeroDeError(copia), err::kRegistroBloqueado);
+    EXPECT_EQ(espera.preguntas, 1);
+    EXPECT_EQ(espera.finales, 1);
+    QCoreApplication::processEvents();
+    espera = {};
+    espera.alEsperar = [&] {
+      QThread::msleep(600);
+      otro.ejecuta("ROLLBACK;");
+    };
+    EXPECT_EQ(numeroDeError(copia), err::kOperacionCancelada);
+    EXPECT_EQ(espera.finales, 1);
+    EXPECT_EQ(QDir(carpeta.path()).entryList(QDir::Files), QStringList({"Conta.MDB", "Vieja.mdb"}));
+  }
+  OtroPuesto lector(vieja);
+  lector.ejecuta("BEGIN; SELECT count(*) FROM Diario;");
+  espera = {};
+  espera.paciente = false;
+  EXPECT_EQ(numeroDeError(copias[1]), err::kNoSePuedeGuardar);
+  EXPECT_EQ(herramienta("SELECT NLinDiario FROM Empresa", {}, vieja), "77");
+  EXPECT_EQ(espera.finales, 1);
 }
 
 TEST_F(Puestos, UnaConsultaSinFinSeDetieneYLoPendienteQueda) {

@@ -70,23 +70,23 @@ class FileDriver : public Driver {
   }
 
   void copy(Store& from, const QString& to) override {
-    TemporaryCopy copy(freePath(to), to, fileOf(from).lockTimeout());
-    copy.fill(fileOf(from).handle(), fileOf(from).path());
+    TemporaryCopy copy(freePath(to), to, fileOf(from));
+    copy.fill();
     copy.verify();
     copy.rename();
   }
 
   void overwrite(Store& from, Store& to) override {
-    TemporaryCopy copy(fileOf(to).systemPath(), fileOf(to).path(), fileOf(from).lockTimeout());
-    copy.fill(fileOf(from).handle(), fileOf(from).path());
+    TemporaryCopy copy(fileOf(to).systemPath(), fileOf(to).path(), fileOf(from));
+    copy.fill();
     copy.verify();
     copy.writeInto(fileOf(to));
   }
 
   void compact(Store& from, const QString& to) override {
-    TemporaryCopy copy(freePath(to), to, fileOf(from).lockTimeout());
+    TemporaryCopy copy(freePath(to), to, fileOf(from));
     fileOf(from)
-        .prepare(QStringLiteral("VACUUM INTO ?1"), Doing::Writing)
+        .prepare(QStringLiteral("VACUUM INTO ?1"), Doing::Locking)
         .bind(1, copy.path())
         .execute();
     copy.verify();
@@ -95,6 +95,7 @@ class FileDriver : public Driver {
 
   void check(Store& store) override {
     FileStore& file = fileOf(store);
+    const FileStore::LongWork work(file, Wait::Work::Repairing);
     file.execute(QStringLiteral("REINDEX"));
     rebuildSums(file);
     remakeViews(file);

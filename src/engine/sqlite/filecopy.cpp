@@ -7,42 +7,21 @@
 #include <QCoreApplication>
 #include <QDateTime>
 #include <QDir>
-#include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
 #include <QSysInfo>
-#include <QThread>
 
 #include "common/errorejecucion.h"
-#include "engine/sqlite/store.h"
 
 namespace {
 
-constexpr int kPoll = 2;  // milliseconds
+constexpr int kPagesAtOnce = 256;  // of 4 KiB
 constexpr QLatin1String kJournal("-journal");
 
 struct Closer {
   void operator()(sqlite3* db) const { sqlite3_close_v2(db); }
 };
 using Handle = std::unique_ptr<sqlite3, Closer>;
-
-// Copies page by page until done; other stations may write meanwhile, and then it starts again by
-// itself.
-int copyPages(sqlite3* to, sqlite3* from, int timeout) {
-  sqlite3_backup* backup = sqlite3_backup_init(to, "main", from, "main");
-  if (!backup) return sqlite3_extended_errcode(to);
-  QElapsedTimer waited;
-  waited.start();
-  int code = SQLITE_OK;
-  for (;;) {
-    code = sqlite3_backup_step(backup, -1);
-    const bool locked = code == SQLITE_BUSY || code == SQLITE_LOCKED;
-    if (!locked || waited.elapsed() >= timeout) break;
-    QThread::msleep(kPoll);
-  }
-  const int finished = sqlite3_backup_finish(backup);
-  return code == SQLITE_DONE ? finished : code;
-}
 
 // What was written reaches the disk before the name does.
 void synchronize(const QString& systemPath) {
@@ -84,8 +63,12 @@ void removeAbandoned(const QString& target) {
 
 }  // namespace
 
-TemporaryCopy::TemporaryCopy(const QString& target, const QString& path, int timeout)
-    : target_(target), path_(path), temporary_(temporaryName(target)), timeout_(timeout) {
+TemporaryCopy::TemporaryCopy(const QString& target, const QString& path, FileStore& source)
+    : target_(target),
+      path_(path),
+      temporary_(temporaryName(target)),
+      source_(source),
+      work_(source, Wait::Work::Copying) {
   remove();
   removeAbandoned(target);
 }
@@ -109,22 +92,36 @@ sqlite3* TemporaryCopy::open(int flags) const {
   throw ErrorEjecucion(err::kErrorDeRuta, path_);
 }
 
-void TemporaryCopy::fill(sqlite3* from, const QString& fromPath) {
+// In one transaction of each side: what locks them is waited for by their own connections.
+int TemporaryCopy::copyPages(sqlite3* to, sqlite3* from) {
+  sqlite3_backup* backup = sqlite3_backup_init(to, "main", from, "main");
+  if (!backup) return sqlite3_extended_errcode(to);
+  int code = SQLITE_OK;
+  while (code == SQLITE_OK)
+    code = work_.goesOn() ? sqlite3_backup_step(backup, kPagesAtOnce) : SQLITE_INTERRUPT;
+  const int finished = sqlite3_backup_finish(backup);
+  return code == SQLITE_DONE ? finished : code;
+}
+
+void TemporaryCopy::fill() {
+  const FileStore::Reading whole(source_);  // one state, whoever waits to write the next
   const Handle to(open(SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE));
-  const int code = copyPages(to.get(), from, timeout_);
-  if (code == SQLITE_OK) return;
-  const bool full = (code & 0xff) == SQLITE_FULL;
-  throw ErrorEjecucion(full ? err::kSinEspacio : err::kErrorDeDisco, fromPath);
+  const int code = copyPages(to.get(), source_.handle());
+  if (code != SQLITE_OK) throw ErrorEjecucion(classicNumber(code, Doing::Reading), source_.path());
 }
 
 void TemporaryCopy::verify() {
   const Handle db(open(SQLITE_OPEN_READONLY));
+  work_.lookAfter(db.get());
   QString words;
   const auto first = [](void* data, int, char** values, char**) {
     *static_cast<QString*>(data) = QString::fromUtf8(values[0]);
     return 0;
   };
-  const int code = sqlite3_exec(db.get(), "PRAGMA integrity_check(1)", first, &words, nullptr);
+  const int code = work_.goesOn()
+                       ? sqlite3_exec(db.get(), "PRAGMA integrity_check(1)", first, &words, nullptr)
+                       : SQLITE_INTERRUPT;
+  if (code == SQLITE_INTERRUPT) throw ErrorEjecucion(err::kOperacionCancelada);
   if (code != SQLITE_OK || words != QLatin1String("ok"))
     throw ErrorEjecucion(err::kFormatoNoReconocido, path_ + u' ' + words);
 }
@@ -140,7 +137,8 @@ void TemporaryCopy::rename() {
 void TemporaryCopy::writeInto(FileStore& live) {
   const Handle from(open(SQLITE_OPEN_READONLY));
   live.forgetStatements();
-  const int code = copyPages(live.handle(), from.get(), timeout_);
+  const int code = copyPages(live.handle(), from.get());
+  live.returned();
   live.definitionsChanged();
   if (code != SQLITE_OK)
     live.fail(code, Doing::Writing, QString::fromUtf8(sqlite3_errmsg(live.handle())));

@@ -40,6 +40,8 @@ int refusedByTrigger(const QString& words) {
   return err::kReglaIncumplida;
 }
 
+}  // namespace
+
 int classicNumber(int code, Doing doing) {
   switch (code & 0xff) {
     case SQLITE_BUSY:
@@ -72,8 +74,6 @@ int classicNumber(int code, Doing doing) {
   }
 }
 
-}  // namespace
-
 // --- Waiting
 
 int FileStore::onBusy(void* data, int tries) {
@@ -82,7 +82,7 @@ int FileStore::onBusy(void* data, int tries) {
   if (tries == 0) self.waitSince_.start();
   const qint64 elapsed = self.waitSince_.elapsed();
   const bool patient = !settings.impatient && elapsed < settings.lockTimeout;
-  if (patient && (!settings.wait || self.goOn(&Wait::waiting, elapsed))) {
+  if (patient && (!settings.wait || self.goOn([&](Wait& wait) { return wait.waiting(elapsed); }))) {
     QThread::msleep(kPollEvery);
     return 1;
   }
@@ -94,15 +94,17 @@ int FileStore::onBusy(void* data, int tries) {
 
 int FileStore::onProgress(void* data) {
   auto& self = *static_cast<FileStore*>(data);
+  if (self.longWork_) return self.longWork_->goesOn() ? 0 : 1;
   if (!self.settings_->wait || !self.stoppable_ || self.settings_->inWait) return 0;
   const qint64 elapsed = self.workSince_.elapsed();
-  return elapsed < kLongWork || self.goOn(&Wait::working, elapsed) ? 0 : 1;
+  if (elapsed < kLongWork) return 0;
+  return self.goOn([&](Wait& wait) { return wait.working(Wait::Work::Reading, elapsed); }) ? 0 : 1;
 }
 
-bool FileStore::goOn(bool (Wait::*question)(qint64), qint64 elapsed) {
+bool FileStore::goOn(const std::function<bool(Wait&)>& question) {
   waited_ = true;
   settings_->inWait = true;
-  const bool answer = (settings_->wait->*question)(elapsed);
+  const bool answer = question(*settings_->wait);
   settings_->inWait = false;
   return answer;
 }
@@ -110,6 +112,29 @@ bool FileStore::goOn(bool (Wait::*question)(qint64), qint64 elapsed) {
 void FileStore::endWait() {
   waited_ = false;
   if (settings_->wait) settings_->wait->over();
+}
+
+FileStore::LongWork::LongWork(FileStore& store, Wait::Work work) : store_(store), work_(work) {
+  store_.longWork_ = this;
+  since_.start();
+}
+
+FileStore::LongWork::~LongWork() {
+  store_.longWork_ = nullptr;
+  store_.returned();
+}
+
+bool FileStore::LongWork::goesOn() {
+  const qint64 elapsed = since_.elapsed();
+  const StoreSettings& settings = *store_.settings_;
+  if (!settings.wait || settings.inWait || elapsed < kLongWork) return true;
+  const bool answer = store_.goOn([&](Wait& wait) { return wait.working(work_, elapsed); });
+  return answer || work_ == Wait::Work::Repairing;
+}
+
+void FileStore::LongWork::lookAfter(sqlite3* handle) {
+  const auto ask = [](void* work) { return static_cast<LongWork*>(work)->goesOn() ? 0 : 1; };
+  sqlite3_progress_handler(handle, kLookAtWorkEvery, ask, this);
 }
 
 // --- The file

@@ -20,6 +20,9 @@ class GroupSums;
 class Schema;
 struct sqlite3;
 
+// The number of a failure of the library.
+int classicNumber(int code, Doing doing);
+
 class FileStore : public Store {
  public:
   // `systemPath` must be a file (3024 otherwise) and a database (3343); `path` is its name as the
@@ -80,8 +83,25 @@ class FileStore : public Store {
   [[noreturn]] void fail(int code, Doing doing, const QString& words);
   // After each call of the library that may have waited or worked long.
   void returned() {
-    if (waited_) endWait();
+    if (waited_ && !longWork_) endWait();
   }
+
+  // Work of the library's that isn't one statement, told as one: a copy, a repair.
+  class LongWork {
+   public:
+    LongWork(FileStore& store, Wait::Work work);
+    ~LongWork();
+    LongWork(const LongWork&) = delete;
+    LongWork& operator=(const LongWork&) = delete;
+    // To be asked every now and then, by each handle that works; false stops it.
+    bool goesOn();
+    void lookAfter(sqlite3* handle);  // asks by itself while that one works
+
+   private:
+    FileStore& store_;
+    Wait::Work work_;
+    QElapsedTimer since_;
+  };
 
   // Holds the file's read lock while rows are read one by one, so that it is taken once for all of
   // them, and looks whether another station has written.
@@ -99,7 +119,7 @@ class FileStore : public Store {
  private:
   static int onBusy(void* store, int tries);
   static int onProgress(void* store);
-  bool goOn(bool (Wait::*question)(qint64), qint64 elapsed);
+  bool goOn(const std::function<bool(Wait&)>& question);
   void endWait();
   void gotLock() { settings_->impatient = false; }
   void forgetGroup();  // it has been undone
@@ -126,6 +146,7 @@ class FileStore : public Store {
   QElapsedTimer workSince_;  // at the statement taken last
   bool stoppable_ = false;   // that one, without harm
   bool waited_ = false;
+  LongWork* longWork_ = nullptr;
 
   quint64 edition_ = 0;
   QElapsedTimer fileLooked_;
