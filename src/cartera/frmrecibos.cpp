@@ -6,7 +6,6 @@
 #include "cartera/frmreciboslista.h"
 #include "common/formato.h"
 #include "engine/dbengine.h"
-#include "iva/facturaiva.h"
 #include "journal/apunte.h"
 #include "journal/widgets/camposubcuenta.h"
 #include "journal/widgets/trabajoendiario.h"

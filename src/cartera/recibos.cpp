@@ -4,7 +4,6 @@
 #include "common/errorejecucion.h"
 #include "engine/datacontrol.h"
 #include "engine/filas.h"
-#include "iva/facturaiva.h"
 #include "journal/apunte.h"
 
 namespace {

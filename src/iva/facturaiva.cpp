@@ -58,8 +58,3 @@ QString opuestoSegunBase(const QString& importe, const QString& base, const QStr
 bool esCero(const QString& importe, const QString& mascara) {
   return importe == Format(QStringLiteral("0"), mascara);
 }
-
-Variant importeEscrito(const QString& importe, const QString& mascara) {
-  const auto numero = ImporteDe(importe, mascara);
-  return numero ? Variant(*numero) : Variant(importe);
-}

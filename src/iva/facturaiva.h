@@ -59,7 +59,3 @@ QString opuestoSegunBase(const QString& importe, const QString& base, const QStr
 // Whether a box holds the zero of the mask, letter by letter. A zero in any other shape counts as
 // an amount, and gives a line of zero.
 bool esCero(const QString& importe, const QString& mascara);
-
-// An amount's text as what its column takes: the number that it shows under the mask, or the text
-// itself if it shows none, which no column takes (3421).
-Variant importeEscrito(const QString& importe, const QString& mascara);

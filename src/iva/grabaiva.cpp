@@ -8,8 +8,6 @@
 
 namespace {
 
-constexpr int kLargoConcepto = 50;
-
 void graba(const Apunte& apunte, const TablasIVA& tablas, GrabadoIVA& grabado) {
   grabaApunte(tablas.diario, tablas.empresa, apunte);
   ++grabado.apuntes;
@@ -85,8 +83,8 @@ void grabaLineas(const FacturaIVA& f, const ClaseDeFactura& clase, const QString
   apunte.NAsiento = grabado.asiento;
   apunte.Fecha = f.FechaContable;
   // Kept: "su" is written for sales too, so that all the lines of invoices are found by one text.
-  apunte.Descripcion =
-      (QStringLiteral("De su fra.") + f.NumFactura + u' ' + f.NombreProveedor).left(kLargoConcepto);
+  apunte.Descripcion = (QStringLiteral("De su fra.") + f.NumFactura + u' ' + f.NombreProveedor)
+                           .left(kLargoDeDescripcion);
   apunte.FacturaZuri = f.FacturaZuri;
   apunte.EmpresaZuri = f.EmpresaZuri;
   apunte.ApunteIVA = grabado.codigo;
@@ -137,7 +135,8 @@ void grabaParte(const FacturaIntracomunitaria& f, const Parte& parte, const QStr
   Apunte apunte;
   apunte.NAsiento = grabado.asiento;
   apunte.Fecha = f.Fecha;
-  apunte.Descripcion = (QStringLiteral("Intra.De su fra.") + f.NumFactura).left(kLargoConcepto);
+  apunte.Descripcion =
+      (QStringLiteral("Intra.De su fra.") + f.NumFactura).left(kLargoDeDescripcion);
   apunte.DH = parte.libro == LibroIVA::Soportado ? "D" : "H";
   apunte.ApunteIVA = grabado.codigo;
   apunte.TipoFactura = "I";  // these lines can't be changed

@@ -1,6 +1,7 @@
 #include "journal/apunte.h"
 
 #include "common/errorejecucion.h"
+#include "common/formato.h"
 #include "engine/datacontrol.h"
 #include "engine/dbengine.h"
 #include "engine/filas.h"
@@ -67,6 +68,11 @@ int graba(Filas& diario, Filas& empresa, const Apunte& apunte) {
 }
 
 }  // namespace
+
+Variant importeEscrito(const QString& importe, const QString& mascara) {
+  const auto numero = ImporteDe(importe, mascara);
+  return numero ? Variant(*numero) : Variant(importe);
+}
 
 int grabaApunte(DataControl& diario, DataControl& empresa, const Apunte& apunte) {
   return graba(diario, empresa, apunte);

@@ -12,6 +12,13 @@ class DataControl;
 class DBEngine;
 class Recordset;
 
+// Characters of a line's Descripcion.
+inline constexpr int kLargoDeDescripcion = 50;
+
+// An amount's text as what its column takes: the number that it shows under the mask, or the text
+// itself if it shows none, which no column takes (3421).
+Variant importeEscrito(const QString& importe, const QString& mascara);
+
 // A line to be written. What stays Null keeps the table's default: an ordinary line has no
 // ApunteIVA.
 struct Apunte {

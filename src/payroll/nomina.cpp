@@ -8,8 +8,6 @@
 
 namespace {
 
-constexpr int kLargoConcepto = 50;
-
 struct Concepto {
   const char* prefijo;
   bool alDebe;
@@ -66,7 +64,7 @@ void grabaNomina(const Nomina& nomina, const QString& mascara, DataControl& diar
     apunte.Fecha = nomina.Fecha;
     apunte.Subcuenta = parte.Subcuenta;
     apunte.Descripcion =
-        (QLatin1String(concepto.prefijo) + nomina.NombreEmpleado).left(kLargoConcepto);
+        (QLatin1String(concepto.prefijo) + nomina.NombreEmpleado).left(kLargoDeDescripcion);
     apunte.DH = concepto.alDebe ? "D" : "H";
     apunte.Importe = concepto.alDebe ? parte.Importe : 0 - parte.Importe;
     grabaApunte(diario, empresa, apunte);

@@ -3,7 +3,6 @@
 #include "common/formato.h"
 #include "engine/dbengine.h"
 #include "engine/filas.h"
-#include "iva/facturaiva.h"
 #include "journal/apunte.h"
 
 namespace {

@@ -13,9 +13,6 @@
 
 class Database;
 
-// Characters of a line's Descripcion.
-inline constexpr int kLargoDeDescripcion = 50;
-
 // What a step's screen holds, as typed, and the mask under which every amount is rounded.
 struct PasoAnual {
   QString asiento;  // its number; the stocks take the next of the company instead

@@ -3,20 +3,21 @@
 #include "engine/dbengine.h"
 #include "ui_frmapertura.h"
 #include "yearend/ejercicio.h"
-#include "yearend/widgets/pasoanual.h"
 
 FrmApertura::FrmApertura(Contexto& contexto)
     : Formulario(contexto), ui_(std::make_unique<Ui::FrmApertura>()), DtaEmpresa_(contexto.motor) {
   ui_->setupUi(this);
   ui_->TxtEmpresaCerrada->enlazar(DtaEmpresa_, "NombreEmpresa");
-  ui_->TxtDescripcion->setMaxLength(kLargoDeDescripcion);
-  conectaFechaDeAsiento(*this, ctx, *ui_->TxtFecha);
-  soloNumero(ui_->TxtAsiento);
+  conectaAsientoAnual(*this, ctx, campos());
   alPulsar(ui_->CmdAceptar, [this] { CmdAceptar_Click(); });
   alPulsar(ui_->CmdCancelar, [this] { descargar(); });
 }
 
 FrmApertura::~FrmApertura() = default;
+
+AsientoAnual FrmApertura::campos() const {
+  return {*ui_->TxtFecha, *ui_->TxtDescripcion, *ui_->TxtAsiento};
+}
 
 void FrmApertura::Form_Activate() {
   DtaEmpresa_.bind(sesion().rutaCatalogo(), "Select * from Empresas order by NombreEmpresa");
@@ -33,12 +34,7 @@ void FrmApertura::CmdAceptar_Click() {
   const auto cerrada = area.OpenDatabase(sesion().rutaEmpresa(nombre));
   const auto empresa = area.OpenDatabase(sesion().rutaEmpresa());
   trabajaPasoAnual(ctx, {ui_->CmdAceptar, ui_->CmdCancelar}, [&](const Avance& avance) {
-    abreEjercicio(*cerrada, *empresa,
-                  {.asiento = ui_->TxtAsiento->text(),
-                   .fecha = ui_->TxtFecha->text(),
-                   .descripcion = ui_->TxtDescripcion->text(),
-                   .mascara = sesion().MascaraImporte},
-                  avance);
+    abreEjercicio(*cerrada, *empresa, pasoTecleado(ctx, campos()), avance);
   });
   descargar();
 }

@@ -5,6 +5,7 @@
 
 #include "engine/datacontrol.h"
 #include "toolkit/formulario.h"
+#include "yearend/widgets/pasoanual.h"
 
 namespace Ui {
 class FrmApertura;
@@ -19,6 +20,7 @@ class FrmApertura : public Formulario {
   void Form_Activate() override;
 
  private:
+  AsientoAnual campos() const;
   void CmdAceptar_Click();
 
   std::unique_ptr<Ui::FrmApertura> ui_;

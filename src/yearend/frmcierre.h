@@ -5,6 +5,7 @@
 #include <memory>
 
 #include "toolkit/formulario.h"
+#include "yearend/widgets/pasoanual.h"
 
 namespace Ui {
 class FrmCierre;
@@ -19,6 +20,7 @@ class FrmCierre : public Formulario {
   void Form_Activate() override;
 
  private:
+  AsientoAnual campos() const;
   void CmdAceptar_Click();
 
   std::unique_ptr<Ui::FrmCierre> ui_;

@@ -2,6 +2,7 @@
 
 #include "common/ignorar.h"
 #include "engine/dbengine.h"
+#include "journal/apunte.h"
 #include "journal/widgets/camposubcuenta.h"
 #include "toolkit/principal.h"
 #include "toolkit/protocolo.h"

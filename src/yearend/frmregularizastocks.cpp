@@ -22,6 +22,7 @@ FrmRegularizaStocks::FrmRegularizaStocks(Contexto& contexto)
        {.campo = "Haber", .titulo = "Haber", .ancho = 16, .tipo = Columna::Tipo::Importe}});
   conectaImporte(*this, ctx, *ui_->TxtExistenciasFinales);
   conectaFechaDeAsiento(*this, ctx, *ui_->TxtFechaAsiento, true);
+  ui_->TxtDescripcion->setMaxLength(kLargoDeDescripcion);
   alSalir(ui_->TxtDescripcion, [this] { TxtDescripcion_LostFocus(); });
   alPulsar(ui_->CmdAceptar, [this] { CmdAceptar_Click(); });
   alPulsar(ui_->CmdCancelar, [this] { descargar(); });

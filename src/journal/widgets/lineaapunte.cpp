@@ -5,6 +5,7 @@
 #include "common/errorejecucion.h"
 #include "common/formato.h"
 #include "engine/datacontrol.h"
+#include "journal/apunte.h"
 #include "journal/lineatecleada.h"
 #include "toolkit/comboenlazado.h"
 #include "toolkit/formulario.h"
@@ -12,7 +13,6 @@
 namespace {
 
 constexpr int kTextoDeConcepto = 1;
-constexpr int kLargoDeConcepto = 50;
 constexpr int kLetrasALaVista = 16;  // of a concept, in the narrowest window
 
 void Concepto_KeyPress(Formulario& forma, ComboEnlazado& concepto, DataControl& conceptos,
@@ -41,7 +41,7 @@ void Concepto_KeyPress(Formulario& forma, ComboEnlazado& concepto, DataControl& 
 }  // namespace
 
 void conectaConcepto(Formulario& forma, ComboEnlazado& concepto, DataControl& conceptos) {
-  concepto.lineEdit()->setMaxLength(kLargoDeConcepto);
+  concepto.lineEdit()->setMaxLength(kLargoDeDescripcion);
   // What is typed is the bookkeeper's own text: nothing may complete it.
   concepto.setCompleter(nullptr);
   concepto.setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);

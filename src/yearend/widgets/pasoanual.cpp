@@ -10,6 +10,7 @@
 #include "journal/widgets/trabajoendiario.h"
 #include "toolkit/formulario.h"
 #include "toolkit/principal.h"
+#include "yearend/ejercicio.h"
 
 void conectaFechaDeAsiento(Formulario& forma, const Contexto& contexto, QLineEdit& fecha,
                            bool tambienIgual) {
@@ -20,6 +21,19 @@ void conectaFechaDeAsiento(Formulario& forma, const Contexto& contexto, QLineEdi
     fecha.setText(Format(contexto.reloj->hoy(), QStringLiteral("dd/mm/yyyy")));
     avisaDeFechaLimite(forma, contexto);
   });
+}
+
+void conectaAsientoAnual(Formulario& forma, const Contexto& contexto, const AsientoAnual& campos) {
+  conectaFechaDeAsiento(forma, contexto, campos.fecha);
+  campos.descripcion.setMaxLength(kLargoDeDescripcion);
+  forma.soloNumero(&campos.asiento);
+}
+
+PasoAnual pasoTecleado(const Contexto& contexto, const AsientoAnual& campos) {
+  return {.asiento = campos.asiento.text(),
+          .fecha = campos.fecha.text(),
+          .descripcion = campos.descripcion.text(),
+          .mascara = contexto.sesion.MascaraImporte};
 }
 
 void conectaCompletable(Formulario& forma, QLineEdit& campo) {
