@@ -59,8 +59,6 @@ void tecleaNombre(Teclado& alta, const QString& nombre) {
   alta.mnemonico(u'a');
 }
 
-namespace {
-// The code with a dot for its zeros, Yes to the offer to create it, and its name in the dialog.
 void tecleaSubcuenta(Teclado& menu, Guion& guion, const QString& codigo, const QString& nombre) {
   static const QRegularExpression kCeros("^(.+?)0+([1-9]+)$");
   menu.teclea(QString(codigo).replace(kCeros, "\\1.\\2"));
@@ -70,7 +68,6 @@ void tecleaSubcuenta(Teclado& menu, Guion& guion, const QString& codigo, const Q
   menu.intro();
   menu.atras();
 }
-}  // namespace
 
 void tecleaPlanTrimestre(Contexto& ctx, Guion& guion, Teclado& menu) {
   const auto empresa = ctx.motor.Workspaces(0).OpenDatabase(ctx.sesion.rutaEmpresa());
