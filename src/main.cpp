@@ -10,6 +10,7 @@
 #include "engine/dbengine.h"
 #include "iva/registro.h"
 #include "journal/registro.h"
+#include "oficial/registro.h"
 #include "payroll/registro.h"
 #include "reports/registro.h"
 #include "start/instancia.h"
@@ -38,6 +39,7 @@ void registraFormularios(Registro& registro) {
   registraPayroll(registro);
   registraYearend(registro);
   registraTransfer(registro);
+  registraOficial(registro);
 }
 
 }  // namespace

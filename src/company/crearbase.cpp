@@ -20,11 +20,11 @@ struct Obra {
   const DatosEmpresa& datos;
 };
 
-void creaTabla(const Obra& obra, const QString& nombre) {
-  TableDef tabla = definicionDeTabla(nombre, obra.digitosCuenta, obra.digitosSubcuenta);
+void creaTabla(const Obra& obra, const TablaDeEmpresa& cual) {
+  TableDef tabla = definicionDeTabla(cual, obra.digitosCuenta, obra.digitosSubcuenta);
   const std::vector<Index> indices = std::exchange(tabla.Indexes, {});
   obra.base.appendTable(tabla);
-  for (const Index& indice : indices) obra.base.appendIndex(nombre, indice);
+  for (const Index& indice : indices) obra.base.appendIndex(tabla.Name, indice);
 }
 
 void escribeFilaDeEmpresa(const Obra& obra) {
@@ -81,9 +81,9 @@ void CrearBase(DBEngine& motor, const QString& ruta, int digitosCuenta, int digi
                int nuevo, const DatosEmpresa& datos) {
   const auto base = motor.Workspaces(0).CreateDatabase(ruta, QLatin1String(kOrdenGeneral));
   const Obra obra{*base, digitosCuenta, digitosSubcuenta, nuevo == kEmpresaNueva, datos};
-  for (const QString& tabla : nombresDeTablas()) {
+  for (const TablaDeEmpresa& tabla : tablasDeEmpresa()) {
     creaTabla(obra, tabla);
-    siembra(obra, tabla);
+    siembra(obra, QLatin1String(tabla.nombre));
   }
   // Kept: a new company holds the kinds of receipt twice. The grid of the receipts shows both runs.
   if (obra.nuevo) siembraTipoRecibos(*base);

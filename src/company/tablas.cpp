@@ -1,23 +1,11 @@
 #include "company/tablas.h"
 
-#include "common/errorejecucion.h"
-
-#include <span>
-
 namespace {
 
-// Widths that are the company's own.
-constexpr int kCuenta = -1;
-constexpr int kSubcuenta = -2;
+using ancho::kCuenta;
+using ancho::kSubcuenta;
 
-struct Campo {
-  const char* nombre;
-  FieldType tipo;
-  int ancho = 0;
-  const char* porDefecto = "";
-};
-
-constexpr Campo kEmpresa[] = {
+constexpr CampoDeTabla kEmpresa[] = {
     {"IdCodigo", FieldType::Long, 0, "1"},
     {"NombreEmpresa", FieldType::Text, 50},
     {"Año", FieldType::Long},
@@ -54,7 +42,7 @@ constexpr Campo kEmpresa[] = {
     {"IVARRE", FieldType::Text, kSubcuenta},
 };
 
-constexpr Campo kSubcuentas[] = {
+constexpr CampoDeTabla kSubcuentas[] = {
     {"Subcuenta", FieldType::Text, kSubcuenta},
     {"Cuenta", FieldType::Text, kCuenta},
     {"Descripcion", FieldType::Text, 50},
@@ -69,13 +57,13 @@ constexpr Campo kSubcuentas[] = {
     {"Gerente", FieldType::Text, 35},
 };
 
-constexpr Campo kCuentas[] = {
+constexpr CampoDeTabla kCuentas[] = {
     {"Cuenta", FieldType::Text, kCuenta},    {"Descripcion", FieldType::Text, 75},
     {"GrupoN", FieldType::Text, 1},          {"SubGrupoN", FieldType::Text, 2},
     {"DatosAuxiliares", FieldType::Boolean},
 };
 
-constexpr Campo kDiario[] = {
+constexpr CampoDeTabla kDiario[] = {
     {"NLinea", FieldType::Long},
     {"NAsiento", FieldType::Long},
     {"Fecha", FieldType::Date},
@@ -93,31 +81,31 @@ constexpr Campo kDiario[] = {
     {"EmpresaZuri", FieldType::Text, 100},
 };
 
-constexpr Campo kConceptos[] = {
+constexpr CampoDeTabla kConceptos[] = {
     {"NConcepto", FieldType::Text, 2},
     {"Descripcion", FieldType::Text, 50},
 };
 
-constexpr Campo kNivel01[] = {
+constexpr CampoDeTabla kNivel01[] = {
     {"NNivel", FieldType::Text, 1},
     {"Descripcion", FieldType::Text, 50},
     {"ActPas", FieldType::Text, 1},
 };
 
-constexpr Campo kNivel02[] = {
+constexpr CampoDeTabla kNivel02[] = {
     {"NNivel", FieldType::Text, 2},
     {"Descripcion", FieldType::Text, 80},
     {"NNivel01", FieldType::Text, 1},
 };
 
-constexpr Campo kTiposIVA[] = {
+constexpr CampoDeTabla kTiposIVA[] = {
     {"Codigo", FieldType::Text, 2},
     {"Descripcion", FieldType::Text, 50},
     {"IVA", FieldType::Double, 0, "0"},
     {"RE", FieldType::Double, 0, "0"},
 };
 
-constexpr Campo kRSIVA[] = {
+constexpr CampoDeTabla kRSIVA[] = {
     {"Codigo", FieldType::Text, 11},
     {"CliPro", FieldType::Text, kSubcuenta},
     {"Factura", FieldType::Text, 20},
@@ -136,12 +124,12 @@ constexpr Campo kRSIVA[] = {
     {"Neto", FieldType::Double},
 };
 
-constexpr Campo kActPas[] = {
+constexpr CampoDeTabla kActPas[] = {
     {"ActPas", FieldType::Text, 1},
     {"Descripcion", FieldType::Text, 50},
 };
 
-constexpr Campo kRecibos[] = {
+constexpr CampoDeTabla kRecibos[] = {
     {"Vencimiento", FieldType::Date}, {"Subcuenta", FieldType::Text, kSubcuenta},
     {"Titulo", FieldType::Text, 100}, {"Factura", FieldType::Text, 50},
     {"Tipo", FieldType::Text, 50},    {"Banco", FieldType::Text, kSubcuenta},
@@ -149,52 +137,40 @@ constexpr Campo kRecibos[] = {
     {"FraZuri", FieldType::Text, 50},
 };
 
-constexpr Campo kTipoRecibos[] = {
+constexpr CampoDeTabla kTipoRecibos[] = {
     {"Codigo", FieldType::Text, 2},
     {"Tipo", FieldType::Text, 50},
 };
 
-struct Tabla {
-  const char* nombre;
-  std::span<const Campo> campos;
-  bool conClave;  // the first field; equal receipts may stand side by side
-};
-
-const Tabla kTablas[] = {
-    {"Empresa", kEmpresa, true},     {"Subcuentas", kSubcuentas, true},
-    {"Cuentas", kCuentas, true},     {"Diario", kDiario, true},
-    {"Conceptos", kConceptos, true}, {"Nivel01", kNivel01, true},
-    {"Nivel02", kNivel02, true},     {"TiposIVA", kTiposIVA, true},
-    {"RSIVA", kRSIVA, true},         {"ActPas", kActPas, true},
-    {"Recibos", kRecibos, false},    {"TipoRecibos", kTipoRecibos, false},
+// Equal receipts may stand side by side.
+const TablaDeEmpresa kTablas[] = {
+    {"Empresa", kEmpresa, 1}, {"Subcuentas", kSubcuentas, 1}, {"Cuentas", kCuentas, 1},
+    {"Diario", kDiario, 1},   {"Conceptos", kConceptos, 1},   {"Nivel01", kNivel01, 1},
+    {"Nivel02", kNivel02, 1}, {"TiposIVA", kTiposIVA, 1},     {"RSIVA", kRSIVA, 1},
+    {"ActPas", kActPas, 1},   {"Recibos", kRecibos, 0},       {"TipoRecibos", kTipoRecibos, 0},
 };
 
 }  // namespace
 
-QStringList nombresDeTablas() {
-  QStringList nombres;
-  for (const Tabla& tabla : kTablas) nombres += QString::fromUtf8(tabla.nombre);
-  return nombres;
+std::span<const TablaDeEmpresa> tablasDeEmpresa() {
+  return kTablas;
 }
 
-TableDef definicionDeTabla(const QString& nombre, int digitosCuenta, int digitosSubcuenta) {
-  for (const Tabla& tabla : kTablas) {
-    if (nombre.compare(QLatin1String(tabla.nombre), Qt::CaseInsensitive) != 0) continue;
-    TableDef definicion;
-    definicion.Name = QString::fromUtf8(tabla.nombre);
-    for (const Campo& campo : tabla.campos) {
-      const int ancho = campo.ancho == kCuenta      ? digitosCuenta
-                        : campo.ancho == kSubcuenta ? digitosSubcuenta
-                                                    : campo.ancho;
-      Field& field = definicion.CreateField(QString::fromUtf8(campo.nombre), campo.tipo, ancho);
-      field.DefaultValue = QString::fromUtf8(campo.porDefecto);
-      field.AllowZeroLength = campo.tipo == FieldType::Text;
-    }
-    if (tabla.conClave) {
-      const QString& clave = definicion.Fields.front().Name;
-      definicion.Indexes.push_back({clave, true, true, {clave}});
-    }
-    return definicion;
+TableDef definicionDeTabla(const TablaDeEmpresa& tabla, int digitosCuenta, int digitosSubcuenta) {
+  TableDef definicion;
+  definicion.Name = QString::fromUtf8(tabla.nombre);
+  for (const CampoDeTabla& campo : tabla.campos) {
+    const int ancho = campo.ancho == kCuenta      ? digitosCuenta
+                      : campo.ancho == kSubcuenta ? digitosSubcuenta
+                                                  : campo.ancho;
+    Field& field = definicion.CreateField(QString::fromUtf8(campo.nombre), campo.tipo, ancho);
+    field.DefaultValue = QString::fromUtf8(campo.porDefecto);
+    field.AllowZeroLength = campo.tipo == FieldType::Text;
   }
-  throw ErrorEjecucion(err::kElementoNoEncontrado, nombre);
+  if (tabla.clave == 0) return definicion;
+  Index clave{definicion.Fields.front().Name, true, true, {}};
+  for (const Field& campo : std::span(definicion.Fields).first(size_t(tabla.clave)))
+    clave.Fields += campo.Name;
+  definicion.Indexes.push_back(clave);
+  return definicion;
 }

@@ -4,12 +4,31 @@
 #pragma once
 
 #include <QStringList>
+#include <span>
 
-#include "engine/dbengine.h"
+#include "engine/tabledef.h"
 
-// The twelve tables in order of creation.
-QStringList nombresDeTablas();
+// Widths that are the company's own: those of its codes. A column of one of them holds a code.
+namespace ancho {
+inline constexpr int kCuenta = -1;
+inline constexpr int kSubcuenta = -2;
+}  // namespace ancho
 
-// The definition of one, with its primary index if it has one. The code columns take the company's
-// widths. Raises 3265 for another name.
-TableDef definicionDeTabla(const QString& nombre, int digitosCuenta, int digitosSubcuenta);
+struct CampoDeTabla {
+  const char* nombre;
+  FieldType tipo;
+  int ancho = 0;  // of a text, or one of those above
+  const char* porDefecto = "";
+};
+
+struct TablaDeEmpresa {
+  const char* nombre;
+  std::span<const CampoDeTabla> campos;
+  int clave;  // so many of the first fields are the primary key; 0 where equal rows may stand
+};
+
+// The twelve tables of every file, in order of creation.
+std::span<const TablaDeEmpresa> tablasDeEmpresa();
+
+// What is given to the engine to make one. The code columns take the company's widths.
+TableDef definicionDeTabla(const TablaDeEmpresa& tabla, int digitosCuenta, int digitosSubcuenta);

@@ -16,6 +16,7 @@
 #include "engine/dbengine.h"
 #include "iva/registro.h"
 #include "journal/registro.h"
+#include "oficial/registro.h"
 #include "payroll/registro.h"
 #include "reports/registro.h"
 #include "soporte/libros.h"
@@ -67,6 +68,7 @@ void registraFormularios(Registro& formularios) {
   registraPayroll(formularios);
   registraYearend(formularios);
   registraTransfer(formularios);
+  registraOficial(formularios);
 }
 
 Escenario::Escenario(Hasta hasta, const DatosEmpresa& datos, const QString& carpeta)

@@ -105,6 +105,19 @@ constexpr EntradaMenu kMenu[] = {
     {.control = u"MnuImpresos", .rotulo = u"Impresos", .padre = u"MnuGestionComercial", .accion = Nada},
     {.control = u"MnuGesConfig", .rotulo = u"Configuración", .padre = u"MnuGestionComercial", .accion = Nada},
 
+    {.control = u"MnuOficial", .rotulo = u"&Oficial", .accion = Menu},
+    {.control = u"MnuPlan2007", .rotulo = u"Plan de 2007", .padre = u"MnuOficial", .accion = Modal, .destino = u"FrmPlan2007"},
+    {.control = u"MnuConversion2007", .rotulo = u"Conversión al plan de 2007", .padre = u"MnuOficial", .accion = Modal, .destino = u"FrmConversion2007"},
+    {.control = u"MnuBalancePymes", .rotulo = u"Balance (PYMES)", .padre = u"MnuOficial", .accion = Modal, .destino = u"FrmEstados", .codigoLlamada = 1, .separa = true},
+    {.control = u"MnuResultadosPymes", .rotulo = u"Pérdidas y ganancias (PYMES)", .padre = u"MnuOficial", .accion = Modal, .destino = u"FrmEstados", .codigoLlamada = 2},
+    {.control = u"MnuTiposPorFechas", .rotulo = u"Tipos de IVA por fechas", .padre = u"MnuOficial", .accion = Modal, .destino = u"FrmTiposPorFechas", .separa = true},
+    {.control = u"MnuDatosRegistros", .rotulo = u"Datos de los registros de IVA", .padre = u"MnuOficial", .accion = Modal, .destino = u"FrmDatosRegistros"},
+    {.control = u"MnuModelo303", .rotulo = u"Modelo 303", .padre = u"MnuOficial", .accion = Modal, .destino = u"FrmModelo303"},
+    {.control = u"MnuModelo347", .rotulo = u"Modelo 347 (fichero)", .padre = u"MnuOficial", .accion = Modal, .destino = u"FrmModelo347"},
+    {.control = u"MnuLibrosRegistro", .rotulo = u"Libros registro", .padre = u"MnuOficial", .accion = Modal, .destino = u"FrmLibrosRegistro"},
+    {.control = u"MnuNorma43", .rotulo = u"Norma 43", .padre = u"MnuOficial", .accion = Modal, .destino = u"FrmNorma43", .separa = true},
+    {.control = u"MnuRevision", .rotulo = u"Lista de revisión", .padre = u"MnuOficial", .accion = Modal, .destino = u"FrmRevision"},
+
     // Both stand in the bar itself: a menu that held the second would start the help each time it opened.
     {.control = u"MnuAyuda", .rotulo = u"&Ayuda", .accion = Programa, .destino = u"Ejecutar", .argumento = u"Librano.chm", .atajo = u"F1"},
     {.control = u"MnuAcercade", .rotulo = u"Acerca de...", .accion = Modal, .destino = u"FrmAcercaDe"},
@@ -152,7 +165,7 @@ bool pideEmpresa(const EntradaMenu& entrada) {
       u"MnuModificaEmpresa", u"MnuGuardarCopiaComo", u"MnuImportarDesde",
       u"MnuExportar",        u"MnuEdicion",          u"MnuPlan",
       u"MnuDiario",          u"MnuBalanceS",         u"MnuIVA",
-      u"MnuExtra",           u"MnuGestionComercial"};
+      u"MnuExtra",           u"MnuGestionComercial", u"MnuOficial"};
   for (const EntradaMenu* e = &entrada; e; e = entradaMenu(e->padre))
     if (std::ranges::find(kDeLaEmpresa, e->control) != std::end(kDeLaEmpresa)) return true;
   return false;

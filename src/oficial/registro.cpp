@@ -1,0 +1,5 @@
+#include "oficial/registro.h"
+
+#include "toolkit/registro.h"
+
+void registraOficial(Registro&) {}
