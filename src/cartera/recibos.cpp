@@ -39,13 +39,6 @@ void abreLosDe(DataControl& recibos, const Variant& subcuenta) {
   recibos.Refresh();
 }
 
-// The haber is the box's text with a minus in front, so that one which has its own is refused.
-Variant alHaber(const QString& importe, const QString& mascara) {
-  const Variant valor = importeEscrito(importe, mascara);
-  if (!valor.isNumber() || valor.number() < 0) return QString(u'-' + importe);
-  return 0 - valor.number();
-}
-
 // Read once its edit has begun, when no other station can take it.
 QString proximoAsiento(DataControl& empresa) {
   empresa.Edit();
@@ -105,7 +98,7 @@ void contabilizaRecibo(const ReciboTecleado& recibo, const QString& mascara,
     Variant importe;
   } lineas[] = {
       {cargo ? recibo.Subcuenta : recibo.Banco, "D", importeEscrito(recibo.Importe, mascara)},
-      {cargo ? recibo.Banco : recibo.Subcuenta, "H", alHaber(recibo.Importe, mascara)}};
+      {cargo ? recibo.Banco : recibo.Subcuenta, "H", importeAlHaber(recibo.Importe, mascara)}};
   for (const auto& linea : lineas) {
     apunte.Subcuenta = linea.subcuenta;
     apunte.DH = linea.lado;

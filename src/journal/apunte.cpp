@@ -74,6 +74,12 @@ Variant importeEscrito(const QString& importe, const QString& mascara) {
   return numero ? Variant(*numero) : Variant(importe);
 }
 
+Variant importeAlHaber(const QString& importe, const QString& mascara) {
+  const Variant valor = importeEscrito(importe, mascara);
+  if (!valor.isNumber() || valor.number() < 0) return QString(u'-' + importe);
+  return 0 - valor.number();
+}
+
 int grabaApunte(DataControl& diario, DataControl& empresa, const Apunte& apunte) {
   return graba(diario, empresa, apunte);
 }

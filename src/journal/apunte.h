@@ -18,6 +18,9 @@ inline constexpr int kLargoDeDescripcion = 50;
 // An amount's text as what its column takes: the number that it shows under the mask, or the text
 // itself if it shows none, which no column takes (3421).
 Variant importeEscrito(const QString& importe, const QString& mascara);
+// The same for its other side: the text with a minus in front. One that has its own takes no
+// second: it comes back with both, which no column takes (3421).
+Variant importeAlHaber(const QString& importe, const QString& mascara);
 
 // A line to be written. What stays Null keeps the table's default: an ordinary line has no
 // ApunteIVA.

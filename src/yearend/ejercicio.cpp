@@ -80,12 +80,12 @@ void regularizaStocks(Database& empresa, const RegularizacionStocks& stocks,
   const struct {
     QString subcuenta;
     const char* lado;
-    QString importe;
+    Variant importe;
   } lineas[] = {
-      {stocks.compras, "D", stocks.iniciales},
-      {stocks.existencias, "H", u'-' + stocks.iniciales},
-      {stocks.existencias, "D", stocks.finales},
-      {stocks.compras, "H", u'-' + stocks.finales},
+      {stocks.compras, "D", importeEscrito(stocks.iniciales, paso.mascara)},
+      {stocks.existencias, "H", importeAlHaber(stocks.iniciales, paso.mascara)},
+      {stocks.existencias, "D", importeEscrito(stocks.finales, paso.mascara)},
+      {stocks.compras, "H", importeAlHaber(stocks.finales, paso.mascara)},
   };
   const int asiento = asientoEnCurso(*contadores);
   for (const auto& linea : lineas) {
@@ -95,7 +95,7 @@ void regularizaStocks(Database& empresa, const RegularizacionStocks& stocks,
     apunte.Subcuenta = linea.subcuenta;
     apunte.Descripcion = paso.descripcion;
     apunte.DH = linea.lado;
-    apunte.Importe = importeEscrito(linea.importe, paso.mascara);
+    apunte.Importe = linea.importe;
     apunte.TipoDiario = "R";
     grabaApunte(*diario, *contadores, apunte);
   }

@@ -1,8 +1,5 @@
 // A day of invoices over the quarter's books, by keys: after each of them the register, the
 // journal, the counters and the trial balance are what they must be.
-#include <signal.h>
-#include <sys/resource.h>
-
 #include "escenarios/herramientas.h"
 
 namespace {
@@ -359,14 +356,6 @@ TEST_F(Facturas, UnaAceptacionQueFallaSeDiceYSePuedeRepetir) {
   factura("MnuGrabarIVASoportado", tecleado("00001", "F-1", "100", "03"));
   anota(312, 121, "De su fra.F-1 Suministros Ebro, S.L.",
         {{"60000001", 100}, {"47200001", 16}, {"40000001", -116}});
-  // A disk that takes nothing, as a full one: the library can't even note what it is going to do.
-  ::signal(SIGXFSZ, SIG_IGN);
-  rlimit tope;
-  ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &tope), 0);
-  const auto limita = [&](rlim_t bytes) {
-    const rlimit nuevo{bytes, tope.rlim_max};
-    ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &nuevo), 0);
-  };
   herramienta("MnuGrabarIVASoportado", [&](Teclado& d) {
     rellena(d, {{"TxtNOrden", "1"}});
     rellena(d, tecleado("00002", "F-2", "50", "03"));
@@ -402,9 +391,9 @@ TEST_F(Facturas, UnaAceptacionQueFallaSeDiceYSePuedeRepetir) {
             ". Se ha deshecho lo último anotado, que no llegó a guardarse (cambios "
             "deshechos: 0)",
         "Librano");
-    limita(0);
+    std::optional<DiscoLleno> lleno(std::in_place);
     d.intro();
-    limita(tope.rlim_cur);
+    lleno.reset();
     sigueIgual();
     EXPECT_EQ(contadores(), "123|315|2|0");
     d.intro();

@@ -7,7 +7,9 @@ namespace {
 
 class FinDeAno : public DiarioDelTrimestre {
  protected:
-  FinDeAno() {
+  FinDeAno() { altaSubcuentas(); }
+  // Those that the end of the year needs besides the quarter's.
+  void altaSubcuentas() {
     for (const char* codigo : {"30000002", "61000001", "12900000"}) {
       inserta(
           "Subcuentas",
@@ -99,6 +101,103 @@ TEST_F(FinDeAno, LoQueFallaDejaLoEscritoYSePuedeSeguir) {
                                          .descripcion());
     apertura.escape();
   });
+}
+
+// Each step over a file that another station holds, and over a full disk; then it goes through.
+TEST_F(FinDeAno, CadaPasoQueFallaSePuedeRepetir) {
+  creaEmpresa(empresa("Otra"));
+  const auto pasaA = [&](const char* nombre) {
+    t->elige("TxtEmpresa", nombre);
+    libro = lee();
+  };
+  const auto paso = [&](const char* entrada, const char* campo, const QString& texto, size_t lineas,
+                        const std::function<void(Teclado&)>& prepara = {}) {
+    SCOPED_TRACE(entrada);
+    herramienta(entrada, [&](Teclado& d) {
+      if (prepara) prepara(d);
+      fallaAlAceptar(d, campo, texto);
+      if (entrada == QString("MnuRegularizacionStock"))
+        guion.esperaMensaje("Proceso realizado con exito", "Regularización de Stocks");
+      acepta(d);
+    });
+    const size_t habia = libro.size();
+    libro = lee();
+    EXPECT_EQ(libro.size() - habia, lineas);
+    comprueba();
+  };
+  const auto cuantas = [&](const char* grupos) {
+    return filas("Select Subcuenta from SqlDiarioSaldosCuentasTotal where SubcuentaDos" +
+                 QString(grupos))
+        .size();
+  };
+  paso("MnuRegularizacionStock", "TxtExistenciasFinales", "7,00 ", 4, [](Teclado& d) {
+    d.escribe("TxtExistenciasFinales", "7");
+    d.llega("GridExtracto");
+    d.tecla(Qt::Key_End);
+  });
+  // Left by the mouse, a code that isn't there asks nothing.
+  herramienta("MnuRegularizacionPG", [](Teclado& d) {
+    d.llega("TxtSubcuenta");
+    d.tecla(Qt::Key_Home, Qt::ShiftModifier);
+    d.teclea("12900099");
+    d.pulsa("CmdCancelar");
+  });
+  paso("MnuRegularizacionPG", "TxtSubcuenta", "12900000", 2 * cuantas(">='6'"));
+  paso("MnuCierre", "TxtAsiento", "99999999", cuantas("<='5' and SaldoFinal<>0"));
+  const size_t cerradas = filas("Select NLinea from Diario where TipoDiario='C'").size();
+  pasaA("Otra");
+  altaSubcuentasTrimestre(*ctx.motor.Workspaces(0).OpenDatabase(ctx.sesion.rutaEmpresa()));
+  altaSubcuentas();
+  paso("MnuApertura", "TxtAsiento", "0", cerradas,
+       [](Teclado& d) { d.elige("TxtEmpresaCerrada", "Comercial Ejemplo"); });
+  pasaA("Comercial Ejemplo");
+  paso("MnuInvertirCierre", "TxtNoModifica", "30/06/2024", 0,
+       [](Teclado& d) { d.escribe("TxtNoModifica", "30/06/2024"); });
+  EXPECT_EQ(limite(), "30/06/2024");
+}
+
+// Shown with a currency sign, with brackets for negatives, or with nothing for zero.
+TEST_F(FinDeAno, BajoCualquierMascara) {
+  creaEmpresa(empresa("Otra"));
+  const auto cuadra = [&] { return valor("Select Sum(Importe) from Diario"); };
+  double existencias = 0;
+  for (const char* mascara : {"#,###", "#,##0.00 €;(#,##0.00 €)"}) {
+    SCOPED_TRACE(mascara);
+    ctx.sesion.MascaraImporte = mascara;
+    herramienta("MnuRegularizacionStock", [&](Teclado& d) {
+      EXPECT_EQ(d.textoDe("TxtExistenciasIniciales"), Format(existencias, mascara));
+      EXPECT_EQ(d.textoDe("TxtExistenciasFinales"), Format(0.0, mascara));
+      d.escribe("TxtExistenciasFinales", "1500");
+      d.llega("GridExtracto");
+      d.tecla(Qt::Key_End);
+      guion.esperaMensaje("Proceso realizado con exito", "Regularización de Stocks");
+      acepta(d);
+    });
+    existencias = 1500;  // the lines of nothing are rows too
+    EXPECT_EQ(valor("Select Sum(Importe) from Diario where Subcuenta='30000002'"), "1500");
+    EXPECT_NEAR(Variant(cuadra()).number(), 0, 0.001);
+  }
+  herramienta("MnuRegularizacionPG", [](Teclado& d) { acepta(d); });
+  herramienta("MnuCierre", [](Teclado& d) { acepta(d); });
+  EXPECT_EQ(filas("Select Subcuenta from SqlDiarioSaldosCuentasTotal where SaldoFinal > 0.001 or "
+                  "SaldoFinal < -0.001")
+                .size(),
+            0u);
+  const auto cierre = filas("Select Subcuenta, Importe from Diario where TipoDiario='C'");
+  cierra();
+  abreEmpresa("Otra");
+  t = std::make_unique<Teclado>(abre("FrmMenu"));
+  ctx.sesion.MascaraImporte = "#,##0.00 €;(#,##0.00 €)";
+  herramienta("MnuApertura", [](Teclado& d) {
+    d.elige("TxtEmpresaCerrada", "Comercial Ejemplo");
+    acepta(d);
+  });
+  const auto apertura = filas("Select Subcuenta, Importe from Diario");
+  ASSERT_EQ(apertura.size(), cierre.size());
+  for (size_t i = 0; i < cierre.size(); ++i) {
+    EXPECT_EQ(apertura[i][0], cierre[i][0]);
+    EXPECT_EQ(Variant(apertura[i][1]).number(), -Variant(cierre[i][1]).number());
+  }
 }
 
 }  // namespace

@@ -2,12 +2,18 @@
 // and after it the journal and the trial balance are compared whole with what they must be.
 #pragma once
 
+#include <signal.h>
+#include <sys/resource.h>
+
 #include <QApplication>
 #include <QMenu>
 
 #include <map>
+#include <optional>
 
 #include "common/formato.h"
+#include "common/rutas.h"
+#include "engine/libroendisco.h"
 #include "soporte/escenario.h"
 #include "soporte/libros.h"
 #include "soporte/tecleo.h"
@@ -15,6 +21,24 @@
 #include "toolkit/rejilla.h"
 
 using Filas = std::vector<QStringList>;
+
+// A disk that takes nothing while it lives, as a full one: the library can't even note what it is
+// going to do.
+class DiscoLleno {
+ public:
+  DiscoLleno() {
+    ::signal(SIGXFSZ, SIG_IGN);
+    EXPECT_EQ(::getrlimit(RLIMIT_FSIZE, &antes_), 0);
+    const rlimit nada{0, antes_.rlim_max};
+    EXPECT_EQ(::setrlimit(RLIMIT_FSIZE, &nada), 0);
+  }
+  ~DiscoLleno() { ::setrlimit(RLIMIT_FSIZE, &antes_); }
+  DiscoLleno(const DiscoLleno&) = delete;
+  DiscoLleno& operator=(const DiscoLleno&) = delete;
+
+ private:
+  rlimit antes_;
+};
 
 // A line of the journal as it must stand; the amount of a haber is negative, unless it is that of a
 // rectifying invoice.
@@ -100,6 +124,29 @@ class DiarioDelTrimestre : public testing::Test, protected Escenario {
   static void acepta(Teclado& d) {
     d.llega("CmdAceptar");
     d.intro();
+  }
+  // Accepts while another station holds the file, and then with a full disk: either is told, with
+  // nothing written, `texto` in `campo` as it was and the buttons usable.
+  void fallaAlAceptar(Teclado& d, const char* campo, const QString& texto) {
+    const QString ruta = ctx.sesion.rutaEmpresa();
+    const auto falla = [&](const QString& mensaje) {
+      guion.esperaMensaje(mensaje, "Librano", [&] { EXPECT_FALSE(t->visible("Bar")); });
+      acepta(d);
+      EXPECT_EQ(d.textoDe(campo), texto);
+      EXPECT_TRUE(d.control("CmdAceptar").isEnabled() && d.control("CmdCancelar").isEnabled());
+      comprueba();
+    };
+    motor.setLockTimeout(30);
+    {
+      OtroPuesto otro(rutaSistema(ruta));
+      otro.ejecuta("BEGIN IMMEDIATE;");
+      falla("Error 3260: " + ErrorEjecucion(err::kRegistroBloqueado, ruta).descripcion());
+    }
+    {
+      const DiscoLleno lleno;
+      falla("Error 3043: " + ErrorEjecucion(err::kErrorDeDisco, ruta).descripcion() +
+            ". Se ha deshecho lo último anotado, que no llegó a guardarse (cambios deshechos: 0)");
+    }
   }
 
   // The whole journal is `libro`, and the trial balance is that of its lines.

@@ -101,4 +101,43 @@ TEST_F(Nominas, LoQueSeRechazaDejaLoTecleado) {
   EXPECT_EQ(filas("Select Asiento, NLinDiario from Empresa")[0], QStringList({"121", "314"}));
 }
 
+TEST_F(Nominas, UnaAceptacionQueFallaSePuedeRepetirYBajoCualquierMascara) {
+  const std::vector<std::pair<const char*, QString>> campos = {
+      {"TxtSubAnticipos", "57000001"},   {"TxtImpAnticipos", "100"},
+      {"TxtsubCaja", "57000001"},        {"TxtFecha", "3103"},
+      {"TxtSubSueldoBruto", "64000001"}, {"TxtImpSueldoBruto", "1000"}};
+  int numero = 312, asiento = 121;
+  for (const QString& mascara :
+       {ctx.sesion.MascaraImporte, QString("#,##0.00 €;(#,##0.00 €)"), QString("#,###")}) {
+    const bool primera = mascara == ctx.sesion.MascaraImporte;
+    ctx.sesion.MascaraImporte = mascara;
+    guion.esperaDialogo("FrmNomina", [&](Teclado& d) {
+      EXPECT_EQ(d.textoDe("TxtImpRenumeracionesPP"), Format("0", mascara));
+      d.pulsa("ChkAnticipos");
+      rellena(d, campos);
+      d.llega("CmdAceptar");
+      EXPECT_EQ(d.textoDe("TxtImpCaja"), Format(900, mascara));
+      if (primera) fallaAlAceptar(d, "TxtImpCaja", Format(900, mascara));
+      EXPECT_EQ(d.textoDe("TxtApunteN"), "<Auto>");
+      acepta(d);
+    });
+    t->pulsa("Command13");
+    for (const auto& [texto, importe] :
+         {std::pair("64000001 Nomina ", 1000), std::pair("57000001 Anticipos ", -100),
+          std::pair("57000001 Nomina ", -900)})
+      libro[numero++] = {asiento, "31/03/2024", QString(texto).left(8),
+                         QString(texto).mid(9) + "Sueldos y salarios", double(importe)};
+    ++asiento;
+    EXPECT_EQ(lee(), libro) << qPrintable(mascara);
+  }
+  // Left by the mouse, a code that isn't there asks nothing and writes nothing.
+  guion.esperaDialogo("FrmNomina", [&](Teclado& d) {
+    d.enfoca("TxtsubCaja");
+    d.teclea("57000099");
+    d.pulsa("CmdCancelar");
+  });
+  t->pulsa("Command13");
+  EXPECT_EQ(lee(), libro);
+}
+
 }  // namespace
