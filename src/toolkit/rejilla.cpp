@@ -311,6 +311,11 @@ void Rejilla::ajustarAnchos() {
     const int ancho = reparto_[i]->width();
     setColumnWidth(static_cast<int>(i), mitad ? ancho / 2 - kMargenDeMitad : ancho);
   }
+  // The vertical bar stands under the last of them too.
+  const int ultima = static_cast<int>(columnas.size()) - 1;
+  const int sobra = horizontalHeader()->length() - viewport()->width();
+  if (sobra > 0 && sobra <= verticalScrollBar()->sizeHint().width() + 2 * frameWidth())
+    setColumnWidth(ultima, columnWidth(ultima) - sobra);
 }
 
 void Rejilla::alinearCon(const std::vector<QWidget*>& reparto) {
@@ -333,6 +338,7 @@ void Rejilla::changeEvent(QEvent* evento) {
 void Rejilla::resizeEvent(QResizeEvent* evento) {
   const bool seVeia = QRect(QPoint(), evento->oldSize()).intersects(visualRect(currentIndex()));
   QTableView::resizeEvent(evento);
+  if (!reparto_.empty()) ajustarAnchos();
   if (seVeia) scrollTo(currentIndex());
 }
 
