@@ -167,6 +167,6 @@ void FrmRecibos::CmdAceptar_Click() {
   } else {
     guarda();
   }
-  if (lista_) lista_->relee(leido_);
+  if (lista_) lista_->situateEn(leido_);
   descargar();
 }

@@ -1,9 +1,12 @@
 #include "cartera/frmreciboslista.h"
 
+#include <QScreen>
+
 #include "common/comillas.h"
 #include "common/errorejecucion.h"
 #include "common/formato.h"
 #include "common/funciones.h"
+#include "common/ignorar.h"
 #include "engine/dbengine.h"
 #include "journal/apunte.h"
 #include "toolkit/protocolo.h"
@@ -12,6 +15,9 @@
 namespace {
 
 const QString kTodos = QStringLiteral("Select * from SQLRecibos order by vencimiento");
+
+constexpr int kLetrasDeAncho = 175;
+constexpr int kLineasDeAlto = 32;
 
 }  // namespace
 
@@ -38,8 +44,10 @@ FrmRecibosLista::FrmRecibosLista(Contexto& contexto)
   for (const auto senal : {&Rejilla::intro, &Rejilla::dobleClic})
     connect(ui_->Grid, senal, this,
             [this] { protege([this] { CmdModifica_Click(); }, "CmdModifica_Click"); });
-  connect(ui_->Grid, &Rejilla::mas, this, [this] { mostrar("FrmRecibos", llamada::kAlta); });
-  alPulsar(ui_->CmdAltas, [this] { mostrar("FrmRecibos", llamada::kAlta); });
+  connect(ui_->Grid, &Rejilla::mas, this,
+          [this] { protege([this] { abreRecibo(llamada::kAlta); }, "CmdAltas_Click"); });
+  alPulsar(ui_->CmdAltas,
+           [this] { protege([this] { abreRecibo(llamada::kAlta); }, "CmdAltas_Click"); });
   alPulsar(ui_->CmdModifica, [this] { CmdModifica_Click(); });
   alPulsar(ui_->CmdContabiliza, [this] { CmdContabiliza_Click(); });
   alPulsar(ui_->CmdElimina, [this] { CmdElimina_Click(); });
@@ -53,6 +61,10 @@ FrmRecibosLista::~FrmRecibosLista() = default;
 void FrmRecibosLista::Form_Load() {
   ui_->CmdLocalizarTodos->hide();
   ui_->Grid->setMascara(sesion().MascaraImporte);
+  // With whole names where the screen has room for them.
+  const QFontMetrics letra = fontMetrics();
+  resize(QSize(letra.horizontalAdvance('0') * kLetrasDeAncho, letra.height() * kLineasDeAlto)
+             .boundedTo(screen()->availableSize()));
   DtaRecibos_.bind(sesion().rutaEmpresa(), kTodos);
   ui_->Grid->setFocus();
 }
@@ -131,30 +143,44 @@ bool FrmRecibosLista::hayRecibo() {
   return false;
 }
 
+// However the dialog ends, the list then shows what is in the file: another station may have been
+// at it meanwhile.
+void FrmRecibosLista::abreRecibo(int uso) {
+  buscado_ = DtaRecibos_.Eof() ? Recibo() : leeRecibo(DtaRecibos_.Recordset());
+  mostrar("FrmRecibos", uso);
+  relee();
+}
+
 void FrmRecibosLista::CmdModifica_Click() {
-  if (hayRecibo()) mostrar("FrmRecibos", llamada::kModificacion);
+  if (hayRecibo()) abreRecibo(llamada::kModificacion);
 }
 
 void FrmRecibosLista::CmdContabiliza_Click() {
-  if (hayRecibo()) mostrar("FrmRecibos", llamada::kContabilizacion);
+  if (hayRecibo()) abreRecibo(llamada::kContabilizacion);
 }
 
 void FrmRecibosLista::CmdElimina_Click() {
   if (!hayRecibo() || !pregunta("Desea eliminar el recibo seleccionado", "Elimina")) return;
-  const Recibo recibo = leeRecibo(DtaRecibos_.Recordset());
+  buscado_ = leeRecibo(DtaRecibos_.Recordset());
   DataControl filas(ctx.motor);
   filas.setDatabaseName(sesion().rutaEmpresa());
-  situaEn(filas, recibo);
-  filas.Delete();
-  ponEnDisco(ctx.motor);
-  relee(recibo);
+  try {
+    situaEn(filas, buscado_);
+    filas.Delete();
+    ponEnDisco(ctx.motor);
+  } catch (...) {
+    // Another station may have taken it.
+    ignorando([this] { relee(); });
+    throw;
+  }
+  relee();
 }
 
-void FrmRecibosLista::relee(const Recibo& recibo) {
+void FrmRecibosLista::relee() {
   const int posicion = DtaRecibos_.Recordset().AbsolutePosition();
   DtaRecibos_.Refresh();
   const int filas = DtaRecibos_.Recordset().rowTotal();
-  if (!situa(recibo) && posicion > 0 && filas > 0)
+  if (!situa(buscado_) && posicion > 0 && filas > 0)
     DtaRecibos_.setAbsolutePosition(std::min(posicion, filas - 1));
 }
 

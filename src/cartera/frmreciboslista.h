@@ -21,9 +21,8 @@ class FrmRecibosLista : public Formulario {
   void Form_Load() override;
 
   DataControl& DtaRecibos() { return DtaRecibos_; }
-  // Reads the list again, as it is filtered, and stands on a recibo; where it isn't there, on the
-  // row that has taken the place of the current one.
-  void relee(const Recibo& recibo);
+  // Where it is to stand when the dialog of a recibo has closed.
+  void situateEn(const Recibo& recibo) { buscado_ = recibo; }
 
  private:
   void conectaFiltros();
@@ -34,6 +33,10 @@ class FrmRecibosLista : public Formulario {
   void CmdContabiliza_Click();
   void CmdElimina_Click();
 
+  void abreRecibo(int uso);
+  // Reads the list again, as it is filtered, and stands on the recibo looked for; where it isn't
+  // there, on the row that has taken the place of the current one.
+  void relee();
   QString pide(const char* texto);
   void localiza(const QString& fuente);
   bool hayRecibo();
@@ -41,4 +44,5 @@ class FrmRecibosLista : public Formulario {
 
   std::unique_ptr<Ui::FrmRecibosLista> ui_;
   DataControl DtaRecibos_;
+  Recibo buscado_;
 };

@@ -1,11 +1,19 @@
 // The cartera over the quarter's books, by keys: recibos typed, looked for, changed, posted,
 // printed and deleted.
+#include <QComboBox>
+#include <QScrollBar>
+
 #include "escenarios/herramientas.h"
 #include "soporte/libroimpreso.h"
 
 namespace {
 
 using Campos = std::vector<std::pair<const char*, QString>>;
+
+// A title as long as they may be.
+const QString kLargo =
+    "Letra 8, aceptada y domiciliada en el banco, por el último plazo de las mesas y sillas del "
+    "comedor";
 
 class CarteraDeEfectos : public DiarioDelTrimestre {
  protected:
@@ -14,7 +22,7 @@ class CarteraDeEfectos : public DiarioDelTrimestre {
     cambia("Select * from TipoRecibos", "Tipo", "Letra");
     recibo("10/05/2024", "43000001", "57200001", 100, "A", "Letra 7");
     recibo("15/04/2024", "40000001", "57200002", 250.5, "C", "Pagaré");
-    recibo("20/05/2024", "43000002", "57200001", 75, "A", "Letra 8");
+    recibo("20/05/2024", "43000002", "57200001", 75, "A", kLargo);
   }
   void recibo(const QString& vence, const QString& subcuenta, const QString& banco, double importe,
               const QString& ca, const QString& titulo) {
@@ -41,7 +49,7 @@ class CarteraDeEfectos : public DiarioDelTrimestre {
 };
 
 TEST_F(CarteraDeEfectos, CadaFiltroYTodos) {
-  const QStringList todos = {"Pagaré", "Letra 7", "Letra 8"};
+  const QStringList todos = {"Pagaré", "Letra 7", kLargo};
   lista([&](Teclado& d) {
     EXPECT_EQ(titulos(d), todos);
     EXPECT_FALSE(d.visible("CmdLocalizarTodos"));
@@ -51,12 +59,12 @@ TEST_F(CarteraDeEfectos, CadaFiltroYTodos) {
       std::optional<QString> respuesta;
       QStringList quedan;
     } filtros[] = {
-        {"CmdVencimiento", "Introduzca la fecha a localizar", "10/05/2024", {"Letra 7", "Letra 8"}},
+        {"CmdVencimiento", "Introduzca la fecha a localizar", "10/05/2024", {"Letra 7", kLargo}},
         {"CmdCliPro",
          "Introduzca el cliente/proveedor a localizar",
          "*s*",
-         {"Letra 7", "Letra 8", "Pagaré"}},
-        {"CmdTitulo", "Introduzca el Título a localizar", "letra*", {"Letra 7", "Letra 8"}},
+         {"Letra 7", kLargo, "Pagaré"}},
+        {"CmdTitulo", "Introduzca el Título a localizar", "letra*", {"Letra 7", kLargo}},
         {"CmdFactura", "Introduzca la factura a localizar", {}, {}},
         {"CmdTipo", "Introduzca el Tipo a localizar", "Letra", todos},
         {"CmdCajaBanco", "Introduzca el Caja/Banco a localizar", "57200002", {"Pagaré"}},
@@ -80,10 +88,22 @@ TEST_F(CarteraDeEfectos, CadaFiltroYTodos) {
     EXPECT_FALSE(d.visible("CmdLocalizarTodos"));
     guion.esperaEntrada("Introduzca el Título a localizar", "Letra*");
     d.pulsa("CmdTitulo");
+    // A quote breaks the statement, and what is no number the comparison: the list stays.
+    const auto rota = [&](const char* boton, const char* pregunta, const char* texto, int error) {
+      guion.esperaEntrada(pregunta, texto);
+      guion.esperaMensaje(
+          QString("Error %1: ").arg(error) + descripcionDeError(error) + QString(": ") +
+              QString(boton == QString("CmdImporte") ? "ciento" : "' order by Titulo"),
+          "Librano");
+      d.pulsa(boton);
+      EXPECT_EQ(titulos(d), (QStringList{"Letra 7", kLargo}));
+    };
+    rota("CmdTitulo", "Introduzca el Título a localizar", "O'Donnell", 3075);
+    rota("CmdImporte", "Introduzca el Importe a localizar", "ciento", 3061);
     // A row deleted leaves the filter as it was.
     guion.esperaPregunta("Desea eliminar el recibo seleccionado", true, "Elimina");
     d.pulsa("CmdElimina");
-    EXPECT_EQ(titulos(d), QStringList("Letra 8"));
+    EXPECT_EQ(titulos(d), QStringList(kLargo));
     guion.esperaEntrada("Introduzca el C ó A a localizar", "Z");
     d.pulsa("CmdCA");
     for (const char* boton : {"CmdModifica", "CmdContabiliza", "CmdElimina"}) {
@@ -114,7 +134,7 @@ TEST_F(CarteraDeEfectos, UnReciboDesdeElAltaHastaElDiario) {
       acepta(r);
     });
     d.tecla(Qt::Key_Plus);
-    EXPECT_EQ(titulos(d), (QStringList{"Pagaré", "Letra De su Fra.A-9", "Letra 7", "Letra 8"}));
+    EXPECT_EQ(titulos(d), (QStringList{"Pagaré", "Letra De su Fra.A-9", "Letra 7", kLargo}));
     EXPECT_EQ(d.control<Rejilla>("Grid").filaActual(), 1);
     // Changed, its side is derived anew.
     guion.esperaDialogo("FrmRecibos", [&](Teclado& r) {
@@ -141,7 +161,7 @@ TEST_F(CarteraDeEfectos, UnReciboDesdeElAltaHastaElDiario) {
     guion.esperaDialogo("FrmRecibos", [&](Teclado& r) { acepta(r); });
     d.control<Rejilla>("Grid").mover(Rejilla::Primera);
     d.pulsa("CmdContabiliza");
-    EXPECT_EQ(titulos(d), (QStringList{"Letra De su Fra.A-9", "Letra 7", "Letra 8"}));
+    EXPECT_EQ(titulos(d), (QStringList{"Letra De su Fra.A-9", "Letra 7", kLargo}));
     d.escape();
   });
   libro[313] = {121, "15/04/2024", "40000001", "Pagaré", 250.5};
@@ -164,16 +184,147 @@ TEST_F(CarteraDeEfectos, ElListadoPorMeses) {
       activar(i.forma());
       const auto hay = [&](const QString& comienzo) { return libro.linea(comienzo); };
       EXPECT_EQ(hay("Desde"), "Desde : 01/01/2024 ~ Hasta : 15/05/2024");
-      EXPECT_EQ(hay("15/04"), "15/04/2024 Suministros Ebro, S.L. Pagaré F-1 Caja Rural c/c 250,50");
+      EXPECT_EQ(hay("15/04"),
+                "15/04/2024 Suministros Ebro, S.L. Pagaré F-1 Letra Caja Rural c/c 250,50");
       EXPECT_EQ(hay("Total mes 4"), "Total mes 4/2024 250,50 0,00");
       EXPECT_EQ(hay("Total mes 5"), "Total mes 5/2024 0,00 100,00");
       EXPECT_EQ(hay("Total recibos"), "Total recibos 250,50 100,00");
       EXPECT_EQ(hay("20/05"), QString());
+      // To its end, a long title goes on in the next line.
+      i.enfoca("TxtHasta");
+      rellena(i, {{"TxtHasta", "3112"}});
+      i.pulsa("CmdAceptar");
+      const QString todo = leeVista(guion).lineas().join(' ');
+      activar(i.forma());
+      for (const QString& palabra : kLargo.split(' ')) EXPECT_TRUE(todo.contains(palabra));
       i.escape();
     });
     d.pulsa("CmdImpresos");
     d.escape();
   });
+}
+
+// What is edited in the grid of kinds is what the combo offers; the rows without a text aren't.
+TEST_F(CarteraDeEfectos, LosTiposSeEscribenYSeEligen) {
+  lista([&](Teclado& d) {
+    EXPECT_FALSE(d.control<Rejilla>("Grid").horizontalScrollBar()->isVisible());
+    guion.esperaDialogo("FrmRecibos", [&](Teclado& r) {
+      const auto& tipo = r.control<QComboBox>("TxtTipo");
+      EXPECT_EQ(tipo.count(), 1);
+      guion.esperaDialogo("FrmRecibosTipos", [](Teclado& tipos) {
+        EXPECT_EQ(tipos.forma().windowTitle(), "Tipos de recibo");
+        auto& grid = tipos.control<Rejilla>("DBGrid1");
+        EXPECT_EQ(grid.filas(), 198);
+        tipos.enfoca("DBGrid1");
+        for (const Qt::Key tecla : {Qt::Key_Down, Qt::Key_Right, Qt::Key_F2}) tipos.tecla(tecla);
+        tipos.teclea("Pagaré");
+        tipos.tecla(Qt::Key_Down);
+        EXPECT_EQ(grid.texto(1, 1), "Pagaré");
+        tipos.escape();
+      });
+      r.pulsa("CmdTipos");
+      ASSERT_EQ(tipo.count(), 2);
+      r.enfoca("TxtFactura");
+      r.intro();
+      EXPECT_EQ(r.enfocado(), "TxtTipo");
+      r.tecla(Qt::Key_Down);
+      r.tecla(Qt::Key_Down);
+      EXPECT_EQ(r.textoDe("TxtTipo"), "Pagaré");
+      r.intro();
+      EXPECT_EQ(r.textoDe("TxtTitulo"), "Pagaré");
+      // Left by the mouse, a code that isn't there asks nothing.
+      r.enfoca("TxtCuenta");
+      r.teclea("43000099");
+      r.pulsa("CmdCancelar");
+    });
+    d.pulsa("CmdAltas");
+    d.escape();
+  });
+  EXPECT_EQ(filas("Recibos").size(), 3u);
+}
+
+TEST_F(CarteraDeEfectos, LoQueOtroPuestoSeLlevaSeDice) {
+  const QString eliminado = "Error 3167: " + ErrorEjecucion(3167).descripcion();
+  const auto ejecuta = [&](const QString& sql) {
+    OtroPuesto(rutaSistema(ctx.sesion.rutaEmpresa())).ejecuta(sql);
+  };
+  lista([&](Teclado& d) {
+    QStringList quedan = titulos(d);
+    for (const char* boton : {"CmdModifica", "CmdContabiliza"}) {
+      guion.esperaDialogo("FrmRecibos", [&](Teclado& r) {
+        ejecuta("DELETE FROM Recibos WHERE Titulo='" + quedan.takeFirst() + "';");
+        guion.esperaMensaje(eliminado, "Librano");
+        acepta(r);
+        EXPECT_FALSE(r.textoDe("TxtTitulo").isEmpty());
+        r.escape();
+      });
+      d.control<Rejilla>("Grid").mover(Rejilla::Primera);
+      d.pulsa(boton);
+      EXPECT_EQ(titulos(d), quedan) << boton;
+    }
+    ejecuta("UPDATE Recibos SET Importe=76;");
+    guion.esperaPregunta("Desea eliminar el recibo seleccionado", true, "Elimina");
+    guion.esperaMensaje(eliminado, "Librano");
+    d.pulsa("CmdElimina");
+    EXPECT_EQ(d.control<Rejilla>("Grid").texto(0, 6), "76,00 ");
+    d.escape();
+  });
+  comprueba();
+}
+
+TEST_F(CarteraDeEfectos, UnaAceptacionQueFallaSePuedeRepetir) {
+  lista([&](Teclado& d) {
+    guion.esperaDialogo("FrmRecibos", [&](Teclado& r) {
+      rellena(r, {{"TxtImporte", "99"}});
+      fallaAlAceptar(r, "TxtImporte", "99");
+      acepta(r);
+    });
+    d.pulsa("CmdModifica");
+    EXPECT_EQ(d.control<Rejilla>("Grid").texto(0, 6), "99,00 ");
+    guion.esperaDialogo("FrmRecibos", [&](Teclado& r) {
+      fallaAlAceptar(r, "TxtTitulo", "Pagaré");
+      acepta(r);
+    });
+    d.pulsa("CmdContabiliza");
+    EXPECT_EQ(titulos(d), (QStringList{"Letra 7", kLargo}));
+    d.escape();
+  });
+  libro[312] = {121, "15/04/2024", "40000001", "Pagaré", 99};
+  libro[313] = {121, "15/04/2024", "57200002", "Pagaré", -99};
+  comprueba();
+}
+
+// Shown with a currency sign, with brackets for negatives, or with nothing for zero.
+TEST_F(CarteraDeEfectos, BajoCualquierMascara) {
+  int asiento = 121, numero = 312;
+  for (const char* mascara : {"#,##0.00 €;(#,##0.00 €)", "#,###", "\"Pts\" #,##0.0"}) {
+    ctx.sesion.MascaraImporte = mascara;
+    lista([&](Teclado& d) {
+      const QString visto = d.control<Rejilla>("Grid").texto(0, 6);
+      guion.esperaDialogo("FrmRecibos", [&](Teclado& r) {
+        EXPECT_EQ(r.textoDe("TxtImporte"), visto);
+        acepta(r);
+      });
+      d.control<Rejilla>("Grid").mover(Rejilla::Primera);
+      guion.esperaDialogo("FrmRecibos", [&](Teclado& r) {
+        rellena(r, {{"TxtTitulo", "Otro"}});
+        acepta(r);
+      });
+      d.pulsa("CmdModifica");
+      d.pulsa("CmdContabiliza");
+      d.escape();
+    });
+    const struct {
+      QString fecha, subcuenta, banco;
+      double importe;
+    } recibos[] = {{"15/04/2024", "40000001", "57200002", 250.5},
+                   {"10/05/2024", "57200001", "43000001", 100},
+                   {"20/05/2024", "57200001", "43000002", 75}};
+    const auto& r = recibos[asiento - 121];
+    libro[numero++] = {asiento, r.fecha, r.subcuenta, "Otro", r.importe};
+    libro[numero++] = {asiento++, r.fecha, r.banco, "Otro", -r.importe};
+    EXPECT_EQ(lee(), libro) << mascara;
+  }
 }
 
 }  // namespace
