@@ -29,8 +29,8 @@ QTemporaryDir& carpetaComun() {
 QString codigo(int i) {
   static const char* const kCuentas[] = {"430", "400", "572", "600", "700", "472"};
   return QString("%1%2")
-      .arg(kCuentas[i / 100])
-      .arg(i % 100 + (i / 100 == 0 ? 100 : 1), 5, 10, QLatin1Char('0'));
+      .arg(kCuentas[i / 100 % std::size(kCuentas)])
+      .arg(i % 100 + (i / 100 == 0 ? 100 : 1) + i / 600 * 1000, 5, 10, QLatin1Char('0'));
 }
 
 // What a test of the program calls an ordinary company.

@@ -26,14 +26,14 @@ void CajasVistas::ensenaModal(QDialog& dialogo) {
   dialogo.done(0);
 }
 
-Ventana::Ventana(const Libros& libros) : cajas(ctx.motor), registro(ctx) {
+Ventana::Ventana(const Libros& libros, const QString& empresa) : cajas(ctx.motor), registro(ctx) {
   ctx.reloj = &reloj;
   ctx.cajas = &cajas;
   ctx.formularios = &registro;
   ctx.carpetaPrograma = rutaPrograma(libros.carpeta());
   ctx.terminar = [] {};
   ctx.sesion.DirDatos = ctx.carpetaPrograma;
-  ctx.sesion.EmpresaActual = kEmpresa;
+  ctx.sesion.EmpresaActual = empresa;
   ctx.sesion.VersionPrograma = ctx.sesion.VersionConfig = versionDelPrograma();
   ctx.sesion.DecimalOrigen = ".";
   ctx.sesion.DecimalDestino = ",";

@@ -18,7 +18,7 @@ class CajasVistas : public CajasQt {
 };
 
 struct Ventana {
-  explicit Ventana(const Libros& libros);
+  explicit Ventana(const Libros& libros, const QString& empresa = kEmpresa);
   ~Ventana();
 
   Reloj reloj;
