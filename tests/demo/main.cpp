@@ -1,5 +1,5 @@
-// The demonstration: a shop's first quarter, from an empty folder to printed books, by the
-// keyboard.
+// The demonstration: a shop's books from an empty folder, its first quarter typed and printed, to
+// the end of its year and the opening of the next, by the keyboard.
 //
 //   demo CARPETA
 //
@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdio>
+#include <QAction>
 #include <QApplication>
 #include <QDir>
 
@@ -15,6 +16,7 @@
 #include "soporte/libroimpreso.h"
 #include "soporte/libros.h"
 #include "soporte/tecleo.h"
+#include "toolkit/rejilla.h"
 #include "toolkit/tema.h"
 
 namespace {
@@ -142,6 +144,150 @@ void tecleaFacturas(Escenario& e, const std::function<void(Formulario&)>& mirar)
   e.formularios->mostrar("FrmIVAIntercomunitario");
 }
 
+// --- the end of the year ------------------------------------------------------------------------
+
+using Campos = std::vector<std::pair<const char*, const char*>>;
+using Mirar = std::function<void(Formulario&)>;
+
+void escribe(Teclado& t, const Campos& campos) {
+  for (const auto& [campo, texto] : campos) t.escribe(campo, QString::fromUtf8(texto));
+}
+
+// A dialog that is filled, looked at and accepted.
+void acepta(Escenario& e, const char* nombre, const Mirar& mirar,
+            const std::function<void(Teclado&)>& rellena) {
+  e.guion.esperaDialogo(nombre, [&](Teclado& t) {
+    rellena(t);
+    mirar(static_cast<Formulario&>(t.forma()));
+    t.pulsa("CmdAceptar");
+  });
+  e.formularios->mostrar(nombre);
+}
+
+// What is due is written down, printed, and one of it paid.
+void llevaLaCartera(Escenario& e, const QString& libros, const Mirar& mirar) {
+  const Campos recibos[] = {{{"TxtFechaVencimiento", "3006"},
+                             {"TxtCuenta", "40000003"},
+                             {"TxtFactura", "A-118"},
+                             {"TxtTipo", "Letra"},
+                             {"TxtTitulo", "Letra de la factura A-118"},
+                             {"TxtContrapartida", "57200001"},
+                             {"TxtImporte", "1450"}},
+                            {{"TxtFechaVencimiento", "150125"},
+                             {"TxtCuenta", "43000001"},
+                             {"TxtFactura", "2024-091"},
+                             {"TxtTipo", "Pagaré"},
+                             {"TxtTitulo", "Cobro de la factura 2024-091, a nueve meses"},
+                             {"TxtContrapartida", "57200002"},
+                             {"TxtImporte", "1008"}}};
+  e.guion.esperaDialogo("FrmRecibosLista", [&](Teclado& lista) {
+    for (const Campos& recibo : recibos) {
+      e.guion.esperaDialogo("FrmRecibos", [&](Teclado& t) {
+        escribe(t, recibo);
+        t.enfoca("TxtCA");
+        mirar(static_cast<Formulario&>(t.forma()));
+        t.pulsa("CmdAceptar");
+      });
+      lista.pulsa("CmdAltas");
+    }
+    mirar(static_cast<Formulario&>(lista.forma()));
+    e.guion.esperaDialogo("FrmRecibosImpresos", [&](Teclado& t) {
+      t.escribe("TxtHasta", "31/12/2025");
+      t.enfoca("CmdAceptar");
+      mirar(static_cast<Formulario&>(t.forma()));
+      t.pulsa("CmdAceptar");
+      guardaVista(e.guion, libros + "Recibos.pdf");
+      activar(t.forma());
+      t.escape();
+    });
+    lista.pulsa("CmdImpresos");
+    lista.control<Rejilla>("Grid").mover(Rejilla::Primera);
+    e.guion.esperaDialogo("FrmRecibos", [&](Teclado& t) {
+      mirar(static_cast<Formulario&>(t.forma()));
+      t.pulsa("CmdAceptar");
+    });
+    lista.pulsa("CmdContabiliza");
+    lista.escape();
+  });
+  e.formularios->mostrar("FrmRecibosLista");
+}
+
+void pagaLaNomina(Teclado& t) {
+  escribe(
+      t,
+      {{"TxtFecha", "3112"}, {"TxtSubSueldoBruto", "64000001"}, {"TxtImpSueldoBruto", "3450.75"}});
+  for (const auto& [casilla, campos] : std::initializer_list<std::pair<const char*, Campos>>{
+           {"ChkSSCargoEmpresa",
+            {{"TxtSubSSCargoEmpresa", "64200001"},
+             {"TxtImpSScargoEmpresa", "1055.93"},
+             {"TxtSSCargoTrabajador", "219.12"}}},
+           {"ChkOrganismosSSACreedora", {{"TxtSubOrganismosSSAcreedora", "47600001"}}},
+           {"ChkRetenciones", {{"TxtSubRetenciones", "47510001"}, {"TxtImpImportes", "414.09"}}}}) {
+    t.pulsa(casilla);
+    escribe(t, campos);
+  }
+  t.escribe("TxtsubCaja", "57200001");
+  t.enfoca("TxtImpCaja");
+}
+
+// A book that a dialog prints at the level of subcuentas.
+void imprime(Escenario& e, const char* nombre, const QString& pdf) {
+  e.guion.esperaDialogo(nombre, [&](Teclado& t) {
+    t.marca("OptTipo_3");
+    t.pulsa("CmdAceptar");
+    guardaVista(e.guion, pdf);
+    activar(t.forma());
+    t.escape();
+  });
+  e.formularios->mostrar(nombre);
+}
+
+// From the payroll of December to the opening of the next year with what this one was closed with.
+void terminaElAno(Escenario& e, Teclado& menu, const QString& libros, const Mirar& mirar) {
+  const QString ano = e.ctx.sesion.EmpresaActual, siguiente = ano + " 2025";
+  e.reloj.ponEn(QDate(2024, 12, 31));
+  activar(menu.forma());
+  menu.enfoca("TxtSubcuenta");
+  menu.tecla(Qt::Key_A, Qt::ControlModifier);
+  tecleaSubcuenta(menu, e.guion, "61000001", "Variación de existencias");
+  tecleaSubcuenta(menu, e.guion, "12900000", "Resultado del ejercicio");
+  llevaLaCartera(e, libros, mirar);
+  acepta(e, "FrmNomina", mirar, pagaLaNomina);
+  e.guion.esperaDialogo("FrmRegularizaStocks", [&](Teclado& t) {
+    t.escribe("TxtExistenciasFinales", "4250");
+    t.llega("GridExtracto");
+    t.tecla(Qt::Key_End);
+    mirar(static_cast<Formulario&>(t.forma()));
+    e.guion.esperaMensaje("Proceso realizado con exito");
+    t.pulsa("CmdAceptar");
+  });
+  e.formularios->mostrar("FrmRegularizaStocks");
+  imprime(e, "FrmPerdidasYGananciasImpresos", libros + "Resultados del año.pdf");
+  acepta(e, "FrmPerdidasyGanacias", mirar, [](Teclado&) {});
+  imprime(e, "FrmBalanceImpresos", libros + "Balance del año.pdf");
+  acepta(e, "FrmCierre", mirar, [](Teclado&) {});
+  e.guion.esperaDialogo("FrmEmpresas", [&](Teclado& alta) {
+    alta.escribe("TxtAñoContable", "2025");
+    tecleaEmpresa(alta, e.guion, siguiente, [&](Teclado& plan) {
+      plan.mnemonico('e');
+      plan.elige("TxtEmpresa", ano);
+      plan.marca("ChkSubcuentas");
+      plan.marca("ChkRestoCartera");
+      mirar(static_cast<Formulario&>(plan.forma()));
+      plan.mnemonico('a');
+    });
+  });
+  menu.forma().findChild<QAction*>("MnuNuevaEmpresa")->trigger();
+  menu.elige("TxtEmpresa", siguiente);
+  menu.elige("TxtEmpresa", ano);
+  mirar(static_cast<Formulario&>(menu.forma()));  // closed
+  acepta(e, "FrmInvertirCierre", mirar, [](Teclado&) {});
+  menu.elige("TxtEmpresa", siguiente);
+  acepta(e, "FrmApertura", mirar, [&](Teclado& t) { t.elige("TxtEmpresaCerrada", ano); });
+  mirar(static_cast<Formulario&>(menu.forma()));
+  imprime(e, "FrmBalanceImpresos", libros + "Balance de apertura.pdf");
+}
+
 // Keeps the form as pictures, at the usual size of letters and dots and at twice as many dots.
 void captura(QWidget& forma, const QString& ruta) {
   for (const int puntos : {1, 2}) {
@@ -175,6 +321,9 @@ void demostracion(const QString& carpeta) {
   printf("...%d partidas; mira las demás pantallas e imprime sus libros.\n", lineas);
   ponPlantillas(e.ctx);
   recorrePantallas(e, carpeta + "libros/", mirar);
+  printf("...y cierra el año y abre el siguiente.\n");
+  Teclado teclado(menu);
+  terminaElAno(e, teclado, carpeta + "libros/", mirar);
 }
 
 }  // namespace
