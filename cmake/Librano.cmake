@@ -38,16 +38,16 @@ endfunction()
 
 # librano_folder(<name> [FORMS_ONLY] [CORE_LIBS libs...] [FORMS_LIBS libs...])
 #
-# Makes <name>_core from every source of the folder without widgets, and <name>_forms from frm*, registro.*
-# and the subfolder widgets/, or from all of them. Each is linked with the folders given before it in
-# LIBRANO_FOLDERS, so a folder can only reach those to its left. A folder without sources of one
+# Makes <name>_core from every source of the folder without widgets and its tables in datos/, and
+# <name>_forms from frm*, registro.*, its icons and the subfolder widgets/, or from all of them. Each is
+# linked with the folders given before it in LIBRANO_FOLDERS, so a folder can only reach those to its left. A folder without sources of one
 # kind gets an empty interface target.
 function(librano_folder name)
   cmake_parse_arguments(ARG "FORMS_ONLY" "" "CORE_LIBS;FORMS_LIBS" ${ARGN})
   file(GLOB_RECURSE all RELATIVE ${CMAKE_CURRENT_SOURCE_DIR} CONFIGURE_DEPENDS *.cpp *.ui *.qrc)
   set(forms ${all})
   # Relative: the checkout itself may lie in a folder of one of these names.
-  set(patron "(^|/)(frm[^/]*$|registro[.]|widgets/|[^/]*[.]qrc$)")
+  set(patron "(^|/)(frm[^/]*$|registro[.]|widgets/)|^[^/]*[.]qrc$")
   if(ARG_FORMS_ONLY)
     set(patron ".")
   endif()
