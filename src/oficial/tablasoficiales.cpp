@@ -12,8 +12,54 @@ constexpr CampoDeTabla kPlanOficial[] = {
     {"Desde", FieldType::Date},     // when it was sown or the company converted
 };
 
+// Rates of IVA with their dates, once a company keeps its own.
+constexpr CampoDeTabla kTiposPorFechas[] = {
+    {"IVA", FieldType::Double, 0, "0"}, {"RE", FieldType::Double, 0, "0"},
+    {"Desde", FieldType::Date},         {"Hasta", FieldType::Date},
+    {"Bienes", FieldType::Text, 50},    {"Dudoso", FieldType::Boolean},
+};
+
+// What was typed for a row of the registers of IVA beyond what it tells by itself; what is empty is
+// derived. Renumbering gives a row another code, so its invoice stands here too.
+constexpr CampoDeTabla kDatosRegistros[] = {
+    {"Codigo", FieldType::Text, 11},       {"CliPro", FieldType::Text, ancho::kSubcuenta},
+    {"Factura", FieldType::Text, 20},      {"Fecha", FieldType::Date},
+    {"TipoFactura", FieldType::Text, 2},   {"Clave", FieldType::Text, 2},
+    {"Calificacion", FieldType::Text, 2},  {"Exenta", FieldType::Text, 2},
+    {"BienInversion", FieldType::Text, 1}, {"Inversion", FieldType::Text, 1},
+    {"TipoNif", FieldType::Text, 2},       {"Pais", FieldType::Text, 2},
+    {"Nif", FieldType::Text, 20},          {"Nombre", FieldType::Text, 40},
+    {"FechaOperacion", FieldType::Date},   {"Base", FieldType::Double},
+    {"Deducible", FieldType::Double},      {"Retencion", FieldType::Text, 1},
+    {"Local", FieldType::Text, 1},
+};
+
+// Who declares, as a list of data by their names.
+constexpr CampoDeTabla kDeclarante[] = {
+    {"Dato", FieldType::Text, 60},
+    {"Valor", FieldType::Text, 100},
+};
+
+// Casillas of a 303: "M" as typed by hand, "P" as they were when it was filed.
+constexpr CampoDeTabla kModelo303[] = {
+    {"Ejercicio", FieldType::Long},  {"Periodo", FieldType::Text, 2},
+    {"Casilla", FieldType::Text, 4}, {"Clase", FieldType::Text, 1},
+    {"Importe", FieldType::Double},
+};
+
+// What was typed for a third party of the 347, by its side and its NIF or, without one, its
+// subcuenta.
+constexpr CampoDeTabla kModelo347[] = {
+    {"Clave", FieldType::Text, 1},     {"Tercero", FieldType::Text, 20},
+    {"Metalico", FieldType::Double},   {"EjercicioMetalico", FieldType::Long},
+    {"Provincia", FieldType::Text, 2}, {"Pais", FieldType::Text, 2},
+    {"Excluido", FieldType::Boolean},
+};
+
 constexpr TablaDeEmpresa kTablas[] = {
-    {"PlanOficial", kPlanOficial, 0},
+    {"PlanOficial", kPlanOficial, 0},       {"TiposPorFechas", kTiposPorFechas, 0},
+    {"DatosRegistros", kDatosRegistros, 0}, {"Declarante", kDeclarante, 1},
+    {"Modelo303", kModelo303, 4},           {"Modelo347", kModelo347, 2},
 };
 
 int anchoDe(const Database& empresa, const QString& tabla) {

@@ -1,0 +1,254 @@
+// The 303 of made-up registers: what each row makes, the result, what is carried, the file.
+#include "oficial/modelo303.h"
+
+#include <gtest/gtest.h>
+
+#include "engine/filas.h"
+#include "soporte/errores.h"
+#include "soporte/libros.h"
+#include "soporte/textos.h"
+
+namespace {
+
+class Modelo303 : public testing::Test {
+ protected:
+  void SetUp() override {
+    empresa = libros.abre();
+    tercero("43000001", "Cliente", "A28123453", "");
+    tercero("43000002", "Sin número", "", "");
+    tercero("43000003", "Kunde", "DE123456789", "Alemania");
+    tercero("43000004", "Customer", "99-1234567", "Estados Unidos");
+    tercero("40000001", "Proveedor", "B46554432", "");
+  }
+  void tercero(const QString& codigo, const QString& nombre, const QString& nif,
+               const QString& pais) {
+    inserta("Subcuentas", {{"Subcuenta", codigo},
+                           {"Cuenta", codigo.left(3)},
+                           {"Descripcion", nombre},
+                           {"Nif", nif},
+                           {"Pais", pais}});
+  }
+  void inserta(const QString& tabla, const std::vector<std::pair<QString, Variant>>& valores) {
+    const auto filas = empresa->OpenRecordset(tabla);
+    filas->AddNew();
+    completa(*filas, [&] {
+      for (const auto& [campo, valor] : valores) filas->Fields(campo) = valor;
+    });
+  }
+  // A row as its screen stores it: those of sales with their sign turned.
+  QString factura(QChar libro, const QString& quien, QDate dia, double base, double tipo,
+                  double recargo = 0, const QString& contra = {}) {
+    const QString codigo = libro + QString::number(++ultima).rightJustified(10, '0');
+    const int signo = libro == 'R' ? -1 : 1;
+    const double iva = base * tipo / 100, re = base * recargo / 100;
+    inserta("RSIVA", {{"Codigo", codigo},
+                      {"CliPro", quien},
+                      {"Factura", "F" + QString::number(ultima)},
+                      {"Base", signo * base},
+                      {"IVA", signo * iva},
+                      {"Recargo", signo * re},
+                      {"PorcenIVA", tipo},
+                      {"PorcenREC", recargo},
+                      {"Neto", signo * (base + iva + re)},
+                      {"TipoIVA", "03"},
+                      {"Asiento", ultima},
+                      {"CtaIVA", libro == 'R' ? "47700000" : "47200000"},
+                      {"CtaRE", libro == 'R' ? "47700000" : "47200000"},
+                      {"CtaCon", contra.isEmpty() ? "70000000" : contra},
+                      {"FechaC", dia},
+                      {"Fecha", dia}});
+    return codigo;
+  }
+  // An acquisition: two rows of the same asiento without base nor third party.
+  QString adquisicion(QDate dia, double cuota) {
+    const QString codigo = factura('S', "47200000", dia, 0, 21, 0, "47700000");
+    factura('R', "47700000", dia, 0, 21, 0, "47200000");
+    for (const auto& [clave, importe] :
+         {std::pair{codigo, cuota}, {QString('R') + codigo.mid(1), -cuota}}) {
+      const auto fila = empresa->OpenRecordset(
+          "Select * from RSIVA where IVA=0 and CliPro=CtaIVA and Codigo Like '" + clave.left(1) +
+          "*'");
+      fila->Edit();
+      fila->Fields("IVA") = importe;
+      fila->Update();
+    }
+    return codigo;
+  }
+  void escribe(const QString& codigo, const QString& campo, const QString& valor) {
+    for (LineaRegistro& l : leeRegistros(*empresa, {}))
+      if (l.codigo == codigo) escribeDato(*empresa, l, campo, valor);
+  }
+  // The casillas with something, as "07=100000 09=21000".
+  static QString importes(const Hoja303& hoja) {
+    QStringList lista;
+    for (const Casilla303& c : hoja.casillas())
+      if (!c.porcentaje && hoja.valor(c.numero) != 0)
+        lista += c.numero + '=' + QString::number(hoja.valor(c.numero));
+    return lista.join(' ');
+  }
+
+  Libros libros;
+  std::unique_ptr<Database> empresa;
+  int ultima = 0;
+};
+
+TEST_F(Modelo303, CadaFilaVaASuCasilla) {
+  const QDate dia(2024, 2, 10);
+  const Periodo primero{2024, "1T"};
+  const auto soloEsta = [&](const QString& codigo, const char* casillas,
+                            const std::vector<std::pair<const char*, const char*>>& datos = {}) {
+    for (const auto& [campo, valor] : datos) escribe(codigo, campo, valor);
+    SCOPED_TRACE(casillas);
+    EXPECT_EQ(importes(Hoja303(*empresa, primero)), casillas);
+    empresa->OpenRecordset("RSIVA");
+    const auto filas = empresa->OpenRecordset("RSIVA");
+    for (; !filas->Eof(); filas->MoveNext()) filas->Delete();
+  };
+  const auto venta = [&](double base, double tipo, double re = 0) {
+    return factura('R', "43000001", dia, base, tipo, re);
+  };
+  const auto compra = [&](double base, double tipo, double re = 0,
+                          const char* contra = "60000000") {
+    return factura('S', "40000001", dia, base, tipo, re, contra);
+  };
+  soloEsta(venta(1000, 21),
+           "07=100000 09=21000 27=21000 46=21000 64=21000 66=21000 69=21000 71=21000");
+  soloEsta(
+      venta(1000, 10, 1.4),
+      "04=100000 06=10000 19=100000 21=1400 27=11400 46=11400 64=11400 66=11400 69=11400 71=11400");
+  soloEsta(venta(1000, 4, 0.5),
+           "01=100000 03=4000 16=100000 18=500 27=4500 46=4500 64=4500 66=4500 69=4500 71=4500");
+  soloEsta(venta(-100, 21),
+           "14=-10000 15=-2100 27=-2100 46=-2100 64=-2100 66=-2100 69=-2100 71=-2100");
+  soloEsta(
+      venta(-100, 21, 5.2),
+      "14=-10000 15=-2100 25=-10000 26=-520 27=-2620 46=-2620 64=-2620 66=-2620 69=-2620 71=-2620");
+  soloEsta(venta(1000, 0), "");
+  soloEsta(venta(1000, 0), "120=100000", {{"Calificacion", "N2"}});
+  soloEsta(venta(1000, 0), "122=100000", {{"Calificacion", "S2"}});
+  soloEsta(venta(1000, 0), "150=100000", {{"Calificacion", "S1"}});
+  soloEsta(venta(1000, 21), "62=100000 63=21000", {{"Clave", "07"}});
+  soloEsta(factura('R', "43000003", dia, 1000, 0), "59=100000");
+  soloEsta(factura('R', "43000004", dia, 1000, 0), "60=100000");
+  soloEsta(compra(1000, 21),
+           "28=100000 29=21000 45=21000 46=-21000 64=-21000 66=-21000 69=-21000 71=-21000");
+  soloEsta(compra(1000, 21, 0, "21300000"),
+           "30=100000 31=21000 45=21000 46=-21000 64=-21000 66=-21000 69=-21000 71=-21000");
+  soloEsta(compra(-1000, 21),
+           "40=-100000 41=-21000 45=-21000 46=21000 64=21000 66=21000 69=21000 71=21000");
+  soloEsta(compra(1000, 21, 5.2), "");
+  soloEsta(compra(1000, 21), "", {{"TipoFactura", "F2"}});
+  soloEsta(compra(1000, 21),
+           "32=100000 33=21000 45=21000 46=-21000 64=-21000 66=-21000 69=-21000 71=-21000",
+           {{"TipoFactura", "F5"}});
+  soloEsta(compra(1000, 12), "42=12000 45=12000 46=-12000 64=-12000 66=-12000 69=-12000 71=-12000",
+           {{"Clave", "02"}});
+  soloEsta(compra(1000, 21), "12=100000 13=21000 27=21000 28=100000 29=21000 45=21000",
+           {{"Inversion", "S"}});
+  soloEsta(adquisicion(dia, 21), "10=10000 11=2100 27=2100 36=10000 37=2100 45=2100");
+}
+
+TEST_F(Modelo303, LoEscritoCuentaYLoNegativoPasaAlSiguiente) {
+  factura('R', "43000001", QDate(2024, 2, 10), 1000, 21);
+  factura('S', "40000001", QDate(2024, 2, 11), 2000, 21, 0, "60000000");
+  factura('R', "43000001", QDate(2024, 5, 10), 500, 21);
+  Hoja303 primero(*empresa, {2024, "1T"});
+  EXPECT_EQ(primero.resultado(), -21000);
+  EXPECT_EQ(primero.tipoPropuesto(false), "C");
+  // Computed casillas can't be typed, nor those without sign below zero.
+  EXPECT_EQ(numeroDeError([&] { primero.escribe(*empresa, "27", 1); }), err::kLlamadaNoValida);
+  EXPECT_EQ(numeroDeError([&] { primero.escribe(*empresa, "110", -1); }), err::kLlamadaNoValida);
+  primero.escribe(*empresa, "43", -1000);
+  primero.escribe(*empresa, "29", 40000);
+  EXPECT_EQ(Hoja303(*empresa, {2024, "1T"}).resultado(), 21000 - 40000 + 1000);
+  primero.escribe(*empresa, "29", std::nullopt);
+  EXPECT_EQ(Hoja303(*empresa, {2024, "1T"}).resultado(), -20000);
+  // Until it is filed nothing is carried.
+  EXPECT_EQ(Hoja303(*empresa, {2024, "2T"}).valor("110"), 0);
+  primero.presenta(*empresa, "C");
+  Hoja303 segundo(*empresa, {2024, "2T"});
+  EXPECT_EQ(importes(segundo),
+            "07=50000 09=10500 27=10500 46=10500 64=10500 66=10500 110=20000 78=10500 87=9500");
+  EXPECT_EQ(segundo.tipoPropuesto(false), "N");
+  segundo.presenta(*empresa, "N");
+  segundo.presenta(*empresa, "N");
+  EXPECT_EQ(Hoja303(*empresa, {2024, "3T"}).valor("110"), 9500);
+  primero.presenta(*empresa, "D");
+  EXPECT_EQ(Hoja303(*empresa, {2024, "2T"}).valor("110"), 0);
+}
+
+TEST_F(Modelo303, LosDatosEscritosSiguenASuFacturaAlRenumerar) {
+  const QString codigo = factura('S', "40000001", QDate(2024, 2, 11), 2000, 21, 0, "60000000");
+  const QString otro = factura('S', "40000001", QDate(2024, 2, 12), 100, 21, 0, "60000000");
+  escribe(codigo, "BienInversion", "S");
+  EXPECT_EQ(numeroDeError([&] { escribe(codigo, "TipoFactura", "DV"); }), err::kConversionDeDatos);
+  EXPECT_EQ(numeroDeError([&] { escribe(codigo, "Exenta", "E1"); }), err::kConversionDeDatos);
+  // The two change their codes; a third loses its invoice.
+  for (const auto& [antes, despues] :
+       {std::pair{codigo, QString("S9")}, {otro, codigo}, {QString("S9"), otro}}) {
+    const auto fila = empresa->OpenRecordset("Select * from RSIVA where Codigo='" + antes + "'");
+    fila->Edit();
+    fila->Fields("Codigo") = despues;
+    fila->Update();
+  }
+  int perdidos = -1;
+  for (const LineaRegistro& l : leeRegistros(*empresa, {}, &perdidos))
+    EXPECT_EQ(l.bienInversion, l.codigo == otro) << l.codigo.toStdString();
+  EXPECT_EQ(perdidos, 0);
+  // What is typed now for the one that took its code touches nothing of it.
+  escribe(codigo, "Retencion", "S");
+  for (const LineaRegistro& l : leeRegistros(*empresa, {}))
+    EXPECT_EQ(l.bienInversion, l.codigo == otro) << l.codigo.toStdString();
+  escribe(otro, "BienInversion", "");
+  for (const LineaRegistro& l : leeRegistros(*empresa, {})) EXPECT_FALSE(l.bienInversion);
+}
+
+TEST_F(Modelo303, ElFicheroLlevaCadaImporteEnSuSitio) {
+  factura('R', "43000001", QDate(2024, 11, 10), 1000, 7.5);
+  factura('R', "43000001", QDate(2024, 11, 11), -200.5, 21);
+  factura('R', "43000001", QDate(2024, 11, 12), 100, 4, 0.5);
+  const ValoresFijos datos = {{"NIF", "B46554432"},
+                              {"Apellidos y nombre o razón social", "Tienda, S.L."},
+                              {"Tipo de declaración", "I"}};
+  const struct {
+    const char* periodo;
+    int ejercicio;
+    bool volumen;
+    qsizetype largo;
+    std::vector<std::pair<int, QByteArray>> trozos;  // from a position of page 01, counted from 1
+  } casos[] = {
+      {"4T",
+       2024,
+       true,
+       3767 + 998,
+       {{6, "01000>"},
+        {14, "B46554432TIENDA, S.L.    "},
+        {103, "20244T"},
+        {109, "223222222"},
+        {208, "00000000000100000"},
+        {225, "00750"},
+        {230, "00000000000007500"},
+        {393, "N0000000000020050"},
+        {410, "N0000000000004211"}}},
+      {"3T", 2024, false, 3767, {{225, "00500"}, {208, "00000000000000000"}}},
+      {"1T", 2024, false, 3767, {{225, "00500"}, {483, "00000"}}},
+      {"1T", 2025, false, 3767, {{225, "00000"}, {1013, "00050"}}},
+      {"1T", 2026, false, 3767, {{130, "0"}, {343, "02100"}}},
+  };
+  for (const auto& c : casos) {
+    SCOPED_TRACE(c.periodo + std::to_string(c.ejercicio));
+    const QByteArray f = fichero303(Hoja303(*empresa, {c.ejercicio, c.periodo}), datos, c.volumen);
+    ASSERT_EQ(f.size(), c.largo);
+    const QByteArray marca = "T3030" + QByteArray::number(c.ejercicio) + c.periodo + "0000>";
+    EXPECT_TRUE(f.startsWith('<' + marca + "<AUX>"));
+    EXPECT_TRUE(f.endsWith("</T303DID00></" + marca));
+    for (const auto& [desde, trozo] : c.trozos)
+      EXPECT_EQ(f.mid(328 + desde - 1, trozo.size()), trozo) << desde;
+  }
+  EXPECT_EQ(numeroDeError([&] {
+              fichero303(Hoja303(*empresa, {2023, "1T"}), datos, false);
+            }),
+            err::kLlamadaNoValida);
+}
+
+}  // namespace
