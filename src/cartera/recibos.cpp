@@ -23,7 +23,6 @@ constexpr struct {
     {"Importe", &Recibo::Importe},
 };
 const QString kFraZuri = QStringLiteral("FraZuri");
-const QString kAsiento = QStringLiteral("Asiento");
 
 void escribe(DataControl& recibos, const Recibo& recibo) {
   completa(recibos, [&] {
@@ -37,14 +36,6 @@ void abreLosDe(DataControl& recibos, const Variant& subcuenta) {
   recibos.setRecordSource(QStringLiteral("Select * from Recibos where Subcuenta=") +
                           nombreEntreComillas(subcuenta.display()));
   recibos.Refresh();
-}
-
-// Read once its edit has begun, when no other station can take it.
-QString proximoAsiento(DataControl& empresa) {
-  empresa.Edit();
-  const QString asiento = empresa.Fields(kAsiento).text();
-  empresa.CancelUpdate();
-  return asiento;
 }
 
 }  // namespace
@@ -85,7 +76,7 @@ QString cargoAbono(const QString& subcuenta, const QString& cuentaProveedores) {
 void contabilizaRecibo(const ReciboTecleado& recibo, const QString& mascara,
                        const TablasRecibo& tablas, GrabadoRecibo& grabado) {
   const bool cargo = recibo.CA == QLatin1String("C");
-  grabado.asiento = proximoAsiento(tablas.empresa);
+  grabado.asiento = QString::number(proximoAsiento(tablas.empresa));
   Apunte apunte;
   apunte.NAsiento = grabado.asiento;
   apunte.Fecha = recibo.Vencimiento;

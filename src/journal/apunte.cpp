@@ -8,6 +8,8 @@
 
 namespace {
 
+const QString kAsiento = QStringLiteral("Asiento");
+
 constexpr struct {
   const char* campo;
   Variant Apunte::*valor;
@@ -37,6 +39,15 @@ int toma(Filas& empresa, const QString& contador) {
     campo = valor + 1;
   });
   return valor;
+}
+
+// Read once its edit has begun.
+template <class Filas>
+int mira(Filas& empresa) {
+  empresa.Edit();
+  const int asiento = static_cast<int>(empresa.Fields(kAsiento).toLong());
+  empresa.CancelUpdate();
+  return asiento;
 }
 
 template <class Filas>
@@ -94,11 +105,19 @@ void cambiaApunte(DataControl& diario, const Apunte& apunte) {
 }
 
 int tomaAsiento(DataControl& empresa) {
-  return toma(empresa, QStringLiteral("Asiento"));
+  return toma(empresa, kAsiento);
 }
 
 int tomaAsiento(Recordset& empresa) {
-  return toma(empresa, QStringLiteral("Asiento"));
+  return toma(empresa, kAsiento);
+}
+
+int proximoAsiento(DataControl& empresa) {
+  return mira(empresa);
+}
+
+int proximoAsiento(Recordset& empresa) {
+  return mira(empresa);
 }
 
 int tomaContador(DataControl& empresa, const QString& contador) {

@@ -56,6 +56,11 @@ void cambiaApunte(DataControl& diario, const Apunte& apunte);
 int tomaAsiento(DataControl& empresa);
 int tomaAsiento(Recordset& empresa);
 
+// The same number, not yet consumed: for who counts it only once its lines are written. From here
+// to the end of the group no other station can take it.
+int proximoAsiento(DataControl& empresa);
+int proximoAsiento(Recordset& empresa);
+
 // Takes the value of any counter of Empresa ("NLinDiario", "NLinIVAS"...) and moves it on by one.
 int tomaContador(DataControl& empresa, const QString& contador);
 int tomaContador(Recordset& empresa, const QString& contador);

@@ -21,14 +21,6 @@ Variant redondeado(double importe, const QString& mascara) {
   return importeEscrito(Format(importe, mascara), mascara);
 }
 
-// The row of the counters takes no other station's number from here on.
-int asientoEnCurso(Recordset& contadores) {
-  contadores.Edit();
-  const int asiento = static_cast<int>(contadores.Fields(QStringLiteral("Asiento")).toLong());
-  contadores.CancelUpdate();
-  return asiento;
-}
-
 // A set without rows raises 3021 before anything is done.
 template <class PorFila>
 void recorre(Recordset& filas, const Avance& avance, PorFila&& porFila) {
@@ -87,7 +79,7 @@ void regularizaStocks(Database& empresa, const RegularizacionStocks& stocks,
       {stocks.existencias, "D", importeEscrito(stocks.finales, paso.mascara)},
       {stocks.compras, "H", importeAlHaber(stocks.finales, paso.mascara)},
   };
-  const int asiento = asientoEnCurso(*contadores);
+  const int asiento = proximoAsiento(*contadores);
   for (const auto& linea : lineas) {
     Apunte apunte;
     apunte.NAsiento = asiento;
