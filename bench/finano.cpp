@@ -7,6 +7,7 @@
 #include <QFile>
 #include <QTimer>
 
+#include "journal/apunte.h"
 #include "toolkit/principal.h"
 #include "ventana.h"
 #include "yearend/ejercicio.h"
@@ -80,8 +81,9 @@ void aperturaLibrano(benchmark::State& estado) {
   enVentana(estado, "Apertura", [](Ventana& ventana, const Avance& avance) {
     Workspace& area = ventana.motor.Workspaces(0);
     const auto vieja = area.OpenDatabase(ventana.ctx.sesion.rutaEmpresa("Cerrada"));
+    AsientoGrabado grabado;
     const auto nueva = area.OpenDatabase(ventana.ctx.sesion.rutaEmpresa());
-    abreEjercicio(*vieja, *nueva, kApertura, avance);
+    abreEjercicio(*vieja, *nueva, kApertura, avance, grabado);
   });
 }
 

@@ -14,6 +14,10 @@
 #include "toolkit/registro.h"
 #include "ui_frmrecibos.h"
 
+namespace {
+constexpr int kLargoDeTipo = 50;  // as TipoRecibos and Recibos keep it
+}
+
 FrmRecibos::FrmRecibos(Contexto& contexto)
     : Formulario(contexto),
       ui_(std::make_unique<Ui::FrmRecibos>()),
@@ -31,6 +35,7 @@ FrmRecibos::FrmRecibos(Contexto& contexto)
   alSalir(ui_->TxtCuenta, [this] { TxtCuenta_LostFocus(); });
   contrapartida_->conecta();
   ui_->TxtTipo->enlazar(DtaTiposRecibos_, QStringLiteral("Tipo"));
+  ui_->TxtTipo->lineEdit()->setMaxLength(kLargoDeTipo);
   alEntrar(ui_->TxtTitulo, [this] { TxtTitulo_GotFocus(); });
   alTeclear(ui_->TxtCA, [](Tecla& tecla) { tecla.texto = tecla.texto.toUpper(); });
   alSalir(ui_->TxtCA, [this] { TxtCA_LostFocus(); });
@@ -137,7 +142,7 @@ void FrmRecibos::guarda() {
 
 // False if it has failed, which has been told.
 bool FrmRecibos::contabiliza() {
-  GrabadoRecibo grabado;
+  AsientoGrabado grabado;
   try {
     trabajaEnDiario(ctx, [&] {
       situaEn(DtaRecibos_, leido_);

@@ -74,7 +74,7 @@ QString cargoAbono(const QString& subcuenta, const QString& cuentaProveedores) {
 // Kept: the lines stand on the day that the recibo is due, whenever it is posted: that is the day
 // of the bank's own statement.
 void contabilizaRecibo(const ReciboTecleado& recibo, const QString& mascara,
-                       const TablasRecibo& tablas, GrabadoRecibo& grabado) {
+                       const TablasRecibo& tablas, AsientoGrabado& grabado) {
   const bool cargo = recibo.CA == QLatin1String("C");
   grabado.asiento = QString::number(proximoAsiento(tablas.empresa));
   Apunte apunte;
@@ -101,15 +101,11 @@ void contabilizaRecibo(const ReciboTecleado& recibo, const QString& mascara,
   tablas.recibos.Delete();
 }
 
-QString textoDeFallo(const ErrorEjecucion& error, const GrabadoRecibo& grabado) {
-  QString texto = error.descripcion();
-  if (grabado.apuntes == 1)
-    texto += QStringLiteral(" El recibo no está entero en el diario: revise el asiento %1.")
-                 .arg(grabado.asiento);
-  if (grabado.apuntes == 2)
-    texto += QStringLiteral(
-                 " El recibo está en el diario, en el asiento %1, y sigue en la cartera: elimínelo "
-                 "de ella.")
-                 .arg(grabado.asiento);
-  return texto;
+QString textoDeFallo(const ErrorEjecucion& error, const AsientoGrabado& grabado) {
+  if (grabado.apuntes < 2)
+    return textoDeFallo(error, grabado, QStringLiteral("El recibo no está entero"));
+  return error.descripcion() + QStringLiteral(
+                                   " El recibo está en el diario, en el asiento %1, y "
+                                   "sigue en la cartera: elimínelo de ella.")
+                                   .arg(grabado.asiento);
 }

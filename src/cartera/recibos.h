@@ -9,6 +9,7 @@
 
 #include "common/variant.h"
 
+struct AsientoGrabado;
 class DataControl;
 class ErrorEjecucion;
 class Recordset;
@@ -42,12 +43,6 @@ void cambiaRecibo(DataControl& recibos, const Recibo& recibo);
 // The side of a recibo, from its account: what a supplier is paid is a cargo, all else an abono.
 QString cargoAbono(const QString& subcuenta, const QString& cuentaProveedores);
 
-// How far a posting has come, for who has to tell of its failure.
-struct GrabadoRecibo {
-  QString asiento;
-  int apuntes = 0;  // lines written
-};
-
 // The tables as the screens hold them open: the rows of Recibos on the one that is posted, the
 // journal on show, the row of Empresa.
 struct TablasRecibo {
@@ -72,7 +67,7 @@ struct ReciboTecleado {
 // 3163 for a title of more than 50 characters, 3421 for a date that is none or, at the second line,
 // for an amount with a minus.
 void contabilizaRecibo(const ReciboTecleado& recibo, const QString& mascara,
-                       const TablasRecibo& tablas, GrabadoRecibo& grabado);
+                       const TablasRecibo& tablas, AsientoGrabado& grabado);
 
 // What the user reads of a posting that failed: the error, and how the books were left.
-QString textoDeFallo(const ErrorEjecucion& error, const GrabadoRecibo& grabado);
+QString textoDeFallo(const ErrorEjecucion& error, const AsientoGrabado& grabado);

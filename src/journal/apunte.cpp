@@ -120,6 +120,13 @@ int proximoAsiento(Recordset& empresa) {
   return mira(empresa);
 }
 
+QString textoDeFallo(const ErrorEjecucion& error, const AsientoGrabado& grabado,
+                     const QString& parte) {
+  if (grabado.apuntes == 0) return error.descripcion();
+  return error.descripcion() +
+         QStringLiteral(" %1 en el diario: revise el asiento %2.").arg(parte, grabado.asiento);
+}
+
 int tomaContador(DataControl& empresa, const QString& contador) {
   return toma(empresa, contador);
 }

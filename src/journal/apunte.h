@@ -10,6 +10,7 @@
 
 class DataControl;
 class DBEngine;
+class ErrorEjecucion;
 class Recordset;
 
 // Characters of a line's Descripcion.
@@ -60,6 +61,17 @@ int tomaAsiento(Recordset& empresa);
 // to the end of the group no other station can take it.
 int proximoAsiento(DataControl& empresa);
 int proximoAsiento(Recordset& empresa);
+
+// How far the writing of an asiento has come, for who has to tell of its failure.
+struct AsientoGrabado {
+  QString asiento;  // empty until it has a number
+  int apuntes = 0;  // lines written
+};
+// What the user reads of one that failed: the error and, if lines of it stand, where to look for
+// them. `parte` says what isn't whole.
+//   textoDeFallo(error, grabado, "La nómina no está entera")
+QString textoDeFallo(const ErrorEjecucion& error, const AsientoGrabado& grabado,
+                     const QString& parte);
 
 // Takes the value of any counter of Empresa ("NLinDiario", "NLinIVAS"...) and moves it on by one.
 int tomaContador(DataControl& empresa, const QString& contador);

@@ -126,7 +126,7 @@ void FrmNomina::CmdAceptar_Click() {
     return rechaza(QStringLiteral("El apunte no puede ser creado, la causa: (esta descuadrado)"),
                    QStringLiteral("Asiento descuadrado"));
 
-  GrabadoNomina grabado;
+  AsientoGrabado grabado;
   try {
     trabajaEnDiario(ctx, [&] {
       Principal& menu = *ctx.principal;
@@ -137,7 +137,9 @@ void FrmNomina::CmdAceptar_Click() {
   } catch (const ErrorEjecucion& error) {
     // Accepted again it goes on with the number that it has taken.
     if (!grabado.asiento.isEmpty()) ui_->TxtApunteN->setText(grabado.asiento);
-    avisarError(error.numero(), textoDeFallo(error, grabado), QStringLiteral("CmdAceptar_Click"));
+    avisarError(error.numero(),
+                textoDeFallo(error, grabado, QStringLiteral("La nómina no está entera")),
+                QStringLiteral("CmdAceptar_Click"));
     return;
   }
   descargar();

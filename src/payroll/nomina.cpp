@@ -51,7 +51,7 @@ bool cuadra(const Nomina& nomina) {
 }
 
 void grabaNomina(const Nomina& nomina, const QString& mascara, DataControl& diario,
-                 DataControl& empresa, GrabadoNomina& grabado) {
+                 DataControl& empresa, AsientoGrabado& grabado) {
   const bool automatico = nomina.ApunteN.compare(kAsientoAutomatico, Qt::CaseInsensitive) == 0;
   grabado.asiento = automatico ? QString::number(tomaAsiento(empresa)) : nomina.ApunteN;
   const QString cero = Format(QStringLiteral("0"), mascara);
@@ -70,11 +70,4 @@ void grabaNomina(const Nomina& nomina, const QString& mascara, DataControl& diar
     grabaApunte(diario, empresa, apunte);
     ++grabado.apuntes;
   }
-}
-
-QString textoDeFallo(const ErrorEjecucion& error, const GrabadoNomina& grabado) {
-  if (grabado.apuntes == 0) return error.descripcion();
-  return error.descripcion() +
-         QStringLiteral(" La nómina no está entera en el diario: revise el asiento %1.")
-             .arg(grabado.asiento);
 }

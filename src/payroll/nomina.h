@@ -9,7 +9,7 @@
 #include <QString>
 
 class DataControl;
-class ErrorEjecucion;
+struct AsientoGrabado;
 
 // In the order of the lines.
 enum class ConceptoNomina {
@@ -49,19 +49,10 @@ void CalculoTotal(Nomina& nomina);
 // decimals that the boxes show, so that no sum of cents is off by what a double can't hold.
 bool cuadra(const Nomina& nomina);
 
-// How far an accept has come, for who has to tell of its failure.
-struct GrabadoNomina {
-  QString asiento;  // empty until it has a number
-  int apuntes = 0;  // lines written
-};
-
 // Writes the lines, in the order of the concepts, into the next free asiento or into the one given.
 // The first and the last are always written, any other if it is marked and isn't zero under
 // `mascara`. Nothing is checked: a line that fails leaves those before it. 3421 for a date or a
 // number of asiento that can't be read, 3163 for a subcuenta that is too long, 3260 when another
 // station holds the file.
 void grabaNomina(const Nomina& nomina, const QString& mascara, DataControl& diario,
-                 DataControl& empresa, GrabadoNomina& grabado);
-
-// What the user reads of an accept that failed: the error, and how the books were left.
-QString textoDeFallo(const ErrorEjecucion& error, const GrabadoNomina& grabado);
+                 DataControl& empresa, AsientoGrabado& grabado);

@@ -65,8 +65,8 @@ double valorDeExistencias(Database& empresa) {
   return valor;
 }
 
-void regularizaStocks(Database& empresa, const RegularizacionStocks& stocks,
-                      const PasoAnual& paso) {
+void regularizaStocks(Database& empresa, const RegularizacionStocks& stocks, const PasoAnual& paso,
+                      AsientoGrabado& grabado) {
   const auto contadores = abreContadores(empresa);
   const auto diario = abreDiario(empresa);
   const struct {
@@ -79,10 +79,10 @@ void regularizaStocks(Database& empresa, const RegularizacionStocks& stocks,
       {stocks.existencias, "D", importeEscrito(stocks.finales, paso.mascara)},
       {stocks.compras, "H", importeAlHaber(stocks.finales, paso.mascara)},
   };
-  const int asiento = proximoAsiento(*contadores);
+  grabado.asiento = QString::number(proximoAsiento(*contadores));
   for (const auto& linea : lineas) {
     Apunte apunte;
-    apunte.NAsiento = asiento;
+    apunte.NAsiento = grabado.asiento;
     apunte.Fecha = paso.fecha;
     apunte.Subcuenta = linea.subcuenta;
     apunte.Descripcion = paso.descripcion;
@@ -90,6 +90,7 @@ void regularizaStocks(Database& empresa, const RegularizacionStocks& stocks,
     apunte.Importe = linea.importe;
     apunte.TipoDiario = "R";
     grabaApunte(*diario, *contadores, apunte);
+    ++grabado.apuntes;
   }
   tomaAsiento(*contadores);
 }
@@ -135,7 +136,8 @@ void cierraEjercicio(Database& empresa, int ano, const PasoAnual& paso, const Av
 }
 
 void abreEjercicio(Database& cerrada, Database& empresa, const PasoAnual& paso,
-                   const Avance& avance) {
+                   const Avance& avance, AsientoGrabado& grabado) {
+  grabado.asiento = paso.asiento;
   const auto cierre = cerrada.OpenRecordset(
       QStringLiteral("Select * from SqlDiarioPrincipalBlanco where TipoDiario='C'"));
   if (cierre->Eof()) return;
@@ -161,6 +163,7 @@ void abreEjercicio(Database& cerrada, Database& empresa, const PasoAnual& paso,
     apunte.TipoFactura = campo("TipoFactura");
     apunte.TipoDiario = "A";
     grabaApunte(*diario, *contadores, apunte);
+    ++grabado.apuntes;
   });
 }
 

@@ -12,6 +12,7 @@
 #include "journal/avance.h"
 
 class Database;
+struct AsientoGrabado;
 
 // What a step's screen holds, as typed, and the mask under which every amount is rounded.
 struct PasoAnual {
@@ -36,7 +37,8 @@ struct RegularizacionStocks {
 // Posts the asiento of four lines that takes the initial value out of the stocks and puts the final
 // one in, and moves the counter of asientos once they are written. 3421 for an amount that can't
 // take another minus: a negative value has no place here.
-void regularizaStocks(Database& empresa, const RegularizacionStocks& stocks, const PasoAnual& paso);
+void regularizaStocks(Database& empresa, const RegularizacionStocks& stocks, const PasoAnual& paso,
+                      AsientoGrabado& grabado);
 
 // --- result -------------------------------------------------------------------------------------
 
@@ -57,7 +59,7 @@ void cierraEjercicio(Database& empresa, int ano, const PasoAnual& paso, const Av
 // Posts the closing lines of `cerrada` into `empresa` with their signs inverted, whatever their
 // side says, as its opening. Their marks go along. A company without closing lines gives none.
 void abreEjercicio(Database& cerrada, Database& empresa, const PasoAnual& paso,
-                   const Avance& avance);
+                   const Avance& avance, AsientoGrabado& grabado);
 
 // The date before which no line may be changed, as text; empty for none. A text that is no date is
 // refused with 3421.

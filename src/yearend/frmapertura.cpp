@@ -1,6 +1,8 @@
 #include "yearend/frmapertura.h"
 
+#include "common/errorejecucion.h"
 #include "engine/dbengine.h"
+#include "journal/apunte.h"
 #include "ui_frmapertura.h"
 #include "yearend/ejercicio.h"
 
@@ -33,8 +35,14 @@ void FrmApertura::CmdAceptar_Click() {
   Workspace& area = ctx.motor.Workspaces(0);
   const auto cerrada = area.OpenDatabase(sesion().rutaEmpresa(nombre));
   const auto empresa = area.OpenDatabase(sesion().rutaEmpresa());
-  trabajaPasoAnual(ctx, {ui_->CmdAceptar, ui_->CmdCancelar}, [&](const Avance& avance) {
-    abreEjercicio(*cerrada, *empresa, pasoTecleado(ctx, campos()), avance);
-  });
+  AsientoGrabado grabado;
+  try {
+    trabajaPasoAnual(ctx, {ui_->CmdAceptar, ui_->CmdCancelar}, [&](const Avance& avance) {
+      abreEjercicio(*cerrada, *empresa, pasoTecleado(ctx, campos()), avance, grabado);
+    });
+  } catch (const ErrorEjecucion& error) {
+    return avisarError(error.numero(), textoDeFallo(error, grabado, "La apertura no está entera"),
+                       "CmdAceptar_Click");
+  }
   descargar();
 }

@@ -1,5 +1,6 @@
 #include "yearend/frmregularizastocks.h"
 
+#include "common/errorejecucion.h"
 #include "common/formato.h"
 #include "common/funciones.h"
 #include "engine/dbengine.h"
@@ -60,18 +61,26 @@ void FrmRegularizaStocks::CmdAceptar_Click() {
   // Kept: it only tells. The asiento shows in the journal what is missing.
   if (existencias.isEmpty()) mensaje("No dispone de una cuenta de mercaderias", {});
   const auto empresa = ctx.motor.Workspaces(0).OpenDatabase(sesion().rutaEmpresa());
-  trabajaEnDiario(ctx, [&] {
-    regularizaStocks(*empresa,
-                     {.compras = ui_->TxtSubcuentaCompras->text(),
-                      .existencias = existencias,
-                      .iniciales = ui_->TxtExistenciasIniciales->text(),
-                      .finales = ui_->TxtExistenciasFinales->text()},
-                     {.asiento = {},
-                      .fecha = ui_->TxtFechaAsiento->text(),
-                      .descripcion = ui_->TxtDescripcion->text(),
-                      .mascara = sesion().MascaraImporte});
-    ponEnDisco(ctx.motor);
-  });
+  AsientoGrabado grabado;
+  try {
+    trabajaEnDiario(ctx, [&] {
+      regularizaStocks(*empresa,
+                       {.compras = ui_->TxtSubcuentaCompras->text(),
+                        .existencias = existencias,
+                        .iniciales = ui_->TxtExistenciasIniciales->text(),
+                        .finales = ui_->TxtExistenciasFinales->text()},
+                       {.asiento = {},
+                        .fecha = ui_->TxtFechaAsiento->text(),
+                        .descripcion = ui_->TxtDescripcion->text(),
+                        .mascara = sesion().MascaraImporte},
+                       grabado);
+      ponEnDisco(ctx.motor);
+    });
+  } catch (const ErrorEjecucion& error) {
+    return avisarError(error.numero(),
+                       textoDeFallo(error, grabado, "La regularización no está entera"),
+                       "CmdAceptar_Click");
+  }
   mensaje("Proceso realizado con exito", "Regularización de Stocks");
   descargar();
 }

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "engine/datacontrol.h"
+#include "journal/apunte.h"
 #include "soporte/errores.h"
 #include "soporte/libros.h"
 #include "soporte/textos.h"
@@ -18,13 +19,13 @@ class Cartera : public testing::Test, protected Libros {
     empresa.bind(rutaEmpresa(), "Select * from Empresa");
     altaRecibo(recibos, kRecibo);
   }
-  GrabadoRecibo contabiliza(const QString& titulo, const QString& CA, const QString& importe) {
+  AsientoGrabado contabiliza(const QString& titulo, const QString& CA, const QString& importe) {
     recibos.setRecordSource("Recibos");
     recibos.Refresh();
     recibos.Edit();
     recibos.Fields("FraZuri") = "Z-9";
     recibos.Update();
-    GrabadoRecibo grabado;
+    AsientoGrabado grabado;
     contabilizaRecibo({.Vencimiento = "15/06/2024",
                        .Subcuenta = "40000001",
                        .Titulo = titulo,

@@ -88,7 +88,9 @@ TEST_F(FinDeAno, LoQueFallaDejaLoEscritoYSePuedeSeguir) {
     EXPECT_EQ(stocks.textoDe("TxtExistenciasIniciales"), "-5,00");
     stocks.llega("GridExtracto");
     stocks.tecla(Qt::Key_End);
-    falla(stocks, "Error 3421: " + ErrorEjecucion(err::kConversionDeDatos, "--5,00").descripcion());
+    falla(stocks, "Error 3421: " + ErrorEjecucion(err::kConversionDeDatos, "--5,00").descripcion() +
+                      " La regularización no está entera en el diario: revise el asiento " +
+                      valor("Select Asiento from Empresa") + '.');
     EXPECT_EQ(lee().size(), 2u);
     stocks.escape();
   });

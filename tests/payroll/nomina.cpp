@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "engine/datacontrol.h"
+#include "journal/apunte.h"
 #include "soporte/errores.h"
 #include "soporte/libros.h"
 #include "soporte/textos.h"
@@ -30,8 +31,8 @@ class GrabaNomina : public testing::Test, protected Libros {
       n.Partes[i] = {QString("6400000%1").arg(i), importes[i], importes[i] != 0};
     return n;
   }
-  GrabadoNomina acepta(const Nomina& n) {
-    GrabadoNomina grabado;
+  AsientoGrabado acepta(const Nomina& n) {
+    AsientoGrabado grabado;
     grabaNomina(n, kMascara, diario, empresa, grabado);
     return grabado;
   }
@@ -65,7 +66,7 @@ TEST_F(GrabaNomina, SusLineasEnOrdenYSinLosCeros) {
   };
   int desde = 0;
   for (const auto& caso : casos) {
-    const GrabadoNomina grabado = acepta(caso.n);
+    const AsientoGrabado grabado = acepta(caso.n);
     QStringList lineas;
     for (const QString& f :
          filas("Select NAsiento, Subcuenta, DH, Importe, Descripcion, Fecha from "
@@ -84,11 +85,11 @@ TEST_F(GrabaNomina, SusLineasEnOrdenYSinLosCeros) {
 TEST_F(GrabaNomina, UnFalloDejaLasLineasAnteriores) {
   Nomina n = nomina({2000, 600, 700, 0, 0, 0, 1900});
   n.parte(OrganismosSS).Subcuenta = "640000020";
-  GrabadoNomina grabado;
+  AsientoGrabado grabado;
   EXPECT_EQ(numeroDeError([&] { grabaNomina(n, kMascara, diario, empresa, grabado); }), 3163);
   EXPECT_EQ(filas("Diario").size(), 2);
   EXPECT_EQ(contadores(), "2|2");
-  EXPECT_TRUE(textoDeFallo(ErrorEjecucion(3163), grabado)
+  EXPECT_TRUE(textoDeFallo(ErrorEjecucion(3163), grabado, "La nómina no está entera")
                   .endsWith(" La nómina no está entera en el diario: revise el asiento 1."));
 }
 

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include "journal/apunte.h"
 #include "soporte/errores.h"
 #include "soporte/libros.h"
 #include "soporte/textos.h"
@@ -42,6 +43,7 @@ class Ejercicio : public testing::Test, protected Libros {
     EXPECT_LT(fila, total);
     avances << fila;
   };
+  AsientoGrabado grabado;
   PasoAnual paso = {"7", "31/12/2024", "Fin", "#,##0.00 ;-#,##0.00"};
 };
 
@@ -60,7 +62,7 @@ TEST_F(Ejercicio, LasExistenciasCambianDeValorEnCuatroLineas) {
   asienta({"30000001 100,25"});
   EXPECT_EQ(valorDeExistencias(*empresa), 140.25);
 
-  regularizaStocks(*empresa, {"61000001", "30000001", "140,25 ", "1.000,00 "}, paso);
+  regularizaStocks(*empresa, {"61000001", "30000001", "140,25 ", "1.000,00 "}, paso, grabado);
   EXPECT_EQ(lineas("R"), (QStringList{
                              "0|1|31/12/2024|61000001|Fin|D|140,25",
                              "1|1|31/12/2024|30000001|Fin|H|-140,25",
@@ -71,7 +73,7 @@ TEST_F(Ejercicio, LasExistenciasCambianDeValorEnCuatroLineas) {
 
   // A negative value takes no second minus: its first line stays, and the number isn't used up.
   EXPECT_EQ(numeroDeError([&] {
-              regularizaStocks(*empresa, {"61000001", "30000001", "-5,00", "0,00 "}, paso);
+              regularizaStocks(*empresa, {"61000001", "30000001", "-5,00", "0,00 "}, paso, grabado);
             }),
             err::kConversionDeDatos);
   EXPECT_EQ(lineas("R").last(), "4|2|31/12/2024|61000001|Fin|D|-5");
@@ -132,7 +134,7 @@ TEST_F(Ejercicio, LaAperturaDaLaVueltaAlCierre) {
   creaEmpresa(datosPorDefecto("Siguiente", 3, 8));
   const auto siguiente = abre("Siguiente");
   paso = {"0", "01/01/2025", "Apertura", "#,##0.00 ;-#,##0.00"};
-  abreEjercicio(*empresa, *siguiente, paso, avance);
+  abreEjercicio(*empresa, *siguiente, paso, avance, grabado);
   EXPECT_EQ(filas("Diario", "Siguiente"), QStringList());
 
   asienta({"57200001 -1500", "10000000 1200,5", "43000001 3"});
@@ -146,7 +148,7 @@ TEST_F(Ejercicio, LaAperturaDaLaVueltaAlCierre) {
     diario->Fields("FacturaZuri") = "F-1";
     diario->Update();
   }
-  for (int vez = 0; vez < 2; ++vez) abreEjercicio(*empresa, *siguiente, paso, avance);
+  for (int vez = 0; vez < 2; ++vez) abreEjercicio(*empresa, *siguiente, paso, avance, grabado);
   const QString kResto = "-|12|F-1|-|-|A";
   const QStringList apertura = {"0|01/01/2025|57200001|Apertura|D|1500|V|" + kResto,
                                 "0|01/01/2025|10000000|Apertura|H|-1200,5|V|" + kResto};
