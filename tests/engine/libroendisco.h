@@ -10,6 +10,7 @@
 #include "engine/datacontrol.h"
 #include "engine/dbengine.h"
 #include "soporte/errores.h"
+#include "soporte/otropuesto.h"
 #include "soporte/textos.h"
 
 inline const QString kLocale = QStringLiteral(";LANGID=0x0409;CP=1252;COUNTRY=0");
@@ -75,24 +76,4 @@ class LibroEnDisco : public testing::Test, protected BaseEnDisco {
       anota(*rs, i, i / 2, "43000000" + QString::number(i % 5), "D", i);
     engine.flush();
   }
-};
-
-// Another station: a plain tool that holds a transaction open until it is told to end.
-class OtroPuesto {
- public:
-  explicit OtroPuesto(const QString& ruta) { proceso_.start("sqlite3", {"-batch", ruta}); }
-  ~OtroPuesto() {
-    proceso_.closeWriteChannel();
-    proceso_.waitForFinished();
-  }
-  // Runs statements and waits until they are done.
-  void ejecuta(const QString& sql) {
-    proceso_.write((sql + "\n.print hecho\n").toUtf8());
-    QByteArray salida;
-    while (!salida.contains("hecho") && proceso_.waitForReadyRead()) salida += proceso_.readAll();
-    ASSERT_TRUE(salida.contains("hecho")) << salida.toStdString();
-  }
-
- private:
-  QProcess proceso_;
 };

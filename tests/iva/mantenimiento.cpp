@@ -3,7 +3,11 @@
 
 #include <gtest/gtest.h>
 
+#include "common/errorejecucion.h"
+#include "common/rutas.h"
+#include "soporte/errores.h"
 #include "soporte/libros.h"
+#include "soporte/otropuesto.h"
 #include "soporte/textos.h"
 
 namespace {
@@ -135,6 +139,28 @@ TEST_F(MantenimientoIVA, CreaElRegistroDeSusAsientos) {
   compara(filasNuevas, creadas);
   EXPECT_TRUE(mantiene(TareaIVA::CreaIVADeDiario));  // nothing is made twice
   compara(filasNuevas, creadas);
+}
+
+// The first row that the file refuses ends it all: the others would wait in turn, and be told done.
+TEST_F(MantenimientoIVA, AcabaCuandoElFicheroNoTomaNada) {
+  for (int i = 1; i <= 3; ++i)
+    fila(qPrintable(QString("S000000000%1").arg(i)), i, "05/01/2024", "40000001", "60000001");
+  motor.flush();
+  motor.setLockTimeout(30);
+  int filasMiradas = 0;
+  const auto elimina = [&] {
+    mantieneIVA(*base, TareaIVA::EliminaIVASinAsiento, {}, kMascara,
+                [&](int, int) { ++filasMiradas; });
+  };
+  {
+    OtroPuesto otro(rutaSistema(rutaEmpresa()));
+    otro.ejecuta("BEGIN IMMEDIATE;");
+    EXPECT_EQ(numeroDeError(elimina), err::kRegistroBloqueado);
+    EXPECT_EQ(filasMiradas, 1);
+  }
+  EXPECT_EQ(filas(kRegistro).size(), 3);
+  elimina();
+  compara(kRegistro, {});
 }
 
 }  // namespace

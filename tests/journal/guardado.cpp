@@ -4,9 +4,9 @@
 #include <QScopeGuard>
 
 #include "common/rutas.h"
-#include "engine/libroendisco.h"
 #include "journal/menuabierto.h"
 #include "journal/registro.h"
+#include "soporte/otropuesto.h"
 
 namespace {
 
