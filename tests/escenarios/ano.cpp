@@ -60,6 +60,7 @@ class UnAno : public LibrosImpresos {
   void regularizaExistencias();
   void imprimeResultados();
   void regularizaResultadoDesdeElBalance();
+  void imprimeDiario();
   void imprimeLibros();
   void cierraElAno();
   void reabreYVuelveACerrar();
@@ -291,13 +292,16 @@ void UnAno::regularizaResultadoDesdeElBalance() {
   EXPECT_EQ(valor("Select Asiento from Empresa"), "132");
 }
 
-void UnAno::imprimeLibros() {
+void UnAno::imprimeDiario() {
   std::vector<Linea> lineas;
   for (const auto& [numero, linea] : libro) lineas.push_back(linea);
   dialogo("MnuImprimirDiario", "Imprimir diario", [&](Teclado& d) {
     miraDiario(lanza(d, "Listado de diario", ano()), lineas);
     d.escape();
   });
+}
+
+void UnAno::imprimeLibros() {
   dialogo("MnuSumasysaldos", "Sumas y saldos", [&](Teclado& d) {
     miraSumas(lanza(d, "Listado de sumas y saldos Cuentas", meses), saldos(), 3);
     d.marca("OptNivel_3");
@@ -349,6 +353,7 @@ void UnAno::cierraElAno() {
   for (const auto& [codigo, s] : saldos()) EXPECT_EQ(s.saldo, 0) << qPrintable(codigo);
   EXPECT_EQ(limite(), kFin);
   EXPECT_FALSE(cerrada());
+  imprimeDiario();
 }
 
 void UnAno::reabreYVuelveACerrar() {
@@ -356,6 +361,11 @@ void UnAno::reabreYVuelveACerrar() {
   pasaA(kAno);
   EXPECT_TRUE(cerrada());
   // No line of a closed year can be changed.
+  enLinea(1, 0);
+  guion.esperaMensaje("Usted no puede modificar ningún apunte anterior a la fecha " + kFin,
+                      "Error");
+  t->intro();
+  comprueba();
   herramienta("MnuInvertirCierre", [&](Teclado& fecha) {
     EXPECT_EQ(fecha.textoDe("TxtNoModifica"), kFin);
     rellena(fecha, {{"TxtNoModifica", ""}});
@@ -398,6 +408,7 @@ void UnAno::abreElSiguiente() {
       anota(0, "01/01/2025", "Asiento de apertura", {{l.subcuenta, -l.importe}});
   comprueba();
   EXPECT_EQ(valor("Select Asiento from Empresa"), "1");
+  EXPECT_FALSE(cerrada());
   // To the cent, what the year was closed with.
   const Saldos apertura = saldos();
   for (const auto& [codigo, s] : antesDelCierre)
