@@ -287,6 +287,18 @@ TEST_F(CarteraDeEfectos, UnaAceptacionQueFallaSePuedeRepetir) {
     });
     d.pulsa("CmdContabiliza");
     EXPECT_EQ(titulos(d), (QStringList{"Letra 7", kLargo}));
+    // A title that no line of the journal can hold: nothing is written, and it may be cut.
+    guion.esperaDialogo("FrmRecibos", [&](Teclado& r) {
+      guion.esperaMensaje(
+          "Error 3163: " + ErrorEjecucion(err::kTextoDemasiadoLargo, kLargo).descripcion(),
+          "Librano");
+      acepta(r);
+      EXPECT_EQ(lee().size(), 314u);
+      EXPECT_EQ(valor("Select Asiento from Empresa"), "122");
+      r.escape();
+    });
+    d.control<Rejilla>("Grid").mover(Rejilla::Ultima);
+    d.pulsa("CmdContabiliza");
     d.escape();
   });
   libro[312] = {121, "15/04/2024", "40000001", "Pagaré", 99};
@@ -325,6 +337,9 @@ TEST_F(CarteraDeEfectos, BajoCualquierMascara) {
     libro[numero++] = {asiento++, r.fecha, r.banco, "Otro", -r.importe};
     EXPECT_EQ(lee(), libro) << mascara;
   }
+  EXPECT_EQ(filas("Select TipoFactura, FacturaZuri, ApunteIVA, ApunteCartera from Diario where "
+                  "NAsiento=122"),
+            Filas(2, {"A", "Z1", "", ""}));
 }
 
 }  // namespace
