@@ -1,13 +1,15 @@
 #include "accounts/frmcrearplan.h"
 
 #include "accounts/crearplan.h"
+#include "accounts/plan2007.h"
 #include "engine/dbengine.h"
 #include "toolkit/registro.h"
 #include "ui_frmcrearplan.h"
 
 namespace {
 constexpr int kDeEmpresa = 1;
-}
+constexpr int kDe2007 = 2;
+}  // namespace
 
 FrmCrearPlan::FrmCrearPlan(Contexto& contexto)
     : Formulario(contexto),
@@ -30,6 +32,7 @@ void FrmCrearPlan::Form_Load() {
 
 void FrmCrearPlan::OptCreaAPartirDe_Click(int origen) {
   const bool deEmpresa = origen == kDeEmpresa;
+  ui_->FraModelo->setEnabled(origen == kDe2007);
   ui_->TxtEmpresa->setEnabled(deEmpresa);
   if (!deEmpresa) ui_->TxtEmpresa->setCurrentIndex(-1);
   for (QCheckBox* casilla :
@@ -51,11 +54,16 @@ FrmCrearPlan::Destino FrmCrearPlan::destino() const {
 
 void FrmCrearPlan::CmdAceptar_Click() {
   const Destino empresa = destino();
-  if (opcion("OptCreaAPartirDe") == kDeEmpresa) {
+  const int origen = opcion("OptCreaAPartirDe");
+  if (origen == kDeEmpresa) {
     if (!copia(empresa)) return;
   } else {
-    siembraPlan(*ctx.motor.Workspaces(0).OpenDatabase(sesion().rutaEmpresa(empresa.empresa)),
-                empresa.digitosCuenta);
+    const auto base = ctx.motor.Workspaces(0).OpenDatabase(sesion().rutaEmpresa(empresa.empresa));
+    if (origen == kDe2007)
+      estrenaPlan2007(*base, opcion("OptModelo") == 0 ? Modelo2007::Normal : Modelo2007::Pymes,
+                      empresa.digitosCuenta, ctx.reloj->hoy());
+    else
+      siembraPlan(*base, empresa.digitosCuenta);
   }
   cierra();
 }
@@ -75,11 +83,17 @@ bool FrmCrearPlan::copia(const Destino& destino) {
         "Error");
     return false;
   }
-  copiaPlan(*origen, *area.OpenDatabase(sesion().rutaEmpresa(destino.empresa)),
+  const auto base = area.OpenDatabase(sesion().rutaEmpresa(destino.empresa));
+  copiaPlan(*origen, *base,
             {.Subcuentas = ui_->ChkSubcuentas->isChecked(),
              .TiposIva = ui_->ChkTipoIva->isChecked(),
              .TiposCartera = ui_->ChkTipoCartera->isChecked(),
              .RestoCartera = ui_->ChkRestoCartera->isChecked()});
+  // The names of the levels go with the plan, and so does what it is.
+  if (const Plan2007DeEmpresa plan = plan2007De(*origen); plan.sigue) {
+    ponNivelesDe2007(*base, plan.modelo);
+    anotaPlan2007(*base, plan.modelo, ctx.reloj->hoy());
+  }
   return true;
 }
 

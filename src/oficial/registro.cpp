@@ -1,5 +1,8 @@
 #include "oficial/registro.h"
 
+#include "oficial/frmplan2007.h"
 #include "toolkit/registro.h"
 
-void registraOficial(Registro&) {}
+void registraOficial(Registro& registro) {
+  registro.registra<FrmPlan2007>();
+}

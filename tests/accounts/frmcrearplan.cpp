@@ -69,11 +69,14 @@ TEST(FrmCrearPlan, CopiaLoMarcadoYSeNiegaSobreLaMismaYSobreOtrasAnchuras) {
 TEST(FrmCrearPlan, AlCrearUnaEmpresaLlenaLaSuyaYCierraLosDos) {
   const struct {
     const char* empresa;
+    const char* opciones;  // the keys that pick them
     const char* boton;
     size_t cuentas;
     const char* primera;
-  } casos[] = {{"Filial", "CmdAceptar", 356, "1000|Capital social|1|10|Falso"},
-               {"Vacía", "CmdCancelar", 0, ""}};
+  } casos[] = {{"Filial", "", "CmdAceptar", 356, "1000|Capital social|1|10|Falso"},
+               {"Nueva ley", "2", "CmdAceptar", 608, "1000|Capital social|1|10|Falso"},
+               {"Grande", "2N", "CmdAceptar", 715, "1000|Capital social|1|10|Falso"},
+               {"Vacía", "", "CmdCancelar", 0, ""}};
   EscenarioPlan e;
   registraCompany(*e.formularios);
   for (const auto& caso : casos) {
@@ -84,6 +87,8 @@ TEST(FrmCrearPlan, AlCrearUnaEmpresaLlenaLaSuyaYCierraLosDos) {
     t.marca("OptCreaPlan");
     e.guion.esperaDialogo("FrmCrearPlan", [&](Teclado& d) {
       for (const char* casilla : kCasillas) EXPECT_FALSE(d.control(casilla).isEnabled());
+      EXPECT_FALSE(d.control("OptModelo_0").isEnabled());
+      for (const char* letra = caso.opciones; *letra; ++letra) d.mnemonico(QLatin1Char(*letra));
       d.pulsa(caso.boton);
     });
     t.pulsa("CmdAceptar");
