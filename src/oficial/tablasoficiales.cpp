@@ -56,10 +56,29 @@ constexpr CampoDeTabla kModelo347[] = {
     {"Excluido", FieldType::Boolean},
 };
 
+// The lines of an official statement while they are printed; the oldest go as new ones come.
+constexpr CampoDeTabla kEstadosOficiales[] = {
+    {"Lanzamiento", FieldType::Long},
+    {"Orden", FieldType::Long},
+    {"Dia", FieldType::Date},
+    {"Nivel", FieldType::Long},
+    {"Clave", FieldType::Text, 6},
+    {"Texto", FieldType::Text, 160},
+    {"Casilla", FieldType::Text, 5},
+    {"Importe", FieldType::Double},
+    {"Anterior", FieldType::Double},
+    {"RotuloActual", FieldType::Text, 30},
+    {"RotuloAnterior", FieldType::Text, 30},
+};
+
 constexpr TablaDeEmpresa kTablas[] = {
-    {"PlanOficial", kPlanOficial, 0},       {"TiposPorFechas", kTiposPorFechas, 0},
-    {"DatosRegistros", kDatosRegistros, 0}, {"Declarante", kDeclarante, 1},
-    {"Modelo303", kModelo303, 4},           {"Modelo347", kModelo347, 2},
+    {"PlanOficial", kPlanOficial, 0},
+    {"TiposPorFechas", kTiposPorFechas, 0},
+    {"DatosRegistros", kDatosRegistros, 0},
+    {"Declarante", kDeclarante, 1},
+    {"Modelo303", kModelo303, 4},
+    {"Modelo347", kModelo347, 2},
+    {"EstadosOficiales", kEstadosOficiales, 2},
 };
 
 int anchoDe(const Database& empresa, const QString& tabla) {
