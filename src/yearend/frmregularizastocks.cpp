@@ -1,5 +1,6 @@
 #include "yearend/frmregularizastocks.h"
 
+#include "common/comillas.h"
 #include "common/errorejecucion.h"
 #include "common/formato.h"
 #include "common/funciones.h"
@@ -43,9 +44,19 @@ void FrmRegularizaStocks::Form_Activate() {
   ui_->TxtExistenciasIniciales->setText(
       Format(valorDeExistencias(*empresa), sesion().MascaraImporte));
   ponImporte(*ui_->TxtExistenciasFinales, 0, ctx);
-  ui_->TxtSubcuentaCompras->setText(ExpandeCodigo("61.1", sesion().DigitosSubcuenta));
+  muestraCompras(*empresa);
   ui_->TxtFechaAsiento->setText(NormalizaFecha("31/12/" + QString::number(sesion().AnoActual),
                                                sesion().AnoActual, ctx.reloj->hoy()));
+}
+
+// A new company hasn't got it, and what is posted to a subcuenta out of the plan is in no balance.
+void FrmRegularizaStocks::muestraCompras(Database& empresa) {
+  const QString codigo = ExpandeCodigo("61.1", sesion().DigitosSubcuenta);
+  ui_->TxtSubcuentaCompras->setText(codigo);
+  const auto fila = empresa.OpenRecordset("Select Descripcion from Subcuentas where Subcuenta=" +
+                                          entreComillas(codigo));
+  ui_->LblSubcuentaCompras->setText(fila->Eof() ? "No está en el plan de subcuentas"
+                                                : fila->Fields(0).display());
 }
 
 void FrmRegularizaStocks::TxtDescripcion_LostFocus() {

@@ -9,6 +9,7 @@
 namespace Ui {
 class FrmRegularizaStocks;
 }
+class Database;
 
 class FrmRegularizaStocks : public Formulario {
   Q_OBJECT
@@ -19,6 +20,7 @@ class FrmRegularizaStocks : public Formulario {
   void Form_Activate() override;
 
  private:
+  void muestraCompras(Database& empresa);
   void TxtDescripcion_LostFocus();
   void CmdAceptar_Click();
 

@@ -221,6 +221,7 @@ void UnAno::regularizaExistencias() {
     EXPECT_EQ(stocks.textoDe("TxtExistenciasIniciales"), "500,25 ");
     EXPECT_EQ(stocks.textoDe("TxtExistenciasFinales"), "0,00 ");
     EXPECT_EQ(stocks.textoDe("TxtSubcuentaCompras"), "61000001");
+    EXPECT_EQ(stocks.textoDe("LblSubcuentaCompras"), "Variación de existencias");
     EXPECT_EQ(stocks.textoDe("TxtFechaAsiento"), kFin);
     rellena(stocks, {{"TxtExistenciasFinales", "820.5"}, {"TxtDescripcion", ""}});
     guion.esperaMensaje("Seleccione en la lista la subcuenta de existencias", "Error");

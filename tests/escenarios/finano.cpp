@@ -84,8 +84,12 @@ TEST_F(FinDeAno, LoQueFallaDejaLoEscritoYSePuedeSeguir) {
   inserta(
       "Diario",
       {{"NLinea", 5000}, {"NAsiento", 1}, {"Subcuenta", "30000002"}, {"DH", "H"}, {"Importe", -5}});
+  const auto compras = base->OpenRecordset("Select * from Subcuentas where Subcuenta='61000001'");
+  compras->Delete();
+  motor.flush();
   herramienta("MnuRegularizacionStock", [&](Teclado& stocks) {
     EXPECT_EQ(stocks.textoDe("TxtExistenciasIniciales"), "-5,00");
+    EXPECT_EQ(stocks.textoDe("LblSubcuentaCompras"), "No está en el plan de subcuentas");
     stocks.llega("GridExtracto");
     stocks.tecla(Qt::Key_End);
     falla(stocks, "Error 3421: " + ErrorEjecucion(err::kConversionDeDatos, "--5,00").descripcion() +
