@@ -19,6 +19,7 @@ constexpr Texto kTextos[] = {
     {err::kErrorDeRuta, "No se puede usar la ruta o el fichero"},
     {err::kRutaNoEncontrada, "No se encuentra la ruta"},
     {err::kNuloNoValido, "Falta un dato: el valor es nulo"},
+    {err::kArchivoNoSirve, "El archivo no sirve"},
     {err::kTablaYaExiste, "Ya hay una tabla con ese nombre"},
     {err::kConsultaYaExiste, "Ya hay una consulta con ese nombre"},
     {err::kActualizarSinEditar, "El registro no se está añadiendo ni modificando"},

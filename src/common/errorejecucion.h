@@ -20,6 +20,7 @@ inline constexpr int kPermisoDenegado = 70;
 inline constexpr int kErrorDeRuta = 75;
 inline constexpr int kRutaNoEncontrada = 76;
 inline constexpr int kNuloNoValido = 94;
+inline constexpr int kArchivoNoSirve = 321;
 // Data access.
 inline constexpr int kTablaYaExiste = 3010;
 inline constexpr int kConsultaYaExiste = 3012;

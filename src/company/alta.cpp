@@ -106,43 +106,53 @@ class Catalogo {
   std::unique_ptr<Database> base_;
 };
 
-void construye(DBEngine& motor, const QString& dirDatos, const DatosEmpresa& datos) {
-  const QString obra = carpetaDeObra(dirDatos, datos.NombreEmpresa);
-  borraObra(dirDatos, datos.NombreEmpresa);
+void levanta(const QString& dirDatos, const QString& nombre, const ConstruyeEmpresa& construye) {
+  const QString obra = carpetaDeObra(dirDatos, nombre);
+  borraObra(dirDatos, nombre);
   if (!QDir().mkdir(rutaSistema(obra))) throw ErrorEjecucion(err::kErrorDeRuta, obra);
-  CrearBase(motor, obra + QStringLiteral("/Conta.MDB"),
-            static_cast<int>(Variant(datos.MayorN01).toLong()),
-            static_cast<int>(Variant(datos.SubCuN01).toLong()), kEmpresaNueva, datos);
-  const QString carpeta = rutaSistema(dirDatos) + datos.NombreEmpresa;
-  if (hayCarpeta(dirDatos, datos.NombreEmpresa) || !QDir().rename(rutaSistema(obra), carpeta))
+  construye(obra + QStringLiteral("/Conta.MDB"));
+  const QString carpeta = rutaSistema(dirDatos) + nombre;
+  if (hayCarpeta(dirDatos, nombre) || !QDir().rename(rutaSistema(obra), carpeta))
     throw ErrorEjecucion(err::kErrorDeRuta, carpeta);
 }
 
 }  // namespace
 
+QString reparoDelNombre(DBEngine& motor, const QString& dirDatos, const QString& nombre) {
+  if (!sirveDeCarpeta(nombre))
+    return QStringLiteral(
+        "El nombre de la empresa es también el de su carpeta: no puede llevar "
+        "\\ / : * ? \" < > | ni empezar por un punto");
+  if (hayCarpeta(dirDatos, nombre) && !Catalogo(motor, dirDatos).tiene(nombre))
+    return QStringLiteral(
+               "Ya hay una carpeta con el nombre '%1' entre los datos, cree la empresa "
+               "con otro nombre")
+        .arg(nombre);
+  return {};
+}
+
 std::optional<Reparo> reparoDelAlta(DBEngine& motor, const QString& dirDatos,
                                     const DatosEmpresa& datos) {
-  const QString& nombre = datos.NombreEmpresa;
-  if (!sirveDeCarpeta(nombre))
-    return Reparo{QStringLiteral("El nombre de la empresa es también el de su carpeta: no puede "
-                                 "llevar \\ / : * ? \" < > | ni empezar por un punto"),
-                  &DatosEmpresa::NombreEmpresa};
-  if (hayCarpeta(dirDatos, nombre) && !Catalogo(motor, dirDatos).tiene(nombre))
-    return Reparo{QStringLiteral("Ya hay una carpeta con el nombre '%1' entre los datos, cree la "
-                                 "empresa con otro nombre")
-                      .arg(nombre),
-                  &DatosEmpresa::NombreEmpresa};
+  const QString reparo = reparoDelNombre(motor, dirDatos, datos.NombreEmpresa);
+  if (!reparo.isEmpty()) return Reparo{reparo, &DatosEmpresa::NombreEmpresa};
   return reparoDeCodigos(datos);
 }
 
 void creaEmpresa(DBEngine& motor, const QString& dirDatos, const DatosEmpresa& datos) {
-  const QString& nombre = datos.NombreEmpresa;
+  creaEmpresa(motor, dirDatos, datos.NombreEmpresa, [&](const QString& fichero) {
+    CrearBase(motor, fichero, static_cast<int>(Variant(datos.MayorN01).toLong()),
+              static_cast<int>(Variant(datos.SubCuN01).toLong()), kEmpresaNueva, datos);
+  });
+}
+
+void creaEmpresa(DBEngine& motor, const QString& dirDatos, const QString& nombre,
+                 const ConstruyeEmpresa& construye) {
   Catalogo catalogo(motor, dirDatos);
   const bool recogida = hayObra(dirDatos, nombre) && !hayCarpeta(dirDatos, nombre);
   // The row goes first: while it waits to be written no other station can take the name.
   if (!recogida || !catalogo.tiene(nombre)) catalogo.anade(nombre);
   try {
-    construye(motor, dirDatos, datos);
+    levanta(dirDatos, nombre, construye);
   } catch (const ErrorEjecucion&) {
     ignorando([&] { catalogo.quita(nombre); });
     borraObra(dirDatos, nombre);

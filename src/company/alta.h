@@ -1,6 +1,7 @@
 // A new company: what can be said against it before anything is written, and making it whole.
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <QString>
 
@@ -20,9 +21,17 @@ struct Reparo {
 std::optional<Reparo> reparoDelAlta(DBEngine& motor, const QString& dirDatos,
                                     const DatosEmpresa& datos);
 
+// What of it is about the name alone; empty when nothing is against it.
+QString reparoDelNombre(DBEngine& motor, const QString& dirDatos, const QString& nombre);
+
 // Makes the company in the data folder (with its final backslash): its row in the catalogue, its
 // folder, its file. All is on the disk when it returns; if anything fails neither row nor folder is
 // left. What a creation left that was killed half-way is taken over by the next one of that name.
 // Raises 3022 for a name that the catalogue has, 75 when the folder can't be made, 13 when the
 // digits aren't numbers, and what CrearBase raises.
 void creaEmpresa(DBEngine& motor, const QString& dirDatos, const DatosEmpresa& datos);
+
+// The same with a file of which `construye` is told where to make it.
+using ConstruyeEmpresa = std::function<void(const QString& fichero)>;
+void creaEmpresa(DBEngine& motor, const QString& dirDatos, const QString& nombre,
+                 const ConstruyeEmpresa& construye);

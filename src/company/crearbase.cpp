@@ -13,7 +13,7 @@ constexpr int kEmpresaNueva = 1;
 
 // What a file being built needs to know.
 struct Obra {
-  Database& base;
+  Database* base;
   int digitosCuenta;
   int digitosSubcuenta;
   bool nuevo;
@@ -23,15 +23,15 @@ struct Obra {
 void creaTabla(const Obra& obra, const TablaDeEmpresa& cual) {
   TableDef tabla = definicionDeTabla(cual, obra.digitosCuenta, obra.digitosSubcuenta);
   const std::vector<Index> indices = std::exchange(tabla.Indexes, {});
-  obra.base.appendTable(tabla);
-  for (const Index& indice : indices) obra.base.appendIndex(tabla.Name, indice);
+  obra.base->appendTable(tabla);
+  for (const Index& indice : indices) obra.base->appendIndex(tabla.Name, indice);
 }
 
 void escribeFilaDeEmpresa(const Obra& obra) {
   DatosEmpresa datos = obra.datos;
   datos.MayorN01 = QString::number(obra.digitosCuenta);
   datos.SubCuN01 = QString::number(obra.digitosSubcuenta);
-  const auto empresa = obra.base.OpenRecordset(QStringLiteral("Empresa"));
+  const auto empresa = obra.base->OpenRecordset(QStringLiteral("Empresa"));
   ignorando([&] {
     empresa->AddNew();
     empresa->Fields(0) = 1;
@@ -42,21 +42,39 @@ void escribeFilaDeEmpresa(const Obra& obra) {
 
 // The rows that follow a table, if any.
 void siembra(const Obra& obra, const QString& tabla) {
-  if (tabla == QLatin1String("Nivel01")) siembraNivel01(obra.base);
-  if (tabla == QLatin1String("Nivel02")) siembraNivel02(obra.base);
-  if (tabla == QLatin1String("ActPas")) siembraActPas(obra.base);
+  if (tabla == QLatin1String("Nivel01")) siembraNivel01(*obra.base);
+  if (tabla == QLatin1String("Nivel02")) siembraNivel02(*obra.base);
+  if (tabla == QLatin1String("ActPas")) siembraActPas(*obra.base);
   if (!obra.nuevo) return;
   if (tabla == QLatin1String("Empresa")) escribeFilaDeEmpresa(obra);
-  if (tabla == QLatin1String("Conceptos")) siembraConceptos(obra.base);
+  if (tabla == QLatin1String("Conceptos")) siembraConceptos(*obra.base);
   if (tabla == QLatin1String("TiposIVA")) {
-    siembraTiposIVA(obra.base);
-    siembraSubcuentasEspeciales(obra.base, obra.digitosCuenta, obra.digitosSubcuenta, obra.datos);
+    siembraTiposIVA(*obra.base);
+    siembraSubcuentasEspeciales(*obra.base, obra.digitosCuenta, obra.digitosSubcuenta, obra.datos);
   }
 }
 
+// All but what makes it quick.
+std::unique_ptr<Database> construye(DBEngine& motor, const QString& ruta, Obra obra) {
+  auto base = motor.Workspaces(0).CreateDatabase(ruta, QLatin1String(kOrdenGeneral));
+  obra.base = base.get();
+  for (const TablaDeEmpresa& tabla : tablasDeEmpresa()) {
+    creaTabla(obra, tabla);
+    siembra(obra, QLatin1String(tabla.nombre));
+  }
+  // Kept: a new company holds the kinds of receipt twice. The grid of the receipts shows both runs.
+  if (obra.nuevo) siembraTipoRecibos(*base);
+  siembraTipoRecibos(*base);
+  for (const Consulta& consulta : consultasDeEmpresa())
+    base->CreateQueryDef(QString::fromUtf8(consulta.nombre), QString::fromUtf8(consulta.texto));
+  return base;
+}
+
+}  // namespace
+
 // The journal is read by asiento, by date and by subcuenta at every key, searched by marks and
 // amounts, and grows without end.
-void aligeraDiario(Database& base) {
+void aligeraBase(Database& base) {
   const QString diario = QStringLiteral("Diario");
   base.keepIndex(diario, {QStringLiteral("NAsiento")});
   base.keepIndex(diario, {QStringLiteral("Subcuenta"), QStringLiteral("Fecha"),
@@ -75,21 +93,15 @@ void aligeraDiario(Database& base) {
     base.keepSums(diario, QStringLiteral("DH"), QStringLiteral("Importe"), clave);
 }
 
-}  // namespace
-
 void CrearBase(DBEngine& motor, const QString& ruta, int digitosCuenta, int digitosSubcuenta,
                int nuevo, const DatosEmpresa& datos) {
-  const auto base = motor.Workspaces(0).CreateDatabase(ruta, QLatin1String(kOrdenGeneral));
-  const Obra obra{*base, digitosCuenta, digitosSubcuenta, nuevo == kEmpresaNueva, datos};
-  for (const TablaDeEmpresa& tabla : tablasDeEmpresa()) {
-    creaTabla(obra, tabla);
-    siembra(obra, QLatin1String(tabla.nombre));
-  }
-  // Kept: a new company holds the kinds of receipt twice. The grid of the receipts shows both runs.
-  if (obra.nuevo) siembraTipoRecibos(*base);
-  siembraTipoRecibos(*base);
-  for (const Consulta& consulta : consultasDeEmpresa())
-    base->CreateQueryDef(QString::fromUtf8(consulta.nombre), QString::fromUtf8(consulta.texto));
-  aligeraDiario(*base);
+  const auto base = construye(
+      motor, ruta, {nullptr, digitosCuenta, digitosSubcuenta, nuevo == kEmpresaNueva, datos});
+  aligeraBase(*base);
+  motor.flush();
+}
+
+void creaBaseVacia(DBEngine& motor, const QString& ruta, int digitosCuenta, int digitosSubcuenta) {
+  construye(motor, ruta, {nullptr, digitosCuenta, digitosSubcuenta, false, {}});
   motor.flush();
 }

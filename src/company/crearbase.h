@@ -9,6 +9,7 @@
 #include "company/datosempresa.h"
 
 class DBEngine;
+class Database;
 
 // Makes the file `ruta` with codes of `digitosCuenta` and `digitosSubcuenta` digits. With `nuevo` 1
 // it also writes the company's row and its special subcuentas from `datos`, and the rows a new
@@ -17,3 +18,8 @@ class DBEngine;
 // share a code: the file then stays as far as it was built. All of it is written when it returns.
 void CrearBase(DBEngine& motor, const QString& ruta, int digitosCuenta, int digitosSubcuenta,
                int nuevo, const DatosEmpresa& datos = {});
+
+// The same with `nuevo` 0, without the indexes and sums that make its journal quick: they are made
+// sooner by aligeraBase once the rows are in.
+void creaBaseVacia(DBEngine& motor, const QString& ruta, int digitosCuenta, int digitosSubcuenta);
+void aligeraBase(Database& base);

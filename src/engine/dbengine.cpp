@@ -148,6 +148,7 @@ void DBEngine::discard() {
 }
 
 void DBEngine::breathe() {
+  if (isWaiting()) return;
   bool committed = false;
   for (const auto& connection : d_->open()) {
     if (!connection->inGroup() || connection->groupAge() < d_->longWork) continue;
@@ -196,7 +197,26 @@ QStringList DBEngine::filesOf(const QString& path) const {
   return d_->driver->files(path);
 }
 
-void DBEngine::RepairDatabase(const QString& path) {
+namespace {
+
+// Whoever asked for work on whole books is told how far it is, as long as this stands.
+class Telling {
+ public:
+  Telling(StoreSettings& settings, const Advance& advance) : settings_(settings) {
+    settings_.advance = advance;
+  }
+  ~Telling() { settings_.advance = nullptr; }
+  Telling(const Telling&) = delete;
+  Telling& operator=(const Telling&) = delete;
+
+ private:
+  StoreSettings& settings_;
+};
+
+}  // namespace
+
+void DBEngine::RepairDatabase(const QString& path, const Advance& advance) {
+  const Telling telling(*d_->storeSettings, advance);
   const auto shared = connection(path);
   guarded(*shared, [&] {
     shared->commit();
@@ -206,28 +226,68 @@ void DBEngine::RepairDatabase(const QString& path) {
   });
 }
 
-void DBEngine::CompactDatabase(const QString& source, const QString& destination) {
-  if (exists(destination)) throw ErrorEjecucion(err::kBaseYaExiste, destination);
+void DBEngine::CompactDatabase(const QString& source, const QString& destination,
+                               const Advance& advance) {
+  const Telling telling(*d_->storeSettings, advance);
+  const QString place = d_->driver->identity(destination);
+  const bool itself = !place.isEmpty() && place == d_->driver->identity(source);
+  if (!place.isEmpty() && !itself) throw ErrorEjecucion(err::kBaseYaExiste, destination);
   const auto shared = connection(source);
   guarded(*shared, [&] {
     shared->commit();
     d_->driver->compact(shared->store(), destination);
-    forget(d_->driver->identity(destination));
+    if (!itself) forget(d_->driver->identity(destination));
   });
 }
 
-void DBEngine::CopyDatabase(const QString& source, const QString& destination) {
+void DBEngine::CopyDatabase(const QString& source, const QString& destination,
+                            const Advance& advance) {
+  const Telling telling(*d_->storeSettings, advance);
+  copy(source, destination, std::nullopt);
+}
+
+void DBEngine::ReplaceDatabase(const QString& source, const QString& destination, qint64 asRead,
+                               const Advance& advance) {
+  const Telling telling(*d_->storeSettings, advance);
+  copy(source, destination, asRead);
+}
+
+qint64 DBEngine::commits(const QString& path) {
+  const auto shared = connection(path);
+  return guarded(*shared, [&] {
+    shared->commit();
+    return shared->store().commits();
+  });
+}
+
+void DBEngine::copy(const QString& source, const QString& destination,
+                    std::optional<qint64> asRead) {
   const auto shared = connection(source);
   guarded(*shared, [&] {
     shared->commit();
-    if (exists(destination)) {
-      const auto live = connection(destination);
+    std::shared_ptr<Connection> live;
+    try {
+      if (exists(destination)) live = connection(destination);
+    } catch (const ErrorEjecucion& e) {
+      if (e.numero() != err::kFormatoNoReconocido) throw;
+    }
+    if (live == shared) return;
+    if (live) {
       live->commit();
-      d_->driver->overwrite(shared->store(), live->store());
+      d_->driver->overwrite(shared->store(), live->store(), asRead);
     } else {
       d_->driver->copy(shared->store(), destination);
       forget(d_->driver->identity(destination));
     }
+  });
+}
+
+std::unique_ptr<Snapshot> DBEngine::snapshot(const QString& path, const Advance& advance) {
+  const Telling telling(*d_->storeSettings, advance);
+  const auto shared = connection(path);
+  return guarded(*shared, [&] {
+    shared->commit();
+    return d_->driver->snapshot(shared->store());
   });
 }
 

@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "common/errorejecucion.h"
+#include "engine/advance.h"
 #include "engine/lang/catalog.h"
 #include "engine/recordset.h"
 #include "engine/tabledef.h"
@@ -21,6 +22,7 @@ class Database;
 class DBEngine;
 class Driver;
 class Hold;
+class Snapshot;
 class Wait;
 struct Stamp;
 
@@ -99,14 +101,25 @@ class DBEngine : public QObject {
   QStringList filesOf(const QString& path) const;
   // Checks the file, rebuilds what can be derived (indexes, running sums) and puts it right in
   // place. 3343 for a file that is no database.
-  void RepairDatabase(const QString& path);
-  // A compacted copy under another name; `destination` must not exist (3204).
-  void CompactDatabase(const QString& source, const QString& destination);
+  void RepairDatabase(const QString& path, const Advance& advance = {});
+  // A compacted copy under another name; `destination` must not exist (3204). Under its own, the
+  // file itself is compacted.
+  void CompactDatabase(const QString& source, const QString& destination,
+                       const Advance& advance = {});
 
   // A copy of a file as it stands, verified before it takes its name. A destination that exists, in
   // use or not, is written over as one change: it is left wholly old or wholly new, and what is
-  // open on it shows the new rows. 3024, 3343, 3026.
-  void CopyDatabase(const QString& source, const QString& destination);
+  // open on it shows the new rows. One that is no database (any more) gives way to the copy. 3024,
+  // 3343, 3026.
+  void CopyDatabase(const QString& source, const QString& destination, const Advance& advance = {});
+  // The same for what was made from the destination's own rows. `asRead` are its commits() from
+  // before they were read: 3186, with nothing written, if anybody has changed it since.
+  void ReplaceDatabase(const QString& source, const QString& destination, qint64 asRead,
+                       const Advance& advance = {});
+  // Moves with each change of a file by anybody, and stands in it.
+  qint64 commits(const QString& path);
+  // A file as it stands, for those who read files and not books; it lies beside it.
+  std::unique_ptr<Snapshot> snapshot(const QString& path, const Advance& advance = {});
 
   // Commits every open group now. Whatever hands control to somebody else calls it: boxes,
   // dialogs, the event loop, external programs.
@@ -159,6 +172,7 @@ class DBEngine : public QObject {
  private:
   friend class Workspace;
   void forget(const QString& identity);
+  void copy(const QString& source, const QString& destination, std::optional<qint64> asRead);
   void askForCommit(int delay);
   void askForReading(int delay);
   void commitFromLoop();

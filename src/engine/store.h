@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "common/variant.h"
+#include "engine/advance.h"
 #include "engine/definitions.h"
 
 class Wait;
@@ -55,6 +56,18 @@ class Cursor {
   virtual Variant value(int column) const = 0;
 };
 
+// Books as they stood at one moment, in a file of their own that goes away with the object: for
+// those who read files and not books.
+class Snapshot {
+ public:
+  virtual ~Snapshot() = default;
+  Snapshot() = default;
+  Snapshot(const Snapshot&) = delete;
+  Snapshot& operator=(const Snapshot&) = delete;
+  virtual QString file() const = 0;  // the system's path
+  virtual void verify() = 0;         // 3343 unless what it holds can be read
+};
+
 using RowTaker = std::function<void(Key, Row&&)>;
 
 // One compiled query. It lives no longer than its store.
@@ -90,6 +103,9 @@ class Store {
   // Moves when the books have been replaced by others of the same name (a file restored by hand, a
   // synchroniser): keys read before mean nothing in them.
   virtual quint64 edition() const { return 0; }
+  // Moves with each commit to the books by anybody, and stands in them: it may be compared with
+  // what another process, or this one before it closed them, was told.
+  virtual qint64 commits() { return 0; }
   virtual std::unique_ptr<Hold> hold() = 0;
 
   // The group of updates. Opening it keeps all others from writing (3260, or 3186 for who is
@@ -117,6 +133,7 @@ struct StoreSettings {
   Wait* wait = nullptr;
   bool inWait = false;     // `wait` is at work: nothing may be asked of a store
   bool impatient = false;  // a lock was refused: no other is waited for until one is got
+  Advance advance;         // of the work on whole books that is going on, if its caller wants it
   std::function<void()> refused;
   std::function<void()> undone;
 };
@@ -137,11 +154,16 @@ class Driver {
   // The names of the files that books at a location may stand in; none for a keeper without files.
   virtual QStringList files(const QString& location) const = 0;
 
-  // Books as they stand, made at a free location (3204) or written over others that are open, as
-  // one change: these are left wholly old or wholly new. Verified before anybody sees them: 3343.
+  virtual std::unique_ptr<Snapshot> snapshot(Store& from) = 0;
+  // Books as they stand, made at a location in place of what may be there, or written over others
+  // that are open, as one change: these are left wholly old or wholly new. Verified before anybody
+  // sees them: 3343. With `asRead` they are written only while that is what `to` tells as its
+  // commits() (3186).
   virtual void copy(Store& from, const QString& to) = 0;
-  virtual void overwrite(Store& from, Store& to) = 0;
-  virtual void compact(Store& from, const QString& to) = 0;  // a copy in as little room as it takes
+  virtual void overwrite(Store& from, Store& to, std::optional<qint64> asRead) = 0;
+  // A copy in as little room as it takes, at a free location (3204); or books themselves, at their
+  // own.
+  virtual void compact(Store& from, const QString& to) = 0;
   // Checks books and makes anew what can be derived (indexes, kept sums), within a group. 3343 if
   // anything else is damaged.
   virtual void check(Store& store) = 0;

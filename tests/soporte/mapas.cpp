@@ -193,7 +193,8 @@ class ConductorDeMapas : public Driver {
   void erase(const QString&) override { mapas_->tablas.clear(); }
   QStringList files(const QString&) const override { return {}; }
   void copy(Store&, const QString&) override {}
-  void overwrite(Store&, Store&) override {}
+  std::unique_ptr<Snapshot> snapshot(Store&) override { return nullptr; }
+  void overwrite(Store&, Store&, std::optional<qint64>) override {}
   void compact(Store&, const QString&) override {}
   void check(Store&) override {}
 

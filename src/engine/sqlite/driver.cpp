@@ -14,12 +14,12 @@ namespace {
 
 constexpr QLatin1String kJournal("-journal");  // beside a file that is being changed
 
-// The library's first complaint about the file; empty when it has none.
-QString complaint(FileStore& store) {
+// Raises the library's first complaint about the file.
+void complain(FileStore& store) {
   Statement check = store.prepare(QStringLiteral("PRAGMA integrity_check(1)"));
-  if (!check.step()) return {};
-  const QString words = check.text(0);
-  return words == QLatin1String("ok") ? QString() : words;
+  const QString words = check.step() ? check.text(0) : QString();
+  if (words != QLatin1String("ok"))
+    throw ErrorEjecucion(err::kFormatoNoReconocido, store.path() + u' ' + words);
 }
 
 void rebuildSums(FileStore& store) {
@@ -69,41 +69,56 @@ class FileDriver : public Driver {
     return {name, name + kJournal};
   }
 
+  std::unique_ptr<Snapshot> snapshot(Store& from) override {
+    FileStore& file = fileOf(from);
+    auto copy = std::make_unique<TemporaryCopy>(file.systemPath(), file.path(), file);
+    FileStore::LongWork work(file, Wait::Work::Copying, 1);
+    copy->fill(work);
+    return copy;
+  }
+
   void copy(Store& from, const QString& to) override {
-    TemporaryCopy copy(freePath(to), to, fileOf(from));
-    copy.fill();
-    copy.verify();
+    TemporaryCopy copy(rutaSistema(to), to, fileOf(from));
+    FileStore::LongWork work(fileOf(from), Wait::Work::Copying, 2);
+    copy.fill(work);
+    work.nextPhase();
+    copy.verify(work);
     copy.rename();
   }
 
-  void overwrite(Store& from, Store& to) override {
-    TemporaryCopy copy(fileOf(to).systemPath(), fileOf(to).path(), fileOf(from));
-    copy.fill();
-    copy.verify();
-    copy.writeInto(fileOf(to));
+  void overwrite(Store& from, Store& to, std::optional<qint64> asRead) override {
+    FileStore& source = fileOf(from);
+    FileStore::LongWork work(source, Wait::Work::Copying, 2);
+    // What is found sound is what will be written.
+    const FileStore::Reading still(source);
+    complain(source);
+    work.nextPhase();
+    writeInto(fileOf(to), source, asRead, work);
   }
 
   void compact(Store& from, const QString& to) override {
-    TemporaryCopy copy(freePath(to), to, fileOf(from));
-    fileOf(from)
-        .prepare(QStringLiteral("VACUUM INTO ?1"), Doing::Locking)
-        .bind(1, copy.path())
-        .execute();
-    copy.verify();
+    FileStore& file = fileOf(from);
+    FileStore::LongWork work(file, Wait::Work::Copying, 2);
+    if (identity(to) == file.systemPath()) return file.execute(QStringLiteral("VACUUM"));
+    TemporaryCopy copy(freePath(to), to, file);
+    work.follow([&] { return QFileInfo(copy.file()).size(); }, QFileInfo(file.systemPath()).size());
+    file.prepare(QStringLiteral("VACUUM INTO ?1"), Doing::Locking).bind(1, copy.file()).execute();
+    work.nextPhase();
+    copy.verify(work);
     copy.rename();
   }
 
   void check(Store& store) override {
     FileStore& file = fileOf(store);
-    const FileStore::LongWork work(file, Wait::Work::Repairing);
+    FileStore::LongWork work(file, Wait::Work::Repairing, 3);
     file.execute(QStringLiteral("REINDEX"));
+    work.nextPhase();
     rebuildSums(file);
     remakeViews(file);
     file.noteDefinitions();
+    work.nextPhase();
     // What can't be derived from something else is told, and nothing of it is touched.
-    const QString words = complaint(file);
-    if (!words.isEmpty())
-      throw ErrorEjecucion(err::kFormatoNoReconocido, file.path() + u' ' + words);
+    complain(file);
   }
 };
 

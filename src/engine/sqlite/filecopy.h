@@ -1,38 +1,33 @@
-// A file being made beside the one that it will become.
-//
-// It is verified before anybody can see it under its name, so a copy that was broken off leaves
-// what was there before. Unless it was renamed, it goes away with the object.
+// A copy of an open file, made beside the one that it will become, or only to be read by others.
 #pragma once
 
-#include <QString>
-
+#include "common/ficherotemporal.h"
 #include "engine/sqlite/store.h"
 
-class TemporaryCopy {
+class TemporaryCopy : public Snapshot {
  public:
   // `target` is the system's path of what it will become, `path` the same as the program writes it.
-  // Whoever shows windows is told of `source` while it takes long, and may stop it: 3059.
   TemporaryCopy(const QString& target, const QString& path, FileStore& source);
-  ~TemporaryCopy();
-  TemporaryCopy(const TemporaryCopy&) = delete;
-  TemporaryCopy& operator=(const TemporaryCopy&) = delete;
 
-  QString path() const { return temporary_; }
+  QString file() const override { return temporary_.ruta(); }
   // Copies all of the source as it stands now. 3260 while another station locks it.
-  void fill();
-  void verify();  // 3343 unless it is sound
+  void fill(FileStore::LongWork& work);
+  void verify(FileStore::LongWork& work, const char* pragma = "PRAGMA integrity_check(1)");
+  // That no page of it is lost. What can be made anew from the rows isn't compared with them.
+  void verify() override;
   void rename();  // 75 if the target can't be made
-  // Writes it into a file that is in use, as one change: a kill leaves it wholly old or wholly new.
-  // 3186 while another station is in the way.
-  void writeInto(FileStore& live);
 
  private:
   sqlite3* open(int flags) const;
-  int copyPages(sqlite3* to, sqlite3* from);
-  void remove() const;
+
   QString target_;
   QString path_;
-  QString temporary_;
+  FicheroTemporal temporary_;
   FileStore& source_;
-  FileStore::LongWork work_;
 };
+
+// Writes a file into another one that is in use, as one change: a kill leaves it wholly old or
+// wholly new. 3186 while another station is in the way; and, with `asRead`, unless that is what it
+// tells as its commits().
+void writeInto(FileStore& live, FileStore& from, std::optional<qint64> asRead,
+               FileStore::LongWork& work);

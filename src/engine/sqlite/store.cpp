@@ -1,6 +1,7 @@
 #include "engine/sqlite/store.h"
 
 #include <sqlite3.h>
+#include <algorithm>
 #include <QFileInfo>
 #include <QThread>
 #include <utility>
@@ -15,6 +16,8 @@ namespace {
 constexpr int kPollEvery = 2;           // milliseconds
 constexpr int kLookAtWorkEvery = 4000;  // steps of the library's machine
 constexpr qint64 kLongWork = 500;       // milliseconds
+constexpr qint64 kTellEvery = 25;       // milliseconds
+constexpr int kParts = 1000;            // of a phase of long work
 constexpr qint64 kLookEvery = 2'000'000;
 constexpr std::size_t kPreparedKept = 256;
 constexpr std::pair<const char*, int> kTriggerWords[] = {{own::kTwinRow, err::kClaveDuplicada},
@@ -114,7 +117,8 @@ void FileStore::endWait() {
   if (settings_->wait) settings_->wait->over();
 }
 
-FileStore::LongWork::LongWork(FileStore& store, Wait::Work work) : store_(store), work_(work) {
+FileStore::LongWork::LongWork(FileStore& store, Wait::Work work, int phases)
+    : store_(store), work_(work), phases_(phases) {
   store_.longWork_ = this;
   since_.start();
 }
@@ -124,12 +128,43 @@ FileStore::LongWork::~LongWork() {
   store_.returned();
 }
 
+void FileStore::LongWork::nextPhase() {
+  ++phase_;
+  part_ = 0;
+  size_ = nullptr;
+}
+
+bool FileStore::LongWork::goesOn(int done, int total) {
+  part_ = total > 0 ? static_cast<int>(qint64{kParts} * done / total) : 0;
+  return goesOn();
+}
+
 bool FileStore::LongWork::goesOn() {
   const qint64 elapsed = since_.elapsed();
-  const StoreSettings& settings = *store_.settings_;
-  if (!settings.wait || settings.inWait || elapsed < kLongWork) return true;
-  const bool answer = store_.goOn([&](Wait& wait) { return wait.working(work_, elapsed); });
+  StoreSettings& settings = *store_.settings_;
+  if (settings.inWait || elapsed - told_ < kTellEvery) return true;
+  told_ = elapsed;
+  bool answer = true;
+  if (settings.advance) {
+    tell();
+  } else if (settings.wait && elapsed >= kLongWork) {
+    answer = store_.goOn([&](Wait& wait) { return wait.working(work_, elapsed); });
+  }
+  told_ = since_.elapsed();  // what was painted took its time too
   return answer || work_ == Wait::Work::Repairing;
+}
+
+void FileStore::LongWork::tell() {
+  if (size_) part_ = static_cast<int>(std::min<qint64>(kParts, kParts * size_() / bytes_));
+  StoreSettings& settings = *store_.settings_;
+  settings.inWait = true;
+  settings.advance(phase_ * kParts + part_, phases_ * kParts);
+  settings.inWait = false;
+}
+
+void FileStore::LongWork::follow(std::function<qint64()> size, qint64 bytes) {
+  size_ = std::move(size);
+  bytes_ = std::max<qint64>(1, bytes);
 }
 
 void FileStore::LongWork::lookAfter(sqlite3* handle) {
@@ -389,6 +424,22 @@ Stamp FileStore::stamp(const QString& table) {
   // Moved by other stations; by definitions and what the library undid; by this process.
   const qint64 changes = table.isEmpty() ? allChanges_ : tableChanges_.value(table);
   return {{dataVersion_, generation_, changes}};
+}
+
+qint64 FileStore::commits() {
+  const Reading look(*this);
+  return commitsWhileLocked();
+}
+
+// The file's own counter, which its library moves with each change. It is read from the file: what
+// the library remembers of it may be of an earlier lock.
+qint64 FileStore::commitsWhileLocked() const {
+  constexpr int kPlace = 24;
+  sqlite3_file* file = nullptr;
+  sqlite3_file_control(db_, "main", SQLITE_FCNTL_FILE_POINTER, &file);
+  unsigned char counter[4] = {};
+  if (!file || file->pMethods->xRead(file, counter, sizeof counter, kPlace) != SQLITE_OK) return -1;
+  return (qint64{counter[0]} << 24) | (counter[1] << 16) | (counter[2] << 8) | counter[3];
 }
 
 void FileStore::freshen() {

@@ -58,6 +58,10 @@ class FileStore : public Store {
   // Which file of its name it is.
   quint64 edition() const override { return edition_; }
 
+  qint64 commits() override;
+  // The same for who has the file locked already, and runs no statement.
+  qint64 commitsWhileLocked() const;
+
   // Notes that rows of a table were changed by this process.
   void touched(const QString& table);
   Stamp stamp(const QString& table) override;
@@ -86,21 +90,36 @@ class FileStore : public Store {
     if (waited_ && !longWork_) endWait();
   }
 
-  // Work of the library's that isn't one statement, told as one: a copy, a repair.
+  // Work of the library's that isn't one statement, told as one: a copy, a repair. Made of several
+  // phases it counts them as equally long. Whoever asked for it with an advance is told how far it
+  // is, and it can't be stopped; otherwise whoever shows windows.
   class LongWork {
    public:
-    LongWork(FileStore& store, Wait::Work work);
+    LongWork(FileStore& store, Wait::Work work, int phases);
     ~LongWork();
     LongWork(const LongWork&) = delete;
     LongWork& operator=(const LongWork&) = delete;
-    // To be asked every now and then, by each handle that works; false stops it.
+    // To be asked every now and then, by each handle that works; false stops it. So far `done` of
+    // `total` parts of this phase, or as far as before.
+    bool goesOn(int done, int total);
     bool goesOn();
+    void nextPhase();
     void lookAfter(sqlite3* handle);  // asks by itself while that one works
+    // This phase is as far as a file has grown to so many bytes.
+    void follow(std::function<qint64()> size, qint64 bytes);
 
    private:
+    void tell();
+
     FileStore& store_;
     Wait::Work work_;
+    int phases_;
+    int phase_ = 0;
+    int part_ = 0;
+    std::function<qint64()> size_;
+    qint64 bytes_ = 0;
     QElapsedTimer since_;
+    qint64 told_ = 0;
   };
 
   // Holds the file's read lock while rows are read one by one, so that it is taken once for all of
