@@ -39,8 +39,6 @@ Archivo abre(const QString& archivo, int modo) {
   Archivo z(zip_open(QFile::encodeName(archivo).constData(), modo, &codigo));
   if (z) return z;
   const bool leyendo = (modo & ZIP_RDONLY) != 0;
-  if (codigo == ZIP_ER_NOENT && leyendo)
-    throw ErrorEjecucion(err::kFicheroNoEncontrado, rutaPrograma(archivo));
   if (!leyendo || codigo == ZIP_ER_OPEN || codigo == ZIP_ER_READ)
     throw ErrorEjecucion(err::kErrorDeRuta, rutaPrograma(archivo));
   noSirve(QStringLiteral("no es un archivo zip o está dañado"));
@@ -165,6 +163,8 @@ void comprime(const QString& fichero, const QString& archivo, const QString& nom
 
 void descomprime(const QString& archivo, const QString& nombre, const QString& destino,
                  const Advance& avance) {
+  if (!QFileInfo(archivo).isFile())
+    throw ErrorEjecucion(err::kFicheroNoEncontrado, rutaPrograma(archivo));
   Archivo z = abre(archivo, ZIP_RDONLY);
   const zip_uint64_t indice = busca(z.get(), nombre);
   const qint64 total = medida(z.get(), indice, destino);

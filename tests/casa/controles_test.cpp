@@ -82,6 +82,10 @@ TEST(Controles, CadaPantallaTieneLosSuyos) {
       continue;
     }
     mirada.mira = comprueba;
+    if (nombre == "FrmReindexa")
+      mirada.esperaMensaje(
+          "Atención el proceso que va a efectuar puede ser lento dependiendo de la velocidad de su "
+          "ordenador");
     e.ctx.sesion.CodigoLlamada = 1;
     EXPECT_TRUE(e.formularios->mostrar(nombre)) << qPrintable(nombre);
   }

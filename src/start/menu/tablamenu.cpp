@@ -165,7 +165,8 @@ bool pideEmpresa(const EntradaMenu& entrada) {
       u"MnuModificaEmpresa", u"MnuGuardarCopiaComo", u"MnuImportarDesde",
       u"MnuExportar",        u"MnuEdicion",          u"MnuPlan",
       u"MnuDiario",          u"MnuBalanceS",         u"MnuIVA",
-      u"MnuExtra",           u"MnuGestionComercial", u"MnuOficial"};
+      u"MnuExtra",           u"MnuGestionComercial", u"MnuOficial",
+      u"MnuReindexar",       u"CmdCompruebaEmpresa"};
   for (const EntradaMenu* e = &entrada; e; e = entradaMenu(e->padre))
     if (std::ranges::find(kDeLaEmpresa, e->control) != std::end(kDeLaEmpresa)) return true;
   return false;

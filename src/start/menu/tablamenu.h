@@ -52,8 +52,9 @@ std::span<const EntradaMenu> menuPrincipal();
 // The entry of that control name, or null.
 const EntradaMenu* entradaMenu(QStringView control);
 
-// Whether an entry works on the books of the open company: those of the settings, the catalogue,
-// the copies, a new company and the help do without.
+// Whether an entry works on the books of the open company: those of the settings, the catalogue, a
+// new company and the help do without, and so do the copies and the repair, which are for the
+// company that can't be opened.
 bool pideEmpresa(const EntradaMenu& entrada);
 
 enum class SitioBoton {
