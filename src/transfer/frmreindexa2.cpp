@@ -24,15 +24,16 @@ void FrmReindexa2::Form_Activate() {
   const QString empresa = sesion().EmpresaActual;
   const QString nuevo = rutaDeTrabajo(sesion().DirDatos, empresa);
   const qint64 leida = std::exchange(sesion().ValorElegido, QString()).toLongLong();
-  ui_->LblEmpresa->setText(QStringLiteral("La empresa -%1- , ha sido reindexada.").arg(empresa));
+  diceEntero(*ui_->LblEmpresa,
+             QStringLiteral("La empresa -%1- , ha sido reindexada.").arg(empresa));
   try {
     ctx.motor.ReplaceDatabase(nuevo, sesion().rutaEmpresa(), leida);
   } catch (const ErrorEjecucion& e) {
     anota(e, QStringLiteral("Form_Activate - FrmReindexa2"));
-    ui_->LblEmpresa->setText(
-        QStringLiteral("La empresa -%1- ,no ha sido reindexada. porque alguien "
-                       "esta accediendo a ella desde otro terminal.")
-            .arg(empresa));
+    diceEntero(*ui_->LblEmpresa,
+               QStringLiteral("La empresa -%1- ,no ha sido reindexada. porque alguien "
+                              "esta accediendo a ella desde otro terminal.")
+                   .arg(empresa));
     ui_->LblProceso->hide();
   }
   ignorando([&] { ctx.motor.DeleteDatabase(nuevo); });

@@ -17,6 +17,6 @@ FrmReindexa3::~FrmReindexa3() = default;
 
 void FrmReindexa3::Form_Activate() {
   const QString empresa = sesion().EmpresaActual;
-  ui_->LblEmpresa->setText(QStringLiteral("La empresa -%1- queda como estaba.").arg(empresa));
+  diceEntero(*ui_->LblEmpresa, QStringLiteral("La empresa -%1- queda como estaba.").arg(empresa));
   ignorando([&] { ctx.motor.DeleteDatabase(rutaDeTrabajo(sesion().DirDatos, empresa)); });
 }

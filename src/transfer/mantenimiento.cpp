@@ -61,6 +61,12 @@ class Copia {
   const MarchaReindexado& marcha_;
 };
 
+// With what may still wait to be written to it: nothing else is being written meanwhile.
+void borraObra(DBEngine& motor, const QString& nuevo) {
+  ignorando([&] { motor.discard(); });
+  ignorando([&] { motor.DeleteDatabase(nuevo); });
+}
+
 void copiaTablas(DBEngine& motor, const Reindexado& obra, const MarchaReindexado& marcha) {
   const auto origen = motor.Workspaces(0).OpenDatabase(obra.ruta);
   const auto destino = motor.Workspaces(0).OpenDatabase(obra.nuevo);
@@ -84,15 +90,16 @@ QString rutaDeTrabajo(const QString& dirDatos, const QString& empresa) {
 std::optional<qint64> reindexa(DBEngine& motor, const Reindexado& obra,
                                const MarchaReindexado& marcha) {
   const qint64 leida = motor.commits(obra.ruta);
-  creaBaseVacia(motor, obra.nuevo, obra.digitosCuenta, obra.digitosSubcuenta);
+  if (motor.exists(obra.nuevo)) throw ErrorEjecucion(err::kBaseYaExiste, obra.nuevo);
   try {
+    creaBaseVacia(motor, obra.nuevo, obra.digitosCuenta, obra.digitosSubcuenta);
     copiaTablas(motor, obra, marcha);
     return leida;
   } catch (const Abandonado&) {
-    ignorando([&] { motor.DeleteDatabase(obra.nuevo); });
+    borraObra(motor, obra.nuevo);
     return std::nullopt;
   } catch (...) {
-    ignorando([&] { motor.DeleteDatabase(obra.nuevo); });
+    borraObra(motor, obra.nuevo);
     throw;
   }
 }

@@ -139,6 +139,43 @@ TEST_F(Ficheros, LaCopiaNoRecibeElDiarioDeUnFicheroQueSeFue) {
   }
 }
 
+// What was made from a file's rows doesn't take its place once somebody has written to it.
+TEST_F(Ficheros, LoHechoDeUnFicheroNoPisaLoEscritoDespues) {
+  anotaLineas(3);
+  const QString nuevo = carpeta.filePath("Nuevo.mdb");
+  for (const bool otroEscribe : {true, false}) {
+    const qint64 leida = engine.commits(ruta);
+    engine.CopyDatabase(ruta, nuevo);
+    herramienta("UPDATE Diario SET Importe = 9", {}, nuevo);
+    if (otroEscribe) herramienta("UPDATE Diario SET Importe = 7");
+    EXPECT_EQ(numeroDeError([&] { engine.ReplaceDatabase(nuevo, ruta, leida); }),
+              otroEscribe ? err::kNoSePuedeGuardar : 0);
+    EXPECT_EQ(herramienta("SELECT max(Importe) FROM Diario"), otroEscribe ? "7.0" : "9.0");
+    engine.DeleteDatabase(nuevo);
+  }
+}
+
+// Work on whole files tells how far it is, and is done at the end of its bar.
+TEST_F(Ficheros, LoLargoDiceHastaDondeVa) {
+  anotaLineas(10);
+  herramienta(
+      "CREATE TABLE relleno(x); WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i+1 FROM n "
+      "WHERE i < 60000) INSERT INTO relleno SELECT hex(randomblob(500)) FROM n");
+  int veces = 0, antes = 0;
+  const Advance avance = [&](int hecho, int total) {
+    ++veces;
+    EXPECT_GE(hecho, antes);
+    EXPECT_LE(hecho, total);
+    antes = hecho;
+    // What paints meanwhile makes do with what it has.
+    EXPECT_TRUE(engine.isWaiting());
+    EXPECT_EQ(numeroDeError([&] { db->OpenRecordset("Diario"); }), err::kRegistroBloqueado);
+  };
+  engine.CopyDatabase(ruta, carpeta.filePath("Otra.mdb"), avance);
+  EXPECT_GT(veces, 1);
+  EXPECT_FALSE(engine.isWaiting());
+}
+
 TEST_F(Ficheros, RestaurarSobreUnFicheroEnUsoEnsenaLasFilasDevueltas) {
   anotaLineas(3);
   const QString copia = carpeta.filePath("Copia.mdb");

@@ -14,6 +14,8 @@
 #include "soporte/disco.h"
 #include "soporte/estadolibros.h"
 #include "soporte/libros.h"
+#include "transfer/copiaseguridad.h"
+#include "transfer/mantenimiento.h"
 
 namespace {
 
@@ -78,6 +80,29 @@ void cambia(const Tajo& t, bool elimina) {
               t.cada(40));
 }
 
+// A backup of a company of the same subcuentas with a longer journal, made before any fault.
+const QString& archivoDeCopia() {
+  static const QTemporaryDir carpeta;
+  static const QString ruta = [] {
+    Libros libros;
+    asienta(*libros.abre(), kLineas + 3, [] {});
+    libros.motor.flush();
+    const QString archivo = rutaPrograma(carpeta.filePath("Tienda.Zip"));
+    guardaCopia(libros.motor, libros.rutaEmpresa(), archivo);
+    return archivo;
+  }();
+  return ruta;
+}
+
+void reindexaTienda(const Tajo& t) {
+  const QString nuevo = t.ruta("Tienda").replace("Conta.MDB", "Conta2.MDB");
+  const auto leida =
+      reindexa(t.motor, {t.ruta("Tienda"), nuevo, 3, 8},
+               {[](int) {}, [](int, int) {}, [](const ErrorEjecucion&) { return false; }});
+  if (leida) t.motor.ReplaceDatabase(nuevo, t.ruta("Tienda"), *leida);
+  t.motor.DeleteDatabase(nuevo);
+}
+
 constexpr Trabajo kTrabajos[] = {
     {"Asienta", [](const Tajo& t) { asienta(*t.abre("Tienda"), 4, [&] { t.guarda(); }); }},
     {"Renumera", [](const Tajo& t) { renumeraDiario(*t.abre("Tienda"), 1, t.cada(40)); }},
@@ -93,6 +118,16 @@ constexpr Trabajo kTrabajos[] = {
        t.motor.CompactDatabase(t.ruta("Tienda"), t.ruta("Copia"));
        t.guardado();
        t.motor.CopyDatabase(t.ruta("Copia"), t.ruta("Tienda"));
+     },
+     true},
+    {"Restaura",
+     [](const Tajo& t) { restauraCopia(t.motor, archivoDeCopia(), t.ruta("Tienda"), "Tienda"); },
+     true},
+    {"Reindexa", reindexaTienda, true},
+    {"Repara",
+     [](const Tajo& t) {
+       reparaEmpresa(t.motor, t.ruta("Tienda"),
+                     t.ruta("Tienda").replace("Conta.MDB", "Conta2.MDB"));
      },
      true},
 };

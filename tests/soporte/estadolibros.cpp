@@ -48,11 +48,16 @@ QString pregunta(const QString& ruta, const char* sql) {
   return filas.join(u'\n');
 }
 
+// The catalogue, and what a rebuilding that was broken off has left.
+bool noSonLibros(const QString& ruta) {
+  return ruta.endsWith("Inicio.mdb") || ruta.endsWith("Conta2.MDB");
+}
+
 QStringList empresas(const QString& carpeta) {
   QStringList rutas;
   QDirIterator it(carpeta, {"*.MDB"}, QDir::Files, QDirIterator::Subdirectories);
   while (it.hasNext())
-    if (const QString ruta = it.next(); !ruta.endsWith("Inicio.mdb")) rutas << ruta;
+    if (const QString ruta = it.next(); !noSonLibros(ruta)) rutas << ruta;
   rutas.sort();
   return rutas;
 }

@@ -73,7 +73,7 @@ class FileDriver : public Driver {
     FileStore& file = fileOf(from);
     auto copy = std::make_unique<TemporaryCopy>(file.systemPath(), file.path(), file);
     FileStore::LongWork work(file, Wait::Work::Copying, 1);
-    copy->fill(work);
+    copy->fill(work, TemporaryCopy::Use::Passing);
     return copy;
   }
 

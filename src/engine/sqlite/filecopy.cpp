@@ -50,11 +50,11 @@ sqlite3* TemporaryCopy::open(int flags) const {
   throw ErrorEjecucion(err::kErrorDeRuta, path_);
 }
 
-void TemporaryCopy::fill(LongWork& work) {
+void TemporaryCopy::fill(LongWork& work, Use use) {
   const FileStore::Reading whole(source_);  // one state, whoever waits to write the next
   const Handle to(open(SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE));
-  // Nothing can be lost of it before it has its name, and by then it is on the disk.
-  sqlite3_exec(to.get(), "PRAGMA synchronous=OFF", nullptr, nullptr, nullptr);
+  if (use == Use::Passing)
+    sqlite3_exec(to.get(), "PRAGMA synchronous=OFF", nullptr, nullptr, nullptr);
   const int code = copyPages(to.get(), source_.handle(), work, [] { return true; });
   if (code != SQLITE_OK) throw ErrorEjecucion(classicNumber(code, Doing::Reading), source_.path());
 }

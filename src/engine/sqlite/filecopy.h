@@ -10,8 +10,10 @@ class TemporaryCopy : public Snapshot {
   TemporaryCopy(const QString& target, const QString& path, FileStore& source);
 
   QString file() const override { return temporary_.ruta(); }
-  // Copies all of the source as it stands now. 3260 while another station locks it.
-  void fill(FileStore::LongWork& work);
+  // Copies all of the source as it stands now. 3260 while another station locks it. What won't take
+  // a name needn't reach the disk.
+  enum class Use { Lasting, Passing };
+  void fill(FileStore::LongWork& work, Use use = Use::Lasting);
   void verify(FileStore::LongWork& work, const char* pragma = "PRAGMA integrity_check(1)");
   // That no page of it is lost. What can be made anew from the rows isn't compared with them.
   void verify() override;

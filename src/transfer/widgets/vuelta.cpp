@@ -1,5 +1,7 @@
 #include "transfer/widgets/vuelta.h"
 
+#include <algorithm>
+#include <QLabel>
 #include <QProgressBar>
 #include <QScopeGuard>
 
@@ -10,6 +12,12 @@
 
 void vuelveAlMenu(const Contexto& contexto) {
   contexto.formularios->cambiarA(QStringLiteral("FrmMenu"));
+}
+
+void diceEntero(QLabel& rotulo, const QString& texto) {
+  rotulo.setText(texto);
+  const int ancho = std::max(rotulo.width(), rotulo.minimumWidth());
+  rotulo.setMinimumHeight(rotulo.heightForWidth(ancho));
 }
 
 void trabajaConFichero(Formulario& forma, Contexto& contexto, QProgressBar& barra,

@@ -7,11 +7,16 @@
 #include "engine/advance.h"
 
 class Formulario;
+class QLabel;
 class QProgressBar;
+class QString;
 struct Contexto;
 
 // Shows the main window in the place of the open form, on the company that the session names.
 void vuelveAlMenu(const Contexto& contexto);
+
+// Shows a text that is told once the form is on show, and makes room for all of its lines.
+void diceEntero(QLabel& rotulo, const QString& texto);
 
 // Runs work on whole files with a bar that hides at its end, once nothing is pending on any file
 // (3059 when the user gives up what is).
