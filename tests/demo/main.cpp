@@ -11,6 +11,7 @@
 #include <QApplication>
 #include <QDir>
 
+#include "common/rutas.h"
 #include "engine/dbengine.h"
 #include "soporte/escenario.h"
 #include "soporte/libroimpreso.h"
@@ -288,6 +289,26 @@ void terminaElAno(Escenario& e, Teclado& menu, const QString& libros, const Mira
   imprime(e, "FrmBalanceImpresos", libros + "Balance de apertura.pdf");
 }
 
+// Saves the company to an archive, loses its file and has it back.
+void guardaYRestaura(Escenario& e, const QString& copias, const Mirar& mirar) {
+  const QString diario = "Select * from Diario order by NLinea";
+  const auto antes = e.filas(diario);
+  const auto copia = [&](const char* opcion, const char* campo, const QString& ruta) {
+    Teclado t(e.abre("FrmCopias"));
+    t.marca(opcion);
+    t.marca("BtonOtraUnidad");
+    t.escribe(campo, rutaPrograma(ruta));
+    mirar(static_cast<Formulario&>(t.forma()));
+    t.pulsa("BtonAceptar");
+    reposar();
+  };
+  copia("BtonCopiaSeguridad", "TxtDirCopias", copias);
+  e.cierra();
+  EXPECT_TRUE(QFile::remove(rutaSistema(e.ctx.sesion.rutaEmpresa())));
+  copia("BtonRestauraCopias", "TxtDirRestaura", copias + e.ctx.sesion.EmpresaActual + ".Zip");
+  EXPECT_EQ(e.filas(diario), antes);
+}
+
 // Keeps the form as pictures, at the usual size of letters and dots and at twice as many dots.
 void captura(QWidget& forma, const QString& ruta) {
   for (const int puntos : {1, 2}) {
@@ -301,6 +322,7 @@ void captura(QWidget& forma, const QString& ruta) {
 void demostracion(const QString& carpeta) {
   QDir(carpeta).mkpath("pantallas");
   QDir(carpeta).mkpath("libros");
+  QDir(carpeta).mkpath("copias");
   Escenario e(Escenario::Carpetas, {}, carpeta);
   e.reloj.ponEn(QDate(2024, 1, 2));
   int vistas = 0;
@@ -324,6 +346,8 @@ void demostracion(const QString& carpeta) {
   printf("...y cierra el año y abre el siguiente.\n");
   Teclado teclado(menu);
   terminaElAno(e, teclado, carpeta + "libros/", mirar);
+  printf("Guarda la empresa, la pierde y la recupera de su copia.\n");
+  guardaYRestaura(e, carpeta + "copias/", mirar);
 }
 
 }  // namespace
