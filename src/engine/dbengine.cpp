@@ -213,6 +213,19 @@ class Telling {
   StoreSettings& settings_;
 };
 
+// It tells the waits of its books, which stay open for it.
+class HeldSnapshot : public Snapshot {
+ public:
+  HeldSnapshot(std::shared_ptr<Connection> books, std::unique_ptr<Snapshot> copy)
+      : books_(std::move(books)), copy_(std::move(copy)) {}
+  QString file() const override { return copy_->file(); }
+  void verify() override { copy_->verify(); }
+
+ private:
+  std::shared_ptr<Connection> books_;
+  std::unique_ptr<Snapshot> copy_;
+};
+
 }  // namespace
 
 void DBEngine::RepairDatabase(const QString& path, const Advance& advance) {
@@ -287,7 +300,7 @@ std::unique_ptr<Snapshot> DBEngine::snapshot(const QString& path, const Advance&
   const auto shared = connection(path);
   return guarded(*shared, [&] {
     shared->commit();
-    return d_->driver->snapshot(shared->store());
+    return std::make_unique<HeldSnapshot>(shared, d_->driver->snapshot(shared->store()));
   });
 }
 
