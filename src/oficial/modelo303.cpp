@@ -156,14 +156,14 @@ void Hoja303::leeAMano(Database& empresa) {
 void Hoja303::leePendiente(Database& empresa) {
   const Periodo antes = periodo_.anterior();
   if (antes.codigo.isEmpty()) {
-    avisos_ += QStringLiteral(
+    avisoPendiente_ = QStringLiteral(
         "Lo pendiente de compensar del ejercicio anterior (casilla 110) se escribe a mano");
     return;
   }
   const auto importes = leeImportes(empresa, antes, kPresentado);
   if (importes.isEmpty()) {
-    avisos_ += QStringLiteral("El %1 no consta presentado: la casilla 110 se propone a cero")
-                   .arg(antes.codigo);
+    avisoPendiente_ = QStringLiteral("El %1 no consta presentado: la casilla 110 se propone a cero")
+                          .arg(antes.codigo);
     return;
   }
   pendiente_ = importes.value(kACompensar);
@@ -263,6 +263,8 @@ void Hoja303::presenta(Database& empresa, const QString& tipo) const {
 
 QStringList Hoja303::avisos() const {
   QStringList todos = avisos_;
+  const Casilla303* const pendientes = casilla(kPendientes);
+  if (pendientes && !pendientes->aMano && !avisoPendiente_.isEmpty()) todos += avisoPendiente_;
   if (!conDiseno()) todos += QStringLiteral("No hay diseño de fichero para este ejercicio");
   if (periodo_.ejercicio > 2026)
     todos += QStringLiteral("El diseño es el de 2026: compruebe que sigue en vigor");

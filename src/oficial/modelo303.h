@@ -90,6 +90,7 @@ class Hoja303 {
   std::vector<LineaRegistro> lineas_;
   std::vector<int> sinCasilla_;
   QStringList avisos_;
+  QString avisoPendiente_;
   qint64 pendiente_ = 0;  // to be compensated, from the period before
 };
 

@@ -1,10 +1,20 @@
 #include "oficial/registro.h"
 
+#include "oficial/frmdatosregistros.h"
+#include "oficial/frmdeclarante.h"
 #include "oficial/frmestados.h"
+#include "oficial/frmmodelo303.h"
+#include "oficial/frmmodelo347.h"
 #include "oficial/frmplan2007.h"
+#include "oficial/frmtiposporfechas.h"
 #include "toolkit/registro.h"
 
 void registraOficial(Registro& registro) {
   registro.registra<FrmPlan2007>();
   registro.registra<FrmEstados>();
+  registro.registra<FrmTiposPorFechas>();
+  registro.registra<FrmDatosRegistros>();
+  registro.registra<FrmDeclarante>();
+  registro.registra<FrmModelo303>();
+  registro.registra<FrmModelo347>();
 }

@@ -1,0 +1,30 @@
+// Reckoned rows on paper, through the frame of all books: a template that the office may edit, the
+// preview, PDF and spreadsheet.
+//
+// The rows are put into a file of their own, as the table Hoja with the columns C1, C2... of text,
+// beside a copy of the company's row. It goes when the program ends.
+#pragma once
+
+#include <QStringList>
+#include <vector>
+
+struct Contexto;
+class QWidget;
+
+class HojaImpresa {
+ public:
+  HojaImpresa(Contexto& contexto, QWidget* padre) : ctx_(contexto), padre_(padre) {}
+
+  // A row: at most 20 texts.
+  void anade(const QStringList& celdas) { filas_.push_back(celdas); }
+  // Shows the book; `plantilla` is the bare name of its template. What fails is told as for any
+  // book.
+  void muestra(const QString& titulo, const QString& plantilla, const QString& limites) const;
+
+ private:
+  QString escribe() const;
+
+  Contexto& ctx_;
+  QWidget* padre_;
+  std::vector<QStringList> filas_;
+};
