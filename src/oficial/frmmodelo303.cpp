@@ -62,11 +62,11 @@ std::unique_ptr<Database> FrmModelo303::empresa() {
 // It opens on the quarter that is to be filed: the last one finished by today, within the year.
 void FrmModelo303::Form_Load() {
   ui_->GrdCasillas->enlazar(
-      {{"Casilla", 7, true},
-       {"Concepto", 50},
-       {"Registros", 15, true, "Lo que suman las facturas, o lo que se calcula"},
-       {"A mano", 15, true, "Cuenta en lugar de lo de los registros. Supr lo quita"},
-       {"Total", 15, true}},
+      {{"Casilla", 6, true},
+       {"Concepto", 41},
+       {"Registros", 13, true, "Lo que suman las facturas, o lo que se calcula"},
+       {"A mano", 13, true, "Cuenta en lugar de lo de los registros. Supr lo quita"},
+       {"Total", 13, true}},
       {.filas = [this] { return int(visibles_.size()); },
        .texto = [this](int fila, int columna) { return celda(fila, columna); },
        .editable =
@@ -104,12 +104,7 @@ void FrmModelo303::lee() {
     if (hoja_->casillas()[i].pagina != kVolumen || volumen) visibles_.push_back(int(i));
   ui_->GrdCasillas->refresca();
   ui_->CmdSinCasilla->setEnabled(!hoja_->sinCasilla().empty());
-  QStringList avisos = hoja_->avisos();
-  for (const Cuadre303& c : hoja_->descuadres(*base))
-    avisos +=
-        QStringLiteral("Cuenta %1: los registros dan %2 y el diario %3")
-            .arg(c.subcuenta, importe({}, c.registros).trimmed(), importe({}, c.diario).trimmed());
-  ui_->TxtAvisos->setPlainText(avisos.join(u'\n'));
+  descuadres_ = hoja_->descuadres(*base);
   muestraResultado();
 }
 
@@ -119,8 +114,15 @@ QString FrmModelo303::importe(const Casilla303& casilla, qint64 valor) const {
 }
 
 void FrmModelo303::muestraResultado() {
+  QStringList avisos = hoja_->avisos();
+  for (const Cuadre303& c : descuadres_)
+    avisos +=
+        QStringLiteral("Cuenta %1: los registros dan %2 y el diario %3")
+            .arg(c.subcuenta, importe({}, c.registros).trimmed(), importe({}, c.diario).trimmed());
+  ui_->TxtAvisos->setPlainText(avisos.join(u'\n'));
   ui_->LblResultado->setText(
-      QStringLiteral("<b>Resultado: %1</b>   Declaración: %2   A compensar después: %3")
+      QStringLiteral("<b>Resultado: %1</b> &nbsp; &nbsp; Declaración: %2 &nbsp; &nbsp; A compensar "
+                     "después: %3")
           .arg(importe({}, hoja_->resultado()).trimmed(), tipo(),
                importe({}, hoja_->valor(QStringLiteral("87"))).trimmed()));
 }

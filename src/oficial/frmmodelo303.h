@@ -38,4 +38,5 @@ class FrmModelo303 : public Formulario {
   std::unique_ptr<Ui::FrmModelo303> ui_;
   std::unique_ptr<Hoja303> hoja_;
   std::vector<int> visibles_;  // of the casillas
+  std::vector<Cuadre303> descuadres_;
 };

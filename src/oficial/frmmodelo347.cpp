@@ -15,12 +15,12 @@ enum Columnas {
   Nombre,
   Provincia,
   Pais,
+  Nota,
   Total,
   Trimestre1,
   Metalico = Trimestre1 + 4,
   AnoMetalico,
-  Excluido,
-  Nota
+  Excluido
 };
 
 std::optional<Dato347> datoDe(int columna) {
@@ -73,18 +73,18 @@ void FrmModelo347::Form_Load() {
   ui_->GrdTerceros->enlazar(
       {{"Clave", 5, false, "A compras, B ventas"},
        {"NIF", 12},
-       {"Nombre", 30},
+       {"Nombre", 24},
        {"Prov.", 5, false, "Código de provincia, 99 fuera de España"},
        {"País", 5},
-       {"Año", 14, true},
-       {"1T", 13, true},
-       {"2T", 13, true},
-       {"3T", 13, true},
-       {"4T", 13, true},
+       {"Falta", 22},
+       {"Año", 12, true},
+       {"1T", 12, true},
+       {"2T", 12, true},
+       {"3T", 12, true},
+       {"4T", 12, true},
        {"Metálico", 12, true, "Lo cobrado en metálico, si pasa de 6.000"},
        {"Ej. met.", 8, true},
-       {"Fuera", 6, false, "S: no se declara"},
-       {"Falta", 40}},
+       {"Fuera", 6, false, "S: no se declara"}},
       {.filas = [this] { return modelo_ ? int(modelo_->terceros().size()) : 0; },
        .texto = [this](int fila, int columna) { return celda(fila, columna); },
        .editable = [](int, int columna) { return datoDe(columna).has_value(); },

@@ -3,6 +3,7 @@
 #include "oficial/frmdatosregistros.h"
 #include "oficial/frmdeclarante.h"
 #include "oficial/frmestados.h"
+#include "oficial/frmlibrosregistro.h"
 #include "oficial/frmmodelo303.h"
 #include "oficial/frmmodelo347.h"
 #include "oficial/frmplan2007.h"
@@ -17,4 +18,5 @@ void registraOficial(Registro& registro) {
   registro.registra<FrmDeclarante>();
   registro.registra<FrmModelo303>();
   registro.registra<FrmModelo347>();
+  registro.registra<FrmLibrosRegistro>();
 }
