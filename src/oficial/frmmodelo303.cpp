@@ -140,8 +140,12 @@ QString FrmModelo303::celda(int fila, int columna) const {
                                                                          : QString();
     case AMano:
       return c.aMano ? importe(c, *c.aMano) : QString();
-    default:
-      return importe(c, hoja_->valor(c.numero));
+    default: {
+      // Zeros only where something was reckoned.
+      const qint64 valor = hoja_->valor(c.numero);
+      const bool vacia = valor == 0 && c.formula.isEmpty() && c.lineas.empty() && !c.aMano;
+      return vacia ? QString() : importe(c, valor);
+    }
   }
 }
 
