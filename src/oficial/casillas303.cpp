@@ -164,7 +164,7 @@ const CasillasDeTipo* casillasDe(double porcien, bool recargo, const Periodo& pe
 }
 
 void anade(std::vector<Aportacion>& lista, string_view casilla, qint64 importe) {
-  if (!casilla.empty() && importe != 0) lista.push_back({texto(casilla), importe, 0, {}});
+  if (!casilla.empty() && importe != 0) lista.push_back({casilla, importe, 0, {}});
 }
 
 void anadeTipo(std::vector<Aportacion>& lista, const LineaRegistro& l, bool recargo,
@@ -174,7 +174,7 @@ void anadeTipo(std::vector<Aportacion>& lista, const LineaRegistro& l, bool reca
   anade(lista, c->base, l.base);
   if (!lista.empty()) {
     lista.back().tipo = c->tipo;
-    lista.back().casillaTipo = texto(c->porciento);
+    lista.back().casillaTipo = c->porciento;
   }
   anade(lista, c->cuota, recargo ? l.recargo : l.iva);
 }

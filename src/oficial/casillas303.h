@@ -1,6 +1,7 @@
 // Which casillas of the 303 each row of the registers makes: the rules as a table.
 #pragma once
 
+#include <string_view>
 #include <vector>
 
 #include "oficial/datosregistro.h"
@@ -8,12 +9,12 @@
 
 // What a row puts into one casilla.
 struct Aportacion {
-  QString casilla;
+  std::string_view casilla;
   qint64 importe = 0;
   // Of a casilla that holds the quota of a rate: that rate in hundredths of a point and the
   // casilla where it stands, when the period lets it vary.
   int tipo = 0;
-  QString casillaTipo;
+  std::string_view casillaTipo;
 };
 
 // All that a row puts into the return of a period; nothing for a row that isn't in it.

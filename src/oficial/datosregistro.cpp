@@ -158,7 +158,7 @@ QString sentenciaDe(const FiltroRegistros& filtro) {
     sentencia +=
         QStringLiteral(" where (Fecha >= %1 and Fecha <= %2) or (FechaC >= %1 and FechaC <= %2)")
             .arg(literal(filtro.desde), literal(filtro.hasta));
-  return sentencia + QStringLiteral(" order by Codigo");
+  return sentencia;
 }
 
 bool esta(const std::vector<LineaRegistro>& lineas, const QString& codigo) {
@@ -173,9 +173,8 @@ void leeTraidas(Database& empresa, const std::vector<Escrito>& escritos,
     const Variant dia = uno.valores.value(QStringLiteral("FechaOperacion"));
     if (dia.isNull() || dia.date() < filtro.desde || dia.date() > filtro.hasta) continue;
     if (esta(lineas, uno.codigo)) continue;
-    QString sentencia = sentenciaDe({});
-    sentencia.replace(QLatin1String(" order by Codigo"),
-                      QLatin1String(" where Codigo=") + entreComillas(uno.codigo));
+    const QString sentencia =
+        sentenciaDe({}) + QStringLiteral(" where Codigo=") + entreComillas(uno.codigo);
     for (RowReader r(empresa, sentencia); r.next();) lineas.push_back(lineaDe(r));
   }
 }

@@ -67,9 +67,9 @@ struct FiltroRegistros {
   bool retenciones = true;  // whether each asiento is looked up for a retention
 };
 
-// The rows of both registers, soportado first, by their codes. What was typed for a row follows its
-// invoice when the register was renumbered; `perdidos`, if given, takes how many such data fit no
-// invoice any more.
+// The rows of both registers, soportado first, in the order of their writing. What was typed for a
+// row follows its invoice when the register was renumbered; `perdidos`, if given, takes how many
+// such data fit no invoice any more.
 std::vector<LineaRegistro> leeRegistros(Database& empresa, const FiltroRegistros& filtro,
                                         int* perdidos = nullptr);
 

@@ -145,8 +145,9 @@ void Derivador::Privado::recibida(LineaRegistro& l, const Pais& pais) const {
 }
 
 void Derivador::deriva(LineaRegistro& l) {
+  static const Tercero kNadie;
   const auto tercero = p_->terceros.constFind(l.cliPro);
-  const Tercero t = tercero == p_->terceros.constEnd() ? Tercero{} : *tercero;
+  const Tercero& t = tercero == p_->terceros.constEnd() ? kNadie : *tercero;
   l.base = l.baseDeFila;
   l.baseDeducida = false;
   l.nif = t.nif;
@@ -160,7 +161,9 @@ void Derivador::deriva(LineaRegistro& l) {
   l.local = empiezaPor(l.ctaCon, {"621", "752"});
   l.retencion = p_->conRetencion.contains(l.asiento);
   if (l.adquisicion) derivaAdquisicion(l);
-  const auto escrito = [&](const char* campo) { return l.escrito.value(QLatin1String(campo)); };
+  const auto escrito = [&](const char* campo) {
+    return l.escrito.isEmpty() ? Variant() : l.escrito.value(QLatin1String(campo));
+  };
   const auto texto = [&](const char* campo, QString& destino) {
     if (const Variant v = escrito(campo); !v.isNull()) destino = v.display();
   };
@@ -176,7 +179,7 @@ void Derivador::deriva(LineaRegistro& l) {
     l.base = centimosDe(base.number());
     l.baseDeducida = false;
   }
-  const Pais pais = paisDe(l.pais);
+  const Pais pais = l.escrito.isEmpty() && !l.adquisicion ? t.pais : paisDe(l.pais);
   l.emitida() ? p_->emitida(l, pais) : p_->recibida(l, pais);
   l.tipoFactura = tipoDe(l);
   texto("TipoFactura", l.tipoFactura);

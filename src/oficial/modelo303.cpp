@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <map>
 
 #include "common/errorejecucion.h"
 #include "common/formato.h"
@@ -108,35 +109,37 @@ const Casilla303* Hoja303::casilla(const QString& numero) const {
 }
 
 void Hoja303::reparte() {
-  QHash<QString, Casilla303*> porNumero;
-  for (Casilla303& c : casillas_) porNumero.insert(c.numero, &c);
+  std::map<std::string, Casilla303*, std::less<>> porNumero;
+  for (Casilla303& c : casillas_) porNumero[c.numero.toStdString()] = &c;
   // The rates that share a casilla, with the base of each.
-  QHash<QString, QHash<int, qint64>> mezclas;
+  std::map<std::string_view, std::map<int, qint64>> mezclas;
   for (size_t i = 0; i < lineas_.size(); ++i) {
     bool alguna = false;
     for (const Aportacion& a : aportaciones(lineas_[i], periodo_)) {
-      Casilla303* const c = porNumero.value(a.casilla);
-      if (!c) continue;
+      const auto it = porNumero.find(a.casilla);
+      if (it == porNumero.end()) continue;
+      Casilla303* const c = it->second;
       c->calculado += a.importe;
       if (c->lineas.empty() || c->lineas.back() != int(i)) c->lineas.push_back(int(i));
-      if (!a.casillaTipo.isEmpty()) mezclas[a.casillaTipo][a.tipo] += a.importe;
+      if (!a.casillaTipo.empty()) mezclas[a.casillaTipo][a.tipo] += a.importe;
       alguna = true;
     }
     if (!alguna && deberiaAportar(lineas_[i])) sinCasilla_.push_back(int(i));
   }
-  for (auto it = mezclas.cbegin(); it != mezclas.cend(); ++it) {
-    Casilla303* const c = porNumero.value(it.key());
-    if (!c || c->fija) continue;
+  for (const auto& [numero, tipos] : mezclas) {
+    const auto it = porNumero.find(numero);
+    if (it == porNumero.end() || it->second->fija) continue;
+    Casilla303& c = *it->second;
     qint64 mayor = -1;
-    for (auto tipo = it->cbegin(); tipo != it->cend(); ++tipo) {
-      if (*tipo <= mayor) continue;
-      mayor = *tipo;
-      c->calculado = tipo.key();
+    for (const auto& [tipo, base] : tipos) {
+      if (base <= mayor) continue;
+      mayor = base;
+      c.calculado = tipo;
     }
-    if (it->size() > 1)
+    if (tipos.size() > 1)
       avisos_ +=
           QStringLiteral("En la casilla %1 hay más de un tipo: se pone el de mayor base, el %2 %")
-              .arg(c->numero, importe(c->calculado));
+              .arg(c.numero, importe(c.calculado));
   }
 }
 
