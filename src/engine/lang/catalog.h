@@ -30,7 +30,8 @@ class Catalog {
     std::vector<Column> columns;  // in creation order
   };
   // Sums that the file keeps up to date beside a table: one row for each combination of keys, with
-  // the number of lines and, for each side, its sum in integers of a millionth.
+  // the number of lines and, for each side, its sum in integers of a millionth and how many lines
+  // have something on it, be it zero: a sum over nothing but Nulls is Null.
   struct RunningSums {
     QString sumsTable;       // its name in the file
     QString baseTable;       // "Diario"
@@ -39,8 +40,10 @@ class Catalog {
     QList<SumKey> keys;      // empty for the one row of the whole table
     QStringList keyColumns;  // the columns of sumsTable, in the same order
     QString countColumn;
-    QString debitColumn;   // sum of IIf(side='D',amount,0) * 1e6
-    QString creditColumn;  // sum of IIf(side='D',0,amount) * 1e6
+    QString debitColumn;        // sum of IIf(side='D',amount,0) * 1e6
+    QString creditColumn;       // sum of IIf(side='D',0,amount) * 1e6
+    QString debitLinesColumn;   // count of IIf(side='D',amount,0)
+    QString creditLinesColumn;  // count of IIf(side='D',0,amount)
   };
   virtual ~Catalog() = default;
   virtual const Table* table(const QString& name) const = 0;

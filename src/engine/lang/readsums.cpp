@@ -92,7 +92,8 @@ class Lines {
   int amount_;
 };
 
-// The table of the sums, with the keys first and then the count, the debit and the credit.
+// The table of the sums, with the keys first and then the count, the debit, the credit and how many
+// lines have each of them.
 std::shared_ptr<const Catalog::Table> sumsTable(const RunningSums& sums, const Source& lines) {
   auto table = std::make_shared<Catalog::Table>();
   table->name = sums.sumsTable;
@@ -104,18 +105,33 @@ std::shared_ptr<const Catalog::Table> sumsTable(const RunningSums& sums, const S
     }
     table->columns.push_back(column);
   }
-  for (const QString& name : {sums.countColumn, sums.debitColumn, sums.creditColumn}) {
+  for (const QString& name : {sums.countColumn, sums.debitColumn, sums.creditColumn,
+                              sums.debitLinesColumn, sums.creditLinesColumn}) {
     table->columns.push_back({name, FieldType::Long, 0});
   }
   return table;
 }
 
-ExprPtr total(ExprPtr millionths) {
+// The total of what some rows have in millionths: of those only where `lines` is more than `than`,
+// since a row whose lines have nothing but Nulls adds nothing, not even a zero.
+ExprPtr total(ExprPtr millionths, ExprPtr lines, ExprPtr than) {
+  Expr some;
+  some.kind = Kind::If;
+  some.type = Type::Long;
+  some.args = {binary(Op::Greater, std::move(lines), std::move(than), Type::Boolean),
+               std::move(millionths), made({})};
   Expr expr;
   expr.kind = Kind::Aggregate;
   expr.aggregate = Agg::SumMillionths;
   expr.type = Type::Double;
-  expr.args = {std::move(millionths)};
+  expr.args = {made(std::move(some))};
+  return made(std::move(expr));
+}
+
+ExprPtr zero() {
+  Expr expr;
+  expr.type = Type::Long;
+  expr.value = Variant(0);
   return made(std::move(expr));
 }
 
@@ -125,19 +141,24 @@ void readSums(Query& query, Source& source, const RunningSums& sums, int newId) 
   replacement.id = newId;
   replacement.alias = source.alias;
   replacement.table = sumsTable(sums, source);
-  const int count = static_cast<int>(sums.keys.size());
-  const ExprPtr debit = columnOf(replacement, count + 1);
-  const ExprPtr credit = columnOf(replacement, count + 2);
+  const int keys = static_cast<int>(sums.keys.size());
+  const ExprPtr count = columnOf(replacement, keys);
+  const ExprPtr debit = columnOf(replacement, keys + 1);
+  const ExprPtr credit = columnOf(replacement, keys + 2);
+  const ExprPtr debitLines = columnOf(replacement, keys + 3);
+  const ExprPtr creditLines = columnOf(replacement, keys + 4);
 
   const auto read = [&](const Expr& expr) -> ExprPtr {
     if (const int key = lines.key(expr); key >= 0) return columnOf(replacement, key);
     switch (lines.side(expr)) {
       case Lines::Side::Debit:
-        return total(debit);
+        return total(debit, debitLines, zero());
       case Lines::Side::Credit:
-        return total(credit);
+        return total(credit, creditLines, zero());
       case Lines::Side::Both:
-        return total(binary(Op::Add, debit, credit, Type::Long));
+        // A line with an amount has something on both sides, one without it on one of them.
+        return total(binary(Op::Add, debit, credit, Type::Long),
+                     binary(Op::Add, debitLines, creditLines, Type::Long), count);
       case Lines::Side::None:
         break;
     }
@@ -146,11 +167,7 @@ void readSums(Query& query, Source& source, const RunningSums& sums, int newId) 
   eachExpr(query, [&read](ExprPtr& expr) { expr = replaced(expr, read); });
 
   // A combination whose last line was deleted may still stand in the file.
-  Expr zero;
-  zero.type = Type::Long;
-  zero.value = Variant(0);
-  query.where = both(query.where, binary(Op::Greater, columnOf(replacement, count),
-                                         made(std::move(zero)), Type::Boolean));
+  query.where = both(query.where, binary(Op::Greater, count, zero(), Type::Boolean));
   source = std::move(replacement);
 }
 

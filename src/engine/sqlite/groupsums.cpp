@@ -2,54 +2,18 @@
 
 #include <sqlite3.h>
 #include <algorithm>
+#include <cmath>
 #include <cstdlib>
 
-#include "engine/sqlite/runningsums.h"
 #include "engine/sqlite/schema.h"
 #include "engine/sqlite/store.h"
 
 namespace {
 
-// Far from where the next row could pass the integers' end.
-constexpr qint64 kTooMuch = 1'000'000'000'000'000'000;  // millionths
+constexpr double kTooLarge = 1e12;
+// Far from where the next row could pass the integers' end, in millionths.
 constexpr qint64 kMuch = 4'000'000'000'000'000'000;
-
-qint64 amountOf(sqlite3_value* value) {
-  return std::clamp<qint64>(sqlite3_value_int64(value), -kMuch / 2, kMuch / 2);
-}
-
-Variant valueOf(sqlite3_value* value) {
-  switch (sqlite3_value_type(value)) {
-    case SQLITE_NULL:
-      return {};
-    case SQLITE_INTEGER:
-      return Variant(static_cast<qint64>(sqlite3_value_int64(value)));
-    case SQLITE_FLOAT:
-      return Variant(sqlite3_value_double(value));
-    default:
-      return Variant(QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_value_text(value)),
-                                       sqlite3_value_bytes(value)));
-  }
-}
-
-// Called by the connection's triggers: the sums' place, 1 or -1 for the lines, both amounts, the
-// keys.
-void tellCount(sqlite3_context* context, int args, sqlite3_value** values) {
-  auto* sums = static_cast<GroupSums*>(sqlite3_user_data(context));
-  if (!sums->gathering()) return;
-  GroupSums::Count count{sqlite3_value_int(values[0]), sqlite3_value_int64(values[1]), 0, 0, {}};
-  const qint64 debit = amountOf(values[2]), credit = amountOf(values[3]);
-  if (count.lines > 0 && std::max(std::abs(debit), std::abs(credit)) >= kTooMuch) {
-    // The file's trigger that refuses such amounts rests too.
-    sqlite3_result_error(context, own::kTooLarge, -1);
-    sqlite3_result_error_code(context, SQLITE_CONSTRAINT_TRIGGER);
-    return;
-  }
-  count.debit = count.lines * debit;
-  count.credit = count.lines * credit;
-  for (int i = 4; i < args; ++i) count.keys.push_back(valueOf(values[i]));
-  sums->tell(std::move(count));
-}
+constexpr std::size_t kReadingsKept = 8;
 
 void append(std::string& to, const void* bytes, std::size_t size) {
   to.append(static_cast<const char*>(bytes), size);
@@ -82,11 +46,6 @@ std::string identity(const GroupSums::Count& count) {
 
 }  // namespace
 
-void GroupSums::registerFunction() {
-  sqlite3_create_function_v2(store_.handle(), kTellSums, -1, SQLITE_UTF8 | SQLITE_INNOCUOUS, this,
-                             tellCount, nullptr, nullptr, nullptr);
-}
-
 void GroupSums::gather() {
   if (gathering_) {
     if (much_) bringUp();
@@ -95,50 +54,106 @@ void GroupSums::gather() {
   const auto schema = store_.schema();
   const auto& all = schema->runningSums();
   if (all.empty() || schema->hasForeignTriggers()) return;
-  for (std::size_t i = 0; i < all.size(); ++i)
-    for (const QString& sql : sumsTelling(all[i], static_cast<int>(i)))
-      store_.prepareOwn(sql, Doing::Writing).execute();
+  readings_.clear();
+  changes_.clear();
+  for (const Catalog::RunningSums& sums : all) changes_.push_back(sumsChange(sums));
   sqlite3_db_config(store_.handle(), SQLITE_DBCONFIG_ENABLE_TRIGGER, 0, nullptr);
   gathering_ = true;
 }
 
-void GroupSums::tell(Count count) {
-  told_.push_back(std::move(count));
+// Tools write the same columns row after row.
+const GroupSums::Reading& GroupSums::reading(const QString& table, const QStringList& columns) {
+  for (const Reading& known : readings_)
+    if (known.table == table && known.columns == columns) return known;
+  const auto schema = store_.schema();
+  const auto& all = schema->runningSums();
+  Reading reading{table, columns, {}, {}};
+  QStringList outputs;
+  for (std::size_t i = 0; i < all.size(); ++i) {
+    if (all[i].baseTable != table) continue;
+    const QStringList watched = sumsColumns(all[i]);
+    const auto written = [&](const QString& column) { return watched.contains(column); };
+    if (!columns.isEmpty() && std::none_of(columns.begin(), columns.end(), written)) continue;
+    reading.sums.push_back(static_cast<int>(i));
+    outputs += sumsCounting(all[i]);
+  }
+  reading.sql = QStringLiteral("SELECT ") + outputs.join(QStringLiteral(", ")) +
+                QStringLiteral(" FROM ") + bracketed(table) + QStringLiteral(" WHERE rowid = ?1");
+  if (readings_.size() == kReadingsKept) readings_.clear();
+  return readings_.emplace_back(std::move(reading));
 }
 
-void GroupSums::rowWritten() {
-  for (const Count& count : told_) {
-    const auto found = gathered_.try_emplace(identity(count), Count{count.sums, 0, 0, 0, {}}).first;
-    Count& sum = found->second;
-    if (sum.keys.isEmpty()) sum.keys = count.keys;
-    sum.lines += count.lines;
-    sum.debit += count.debit;
-    sum.credit += count.credit;
-    much_ = much_ || std::abs(sum.debit) > kMuch || std::abs(sum.credit) > kMuch;
+std::vector<GroupSums::Count> GroupSums::countsOf(const QString& table, Key key,
+                                                  const QStringList& columns) {
+  if (!gathering_) return {};
+  const Reading& reads = reading(table, columns);
+  if (reads.sums.empty()) return {};
+  Statement row = store_.prepareOwn(reads.sql, Doing::Writing);
+  if (!row.bind(1, key).step()) return {};
+  const auto schema = store_.schema();
+  std::vector<Count> counts;
+  int column = 0;
+  for (const int place : reads.sums) {
+    const RawValue debit = row.raw(column), credit = row.raw(column + 1);
+    Count& count = counts.emplace_back();
+    count.sums = place;
+    count.figures = {1, debit.whole, credit.whole, debit.kind != RawValue::Kind::Null,
+                     credit.kind != RawValue::Kind::Null};
+    column += 2;
+    const qsizetype keys = schema->runningSums()[static_cast<std::size_t>(place)].keys.size();
+    for (qsizetype i = 0; i < keys; ++i) count.keys.push_back(row.value(column++, FieldType::Long));
   }
-  told_.clear();
+  return counts;
+}
+
+void GroupSums::moved(const std::vector<Count>& before, const std::vector<Count>& now) {
+  const std::size_t both = std::min(before.size(), now.size());
+  for (std::size_t i = 0; i < std::max(before.size(), now.size()); ++i) {
+    if (i < both && before[i].figures == now[i].figures && before[i].keys == now[i].keys) continue;
+    if (i < before.size()) add(before[i], -1);
+    if (i < now.size()) add(now[i], 1);
+  }
+}
+
+void GroupSums::add(const Count& count, int sign) {
+  const auto [found, isNew] =
+      gathered_.try_emplace(identity(count), Count{count.sums, {}, count.keys});
+  auto& figures = found->second.figures;
+  for (std::size_t i = 0; i < figures.size(); ++i) {
+    figures[i] += sign * count.figures[i];
+    much_ = much_ || std::abs(figures[i]) > kMuch;
+  }
+}
+
+void GroupSums::refuseTooLarge(const QString& table, const Values& values) const {
+  if (!gathering_) return;
+  for (const Catalog::RunningSums& sums : store_.schema()->runningSums()) {
+    const auto amount = values.constFind(sums.amountColumn);
+    if (sums.baseTable != table || amount == values.cend()) continue;
+    const bool isNumber = !amount->isNull() && !amount->isText() && !amount->isDate();
+    if (isNumber && std::abs(amount->number()) >= kTooLarge)
+      throw ErrorEjecucion(err::kDesbordamiento);
+  }
 }
 
 void GroupSums::bringUp() {
-  const auto schema = store_.schema();
   while (!gathered_.empty()) {
     const auto first = gathered_.begin();
     const Count& count = first->second;
     const QList<Variant> values =
-        QList<Variant>{count.lines, count.debit, count.credit} + count.keys;
-    const SumsChange change =
-        sumsChange(schema->runningSums()[static_cast<std::size_t>(count.sums)]);
+        QList<Variant>(count.figures.begin(), count.figures.end()) + count.keys;
+    const SumsChange& change = changes_[static_cast<std::size_t>(count.sums)];
     const auto run = [&](const QString& sql) {
       store_.prepareOwn(sql, Doing::Writing).bind(values).execute();
     };
-    if (count.lines != 0 || count.debit != 0 || count.credit != 0) {
+    const qint64 lines = count.figures.front();
+    if (std::any_of(count.figures.begin(), count.figures.end(), [](qint64 f) { return f != 0; })) {
       run(change.move);
-      if (store_.changedRows() == 0 && count.lines > 0) run(change.add);
+      if (store_.changedRows() == 0 && lines > 0) run(change.add);
     }
-    const bool fewer = count.lines < 0;
     // It is in the sums now: whatever fails from here on must not add it again.
     gathered_.erase(first);
-    if (fewer) run(change.tidy);
+    if (lines < 0) run(change.tidy);
   }
   much_ = false;
 }
@@ -146,16 +161,11 @@ void GroupSums::bringUp() {
 void GroupSums::stop() {
   if (!gathering_) return;
   bringUp();
-  for (const Catalog::RunningSums& sums : store_.schema()->runningSums())
-    for (const QString& sql : sumsTellingRemoval(sums))
-      store_.prepareOwn(sql, Doing::Writing).execute();
   release();
 }
 
-// The connection's own triggers went with the group.
 void GroupSums::forget() {
   gathered_.clear();
-  told_.clear();
   if (gathering_) release();
 }
 

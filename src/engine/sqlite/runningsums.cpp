@@ -23,14 +23,32 @@ QStringList keyExpressions(const Sums& sums, const QString& row) {
   return list;
 }
 
+// Null for a line that has nothing on the side.
 QString millionths(const Sums& sums, const QString& row, bool debit) {
   const QString side = row + bracketed(sums.sideColumn);
-  const QString amount = QStringLiteral("coalesce(CAST(round(") + row +
-                         bracketed(sums.amountColumn) +
-                         QStringLiteral(" * 1000000) AS INTEGER), 0)");
+  const QString amount = QStringLiteral("CAST(round(") + row + bracketed(sums.amountColumn) +
+                         QStringLiteral(" * 1000000) AS INTEGER)");
   const QString test = QStringLiteral("CASE WHEN ") + side + QStringLiteral(" = 'D' THEN ");
   return debit ? test + amount + QStringLiteral(" ELSE 0 END")
                : test + QStringLiteral("0 ELSE ") + amount + QStringLiteral(" END");
+}
+
+QString counted(const QString& millionths) {
+  return QStringLiteral("coalesce(") + millionths + QStringLiteral(", 0)");
+}
+
+// Whether the line has something on the side, as 1 or 0.
+QString something(const Sums& sums, const QString& row, bool debit) {
+  return QStringLiteral("CASE WHEN ") + row + bracketed(sums.sideColumn) +
+         QString::fromLatin1(debit ? " = 'D' THEN " : " = 'D' THEN 1 ELSE ") + row +
+         bracketed(sums.amountColumn) +
+         QString::fromLatin1(debit ? " IS NOT NULL ELSE 1 END" : " IS NOT NULL END");
+}
+
+// What stands in a row of sums beside its keys.
+QStringList figures(const Sums& sums) {
+  return {sums.countColumn, sums.debitColumn, sums.creditColumn, sums.debitLinesColumn,
+          sums.creditLinesColumn};
 }
 
 QString keyTest(const Sums& sums, const QString& row) {
@@ -44,8 +62,7 @@ QString keyTest(const Sums& sums, const QString& row) {
 QString columns(const Sums& sums) {
   QStringList names;
   for (const QString& key : sums.keyColumns) names += bracketed(key);
-  names += {sums.countColumn, sums.debitColumn, sums.creditColumn};
-  return names.join(QStringLiteral(", "));
+  return (names + figures(sums)).join(QStringLiteral(", "));
 }
 
 // Adds the row or takes it away; the sums of a combination without lines don't stand.
@@ -54,7 +71,8 @@ QString account(const Sums& sums, const QString& row, bool add) {
   const QString sign = add ? QStringLiteral("+") : QStringLiteral("-");
   QString sql;
   if (add) {
-    const QStringList values = keyExpressions(sums, row) + QStringList{"0", "0", "0"};
+    const QStringList values =
+        keyExpressions(sums, row) + QStringList(figures(sums).size(), QStringLiteral("0"));
     sql += QStringLiteral("INSERT INTO ") + table + QStringLiteral(" (") + columns(sums) +
            QStringLiteral(") SELECT ") + values.join(QStringLiteral(", ")) +
            QStringLiteral(" WHERE NOT EXISTS (SELECT 1 FROM ") + table + QStringLiteral(" WHERE ") +
@@ -64,8 +82,11 @@ QString account(const Sums& sums, const QString& row, bool add) {
          QStringLiteral(" = ") + sums.countColumn + sign + QStringLiteral("1");
   for (const bool debit : {true, false}) {
     const QString& column = debit ? sums.debitColumn : sums.creditColumn;
-    sql += QStringLiteral(", ") + column + QStringLiteral(" = ") + column + sign + u'(' +
-           millionths(sums, row, debit) + u')';
+    sql += QStringLiteral(", ") + column + QStringLiteral(" = ") + column + sign +
+           counted(millionths(sums, row, debit));
+    const QString& lines = debit ? sums.debitLinesColumn : sums.creditLinesColumn;
+    sql += QStringLiteral(", ") + lines + QStringLiteral(" = ") + lines + sign + u'(' +
+           something(sums, row, debit) + u')';
   }
   sql += QStringLiteral(" WHERE ") + test + QStringLiteral("; ");
   if (!add)
@@ -80,41 +101,30 @@ QString trigger(const Sums& sums, const QString& event, const QString& when, con
          when + QStringLiteral(" BEGIN ") + body + QStringLiteral("END");
 }
 
-// When an updating counts for the sums, as a trigger says it: which columns it sets, and that they
-// change.
-std::pair<QString, QString> updating(const Sums& sums) {
-  QStringList watched{sums.sideColumn, sums.amountColumn};
-  for (const SumKey& key : sums.keys)
-    if (!watched.contains(key.column, Qt::CaseInsensitive)) watched += key.column;
+QString updateTrigger(const Sums& sums) {
   QStringList names, changed;
-  for (const QString& column : std::as_const(watched)) {
+  const QStringList watched = sumsColumns(sums);
+  for (const QString& column : watched) {
     names += bracketed(column);
     changed += QStringLiteral("NEW.") + bracketed(column) + QStringLiteral(" IS NOT OLD.") +
                bracketed(column);
   }
-  return {QStringLiteral("UPDATE OF ") + names.join(QStringLiteral(", ")),
-          QStringLiteral(" WHEN ") + changed.join(QStringLiteral(" OR "))};
-}
-
-QString updateTrigger(const Sums& sums) {
-  const auto [event, when] = updating(sums);
   return trigger(
-      sums, event, when,
+      sums, QStringLiteral("UPDATE OF ") + names.join(QStringLiteral(", ")),
+      QStringLiteral(" WHEN ") + changed.join(QStringLiteral(" OR ")),
       account(sums, QStringLiteral("NEW."), true) + account(sums, QStringLiteral("OLD."), false));
 }
 
 constexpr const char* kEvents[] = {"INSERT", "UPDATE", "DELETE"};
 
-QString tellingName(const Sums& sums, const char* event) {
-  return u'[' + sums.sumsTable + QStringLiteral("_cuenta_") + QLatin1String(event) + u']';
-}
-
 QString recountSelect(const Sums& sums) {
   QStringList outputs = keyExpressions(sums, {});
   const QStringList groups = outputs;
-  outputs +=
-      {QStringLiteral("count(*)"), QStringLiteral("sum(") + millionths(sums, {}, true) + u')',
-       QStringLiteral("sum(") + millionths(sums, {}, false) + u')'};
+  outputs += QStringLiteral("count(*)");
+  for (const bool debit : {true, false})
+    outputs += QStringLiteral("sum(") + counted(millionths(sums, {}, debit)) + u')';
+  for (const bool debit : {true, false})
+    outputs += QStringLiteral("sum(") + something(sums, {}, debit) + u')';
   QString sql = QStringLiteral("SELECT ") + outputs.join(QStringLiteral(", ")) +
                 QStringLiteral(" FROM ") + bracketed(sums.baseTable);
   // Without keys there would be a row even for a table without lines.
@@ -157,6 +167,8 @@ Sums describeSums(qint64 order, const QString& table, const QString& side, const
   sums.countColumn = QStringLiteral("NumeroLineas");
   sums.debitColumn = QStringLiteral("SumaDebe");
   sums.creditColumn = QStringLiteral("SumaHaber");
+  sums.debitLinesColumn = QStringLiteral("LineasDebe");
+  sums.creditLinesColumn = QStringLiteral("LineasHaber");
   return sums;
 }
 
@@ -174,8 +186,7 @@ QStringList sumsDefinition(const Sums& sums, const TableDef& base) {
     }
     table.Fields.push_back(key);
   }
-  for (const QString& name : {sums.countColumn, sums.debitColumn, sums.creditColumn})
-    table.CreateField(name, FieldType::Long);
+  for (const QString& name : figures(sums)) table.CreateField(name, FieldType::Long);
   QStringList sql{createTableSql(table)};
   // No unique index: lines may lack a key, and nothing is equal to Null.
   if (!keys.isEmpty())
@@ -202,51 +213,34 @@ QStringList sumsRemoval(const Sums& sums) {
   return sql + QStringList{QStringLiteral("DROP TABLE IF EXISTS ") + bracketed(sums.sumsTable)};
 }
 
-QStringList sumsTelling(const Sums& sums, int place) {
-  const auto row = [&](const QString& name, const char* sign) {
-    const QStringList arguments =
-        QStringList{QString::number(place), QLatin1String(sign), millionths(sums, name, true),
-                    millionths(sums, name, false)} +
-        keyExpressions(sums, name);
-    return QStringLiteral("SELECT ") + QLatin1String(kTellSums) + u'(' +
-           arguments.join(QStringLiteral(", ")) + QStringLiteral("); ");
-  };
-  const QString now = row(QStringLiteral("NEW."), "1"), before = row(QStringLiteral("OLD."), "-1");
-  const auto create = [&](const char* name, const QString& event, const QString& body) {
-    return QStringLiteral("CREATE TEMP TRIGGER ") + tellingName(sums, name) +
-           QStringLiteral(" AFTER ") + event + QStringLiteral(" ON main.") +
-           bracketed(sums.baseTable) + body + QStringLiteral("END");
-  };
-  const QString begin = QStringLiteral(" BEGIN ");
-  const auto [event, when] = updating(sums);
-  return {create(kEvents[0], QStringLiteral("INSERT"), begin + now),
-          create(kEvents[1], event, when + begin + now + before),
-          create(kEvents[2], QStringLiteral("DELETE"), begin + before)};
+QStringList sumsColumns(const Sums& sums) {
+  QStringList columns{sums.sideColumn, sums.amountColumn};
+  for (const SumKey& key : sums.keys)
+    if (!columns.contains(key.column, Qt::CaseInsensitive)) columns += key.column;
+  return columns;
 }
 
-QStringList sumsTellingRemoval(const Sums& sums) {
-  QStringList sql;
-  for (const char* event : kEvents)
-    sql += QStringLiteral("DROP TRIGGER IF EXISTS temp.") + tellingName(sums, event);
-  return sql;
+QStringList sumsCounting(const Sums& sums) {
+  return QStringList{millionths(sums, {}, true), millionths(sums, {}, false)} +
+         keyExpressions(sums, {});
 }
 
 SumsChange sumsChange(const Sums& sums) {
   const QString table = bracketed(sums.sumsTable);
   QStringList tests, marks;
   for (qsizetype i = 0; i < sums.keyColumns.size(); ++i) {
-    marks += u'?' + QString::number(i + 4);
+    marks += u'?' + QString::number(i + figures(sums).size() + 1);
     tests += bracketed(sums.keyColumns[i]) + QStringLiteral(" IS ") + marks.back();
   }
   const QString where =
       QStringLiteral(" WHERE ") +
       (tests.isEmpty() ? QStringLiteral("1") : tests.join(QStringLiteral(" AND ")));
   QStringList moves;
-  int parameter = 1;
-  for (const QString& column : {sums.countColumn, sums.debitColumn, sums.creditColumn})
-    moves += column + QStringLiteral(" = ") + column + QStringLiteral(" + ?") +
-             QString::number(parameter++);
-  marks += {QStringLiteral("?1"), QStringLiteral("?2"), QStringLiteral("?3")};
+  for (const QString& column : figures(sums)) {
+    const QString mark = u'?' + QString::number(moves.size() + 1);
+    moves += column + QStringLiteral(" = ") + column + QStringLiteral(" + ") + mark;
+    marks += mark;
+  }
   return {QStringLiteral("UPDATE ") + table + QStringLiteral(" SET ") +
               moves.join(QStringLiteral(", ")) + where,
           QStringLiteral("INSERT INTO ") + table + QStringLiteral(" (") + columns(sums) +

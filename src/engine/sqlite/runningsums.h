@@ -1,7 +1,8 @@
 // Sums kept beside a table so that its totals answer at once whatever its length.
 //
 // Each is a table of the engine's own with one row for each combination of keys: the number of
-// lines and the sums of both sides in integers of a millionth, which add up exactly in any order.
+// lines, the sums of both sides in integers of a millionth, which add up exactly in any order, and
+// how many lines have anything on each side, since a sum over nothing but Nulls is Null.
 // Triggers of built-in functions keep it, so it is right whatever tool writes; a second trigger
 // refuses the rows that would silently replace others, whose going no trigger sees.
 #pragma once
@@ -29,13 +30,13 @@ QStringList sumsRemoval(const Catalog::RunningSums& sums);
 // All of it anew, from the rows.
 QStringList sumsRebuild(const Catalog::RunningSums& sums, const TableDef& base);
 
-// What brings the sums up for many rows at once. The connection's own triggers, which tell its
-// function kTellSums of each row: `place` (a number of the caller's), 1 or -1 for the line, what it
-// counts for in the debit and in the credit, and its keys.
-inline constexpr char kTellSums[] = "librano_cuenta";
-QStringList sumsTelling(const Catalog::RunningSums& sums, int place);
-QStringList sumsTellingRemoval(const Catalog::RunningSums& sums);
-// Adds lines, debit and credit, parameters 1 to 3, to the sums of the keys that follow.
+// The columns of the table on which the sums depend.
+QStringList sumsColumns(const Catalog::RunningSums& sums);
+// What a row of the table counts for: its debit and its credit in millionths, each Null where the
+// line has nothing there, and its keys.
+QStringList sumsCounting(const Catalog::RunningSums& sums);
+// Adds the number of lines, debit, credit and how many lines have each of them, parameters 1 to 5,
+// to the sums of the keys that follow.
 struct SumsChange {
   QString move;  // where they have a row
   QString add;   // where they have none

@@ -290,7 +290,6 @@ void FileStore::configure() {
   sqlite3_db_config(db_, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
   sqlite3_db_config(db_, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
   registerFunctions(db_);
-  sums_.registerFunction();
   static const char* const kPragmas[] = {
       "PRAGMA journal_mode=TRUNCATE",  // data folders are shared over networks: never a WAL
       "PRAGMA synchronous=EXTRA",      // a posted line outlives a power cut

@@ -65,18 +65,13 @@ void FileStore::checkTwin(const QString& table, const QString& column, const QSt
 }
 
 void FileStore::write(const QString& sql, const QList<Variant>& values) {
-  if (groupChanges_ >= kManyRows) sums_.gather();
-  try {
-    prepareOwn(sql, Doing::Writing).bind(values).execute();
-  } catch (const ErrorEjecucion&) {
-    sums_.rowFailed();
-    throw;
-  }
-  sums_.rowWritten();
+  prepareOwn(sql, Doing::Writing).bind(values).execute();
 }
 
 Key FileStore::insert(const QString& table, const Values& values) {
+  if (groupChanges_ >= kManyRows) sums_.gather();
   checkKey(table, 0, values);
+  sums_.refuseTooLarge(table, values);
   QStringList columns, marks;
   QList<Variant> bound;
   Key key = 0;
@@ -99,7 +94,9 @@ Key FileStore::insert(const QString& table, const Values& values) {
                    QStringLiteral(") VALUES (") + marks.join(QStringLiteral(", ")) + u')';
   write(sql, bound);
   touched(table);
-  return key == 0 ? lastRowNumber() : key;
+  if (key == 0) key = lastRowNumber();
+  sums_.moved({}, sums_.countsOf(table, key));
+  return key;
 }
 
 // Tools write the same columns row after row.
@@ -115,21 +112,29 @@ const QString& FileStore::updateSql(const QString& table, const QStringList& col
 }
 
 bool FileStore::update(const QString& table, Key key, const Values& values) {
+  if (groupChanges_ >= kManyRows) sums_.gather();
   checkKey(table, key, values);
+  sums_.refuseTooLarge(table, values);
   if (values.isEmpty()) return true;
+  const QStringList columns = values.keys();
   QList<Variant> bound{key};
   for (const Variant& value : values) bound += value;
-  write(updateSql(table, values.keys()), bound);
+  const auto before = sums_.countsOf(table, key, columns);
+  write(updateSql(table, columns), bound);
   if (changedRows() == 0) return false;
   touched(table);
+  sums_.moved(before, sums_.countsOf(table, key, columns));
   return true;
 }
 
 bool FileStore::remove(const QString& table, Key key) {
+  if (groupChanges_ >= kManyRows) sums_.gather();
+  const auto before = sums_.countsOf(table, key);
   write(QStringLiteral("DELETE FROM ") + bracketed(table) + QStringLiteral(" WHERE rowid = ?1"),
         {key});
   if (changedRows() == 0) return false;
   touched(table);
+  sums_.moved(before, {});
   if (ownRowNumbers(*schema(), table))
     prepareOwn(noteLastRowSql(table), Doing::Writing).bind({table, key}).execute();
   return true;
