@@ -26,6 +26,7 @@ void Connection::begin(Doing doing) {
 }
 
 void Connection::settle() {
+  if (settings_->whole) return;
   try {
     commit();
   } catch (const ErrorEjecucion&) {

@@ -12,7 +12,8 @@ class Connection : public std::enable_shared_from_this<Connection> {
   // What the connections of a process share, and who is to be told that a group was opened and will
   // have to be committed.
   struct Settings {
-    int year = 0;  // of the company at hand
+    int year = 0;        // of the company at hand
+    bool whole = false;  // what is being written is committed by DBEngine::Whole alone
     std::function<void(const std::shared_ptr<Connection>&)> groupOpened;
     std::function<void(const ErrorEjecucion&)> lost;  // at the closing of the books
   };

@@ -99,7 +99,7 @@ void DBEngine::askForCommit(int delay) {
 }
 
 void DBEngine::commitFromLoop() {
-  if (d_->storeSettings->inWait) return askForCommit(kRetry);
+  if (d_->storeSettings->inWait || d_->settings->whole) return askForCommit(kRetry);
   try {
     // Whoever is told of the first refusal isn't kept waiting by the others.
     const Brief quick(*this, d_->refused ? 0 : d_->storeSettings->lockTimeout);
@@ -121,6 +121,7 @@ void DBEngine::askForReading(int delay) {
 }
 
 void DBEngine::flush() {
+  if (d_->settings->whole) return;
   // One file that can't be written doesn't keep the others from it.
   std::exception_ptr first;
   const auto changed = std::exchange(d_->changed, {});
@@ -148,7 +149,7 @@ void DBEngine::discard() {
 }
 
 void DBEngine::breathe() {
-  if (isWaiting()) return;
+  if (isWaiting() || d_->settings->whole) return;
   bool committed = false;
   for (const auto& connection : d_->open()) {
     if (!connection->inGroup() || connection->groupAge() < d_->longWork) continue;
@@ -331,6 +332,27 @@ DBEngine::Brief::~Brief() {
   const bool hasty = engine_.lockTimeout() < timeout_;
   engine_.setLockTimeout(timeout_);
   if (hasty) engine_.d_->storeSettings->impatient = impatient_;
+}
+
+DBEngine::Whole::Whole(DBEngine& engine) : engine_(engine) {
+  engine_.flush();
+  engine_.d_->settings->whole = true;
+}
+
+DBEngine::Whole::~Whole() {
+  engine_.d_->settings->whole = false;
+  if (done_) return;
+  try {
+    engine_.discard();
+  } catch (const ErrorEjecucion& e) {
+    Q_EMIT engine_.commitFailed(e.numero(), e.descripcion());
+  }
+}
+
+void DBEngine::Whole::commit() {
+  engine_.d_->settings->whole = false;
+  engine_.flush();
+  done_ = true;
 }
 
 void DBEngine::setYear(int year) {

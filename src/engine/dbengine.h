@@ -155,6 +155,26 @@ class DBEngine : public QObject {
     int timeout_;
     bool impatient_;
   };
+  // A change of many rows that is made whole or not at all: as long as it stands nothing else
+  // commits what is written, no error and no breath, and unless commit() has succeeded it is undone
+  // when it goes. Other stations can't write meanwhile, so it is for work of seconds that shows no
+  // box. What was pending before is committed when it begins.
+  //
+  //   DBEngine::Whole change(engine);
+  //   ...                             // whatever fails in here leaves the files as they were
+  //   change.commit();
+  class Whole {
+   public:
+    explicit Whole(DBEngine& engine);
+    ~Whole();
+    Whole(const Whole&) = delete;
+    Whole& operator=(const Whole&) = delete;
+    void commit();  // 3186 and what else a commit raises; then it is undone
+
+   private:
+    DBEngine& engine_;
+    bool done_ = false;
+  };
   // The accounting year of the company at hand: date literals with a two-digit year fall nearest
   // to it. Until it is told, the year of today.
   void setYear(int year);

@@ -1,5 +1,6 @@
 #include "oficial/registro.h"
 
+#include "oficial/frmconversion2007.h"
 #include "oficial/frmdatosregistros.h"
 #include "oficial/frmdeclarante.h"
 #include "oficial/frmestados.h"
@@ -19,4 +20,5 @@ void registraOficial(Registro& registro) {
   registro.registra<FrmModelo303>();
   registro.registra<FrmModelo347>();
   registro.registra<FrmLibrosRegistro>();
+  registro.registra<FrmConversion2007>();
 }

@@ -1,0 +1,36 @@
+// The conversion of the open company to the plan of 2007: the proposal as a table to be put right,
+// then the change itself, with a copy of the file beside it.
+#pragma once
+
+#include <memory>
+
+#include "oficial/conversion.h"
+#include "toolkit/formulario.h"
+
+namespace Ui {
+class FrmConversion2007;
+}
+class QTableWidgetItem;
+
+class FrmConversion2007 : public Formulario {
+  Q_OBJECT
+ public:
+  explicit FrmConversion2007(Contexto& contexto);
+  ~FrmConversion2007() override;
+  void Form_Load() override;
+
+ private:
+  void propone();
+  void ensena();
+  void cambiada(QTableWidgetItem* celda);
+  void resume();
+  void CmdIgual_Click();
+  void CmdAceptar_Click();
+  bool seQuiere(Database& empresa);
+  Modelo2007 modelo() const;
+  void ponBotones(bool si);
+
+  std::unique_ptr<Ui::FrmConversion2007> ui_;
+  QList<FilaConversion> filas_;
+  bool ensenando_ = false;
+};

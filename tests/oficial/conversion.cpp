@@ -1,0 +1,180 @@
+// A company of the plan of 1990 put on that of 2007.
+#include "oficial/conversion.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "common/formato.h"
+#include "engine/dbengine.h"
+#include "oficial/estados.h"
+#include "soporte/errores.h"
+#include "soporte/libros.h"
+
+namespace {
+
+class ConversionA2007 : public testing::Test, protected Libros {
+ protected:
+  std::unique_ptr<Database> empresa = abre();
+  const QDate hoy{2024, 4, 1};
+  const Avance callado = [](int, int) {};
+
+  void inserta(const QString& tabla, const QList<std::pair<QString, Variant>>& valores) {
+    const auto filas = empresa->OpenRecordset(tabla);
+    filas->AddNew();
+    for (const auto& [campo, valor] : valores) filas->Fields(campo) = valor;
+    filas->Update();
+  }
+  void subcuenta(const QString& codigo, double importe = 0) {
+    inserta("Subcuentas",
+            {{"Subcuenta", codigo}, {"Cuenta", codigo.left(3)}, {"Descripcion", "N" + codigo}});
+    if (importe != 0) apunta(codigo, importe);
+  }
+  void apunta(const QString& codigo, double importe) {
+    inserta("Diario", {{"NLinea", ++linea_},
+                       {"NAsiento", 1},
+                       {"Fecha", QDate(2024, 1, 5)},
+                       {"Subcuenta", codigo},
+                       {"DH", importe > 0 ? "D" : "H"},
+                       {"Importe", importe}});
+  }
+  static QString nuevoDe(const QList<FilaConversion>& filas, const QString& codigo) {
+    const auto fila = std::ranges::find(filas, codigo, &FilaConversion::codigo);
+    return fila == filas.end() ? "no está" : fila->nuevo + (fila->dudosa ? "?" : "");
+  }
+  // What a file holds that may change.
+  QStringList todo() {
+    return filas("Select * from Diario order by NLinea") + filas("Select * from Subcuentas") +
+           filas("Select * from Cuentas") + filas("Select * from Empresa") +
+           filas("Select * from Nivel02");
+  }
+
+ private:
+  int linea_ = 0;
+};
+
+TEST_F(ConversionA2007, LaPropuestaDejaPorDecidirLoDudoso) {
+  for (const char* codigo :
+       {"40200001", "40300001", "40400009", "24000001", "24012345", "25100001", "25600001",
+        "11100001", "20000001", "21300001", "58000001", "55400001"})
+    subcuenta(codigo, 10);
+  apunta("22300007", 5);  // a line without its subcuenta
+  const auto filas = proponeConversion(*empresa, Modelo2007::Pymes);
+  const std::pair<const char*, const char*> casos[] = {
+      {"40200001", "40300001"},  // chains, all at once
+      {"40300001", "40400001"},
+      {"24000001", "24030001"},  // four digits: one of the ending goes
+      {"25100001", "25100001"},
+      {"25600001", "25100002"},  // that code is another's
+      {"11100001", "?"},
+      {"20000001", "?"},
+      {"21300001", "?"},  // 204 is no account of small companies
+      {"58000001", "56700001"},
+      {"55400001", "?"},  // none of the old plan, and something in the new one
+      {"22300007", "21300007"},
+      {"43000001", "no está"},
+      {"60000001", "60000001"},
+  };
+  for (const auto& [codigo, nuevo] : casos) EXPECT_EQ(nuevoDe(filas, codigo), nuevo) << codigo;
+  EXPECT_EQ(nuevoDe(proponeConversion(*empresa, Modelo2007::Normal), "21300001"), "20400001");
+  const auto fila = std::ranges::find(filas, QString("24000001"), &FilaConversion::codigo);
+  EXPECT_EQ(fila->nombre, "N24000001");
+  EXPECT_EQ(fila->lineas, 1);
+  EXPECT_EQ(fila->saldo, 10);
+}
+
+TEST_F(ConversionA2007, LasFaltasSeDicenAntesDeEscribir) {
+  for (const char* codigo : {"20000001", "21500001", "40200001", "57000001"}) subcuenta(codigo, 1);
+  Conversion conversion{Modelo2007::Pymes, proponeConversion(*empresa, Modelo2007::Pymes)};
+  const auto pon = [&](const QString& codigo, const QString& nuevo) {
+    std::ranges::find(conversion.filas, codigo, &FilaConversion::codigo)->nuevo = nuevo;
+  };
+  pon("21500001", "2060001");
+  pon("40200001", "57000001");
+  pon("57000001", "99900001");
+  EXPECT_EQ(
+      faltasDeConversion(*empresa, conversion),
+      (QStringList{"20000001: falta decidir su código nuevo", "21500001: 2060001 no tiene 8 cifras",
+                   "57000001: la cuenta 999 no está en el plan"}));
+  pon("57000001", "57000001");
+  EXPECT_TRUE(faltasDeConversion(*empresa, conversion)
+                  .contains("57000001: 57000001 es ya el código nuevo de 40200001"));
+}
+
+// The quarter's own books: every code at once, in every table, and the figures of its statements.
+TEST_F(ConversionA2007, ElTrimestreSeConvierteEntero) {
+  asientaTrimestre();
+  inserta("Recibos", {{"Subcuenta", "43200001"}, {"Banco", "57200001"}, {"Importe", 5.0}});
+  inserta("RSIVA", {{"Codigo", "S0000000001"}, {"CliPro", "40200001"}, {"CtaCon", "22300001"}});
+  Conversion conversion{Modelo2007::Pymes, proponeConversion(*empresa, Modelo2007::Pymes)};
+  ASSERT_TRUE(faltasDeConversion(*empresa, conversion).isEmpty())
+      << qPrintable(faltasDeConversion(*empresa, conversion).join('\n'));
+  const auto lineas = filas("Diario").size();
+  const QString copia = copiaAntesDeConvertir(motor, rutaEmpresa());
+  EXPECT_NE(copiaAntesDeConvertir(motor, rutaEmpresa()), copia);
+  const Convertido hecho = convierteA2007(motor, *empresa, conversion, hoy, callado);
+  EXPECT_EQ(hecho.antes.debe, hecho.despues.debe);
+  EXPECT_EQ(hecho.antes.haber, hecho.despues.haber);
+  EXPECT_GT(hecho.lineas, 0);
+  EXPECT_EQ(filas("Diario").size(), lineas);
+  EXPECT_EQ(filas("Select Subcuenta, Banco from Recibos").first(), "43300001|57200001");
+  EXPECT_EQ(filas("Select CliPro, CtaCon from RSIVA where Codigo='S0000000001'").first(),
+            "40300001|21300001");
+  EXPECT_EQ(filas("Select Subcuenta from Subcuentas where Left(Subcuenta,3)<>Cuenta").size(), 0);
+  EXPECT_EQ(filas("Cuentas").size(), 347);
+  const Saldos saldos = saldosDelPeriodo(*empresa, 1, 12);
+  const EstadoOficial balance = calculaEstado(Estado::Balance, saldos);
+  EXPECT_EQ(Format(importeDeLinea(balance, lineaestado::kActivo), "#,##0.00"), "114.320,41");
+  EXPECT_EQ(Format(importeDeLinea(balance, lineaestado::kPasivo), "#,##0.00"), "114.320,41");
+  EXPECT_EQ(Format(resultadoDe(saldos), "#,##0.00"), "12.100,98");
+  EXPECT_TRUE(plan2007De(*empresa).sigue);
+  // The copy is the company of before.
+  const auto antes = motor.Workspaces(0).OpenDatabase(copia);
+  EXPECT_FALSE(plan2007De(*antes).sigue);
+}
+
+TEST_F(ConversionA2007, LasCuentasPropiasYSusNombresSeQuedan) {
+  const std::tuple<const char*, const char*, bool> cuentas[] = {
+      {"402", "Proveedores del grupo", true}, {"572", "Mis bancos", false}, {"888", "Mía", false}};
+  for (const auto& [cuenta, nombre, ficha] : cuentas)
+    inserta("Cuentas", {{"Cuenta", cuenta}, {"Descripcion", nombre}, {"DatosAuxiliares", ficha}});
+  subcuenta("40200001");
+  subcuenta("88800001", 3);
+  const Conversion conversion{Modelo2007::Pymes, proponeConversion(*empresa, Modelo2007::Pymes)};
+  EXPECT_TRUE(faltasDeConversion(*empresa, conversion).isEmpty());
+  convierteA2007(motor, *empresa, conversion, hoy, callado);
+  const auto cuenta = [this](const char* codigo) {
+    return filas("Select Descripcion, DatosAuxiliares from Cuentas where Cuenta='" +
+                 QString(codigo) + "'")
+        .value(0);
+  };
+  EXPECT_EQ(cuenta("403"), "Proveedores, empresas del grupo|Verdadero");
+  EXPECT_EQ(cuenta("402"), "");
+  EXPECT_EQ(cuenta("572"), "Mis bancos|Falso");
+  EXPECT_EQ(cuenta("888"), "Mía|Falso");
+}
+
+// A failure half-way leaves the file as it was, also what the engine had written of it.
+TEST_F(ConversionA2007, LoQueFallaNoDejaNada) {
+  asientaTrimestre();
+  motor.flush();
+  Conversion conversion{Modelo2007::Pymes, proponeConversion(*empresa, Modelo2007::Pymes)};
+  const QStringList antes = todo();
+  int vistas = 0;
+  const Avance falla = [&](int, int) {
+    motor.breathe();
+    motor.flush();
+    if (++vistas == 200) empresa->OpenRecordset("no existe");
+  };
+  EXPECT_EQ(numeroDeError([&] { convierteA2007(motor, *empresa, conversion, hoy, falla); }),
+            err::kOrigenDesconocido);
+  EXPECT_EQ(todo(), antes);
+  EXPECT_FALSE(plan2007De(*empresa).sigue);
+  EXPECT_FALSE(motor.pending());
+  // Two codes that become one are seen by their sums at the latest.
+  conversion.filas[0].nuevo = conversion.filas[1].nuevo;
+  EXPECT_NE(numeroDeError([&] { convierteA2007(motor, *empresa, conversion, hoy, callado); }), 0);
+  EXPECT_EQ(todo(), antes);
+}
+
+}  // namespace
