@@ -229,6 +229,7 @@ QStringList FrmModelo303::avisosDelFichero(const Declarante& declarante) const {
 
 void FrmModelo303::CmdFichero_Click() {
   ui_->GrdCasillas->cierraCelda();
+  lee();  // what another station has posted meanwhile is in the file too
   const auto base = empresa();
   const Declarante declarante(*base);
   if (declarante["Nif"].isEmpty())
@@ -252,6 +253,7 @@ void FrmModelo303::CmdFichero_Click() {
 
 void FrmModelo303::CmdPresentar_Click() {
   ui_->GrdCasillas->cierraCelda();
+  lee();
   if (!pregunta(
           QStringLiteral("¿Dar por presentado el %1 con resultado %2 (%3)?")
               .arg(hoja_->periodo().codigo, importe({}, hoja_->resultado()).trimmed(), tipo()),
@@ -270,7 +272,9 @@ void FrmModelo303::CmdImprimir_Click() {
     impresa.anade({c.numero, c.titulo, importe(c, hoja_->valor(c.numero)),
                    c.aMano ? QStringLiteral("a mano") : QString()});
   }
-  impresa.muestra(
-      QStringLiteral("Modelo 303"), QStringLiteral("Modelo303"),
-      QStringLiteral("%1 %2").arg(hoja_->periodo().codigo).arg(hoja_->periodo().ejercicio));
+  impresa.muestra(QStringLiteral("Modelo 303"), QStringLiteral("Modelo303"),
+                  QStringLiteral("%1 de %2   N.I.F. %3")
+                      .arg(hoja_->periodo().codigo)
+                      .arg(hoja_->periodo().ejercicio)
+                      .arg(Declarante(*empresa())["Nif"]));
 }

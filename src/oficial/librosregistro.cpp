@@ -95,6 +95,8 @@ class Cuaderno {
  public:
   explicit Cuaderno(const QString& ruta)
       : ruta_(ruta), parcial_(ruta + QStringLiteral(".parcial")) {
+    // Taken at once: that it can't be written is told before the rows are, not after.
+    if (!QFile(parcial_).open(QIODevice::WriteOnly)) noSePuede();
     libro_ = workbook_new(QFile::encodeName(parcial_).constData());
     if (!libro_) noSePuede();
     titulo_ = workbook_add_format(libro_);

@@ -3,7 +3,11 @@
 
 #include <gtest/gtest.h>
 
+#include <QDir>
+#include <QTemporaryDir>
+
 #include "engine/filas.h"
+#include "oficial/librosregistro.h"
 #include "soporte/errores.h"
 #include "soporte/libros.h"
 #include "soporte/textos.h"
@@ -249,6 +253,23 @@ TEST_F(Modelo303, ElFicheroLlevaCadaImporteEnSuSitio) {
               fichero303(Hoja303(*empresa, {2023, "1T"}), datos, false);
             }),
             err::kLlamadaNoValida);
+}
+
+// A place that can't be written is told, and nothing half written stays.
+TEST_F(Modelo303, LosFicherosSeEscribenEnterosONoSeEscriben) {
+  factura('R', "43000001", QDate(2024, 2, 10), 1000, 21);
+  const QTemporaryDir carpeta;
+  const QString ocupado = carpeta.path() + "/ocupado";
+  ASSERT_TRUE(QDir(carpeta.path()).mkdir("ocupado"));
+  const LibrosRegistro registro(*empresa, 2024, "1T");
+  const Declarante declarante(*empresa);
+  for (const QString& ruta : {ocupado, carpeta.path() + "/no/esta"}) {
+    EXPECT_EQ(numeroDeError([&] { escribeFichero(ruta, "x"); }), err::kErrorDeRuta);
+    EXPECT_EQ(numeroDeError([&] { registro.escribe(ruta, declarante, LibrosDe::Iva); }),
+              err::kErrorDeRuta);
+  }
+  EXPECT_EQ(QDir(carpeta.path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
+            QStringList("ocupado"));
 }
 
 }  // namespace
