@@ -71,6 +71,36 @@ constexpr CampoDeTabla kEstadosOficiales[] = {
     {"RotuloAnterior", FieldType::Text, 30},
 };
 
+// What the bank's statements brought. A movement keeps the line of the journal that proves it, and
+// the day when it was accepted.
+constexpr CampoDeTabla kMovimientosBanco[] = {
+    {"Numero", FieldType::Long},          {"Ccc", FieldType::Text, 20},
+    {"Operacion", FieldType::Date},       {"Valor", FieldType::Date},
+    {"Comun", FieldType::Text, 2},        {"Propio", FieldType::Text, 3},
+    {"Importe", FieldType::Double},       {"Documento", FieldType::Text, 10},
+    {"Referencia1", FieldType::Text, 12}, {"Referencia2", FieldType::Text, 16},
+    {"Ordinal", FieldType::Long},         {"Concepto", FieldType::Text, 255},
+    {"Apunte", FieldType::Long},          {"Conciliado", FieldType::Date},
+};
+
+// The bank's accounts and the subcuenta of each.
+constexpr CampoDeTabla kCuentasBanco[] = {
+    {"Ccc", FieldType::Text, 20},
+    {"Subcuenta", FieldType::Text, ancho::kSubcuenta},
+};
+
+// The balances of each statement.
+constexpr CampoDeTabla kExtractosBanco[] = {
+    {"Ccc", FieldType::Text, 20},   {"Desde", FieldType::Date},   {"Hasta", FieldType::Date},
+    {"Inicial", FieldType::Double}, {"Final", FieldType::Double},
+};
+
+// Where a movement goes by the words of its concept.
+constexpr CampoDeTabla kReglasBanco[] = {
+    {"Palabras", FieldType::Text, 60},
+    {"Subcuenta", FieldType::Text, ancho::kSubcuenta},
+};
+
 constexpr TablaDeEmpresa kTablas[] = {
     {"PlanOficial", kPlanOficial, 0},
     {"TiposPorFechas", kTiposPorFechas, 0},
@@ -79,6 +109,10 @@ constexpr TablaDeEmpresa kTablas[] = {
     {"Modelo303", kModelo303, 4},
     {"Modelo347", kModelo347, 2},
     {"EstadosOficiales", kEstadosOficiales, 2},
+    {"MovimientosBanco", kMovimientosBanco, 1},
+    {"CuentasBanco", kCuentasBanco, 1},
+    {"ExtractosBanco", kExtractosBanco, 0},
+    {"ReglasBanco", kReglasBanco, 1},
 };
 
 int anchoDe(const Database& empresa, const QString& tabla) {

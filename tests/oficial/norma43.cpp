@@ -1,0 +1,114 @@
+// Statements of the bank: the example as its figures are known, the ways in which banks depart from
+// the norm, and what must not be taken.
+#include "oficial/norma43.h"
+
+#include <gtest/gtest.h>
+#include <QFile>
+
+#include "soporte/textos.h"
+
+namespace {
+
+QByteArray ejemplo() {
+  QFile fichero(QStringLiteral(LIBRANO_DATOS "/banco/extracto-norma43.txt"));
+  EXPECT_TRUE(fichero.open(QIODevice::ReadOnly));
+  return fichero.readAll();
+}
+
+QString faltas(const QByteArray& fichero) {
+  QStringList textos;
+  const LecturaNorma43 leido = leeNorma43(fichero);
+  for (const AvisoDeLinea& e : leido.errores) textos += e.entero();
+  for (const AvisoDeLinea& a : leido.avisos) textos += "(" + a.entero() + ")";
+  return textos.join("; ");
+}
+
+// The example with a piece of one line replaced; positions count from 1.
+QByteArray con(int linea, int desde, const QByteArray& texto) {
+  QList<QByteArray> lineas = ejemplo().split('\n');
+  lineas[linea - 1].replace(desde - 1, texto.size(), texto);
+  return lineas.join('\n');
+}
+
+TEST(Norma43, ElExtractoDeEjemploDaSusCifras) {
+  const LecturaNorma43 leido = leeNorma43(ejemplo());
+  EXPECT_EQ(faltas(ejemplo()), "");
+  ASSERT_EQ(leido.cuentas.size(), 2u);
+  const CuentaBanco &una = leido.cuentas[0], &otra = leido.cuentas[1];
+  EXPECT_EQ(una.ccc, "99910025110000123456");
+  EXPECT_EQ(otra.ccc, "99920007590200054321");
+  EXPECT_EQ(una.inicial, 7911723);
+  EXPECT_EQ(una.final, 6571429);
+  EXPECT_EQ(otra.inicial, -3500);
+  EXPECT_EQ(otra.final, 59056);
+  EXPECT_EQ(una.desde, QDate(2024, 1, 16));
+  EXPECT_EQ(una.hasta, QDate(2024, 1, 31));
+  ASSERT_EQ(una.movimientos.size(), 9u);
+  ASSERT_EQ(otra.movimientos.size(), 3u);
+  EXPECT_EQ(una.movimientos[0].centimos, -238947);
+  EXPECT_EQ(una.movimientos[0].concepto, "TRANSFERENCIA EMITIDA CALZADOS IBAÑEZ");
+  EXPECT_EQ(una.movimientos[5].centimos, 117984);
+  EXPECT_EQ(una.movimientos[5].valor, QDate(2024, 1, 27));
+  EXPECT_EQ(una.movimientos[6].concepto,
+            "CORETEXTILES MARTIN E HIJOS ES72000A28123453 MANDATO-000045 RECIBO FACTURA 2024/118 "
+            "VENCIMIENTO 31-01-2024 REF-118 TIENDA DE MUESTRA S.L.");
+  EXPECT_EQ(otra.movimientos[2].comun, "98");
+}
+
+TEST(Norma43, LoQueCadaBancoHaceASuManeraSeLeeIgual) {
+  const QByteArray base = ejemplo();
+  const QString texto = QString::fromLatin1(base);
+  const auto igual = [&](const QByteArray& fichero) {
+    const LecturaNorma43 leido = leeNorma43(fichero);
+    EXPECT_TRUE(leido.errores.isEmpty()) << faltas(fichero).toStdString();
+    return leido.cuentas.size() == 2 &&
+           leido.cuentas[0].movimientos[0].concepto == "TRANSFERENCIA EMITIDA CALZADOS IBAÑEZ" &&
+           leido.cuentas[1].final == 59056;
+  };
+  EXPECT_TRUE(igual(texto.toUtf8()));
+  EXPECT_TRUE(igual("\xEF\xBB\xBF" + texto.toUtf8()));
+  EXPECT_TRUE(igual(QByteArray(base).replace('\xD1', '\xA5')));
+  EXPECT_TRUE(igual(QByteArray(base).replace("\r\n", "\n") + '\x1A'));
+  QByteArray cortado;
+  for (QByteArray linea : base.split('\n')) {
+    while (!linea.isEmpty() && isspace(linea.back())) linea.chop(1);
+    cortado += linea + '\n';
+  }
+  EXPECT_TRUE(igual(cortado));
+  EXPECT_TRUE(igual(base.left(base.lastIndexOf("88999"))));
+  EXPECT_EQ(faltas(base.left(base.lastIndexOf("88999"))),
+            "(Línea 36: falta el final del fichero (88))");
+  EXPECT_EQ(faltas(con(36, 21, "000036")), "(Línea 36: el final del fichero se cuenta a sí mismo)");
+  EXPECT_EQ(faltas(con(26, 60, "00000006571428")),
+            "(Línea 26: el saldo final es 65714,28 y con los movimientos sale 65714,29)");
+}
+
+TEST(Norma43, LoQueNoCuadraSeDicePorSuLinea) {
+  const struct {
+    QByteArray fichero;
+    QString falta;
+  } casos[] = {
+      {con(26, 21, "00008"), "Línea 26: dice 8 apuntes al debe y hay 7"},
+      {con(26, 45, "00000000215104"),
+       "Línea 26: dice un total al haber de 2151,04 y suman 2151,03"},
+      {con(26, 11, "9"), "Línea 26: el final es de otra cuenta que la cabecera"},
+      {con(26, 74, "840"), "Línea 26: el final está en otra divisa que la cabecera"},
+      {con(1, 48, "840"),
+       "Línea 1: la cuenta está en la divisa 840 y la contabilidad en euros (978); Línea 26: el "
+       "final está en otra divisa que la cabecera"},
+      {con(2, 11, "241301"), "Línea 2: «241301» no es una fecha (año, mes y día)"},
+      {con(3, 1, "29"), "Línea 3: «29» no es un registro; Línea 36: dice 35 registros y hay 34"},
+      {con(3, 79, "XXX\r"), "Línea 3: tiene 81 caracteres y caben 80"},
+      {con(36, 21, "000033"), "Línea 36: dice 33 registros y hay 35"},
+      {ejemplo() + "22", "Línea 37: hay datos después del final del fichero (88)"},
+      {"", "Línea 1: el fichero está vacío"},
+  };
+  for (const auto& [fichero, falta] : casos)
+    EXPECT_TRUE(faltas(fichero).startsWith(falta))
+        << faltas(fichero).toStdString() << "\n esperado " << falta.toStdString();
+  const LecturaNorma43 malo = leeNorma43(con(2, 29, "0000000023894X"));
+  EXPECT_EQ(malo.errores.first().entero(),
+            "Línea 2: en las posiciones 29 a 42 (Importe) no vale «0000000023894X»");
+}
+
+}  // namespace
