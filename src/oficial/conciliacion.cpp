@@ -11,6 +11,7 @@
 #include "engine/dbengine.h"
 #include "engine/filas.h"
 #include "engine/rowreader.h"
+#include "engine/store.h"
 #include "journal/apunte.h"
 #include "oficial/registrofijo.h"
 #include "oficial/tablafija.h"
@@ -498,13 +499,13 @@ std::optional<CuadreBanco> cuadreDe(Database& empresa, const Conciliacion& c) {
   CuadreBanco cuadre;
   cuadre.hasta = extractos.back().hasta;
   cuadre.banco = extractos.back().final;
-  const QDate desde = std::ranges::min(extractos, {}, &Extracto::desde).desde;
+  cuadre.desde = std::ranges::min(extractos, {}, &Extracto::desde).desde;
   for (const MovimientoGuardado& m : c.movimientos)
     if (m.pendiente()) cuadre.soloBanco += m.centimos;
   for (const ApunteBanco& a : c.apuntes) {
     if (a.fecha > cuadre.hasta) continue;
     cuadre.libros += a.centimos;
-    if (a.movimiento == 0 && a.fecha >= desde) cuadre.soloLibros += a.centimos;
+    if (a.movimiento == 0 && a.fecha >= cuadre.desde) cuadre.soloLibros += a.centimos;
   }
   return cuadre;
 }

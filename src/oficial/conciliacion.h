@@ -95,6 +95,7 @@ QString palabrasDeConcepto(const QString& concepto);
 
 // The balance at the bank's last day beside that of the books.
 struct CuadreBanco {
+  QDate desde;  // the first statement's first day
   QDate hasta;
   qint64 banco = 0, libros = 0;
   qint64 soloBanco = 0;   // movements without a line

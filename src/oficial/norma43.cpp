@@ -250,8 +250,8 @@ void Lector::registro(const QString& linea) {
   if (linea.size() > kAncho)
     return error(QStringLiteral("tiene %1 caracteres y caben %2").arg(linea.size()).arg(kAncho));
   const QString tipo = linea.left(2);
-  if (!diseno_.tiene(tipo)) return error(QStringLiteral("«%1» no es un registro").arg(tipo));
   if (tipo != QLatin1String("88")) ++registros_;
+  if (!diseno_.tiene(tipo)) return error(QStringLiteral("«%1» no es un registro").arg(tipo));
   const Campos campos = leeRegistro(diseno_, tipo, linea);
   if (tipo != QLatin1String("23")) cierraMovimiento();
   const bool bien = enteros(tipo, campos);
