@@ -98,7 +98,7 @@ TEST(Norma43, LoQueNoCuadraSeDicePorSuLinea) {
        "final está en otra divisa que la cabecera"},
       {con(2, 11, "241301"), "Línea 2: «241301» no es una fecha (año, mes y día)"},
       {con(3, 1, "29"), "Línea 3: «29» no es un registro"},
-      {con(3, 79, "XXX\r"), "Línea 3: tiene 81 caracteres y caben 80"},
+      {con(3, 79, "ABC\r"), "Línea 3: tiene 81 caracteres y caben 80"},
       {con(36, 21, "000033"), "Línea 36: dice 33 registros y hay 35"},
       {ejemplo() + "22", "Línea 37: hay datos después del final del fichero (88)"},
       {"", "Línea 1: el fichero está vacío"},
