@@ -1,5 +1,6 @@
 #include "transfer/mantenimiento.h"
 
+#include "accounts/plan2007.h"
 #include "common/errorejecucion.h"
 #include "common/formato.h"
 #include "common/ignorar.h"
@@ -26,6 +27,15 @@ class Copia {
  public:
   Copia(Database& origen, Database& destino, const MarchaReindexado& marcha)
       : origen_(origen), destino_(destino), marcha_(marcha) {}
+
+  // The tables that not every company has, whole: what else would keep what they hold?
+  void tablasPropias() {
+    const QStringList comunes = destino_.TableDefs();
+    for (const QString& nombre : origen_.TableDefs()) {
+      if (comunes.contains(nombre, Qt::CaseInsensitive)) continue;
+      if (intenta([&] { destino_.appendTable(origen_.tableDef(nombre)); })) tabla(nombre);
+    }
+  }
 
   // The rows of a table, in the order in which they stand in it.
   void tabla(const QString& nombre) {
@@ -77,6 +87,9 @@ void copiaTablas(DBEngine& motor, const Reindexado& obra, const MarchaReindexado
     marcha.tabla(i);
     copia.tabla(entrada.mid(1));
   }
+  copia.tablasPropias();
+  // The levels come as a new company has them, which is by the plan that the company follows.
+  if (const auto plan = plan2007De(*origen); plan.sigue) ponNivelesDe2007(*destino, plan.modelo);
   aligeraBase(*destino);
   motor.flush();
 }
