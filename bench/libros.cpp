@@ -88,8 +88,8 @@ void Libros::llena() {
     Directo::recorre(subcuenta);
   }
   sqlite3_stmt* linea = directo.prepara(
-      "INSERT INTO Diario(NLinea,NAsiento,Fecha,Subcuenta,Descripcion,DH,Importe,Punteo) "
-      "VALUES(?,?,?,?,?,?,?,'')");
+      "INSERT INTO Diario(NLinea,NAsiento,Fecha,Subcuenta,Descripcion,DH,Importe) "
+      "VALUES(?,?,?,?,?,?,?)");
   const QDate primero(2024, 1, 1);
   for (int i = 0; i < lineas_; ++i) {
     const int asiento = i / 3;

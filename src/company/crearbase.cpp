@@ -70,27 +70,30 @@ std::unique_ptr<Database> construye(DBEngine& motor, const QString& ruta, Obra o
   return base;
 }
 
+// The journal is read by asiento, by date and by subcuenta at every key, searched by marks and
+// amounts, and grows without end. Few of its lines bear a mark. An invoice is found by its asiento.
+void ponIndices(Database& base) {
+  base.keepIndexes(QStringLiteral("Diario"),
+                   {{{QStringLiteral("NAsiento")}},
+                    {{QStringLiteral("Subcuenta"), QStringLiteral("Fecha"),
+                      QStringLiteral("NAsiento"), QStringLiteral("NLinea")}},
+                    {{QStringLiteral("Fecha"), QStringLiteral("NAsiento")}},
+                    {{QStringLiteral("Punteo"), QStringLiteral("NAsiento")}, true},
+                    {{QStringLiteral("Importe")}}});
+  base.keepIndexes(QStringLiteral("Subcuentas"), {{{QStringLiteral("Descripcion")}}});
+  base.keepIndexes(QStringLiteral("RSIVA"), {{{QStringLiteral("Asiento")}}});
+}
+
 }  // namespace
 
-// The journal is read by asiento, by date and by subcuenta at every key, searched by marks and
-// amounts, and grows without end.
 void aligeraBase(Database& base) {
-  const QString diario = QStringLiteral("Diario");
-  base.keepIndex(diario, {QStringLiteral("NAsiento")});
-  base.keepIndex(diario, {QStringLiteral("Subcuenta"), QStringLiteral("Fecha"),
-                          QStringLiteral("NAsiento"), QStringLiteral("NLinea")});
-  base.keepIndex(diario, {QStringLiteral("Fecha"), QStringLiteral("NAsiento")});
-  base.keepIndex(diario, {QStringLiteral("Punteo"), QStringLiteral("NAsiento")});
-  base.keepIndex(diario, {QStringLiteral("Importe")});
-  base.keepIndex(QStringLiteral("Subcuentas"), {QStringLiteral("Descripcion")});
-  // An invoice is found by its asiento.
-  base.keepIndex(QStringLiteral("RSIVA"), {QStringLiteral("Asiento")});
+  ponIndices(base);
   const QList<QList<SumKey>> claves = {
       {},
       {{QStringLiteral("NAsiento")}},
       {{QStringLiteral("Subcuenta")}, {QStringLiteral("Fecha"), SumKey::Part::Month}}};
   for (const QList<SumKey>& clave : claves)
-    base.keepSums(diario, QStringLiteral("DH"), QStringLiteral("Importe"), clave);
+    base.keepSums(QStringLiteral("Diario"), QStringLiteral("DH"), QStringLiteral("Importe"), clave);
 }
 
 void CrearBase(DBEngine& motor, const QString& ruta, int digitosCuenta, int digitosSubcuenta,
@@ -104,4 +107,9 @@ void CrearBase(DBEngine& motor, const QString& ruta, int digitosCuenta, int digi
 void creaBaseVacia(DBEngine& motor, const QString& ruta, int digitosCuenta, int digitosSubcuenta) {
   construye(motor, ruta, {nullptr, digitosCuenta, digitosSubcuenta, false, {}});
   motor.flush();
+}
+
+void cuidaIndices(DBEngine& motor, const QString& ruta) {
+  const DBEngine::Brief sinEspera(motor, 0);
+  ignorando([&] { ponIndices(*motor.Workspaces(0).OpenDatabase(ruta)); });
 }

@@ -130,11 +130,19 @@ void Database::deleteTable(const QString& name) {
   });
 }
 
-void Database::keepIndex(const QString& table, const QStringList& columns) {
-  define(*connection_, [&](const Definitions& definitions) -> Change {
-    const TableDef& def = definitionOf(definitions, table);
-    return IndexKept{def.Name, columnsOf(def, columns)};
+void Database::keepIndexes(const QString& table, const QList<KeptIndex>& indexes) {
+  IndexesKept kept{table, indexes};
+  const bool there = guarded(*connection_, [&] {
+    const auto definitions = connection_->store().definitions();
+    const TableDef& def = definitionOf(*definitions, table);
+    kept.table = def.Name;
+    for (KeptIndex& index : kept.indexes) index.columns = columnsOf(def, index.columns);
+    const QList<KeptIndex> now = definitions->keptIndexes(def.Name);
+    return now.size() == kept.indexes.size() &&
+           std::all_of(kept.indexes.begin(), kept.indexes.end(),
+                       [&](const KeptIndex& index) { return now.contains(index); });
   });
+  if (!there) define(*connection_, [&](const Definitions&) -> Change { return kept; });
 }
 
 void Database::keepSums(const QString& table, const QString& side, const QString& amount,

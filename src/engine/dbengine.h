@@ -38,12 +38,13 @@ class Database {
   TableDef tableDef(const QString& name) const;  // 3265
   void deleteTable(const QString& name);
 
-  // What keeps the totals instant on a journal of any length, unseen by TableDefs: an index on
-  // columns of a table, and sums kept beside it by triggers of built-in functions, so that they
-  // stay exact whatever tool writes. The sums are those of `amount` on each side of `side` ("D" is
-  // the debit, anything else the credit), one row for each combination of `keys`; no keys for
-  // the one row of the whole table.
-  void keepIndex(const QString& table, const QStringList& columns);
+  // What keeps the totals instant on a journal of any length, unseen by TableDefs: indexes of a
+  // table, and sums kept beside it by triggers of built-in functions, so that they stay exact
+  // whatever tool writes. The indexes take the place of those kept before; where they are just
+  // those nothing is written, nor waited for. The sums are those of `amount` on each side of `side`
+  // ("D" is the debit, anything else the credit), one row for each combination of `keys`; no keys
+  // for the one row of the whole table.
+  void keepIndexes(const QString& table, const QList<KeptIndex>& indexes);
   void keepSums(const QString& table, const QString& side, const QString& amount,
                 const QList<SumKey>& keys);
 

@@ -14,6 +14,7 @@ class Definitions : public Catalog {
   void add(TableDef table);
   void add(QueryDef query);
   void add(RunningSums sums) { sums_.push_back(std::move(sums)); }
+  void add(const QString& table, KeptIndex index) { kept_[table].append(std::move(index)); }
 
   const Table* table(const QString& name) const override;
   std::optional<QString> queryText(const QString& name) const override;
@@ -24,6 +25,8 @@ class Definitions : public Catalog {
   const std::vector<QueryDef>& queries() const { return queries_; }
   const TableDef* definition(const QString& name) const;
   const QueryDef* query(const QString& name) const;
+  // Of a table as it is spelled there.
+  QList<KeptIndex> keptIndexes(const QString& table) const { return kept_.value(table); }
   // Columns that no row may have Null in.
   QStringList primaryColumns(const QString& table) const;
 
@@ -32,6 +35,7 @@ class Definitions : public Catalog {
   std::vector<Table> tables_;
   std::vector<QueryDef> queries_;
   std::vector<RunningSums> sums_;
+  QHash<QString, QList<KeptIndex>> kept_;
   QHash<QString, int> tableAt_;  // by folded name
   QHash<QString, int> queryAt_;
 };
@@ -49,10 +53,10 @@ struct IndexMade {
   QString table;
   Index index;
 };
-// One that nobody sees and that only makes reading faster.
-struct IndexKept {
+// Those, and no others, that nobody sees and that only make reading faster.
+struct IndexesKept {
   QString table;
-  QStringList columns;
+  QList<KeptIndex> indexes;
 };
 // Sums of `amount` on each side ("D" in `side` is the debit) by the keys, kept up to date from then
 // on and right for the lines that are there. A store may do without: nothing is then answered from
@@ -69,5 +73,5 @@ struct QueryMade {
 struct QueryDropped {
   QString name;
 };
-using Change =
-    std::variant<TableMade, TableDropped, IndexMade, IndexKept, SumsKept, QueryMade, QueryDropped>;
+using Change = std::variant<TableMade, TableDropped, IndexMade, IndexesKept, SumsKept, QueryMade,
+                            QueryDropped>;

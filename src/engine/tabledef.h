@@ -26,6 +26,15 @@ struct Index {
   QStringList Fields;
 };
 
+// An index that nobody sees and that only makes reading faster. A sparse one leaves out the rows
+// that have nothing in its first column: for a column that few rows use, so that the others are
+// written without it.
+struct KeptIndex {
+  QStringList columns;
+  bool sparse = false;
+  bool operator==(const KeptIndex&) const = default;
+};
+
 // A table being defined, or the definition of one that stands in the file.
 struct TableDef {
   QString Name;

@@ -9,6 +9,7 @@
 #include "common/formato.h"
 #include "common/funciones.h"
 #include "common/ignorar.h"
+#include "company/crearbase.h"
 #include "company/sesionempresa.h"
 #include "engine/dbengine.h"
 #include "journal/widgets/camposubcuenta.h"
@@ -206,6 +207,7 @@ void FrmMenu::abreEmpresa(const QString& nombre) {
     DtaEmpresaActual_.bind(sesion().rutaEmpresa(), fuente);
     throw;
   }
+  cuidaIndices(ctx.motor, sesion().rutaEmpresa(nombre));
   const QString otra = leeEmpresa(DtaEmpresaActual_.Recordset(), sesion(), nombre);
   if (!otra.isEmpty()) anotaCambioDeNombre(otra);
   ctx.motor.setYear(sesion().AnoActual);

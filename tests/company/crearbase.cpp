@@ -4,6 +4,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QProcess>
 
 #include "common/rutas.h"
 #include "company/alta.h"
@@ -226,6 +227,53 @@ TEST(SesionEmpresa, UnNuloDejaLoQueHabia) {
   leeEmpresa(*empresa, sesion);
   EXPECT_EQ(sesion.FechaNoModificar, "");
   EXPECT_FALSE(empresaCerrada(sesion));
+}
+
+// A file as an earlier version left it: without some indexes, and with others. It gets those of a
+// new one when it is opened, once, and unless somebody is in the way.
+TEST(CrearBase, UnFicheroAntiguoTomaLosIndicesDeUnoNuevo) {
+  Libros libros;
+  const QString ruta = libros.dirDatos() + "Vieja.MDB", sistema = rutaSistema(ruta);
+  CrearBase(libros.motor, ruta, 3, 8, 0);
+  const auto pregunta = [&](const QString& sql) {
+    QProcess herramienta;
+    herramienta.start("sqlite3", {sistema, sql});
+    herramienta.waitForFinished();
+    return QString::fromUtf8(herramienta.readAllStandardOutput() +
+                             herramienta.readAllStandardError());
+  };
+  const QString cuales =
+      "SELECT sql FROM sqlite_schema WHERE type = 'index' AND sql NOT NULL ORDER BY sql";
+  const QString nuevos = pregunta(cuales);
+  EXPECT_EQ(nuevos.count("librano_Diario_"), 5);
+  EXPECT_EQ(pregunta("DROP INDEX librano_RSIVA_Asiento; DROP INDEX librano_Diario_Importe; "
+                     "DROP INDEX librano_Diario_Punteo_NAsiento; "
+                     "CREATE INDEX librano_Diario_Punteo_NAsiento ON Diario(Punteo, NAsiento); "
+                     "CREATE INDEX librano_Diario_Fecha ON Diario(Fecha)"),
+            "");
+  const QString viejos = pregunta(cuales);
+  {
+    QProcess otra;
+    otra.start("sqlite3", {"-interactive", sistema});
+    otra.write("BEGIN IMMEDIATE;\nSELECT 'ya';\n");
+    ASSERT_TRUE(otra.waitForReadyRead());
+    while (!otra.readAllStandardOutput().contains("\nya")) ASSERT_TRUE(otra.waitForReadyRead());
+    cuidaIndices(libros.motor, ruta);
+    libros.motor.flush();
+    EXPECT_EQ(pregunta(cuales), viejos);
+    otra.write("ROLLBACK;\n.quit\n");
+    otra.waitForFinished();
+  }
+  cuidaIndices(libros.motor, ruta);
+  libros.motor.flush();
+  EXPECT_EQ(pregunta(cuales), nuevos);
+  cuidaIndices(libros.motor, ruta);
+  EXPECT_FALSE(libros.motor.pending());
+  // The few lines with a mark are found by their index.
+  EXPECT_TRUE(pregunta("EXPLAIN QUERY PLAN SELECT rowid FROM Diario WHERE Punteo = ?1 "
+                       "ORDER BY NAsiento, rowid")
+                  .contains("librano_Diario_Punteo_NAsiento"));
+  cuidaIndices(libros.motor, ruta + "x");  // what isn't there is told by who opens it
 }
 
 }  // namespace

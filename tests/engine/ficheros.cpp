@@ -259,7 +259,7 @@ TEST_F(Ficheros, UnFicheroDeSoloLecturaSeLeePeroNoSeEscribe) {
 // A station is killed again and again while it posts: what it had told as saved is there.
 TEST_F(Ficheros, UnaMuerteEnCualquierMomentoNoDescuadraNada) {
   db->keepSums("Diario", "DH", "Importe", {{"NAsiento"}});
-  db->keepIndex("Diario", {"NAsiento"});
+  db->keepIndexes("Diario", {{{"NAsiento"}}});
   engine.flush();
   db.reset();
   EXPECT_EQ(QDir(carpeta.path()).entryList(QDir::Files), QStringList{"Conta.MDB"});

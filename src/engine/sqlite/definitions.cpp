@@ -9,6 +9,10 @@
 
 namespace {
 
+QString keptName(const QString& table, const KeptIndex& index) {
+  return QString::fromLatin1(own::kKept) + table + u'_' + index.columns.join(u'_');
+}
+
 QString createIndexSql(const QString& name, bool unique, const QString& table,
                        const QStringList& columns) {
   QStringList bracketedColumns;
@@ -75,10 +79,18 @@ class Definer {
     store_.definitionsChanged();
   }
 
-  void operator()(const IndexKept& kept) {
-    const QString name =
-        QStringLiteral("librano_") + kept.table + u'_' + kept.columns.join(QStringLiteral("_"));
-    store_.execute(createIndexSql(name, false, kept.table, kept.columns));
+  void operator()(const IndexesKept& kept) {
+    const QList<KeptIndex> before = store_.schema()->keptIndexes(kept.table);
+    for (const KeptIndex& index : before)
+      if (!kept.indexes.contains(index))
+        store_.execute(QStringLiteral("DROP INDEX IF EXISTS ") +
+                       bracketed(keptName(kept.table, index)));
+    for (const KeptIndex& index : kept.indexes)
+      store_.execute(createIndexSql(keptName(kept.table, index), false, kept.table, index.columns) +
+                     (index.sparse
+                          ? QStringLiteral(" WHERE %1 IS NOT NULL").arg(bracketed(index.columns[0]))
+                          : QString()));
+    store_.definitionsChanged();
   }
 
   void operator()(const SumsKept& kept) {

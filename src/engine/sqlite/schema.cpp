@@ -157,12 +157,13 @@ void Schema::readTable(FileStore& store, const QString& name) {
 }
 
 void Schema::readIndexes(FileStore& store, TableDef& table) {
-  Statement list = store.prepare(
-      QStringLiteral("SELECT name, \"unique\" FROM pragma_index_list(?1) ORDER BY seq DESC"));
+  Statement list = store.prepare(QStringLiteral(
+      "SELECT name, \"unique\", partial FROM pragma_index_list(?1) ORDER BY seq DESC"));
   list.bind(1, table.Name);
   while (list.step()) {
     const QString full = list.text(0);
-    if (own::isOwn(full)) continue;
+    const bool kept = full.startsWith(QLatin1String(own::kKept));
+    if (own::isOwn(full) && !kept) continue;
     Index index;
     const QString prefix = table.Name + u'.';
     index.Name = full.startsWith(prefix) ? full.mid(prefix.size()) : full;
@@ -172,7 +173,11 @@ void Schema::readIndexes(FileStore& store, TableDef& table) {
         store.prepare(QStringLiteral("SELECT name FROM pragma_index_info(?1) ORDER BY seqno"));
     columns.bind(1, full);
     while (columns.step()) index.Fields += columns.text(0);
-    table.Indexes.push_back(std::move(index));
+    if (kept) {
+      add(table.Name, KeptIndex{index.Fields, list.integer(2) != 0});
+    } else {
+      table.Indexes.push_back(std::move(index));
+    }
   }
 }
 

@@ -18,7 +18,8 @@ namespace own {
 inline constexpr char kProperties[] = "librano_propiedades";  // Objeto, Propiedad, Valor
 inline constexpr char kQueries[] = "librano_consultas";       // Orden, Nombre, Texto
 inline constexpr char kSums[] = "librano_sumas";              // Orden, Tabla, Lado, Importe, Claves
-inline constexpr char kRows[] = "librano_filas";              // Tabla, Ultima: row numbers used up
+inline constexpr char kKept[] = "librano_";       // begins the names of indexes that nobody sees
+inline constexpr char kRows[] = "librano_filas";  // Tabla, Ultima: row numbers used up
 // What our own triggers refuse with: a row in place of another (3022), an amount beyond what sums
 // hold (6).
 inline constexpr char kTwinRow[] = "clave duplicada";
