@@ -65,3 +65,10 @@ ErrorEjecucion::ErrorEjecucion(int numero, const QString& detalle)
   descripcion_ += detalle.isEmpty() ? QStringLiteral(".") : QStringLiteral(": ") + detalle;
   what_ = descripcion_.toUtf8();
 }
+
+ErrorEjecucion ErrorEjecucion::en(const QString& lugar) const {
+  ErrorEjecucion otro(*this);
+  otro.descripcion_ += QStringLiteral(" (") + lugar + u')';
+  otro.what_ = otro.descripcion_.toUtf8();
+  return otro;
+}

@@ -59,6 +59,9 @@ class ErrorEjecucion : public std::exception {
   ErrorEjecucion& operator=(const ErrorEjecucion&) = default;
   ~ErrorEjecucion() override = default;
 
+  // The same, telling where it happened: "... (Diario.dbf, registro 12)".
+  ErrorEjecucion en(const QString& lugar) const;
+
   int numero() const noexcept { return numero_; }
   QString descripcion() const { return descripcion_; }
   const char* what() const noexcept override { return what_.constData(); }

@@ -1,5 +1,6 @@
 #include "common/textooccidental.h"
 
+#include <algorithm>
 #include <QStringDecoder>
 
 namespace {
@@ -11,17 +12,42 @@ constexpr char16_t kOccidental[32] = {
     0x2039, 0x0152, 0,      0x017D, 0,      0,      0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
     0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0,      0x017E, 0x0178};
 
+// The upper halves of the pages of DOS.
+constexpr char16_t kDos437[] =
+    u"ÇüéâäàåçêëèïîìÄÅÉæÆôöòûùÿÖÜ¢£¥₧ƒ"
+    u"áíóúñÑªº¿⌐¬½¼¡«»░▒▓│┤╡╢╖╕╣║╗╝╜╛┐"
+    u"└┴┬├─┼╞╟╚╔╩╦╠═╬╧╨╤╥╙╘╒╓╫╪┘┌█▄▌▐▀"
+    u"αßΓπΣσµτΦΘΩδ∞φε∩≡±≥≤⌠⌡÷≈°∙·√ⁿ²■\u00A0";
+constexpr char16_t kDos850[] =
+    u"ÇüéâäàåçêëèïîìÄÅÉæÆôöòûùÿÖÜø£Ø×ƒ"
+    u"áíóúñÑªº¿®¬½¼¡«»░▒▓│┤ÁÂÀ©╣║╗╝¢¥┐"
+    u"└┴┬├─┼ãÃ╚╔╩╦╠═╬¤ðÐÊËÈıÍÎÏ┘┌█▄¦Ì▀"
+    u"ÓßÔÒõÕµþÞÚÛÙýÝ¯´\u00AD±‗¾¶§÷¸°¨·¹³²■\u00A0";
+static_assert(std::size(kDos437) == 129 && std::size(kDos850) == 129);
+
+char16_t letraOccidental(char16_t byte) {
+  if (byte < 0x80 || byte > 0x9F) return byte;
+  const char16_t propia = kOccidental[byte - 0x80];
+  return propia != 0 ? propia : byte;
+}
+
 }  // namespace
 
-QString leeTexto(const QByteArray& bytes) {
+QString leeTexto(QByteArrayView bytes) {
   QStringDecoder utf8(QStringDecoder::Utf8);
   QString texto = utf8(bytes);
-  if (!utf8.hasError()) return texto;
-  QString occidental = QString::fromLatin1(bytes);
-  for (QChar& c : occidental) {
-    if (c.unicode() < 0x80 || c.unicode() > 0x9F) continue;
-    const char16_t propio = kOccidental[c.unicode() - 0x80];
-    if (propio != 0) c = QChar(propio);
+  return utf8.hasError() ? leeTexto(bytes, PaginaDeCodigos::Occidental) : texto;
+}
+
+QString leeTexto(QByteArrayView bytes, PaginaDeCodigos pagina) {
+  QString texto = QString::fromLatin1(bytes);
+  const auto alta = [](QChar c) { return c.unicode() >= 0x80; };
+  for (auto c = std::find_if(texto.begin(), texto.end(), alta); c != texto.end();
+       c = std::find_if(c + 1, texto.end(), alta)) {
+    if (pagina == PaginaDeCodigos::Occidental)
+      *c = QChar(letraOccidental(c->unicode()));
+    else
+      *c = QChar((pagina == PaginaDeCodigos::Dos437 ? kDos437 : kDos850)[c->unicode() - 0x80]);
   }
-  return occidental;
+  return texto;
 }
