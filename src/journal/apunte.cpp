@@ -2,6 +2,7 @@
 
 #include "common/errorejecucion.h"
 #include "common/formato.h"
+#include "common/ignorar.h"
 #include "engine/datacontrol.h"
 #include "engine/dbengine.h"
 #include "engine/filas.h"
@@ -150,4 +151,67 @@ void ponEnDisco(DBEngine& motor) {
   } catch (const ErrorEjecucion& error) {
     if (error.numero() != err::kNoSePuedeGuardar) throw;
   }
+}
+
+// --- in great number ----------------------------------------------------------------------------
+
+ApuntesEnSerie::ApuntesEnSerie(Database& empresa)
+    : diario_(empresa.OpenRecordset(QStringLiteral("Select * from Diario where NLinea = -1"))),
+      contadores_(empresa.OpenRecordset(QStringLiteral("Select * from Empresa"))) {
+  for (const auto& campo : kCampos)
+    ordinales_.push_back(diario_->Ordinal(QLatin1String(campo.campo)));
+}
+
+ApuntesEnSerie::~ApuntesEnSerie() {
+  // What wasn't closed has failed, and that is being told.
+  ignorando([this] { cierra(); });
+}
+
+void ApuntesEnSerie::abre() {
+  constexpr int kSerie = 64;
+  contadores_->Edit();
+  completa(*contadores_, [this] {
+    FieldRef siguiente = contadores_->Fields(QStringLiteral("NLinDiario"));
+    linea_ = static_cast<int>(siguiente.toLong());
+    siguiente = linea_ + kSerie;
+  });
+  quedan_ = kSerie;
+}
+
+void ApuntesEnSerie::escribe(const Apunte& apunte) {
+  diario_->AddNew();
+  completa(*diario_, [&] {
+    diario_->Fields(0) = linea_;
+    for (std::size_t i = 0; i < ordinales_.size(); ++i) {
+      const Variant& valor = apunte.*kCampos[i].valor;
+      if (!valor.isNull()) diario_->Fields(ordinales_[i]) = valor;
+    }
+  });
+}
+
+void ApuntesEnSerie::graba(const Apunte& apunte) {
+  if (quedan_ == 0) abre();
+  try {
+    escribe(apunte);
+  } catch (const ErrorEjecucion&) {
+    ignorando([this] { cierra(); });
+    throw;
+  }
+  ++linea_;
+  --quedan_;
+  if (!apunte.NAsiento.isNull()) asiento_ = apunte.NAsiento.toLong() + 1;
+  if (quedan_ == 0) cierra();
+}
+
+void ApuntesEnSerie::cierra() {
+  if (quedan_ == 0 && asiento_.isNull()) return;
+  contadores_->Edit();
+  completa(*contadores_, [this] {
+    FieldRef siguiente = contadores_->Fields(QStringLiteral("NLinDiario"));
+    // Another station may have gone on from there, if a failure let it in.
+    if (siguiente.toLong() == linea_ + quedan_) siguiente = linea_;
+    if (!asiento_.isNull()) contadores_->Fields(QStringLiteral("Asiento")) = asiento_;
+  });
+  quedan_ = 0;
+  asiento_ = Variant();
 }

@@ -4,10 +4,13 @@
 // begun, because from that moment no other station can take it.
 #pragma once
 
+#include <memory>
 #include <QString>
+#include <vector>
 
 #include "common/variant.h"
 
+class Database;
 class DataControl;
 class DBEngine;
 class ErrorEjecucion;
@@ -48,6 +51,41 @@ struct Apunte {
 // is written then and no edit stays open.
 int grabaApunte(DataControl& diario, DataControl& empresa, const Apunte& apunte);
 int grabaApunte(Recordset& diario, Recordset& empresa, const Apunte& apunte);
+
+// Lines posted one after the other in great number, as those of an imported journal: each as
+// grabaApunte does it, with the next asiento the one after its own. The counters are written for
+// some tens of lines at a time. Before the first of these NLinDiario is moved beyond them all, and
+// after the last one to its place: whenever the books are put on the disk, no number that is in use
+// is on offer.
+//
+//   ApuntesEnSerie serie(empresa);
+//   for (...) { if (!serie.abierta()) avance(i, total); serie.graba(apunte); }
+//   serie.cierra();
+class ApuntesEnSerie {
+ public:
+  explicit ApuntesEnSerie(Database& empresa);
+  ~ApuntesEnSerie();
+
+  // The rows that are written; only lines added here are among them.
+  Recordset& diario() { return *diario_; }
+  // What grabaApunte raises; the counters are in their place then.
+  void graba(const Apunte& apunte);
+  // Whether lines have been written that aren't counted yet: no time to let others in.
+  bool abierta() const { return quedan_ > 0; }
+  // Counts what was written. To be called at the end.
+  void cierra();
+
+ private:
+  void abre();
+  void escribe(const Apunte& apunte);
+
+  std::unique_ptr<Recordset> diario_;
+  std::unique_ptr<Recordset> contadores_;
+  std::vector<int> ordinales_;  // of the fields of an Apunte
+  int linea_ = 0;               // the next one
+  int quedan_ = 0;              // numbers taken and not used yet
+  Variant asiento_;             // the next one, once a line was written
+};
 
 // Writes what isn't Null over the current row; NLinea and the counters stay. 3421 or 3163 for a
 // value that doesn't fit its column, 3260 when the file is locked; nothing is written then.

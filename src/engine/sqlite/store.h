@@ -152,6 +152,7 @@ class FileStore : public Store {
   void lookAtDataVersion(Statement& statement);
   void dropOldestPrepared();
   void write(const QString& sql, const QList<Variant>& values);
+  const QString& insertSql(const QString& table, const QStringList& columns);
   const QString& updateSql(const QString& table, const QStringList& columns);
   void checkKey(const QString& table, Key key, const Values& values);
   void checkTwin(const QString& table, const QString& column, const QString& value, Key key);
@@ -184,13 +185,13 @@ class FileStore : public Store {
   QElapsedTimer looked_;
   qint64 lookEvery_ = 0;  // nanoseconds
 
-  // The text of the last updating, and what it was for.
-  struct Updating {
+  // The text of the last writing of its kind, and what it was for.
+  struct Written {
     QString table;
     QStringList columns;
     QString sql;
   };
-  Updating updating_;
+  Written updating_, inserting_;
 
   std::shared_ptr<const Schema> schema_;
   GroupSums sums_{*this};

@@ -68,11 +68,28 @@ void FileStore::write(const QString& sql, const QList<Variant>& values) {
   prepareOwn(sql, Doing::Writing).bind(values).execute();
 }
 
+// Tools write the same columns row after row: the text made last is kept.
+const QString& FileStore::insertSql(const QString& table, const QStringList& columns) {
+  if (table == inserting_.table && columns == inserting_.columns) return inserting_.sql;
+  QStringList names, marks;
+  for (const QString& column : columns) {
+    names += bracketed(column);
+    marks += u'?' + QString::number(names.size());
+  }
+  QString sql = QStringLiteral("INSERT INTO ") + bracketed(table);
+  sql += columns.isEmpty()
+             ? QStringLiteral(" DEFAULT VALUES")
+             : QStringLiteral(" (") + names.join(QStringLiteral(", ")) +
+                   QStringLiteral(") VALUES (") + marks.join(QStringLiteral(", ")) + u')';
+  inserting_ = {table, columns, sql};
+  return inserting_.sql;
+}
+
 Key FileStore::insert(const QString& table, const Values& values) {
   if (groupChanges_ >= kManyRows) sums_.gather();
   checkKey(table, 0, values);
   sums_.refuseTooLarge(table, values);
-  QStringList columns, marks;
+  QStringList columns;
   QList<Variant> bound;
   Key key = 0;
   if (ownRowNumbers(*schema(), table)) {
@@ -82,24 +99,15 @@ Key FileStore::insert(const QString& table, const Values& values) {
     columns += QStringLiteral("rowid");
     bound = {key};
   }
-  for (auto it = values.cbegin(); it != values.cend(); ++it) {
-    columns += bracketed(it.key());
-    bound += it.value();
-  }
-  for (qsizetype i = 1; i <= bound.size(); ++i) marks += u'?' + QString::number(i);
-  QString sql = QStringLiteral("INSERT INTO ") + bracketed(table);
-  sql += columns.isEmpty()
-             ? QStringLiteral(" DEFAULT VALUES")
-             : QStringLiteral(" (") + columns.join(QStringLiteral(", ")) +
-                   QStringLiteral(") VALUES (") + marks.join(QStringLiteral(", ")) + u')';
-  write(sql, bound);
+  columns += values.keys();
+  for (const Variant& value : values) bound += value;
+  write(insertSql(table, columns), bound);
   touched(table);
   if (key == 0) key = lastRowNumber();
   sums_.moved({}, sums_.countsOf(table, key));
   return key;
 }
 
-// Tools write the same columns row after row.
 const QString& FileStore::updateSql(const QString& table, const QStringList& columns) {
   if (table == updating_.table && columns == updating_.columns) return updating_.sql;
   QStringList sets;
