@@ -1,6 +1,7 @@
 #include "iva/filarsiva.h"
 
-#include "engine/recordset.h"
+#include "engine/dbengine.h"
+#include "engine/filas.h"
 
 namespace {
 
@@ -56,4 +57,14 @@ FilaRSIVA leeFila(Recordset& registro) {
 
 std::span<const CampoRSIVA> camposRSIVA() {
   return kCampos;
+}
+
+void ponCodigoEnAsiento(Database& empresa, const Variant& asiento, const QString& codigo) {
+  if (asiento.isNull()) return;
+  const auto lineas = empresa.OpenRecordset(
+      QStringLiteral("Select * from Diario where Nasiento=%1").arg(asiento.toLong()));
+  for (; !lineas->Eof(); lineas->MoveNext()) {
+    lineas->Edit();
+    completa(*lineas, [&] { lineas->Fields("ApunteIVA") = codigo; });
+  }
 }

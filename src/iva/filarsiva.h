@@ -10,6 +10,7 @@
 
 #include "common/variant.h"
 
+class Database;
 class Recordset;
 
 // Which of the two registers, as the first letter of a code tells it.
@@ -71,3 +72,6 @@ void escribe(Filas& registro, const FilaRSIVA& fila) {
     if (!(fila.*valor).isNull()) registro.Fields(QLatin1String(nombre)) = fila.*valor;
   }
 }
+
+// Has every line of an asiento point to a row of the register; none for a Null asiento.
+void ponCodigoEnAsiento(Database& empresa, const Variant& asiento, const QString& codigo);

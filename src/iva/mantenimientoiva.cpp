@@ -5,6 +5,7 @@
 
 #include "common/errorejecucion.h"
 #include "common/formato.h"
+#include "common/ignorar.h"
 #include "company/datosempresa.h"
 #include "engine/dbengine.h"
 #include "engine/filas.h"
@@ -44,39 +45,6 @@ std::optional<LibroIVA> libroElegido(Recordset& fila, RegistrosElegidos elegidos
   if (elegidos.repercutido && grupo == cuentas.IVARVen.left(1)) return LibroIVA::Repercutido;
   if (elegidos.soportado && grupo == cuentas.IVASCom.left(1)) return LibroIVA::Soportado;
   return std::nullopt;
-}
-
-void ponCodigoEnAsiento(Database& empresa, const Variant& asiento, const QString& codigo) {
-  if (asiento.isNull()) return;
-  const auto lineas = empresa.OpenRecordset(
-      QStringLiteral("Select * from Diario where Nasiento=%1").arg(asiento.toLong()));
-  for (; !lineas->Eof(); lineas->MoveNext()) cambiaCampo(*lineas, "ApunteIVA", codigo);
-}
-
-// A row that can't be changed is passed over. A file that takes nothing ends the work instead of
-// refusing each row in turn, and so does a user who has given up waiting for it.
-bool esDelFichero(int numero) {
-  switch (numero) {
-    case err::kSinEspacio:
-    case err::kSoloLectura:
-    case err::kErrorDeDisco:
-    case err::kOperacionCancelada:
-    case err::kNoSePuedeGuardar:
-    case err::kFicheroSustituido:
-    case err::kRegistroBloqueado:
-      return true;
-    default:
-      return false;
-  }
-}
-
-template <class Paso>
-void saltando(Paso&& paso) {
-  try {
-    paso();
-  } catch (const ErrorEjecucion& error) {
-    if (esDelFichero(error.numero())) throw;
-  }
 }
 
 // --- deleting -----------------------------------------------------------------------------------
