@@ -5,6 +5,8 @@
 #include "transfer/frmcopias.h"
 #include "transfer/frmexportaempresa.h"
 #include "transfer/frmguardarempresa.h"
+#include "transfer/frmimportarcontanet.h"
+#include "transfer/frmimportarcontaplus.h"
 #include "transfer/frmreindexa.h"
 #include "transfer/frmreindexa2.h"
 #include "transfer/frmreindexa3.h"
@@ -19,4 +21,6 @@ void registraTransfer(Registro& registro) {
   registro.registra<FrmReindexa3>();
   registro.registra<FrmReparaEmpresa>();
   registro.registra<FrmCompruebaEmpresa>();
+  registro.registra<FrmImportarContanet>();
+  registro.registra<FrmImportarContaplus>();
 }

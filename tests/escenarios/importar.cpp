@@ -1,0 +1,283 @@
+// The books of other packages brought into the quarter's, by keys.
+#include <QFile>
+#include <QProgressBar>
+
+#include "common/rutas.h"
+#include "herramientas.h"
+#include "soporte/tabladbf.h"
+
+namespace {
+
+class Importar : public DiarioDelTrimestre {
+ protected:
+  // An installation with two companies, "01" and "2"; the path of its program.
+  QString instalaContaplus() {
+    const QString donde = carpetaDatos() + "/GrupoSP/";
+    EscritorDbf({{"COD", 'C', 2}, {"NOMBRE", 'C', 30}})
+        .registro({"01", "Se\xA4ores"})
+        .registro({"99", "Borrada"}, true)
+        .registro({"2", "Otra"})
+        .graba(donde + "emp/EMPRESA.DBF", 2);
+    EscritorDbf({{"COD", 'C', 12},
+                 {"TITULO", 'C', 40},
+                 {"NIF", 'C', 15},
+                 {"DOMICILIO", 'C', 35},
+                 {"POBLACION", 'C', 25},
+                 {"PROVINCIA", 'C', 20},
+                 {"CODPOSTAL", 'C', 5}})
+        .registro({"57000001", "No entra: ya existe"})
+        .registro({"43009999", "Mu\xF1oz", "B1", "Mayor, 1", "Toledo", "Toledo", "45001"})
+        .graba(donde + "EMP01/Subcta.dbf");
+    return rutaPrograma(donde + "Contaplw.exe");
+  }
+  static EscritorDbf diarioContaplus() {
+    return EscritorDbf({{"ASIEN", 'N', 6},
+                        {"FECHA", 'D', 8},
+                        {"SUBCTA", 'C', 12},
+                        {"CONTRA", 'C', 12},
+                        {"PTADEBE", 'N', 16, 2},
+                        {"CONCEPTO", 'C', 25},
+                        {"PTAHABER", 'N', 16, 2},
+                        {"FACTURA", 'N', 8},
+                        {"BASEIMPO", 'N', 16, 2},
+                        {"IVA", 'N', 5, 2},
+                        {"RECEQUIV", 'N', 5, 2},
+                        {"DOCUMENTO", 'C', 10},
+                        {"DEPARTA", 'C', 3},
+                        {"CLAVE", 'C', 6},
+                        {"ESTADO", 'C', 1},
+                        {"SERIE", 'C', 1},
+                        {"EURODEBE", 'N', 16, 2},
+                        {"EUROHABER", 'N', 16, 2},
+                        {"BASEEURO", 'N', 16, 2}});
+  }
+  static QList<QByteArray> linea(const QByteArray& asiento, const QByteArray& subcuenta,
+                                 const QByteArray& debe, const QByteArray& haber,
+                                 const QByteArray& serie = {}) {
+    return {asiento,     "20240215", subcuenta, "43009999", {},
+            "Importado", {},         {},        {},         "16.00",
+            "0.00",      "F-9",      {},        {},         serie.isEmpty() ? "" : "P",
+            serie,       debe,       haber,     "100.00"};
+  }
+  void entraLinea(int asiento, const QString& subcuenta, double importe) {
+    const int numero = libro.empty() ? 0 : libro.rbegin()->first + 1;
+    libro[numero] = {asiento, "15/02/2024", subcuenta, "Importado", importe};
+  }
+  void eligeContaplus(Teclado& d, const QString& programa, const QString& empresa) {
+    guion.esperaFichero(rutaSistema(programa));
+    d.llega("CmdLocalizaContaplus");
+    d.intro();
+    EXPECT_EQ(d.textoDe("TxtEmpresa"), "");
+    d.elige("TxtEmpresa", empresa);
+  }
+  static void marca(Teclado& d, std::initializer_list<const char*> casillas) {
+    for (const char* casilla : casillas) {
+      d.llega(casilla);
+      d.tecla(Qt::Key_Space);
+    }
+  }
+  QString fichero(const QString& nombre, const QByteArray& texto) {
+    QFile f(carpetaDatos() + "/" + nombre);
+    EXPECT_TRUE(f.open(QIODevice::WriteOnly));
+    f.write(texto);
+    return rutaPrograma(f.fileName());
+  }
+  // A record: the fields given, by their number, and the others empty.
+  static QByteArray registro(int campos, const std::map<int, QByteArray>& dados) {
+    QByteArrayList todos;
+    for (int i = 1; i <= campos; ++i) todos += dados.contains(i) ? dados.at(i) : QByteArray();
+    return todos.join(',') + "\r\n";
+  }
+  static QByteArray apunte(const QByteArray& asiento, const QByteArray& dh,
+                           const QByteArray& importe, const QByteArray& fecha = "15/02/2024") {
+    return registro(22, {{1, fecha},
+                         {2, "57000001"},
+                         {5, "1"},
+                         {6, asiento},
+                         {7, "\"Importado\""},
+                         {8, dh},
+                         {9, importe}});
+  }
+};
+
+TEST_F(Importar, ContaplusTraePlanDiarioYRegistro) {
+  const QString programa = instalaContaplus();
+  diarioContaplus()
+      .registro(linea("500", "43009999", "116.00", "0.00", "V"))
+      .registro(linea("500", "70000001", "0.00", "100.00"))
+      .registro(linea("9", "1", "1", "0"), true)
+      .registro(linea("500", "47700001", "0.00", "16.00"))
+      .registro(linea("200", "60000001", "0.00", "0.00", "C"))
+      .graba(carpetaDatos() + "/GrupoSP/EMP01/diario.DBF");
+  const int antes = libro.rbegin()->first;
+  herramienta("MnuImportContaplus", [&](Teclado& d) {
+    EXPECT_EQ(d.textoDe("LblDestino"), "Comercial Ejemplo (2024)");
+    eligeContaplus(d, programa, "01 - Señores");
+    marca(d, {"ChkPlan", "ChkDiario", "ChkIva"});
+    guion.esperaMensaje("Proceso terminado con exito", "Fín");
+    acepta(d);
+  });
+  entraLinea(500, "43009999", 116);
+  entraLinea(500, "70000001", -100);
+  entraLinea(500, "47700001", -16);
+  entraLinea(200, "60000001", 0);
+  auto hay = lee();
+  EXPECT_TRUE(hay.at(antes + 4).alHaber() || hay.at(antes + 4).importe == 0);
+  hay.erase(antes + 4);
+  libro.erase(antes + 4);
+  EXPECT_EQ(hay, libro);
+  EXPECT_EQ(valor("Select Asiento from Empresa"), "201");
+  EXPECT_EQ(valor("Select NLinDiario from Empresa"), QString::number(antes + 5));
+  EXPECT_EQ(filas("Select Descripcion, Cuenta, Nif, Direccion, Poblacion, CP from Subcuentas where "
+                  "Subcuenta='43009999'"),
+            (Filas{{"Muñoz", "430", "B1", "Mayor, 1", "Toledo", "45001"}}));
+  EXPECT_NE(valor("Select Descripcion from Subcuentas where Subcuenta='57000001'"),
+            "No entra: ya existe");
+  EXPECT_EQ(filas("Select Codigo, CliPro, Factura, Base, Asiento, Fecha, CtaCon from RSIVA order "
+                  "by Codigo"),
+            (Filas{{"R0000000001", "43009999", "F-9", "-100", "500", "15/02/2024", "60000001"},
+                   {"S0000000001", "43009999", "F-9", "100", "200", "15/02/2024", "60000001"}}));
+  EXPECT_EQ(
+      filas("Select NAsiento, ApunteIVA, Punteo from Diario where ApunteIVA <> '' order by NLinea"),
+      (Filas{{"500", "R0000000001", "X"},
+             {"500", "R0000000001", ""},
+             {"500", "R0000000001", ""},
+             {"200", "S0000000001", "X"}}));
+  EXPECT_FALSE(t->visible("Bar"));
+}
+
+TEST_F(Importar, ContaplusNiegaLoQueFaltaYDejaLoEscrito) {
+  const QString programa = instalaContaplus();
+  const QString noEs = "El directorio de contaplus no es el correcto";
+  herramienta("MnuImportContaplus", [&](Teclado& d) {
+    guion.esperaMensaje("Especifique un directorio de contaplus", "Error");
+    acepta(d);
+    for (const char* otra : {"C:\\x", "/nada/de/nada/Contaplw.exe"}) {
+      d.llega("TxtDirectorioContaplus");
+      d.teclea(otra);
+      guion.esperaMensaje(noEs, "Error");
+      d.tab();
+      EXPECT_EQ(d.textoDe("TxtDirectorioContaplus"), "");
+    }
+    guion.esperaFichero(std::nullopt);
+    d.pulsa("CmdLocalizaContaplus");
+    d.escribe("TxtDirectorioContaplus", programa);
+    d.tab();
+    guion.esperaMensaje("Especifique una empresa de contaplus", "Error");
+    acepta(d);
+    // The journal of this company isn't there, and the plan is: what was read of it stays.
+    d.elige("TxtEmpresa", "01 - Señores");
+    marca(d, {"ChkPlan", "ChkDiario"});
+    guion.esperaMensaje("Error 53: " + ErrorEjecucion(err::kFicheroNoEncontrado,
+                                                      QString(programa).replace(
+                                                          "Contaplw.exe", "EMP01\\Diario.dbf"))
+                                           .descripcion(),
+                        "Librano");
+    acepta(d);
+    EXPECT_EQ(valor("Select Cuenta from Subcuentas where Subcuenta='43009999'"), "430");
+    EXPECT_TRUE(t->visible("Bar"));
+    // A line that can't be posted ends it there, and tells its record; the counters are right.
+    diarioContaplus()
+        .registro(linea("500", "57000001", "5.00", "0.00"))
+        .registro(linea("501", "57000001", "0.00", "-5.00"))
+        .graba(carpetaDatos() + "/GrupoSP/EMP01/diario.DBF");
+    marca(d, {"ChkPlan"});
+    guion.esperaMensaje("Error 3421: " + ErrorEjecucion(err::kConversionDeDatos, "--5")
+                                             .en("Diario.dbf, registro 2")
+                                             .descripcion(),
+                        "Librano");
+    acepta(d);
+    d.escape();
+  });
+  entraLinea(500, "57000001", 5);
+  comprueba();
+  EXPECT_EQ(valor("Select Asiento from Empresa"), "501");
+  EXPECT_EQ(valor("Select NLinDiario from Empresa"), QString::number(libro.rbegin()->first + 1));
+}
+
+TEST_F(Importar, ContanetTraeSusCuatroFicheros) {
+  const QString plan = fichero("plan.csv", registro(41, {{1, "CODIGO"}, {2, "NOMBRE"}}) +
+                                               registro(41, {{1, "44009999"},
+                                                             {2,
+                                                              "\"Ib\xE1\xF1"
+                                                              "ez, S.L.\""}}) +
+                                               registro(41, {{1, "57000001"}, {2, "ya existe"}}) +
+                                               registro(41, {{1, "999"}, {2, "Otra cuenta"}}) +
+                                               registro(41, {{1, "12345"}}));
+  const QString diario =
+      fichero("diario.csv", apunte("500", "1", "10.50") + apunte("500", "2", "-10.50"));
+  const QString datos =
+      fichero("datos.csv",
+              registro(20, {{1, "44009999"}, {3, "B2"}, {4, "\"Mayor,\r\n2\""}, {6, "Toledo"}}) +
+                  registro(20, {{1, "44008888"}}));
+  const QString iva = fichero("iva.csv", registro(20, {{1, "44009999"},
+                                                       {4, "F-1"},
+                                                       {5, "10.5"},
+                                                       {6, "03"},
+                                                       {8, "500"},
+                                                       {9, "47700001"},
+                                                       {10, "R"},
+                                                       {19, "16/02/2024"}}) +
+                                             registro(20, {{1, "44009999"},
+                                                           {5, "7"},
+                                                           {8, "501"},
+                                                           {10, "S"},
+                                                           {11, "01/02/2024"},
+                                                           {19, "sin fecha"}}));
+  herramienta("MnuImportContanet", [&](Teclado& d) {
+    marca(d, {"ChkPlan", "ChkDiario", "ChkDatos", "ChkIva"});
+    rellena(d, {{"TxtPlan", plan}, {"TxtDiario", diario}, {"TxtIva", iva}});
+    guion.esperaFichero(rutaSistema(datos));
+    d.pulsa("CmdDatos");
+    EXPECT_EQ(d.textoDe("TxtDatos"), datos);
+    acepta(d);
+  });
+  entraLinea(500, "57000001", 10.5);
+  entraLinea(500, "57000001", -10.5);
+  comprueba();
+  EXPECT_EQ(valor("Select Asiento from Empresa"), "501");
+  EXPECT_EQ(filas("Select Descripcion, Cuenta, Nif, Direccion, Poblacion from Subcuentas where "
+                  "Subcuenta='44009999'"),
+            (Filas{{"Ibáñez, S.L.", "440", "B2", "Mayor,\r\n2", "Toledo"}}));
+  EXPECT_EQ(filas("Select Descripcion, GrupoN, SubGrupoN from Cuentas where Cuenta='999'"),
+            (Filas{{"Otra cuenta", "9", "99"}}));
+  EXPECT_EQ(
+      filas("Select Codigo, Base, TipoIVA, Asiento, FechaC, Fecha, CtaCon from RSIVA order by "
+            "Codigo"),
+      (Filas{{"R0000000001", "-10,5", "03", "500", "16/02/2024", "16/02/2024", "70000001"},
+             {"S0000000001", "7", "", "501", "", "01/02/2024", "60000001"}}));
+  EXPECT_EQ(filas("Select ApunteIVA from Diario where NAsiento=500"),
+            (Filas{{"R0000000001"}, {"R0000000001"}}));
+}
+
+// The trap is set until a first record of the plan or the addresses has been read.
+TEST_F(Importar, ContanetPasaPorAltoSoloAlPrincipio) {
+  const QString malo = fichero("malo.csv", apunte("500", "1", "5", "no es fecha") +
+                                               apunte("501", "1", "6") + "15/02/2024,cortado");
+  const QString plan = fichero("plan.csv", registro(41, {{1, "44009999"}, {2, "Una"}}));
+  herramienta("MnuImportContanet", [&](Teclado& d) {
+    marca(d, {"ChkPlan", "ChkDiario"});
+    // With neither plan nor failures told: the file that isn't there is passed over too.
+    rellena(d, {{"TxtPlan", "C:\\no\\esta.csv"}, {"TxtDiario", malo}});
+    acepta(d);
+  });
+  entraLinea(500, "57000001", 5);
+  libro.rbegin()->second.fecha.clear();
+  entraLinea(501, "57000001", 6);
+  EXPECT_EQ(lee(), libro);
+  EXPECT_EQ(valor("Select Asiento from Empresa"), "502");
+  herramienta("MnuImportContanet", [&](Teclado& d) {
+    marca(d, {"ChkPlan", "ChkDiario"});
+    rellena(d, {{"TxtPlan", plan}, {"TxtDiario", malo}});
+    guion.esperaMensaje(
+        "Error 3421: " + ErrorEjecucion(err::kConversionDeDatos, "no es fecha").descripcion(),
+        "Librano");
+    acepta(d);
+    EXPECT_TRUE(d.visible("Bar"));
+    d.escape();
+  });
+  EXPECT_EQ(lee(), libro);
+  EXPECT_EQ(valor("Select Descripcion from Subcuentas where Subcuenta='44009999'"), "Una");
+}
+
+}  // namespace
