@@ -5,6 +5,7 @@
 
 #include "accounts/registro.h"
 #include "cartera/registro.h"
+#include "commercial/registro.h"
 #include "common/errorejecucion.h"
 #include "company/registro.h"
 #include "engine/dbengine.h"
@@ -40,6 +41,7 @@ void registraFormularios(Registro& registro) {
   registraYearend(registro);
   registraTransfer(registro);
   registraOficial(registro);
+  registraCommercial(registro);
 }
 
 }  // namespace

@@ -7,6 +7,7 @@
 
 #include "engine/dbengine.h"
 #include "soporte/escenario.h"
+#include "soporte/gestion.h"
 #include "start/creaini.h"
 #include "start/menu/tablamenu.h"
 #include "toolkit/principal.h"
@@ -65,6 +66,8 @@ TEST(Controles, CadaPantallaTieneLosSuyos) {
   ASSERT_NE(e.ctx.principal, nullptr);
   // The settings screen manages the catalogue beside the program.
   CrearInicio(e.ctx.motor, e.ctx.carpetaPrograma + "Inicio.mdb");
+  // The cards show that of the commercial program.
+  creaGestion(e.ctx.motor, e.ctx.sesion.DirDatos);
   Mirada mirada(e.ctx.motor);
   e.ctx.cajas = &mirada;
   const auto destinos = destinosDeConsultas();

@@ -7,6 +7,7 @@
 
 #include "accounts/registro.h"
 #include "cartera/registro.h"
+#include "commercial/registro.h"
 #include "common/cini.h"
 #include "common/rutas.h"
 #include "common/version.h"
@@ -69,6 +70,7 @@ void registraFormularios(Registro& formularios) {
   registraYearend(formularios);
   registraTransfer(formularios);
   registraOficial(formularios);
+  registraCommercial(formularios);
 }
 
 Escenario::Escenario(Hasta hasta, const DatosEmpresa& datos, const QString& carpeta)

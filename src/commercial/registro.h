@@ -1,0 +1,6 @@
+// The screens over the books of the commercial program.
+#pragma once
+
+class Registro;
+
+void registraCommercial(Registro& registro);
