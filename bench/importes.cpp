@@ -2,8 +2,11 @@
 // prepared statement into a table with the same indexes and sums.
 #include <benchmark/benchmark.h>
 
+#include <QFile>
+
 #include "libros.h"
 #include "soporte/tabladbf.h"
+#include "transfer/importarcontanet.h"
 #include "transfer/importarcontaplus.h"
 
 namespace {
@@ -96,6 +99,29 @@ void contaplus_librano(benchmark::State& estado) {
   });
 }
 
+// The same lines as ContaNet exports them; the file.
+QString ficheroContanet(const Libros& l) {
+  const QString ruta = l.carpeta() + "Diario" + QString::number(l.lineas()) + ".csv";
+  QFile fichero(ruta);
+  if (!fichero.open(QIODevice::WriteOnly)) qFatal("%s", qPrintable(ruta));
+  Directo directo(l.rutaSistema());
+  sqlite3_stmt* lineas = directo.prepara(
+      "SELECT strftime('%d/%m/%Y', Fecha)||','||Subcuenta||',,,1,'||NAsiento||',\"'||Descripcion||"
+      "'\",'||(DH='D')||','||printf('%.2f',Importe)||',,,,,,,,,,,,,' FROM Diario ORDER BY NLinea");
+  while (sqlite3_step(lineas) == SQLITE_ROW) {
+    fichero.write(reinterpret_cast<const char*>(sqlite3_column_text(lineas, 0)));
+    fichero.write("\r\n");
+  }
+  return ruta;
+}
+
+void contanet_librano(benchmark::State& estado) {
+  const QString fichero = ficheroContanet(libros(estado));
+  importa(estado, [&](Database& empresa, const Avance& avance) {
+    contanet::importa(empresa, {{}, fichero, {}, {}}, {3, 8, "#,##0.00 ;-#,##0.00"}, avance);
+  });
+}
+
 // In the order in which the file's own statements would be run by any tool.
 void importa_directo(benchmark::State& estado) {
   const QString ruta = libros(estado).carpeta() + "ImportadaDirecto.MDB";
@@ -116,6 +142,8 @@ void importa_directo(benchmark::State& estado) {
 }
 
 BENCHMARK(contaplus_librano)->Name("importar ContaPlus/librano")->Apply(unaVez);
+BENCHMARK(contanet_librano)->Name("importar ContaNet/librano")->Apply(unaVez);
+BENCHMARK(importa_directo)->Name("importar ContaNet/directo")->Apply(unaVez);
 BENCHMARK(importa_directo)->Name("importar ContaPlus/directo")->Apply(unaVez);
 
 }  // namespace
