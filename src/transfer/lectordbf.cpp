@@ -136,7 +136,10 @@ Variant numero(const QString& columna, QByteArrayView celda) {
 }
 
 Variant fecha(const QString& columna, QByteArrayView celda) {
-  const QDate dia = QDate::fromString(QString::fromLatin1(celda), QStringLiteral("yyyyMMdd"));
+  int cifras = 0;  // "20030215"
+  const auto [fin, fallo] = std::from_chars(celda.begin(), celda.end(), cifras);
+  const bool entera = fallo == std::errc() && fin == celda.end() && celda.size() == 8;
+  const QDate dia = entera ? QDate(cifras / 10000, cifras / 100 % 100, cifras % 100) : QDate();
   if (dia.isValid()) return dia;
   if (celda.count('0') == celda.size()) return {};
   noConvierte(columna, celda);
