@@ -11,6 +11,7 @@
 #include "company/sesionempresa.h"
 #include "soporte/errores.h"
 #include "soporte/libros.h"
+#include "soporte/otropuesto.h"
 #include "start/creaini.h"
 
 namespace {
@@ -253,16 +254,11 @@ TEST(CrearBase, UnFicheroAntiguoTomaLosIndicesDeUnoNuevo) {
             "");
   const QString viejos = pregunta(cuales);
   {
-    QProcess otra;
-    otra.start("sqlite3", {"-interactive", sistema});
-    otra.write("BEGIN IMMEDIATE;\nSELECT 'ya';\n");
-    ASSERT_TRUE(otra.waitForReadyRead());
-    while (!otra.readAllStandardOutput().contains("\nya")) ASSERT_TRUE(otra.waitForReadyRead());
+    OtroPuesto otra(sistema);
+    otra.ejecuta("BEGIN IMMEDIATE;");
     cuidaIndices(libros.motor, ruta);
     libros.motor.flush();
     EXPECT_EQ(pregunta(cuales), viejos);
-    otra.write("ROLLBACK;\n.quit\n");
-    otra.waitForFinished();
   }
   cuidaIndices(libros.motor, ruta);
   libros.motor.flush();
