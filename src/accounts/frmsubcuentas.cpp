@@ -118,6 +118,7 @@ void FrmSubCuentas::CmdAceptar_Click() {
   }
   try {
     graba();
+    ctx.cajas->guardaPendiente(this);  // given up, what was typed still stands
   } catch (const ErrorEjecucion& error) {
     if (DtaSubcuenta.isOpen()) DtaSubcuenta.CancelUpdate();
     if (error.numero() == err::kClaveDuplicada) {

@@ -297,14 +297,18 @@ void FrmEmpresas::creacionFallida(const ErrorEjecucion& e) {
 }
 
 // Kept: a value that the file refuses is lost without a word, so that one bad field keeps nobody
-// from changing the others.
+// from changing the others. A file that takes nothing at all is told, and the session keeps to it.
 void FrmEmpresas::modifica() {
   try {
     DtaEmpresas_.Edit();
     escribeDatosEmpresa(DtaEmpresas_.Recordset(), datos());
     DtaEmpresas_.Update();
-  } catch (const ErrorEjecucion&) {
+    ctx.cajas->guardaPendiente(this);
+  } catch (const ErrorEjecucion& e) {
     if (DtaEmpresas_.isOpen()) DtaEmpresas_.CancelUpdate();
+    return avisa(ctx, this, {e, QStringLiteral("CmdAceptar_Click - FrmEmpresas")},
+                 QStringLiteral("No se han podido guardar los datos. ") + e.descripcion(),
+                 QStringLiteral("Error"));
   }
   refrescaSesion();
   descargar();

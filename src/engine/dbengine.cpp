@@ -35,6 +35,8 @@ struct DBEngine::Private {
   qint64 longWork = kLongWork;  // of the group at hand
   bool refused = false;         // another station keeps it from saving
   bool undoneAsked = false;
+  int longWorks = 0;
+  QElapsedTimer putOff;  // since another station kept long work from saving
 
   std::vector<std::shared_ptr<Connection>> open() {
     std::vector<std::shared_ptr<Connection>> connections;
@@ -99,7 +101,8 @@ void DBEngine::askForCommit(int delay) {
 }
 
 void DBEngine::commitFromLoop() {
-  if (d_->storeSettings->inWait || d_->settings->whole) return askForCommit(kRetry);
+  if (d_->storeSettings->inWait || d_->settings->whole || d_->longWorks > 0)
+    return askForCommit(kRetry);
   try {
     // Whoever is told of the first refusal isn't kept waiting by the others.
     const Brief quick(*this, d_->refused ? 0 : d_->storeSettings->lockTimeout);
@@ -148,8 +151,31 @@ void DBEngine::discard() {
   d_->refused = false;
 }
 
+DBEngine::LongWork::LongWork(DBEngine& engine) : engine_(engine) {
+  if (engine_.d_->longWorks++ == 0) engine_.d_->putOff.invalidate();
+}
+
+DBEngine::LongWork::~LongWork() {
+  if (--engine_.d_->longWorks > 0) return;
+  engine_.d_->putOff.invalidate();
+  if (engine_.pending()) engine_.askForCommit(0);
+}
+
 void DBEngine::breathe() {
   if (isWaiting() || d_->settings->whole) return;
+  if (d_->putOff.isValid() && d_->putOff.elapsed() < kRetry) return;
+  try {
+    // It has been waited for once; afterwards it is only asked.
+    const Brief quick(*this, d_->putOff.isValid() ? 0 : lockTimeout());
+    commitLongWork();
+    d_->putOff.invalidate();
+  } catch (const ErrorEjecucion& e) {
+    if (d_->longWorks == 0 || e.numero() != err::kNoSePuedeGuardar) throw;
+    d_->putOff.start();
+  }
+}
+
+void DBEngine::commitLongWork() {
   bool committed = false;
   for (const auto& connection : d_->open()) {
     if (!connection->inGroup() || connection->groupAge() < d_->longWork) continue;

@@ -130,8 +130,21 @@ class DBEngine : public QObject {
   void discard();
   // To be called inside loops of long work: commits when 200 milliseconds have passed since the
   // group opened, or up to a second where committing takes long, leaving a short pause for other
-  // stations.
+  // stations. 3186 unless it is put off.
   void breathe();
+
+  // As long as it stands, a commit that another station keeps waiting is put off: long work isn't
+  // left half done for that. Whoever ends it commits, or has it committed by the event loop.
+  class LongWork {
+   public:
+    explicit LongWork(DBEngine& engine);
+    ~LongWork();
+    LongWork(const LongWork&) = delete;
+    LongWork& operator=(const LongWork&) = delete;
+
+   private:
+    DBEngine& engine_;
+  };
 
   // The shared connection of a file, opened if needed.
   std::shared_ptr<Connection> connection(const QString& path);
@@ -197,6 +210,7 @@ class DBEngine : public QObject {
   void askForCommit(int delay);
   void askForReading(int delay);
   void commitFromLoop();
+  void commitLongWork();
 
   struct Private;
   std::unique_ptr<Private> d_;

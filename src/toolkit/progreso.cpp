@@ -3,7 +3,6 @@
 #include <QApplication>
 #include <QProgressBar>
 
-#include "engine/dbengine.h"
 #include "toolkit/contexto.h"
 #include "toolkit/sinentrada.h"
 
@@ -12,7 +11,10 @@ constexpr int kPeriodo = 30;  // milliseconds: the eye sees it move, the work ha
 }
 
 Progreso::Progreso(Contexto& contexto, QProgressBar& barra, int maximo)
-    : contexto_(contexto), barra_(barra), guardia_(std::make_unique<SinEntrada>()) {
+    : contexto_(contexto),
+      barra_(barra),
+      guardia_(std::make_unique<SinEntrada>()),
+      trabajo_(contexto.motor) {
   barra_.setRange(0, qMax(1, maximo));
   barra_.setValue(0);
   barra_.show();

@@ -8,12 +8,15 @@
 //
 //   renumeraDiario(empresa, desde, progreso.avance());
 //
-// A process that fails leaves its bar as it stands.
+// A process that fails leaves its bar as it stands. What another station keeps from being saved
+// meanwhile doesn't stop it, and is asked about by the first box after it.
 #pragma once
 
 #include <functional>
 #include <memory>
 #include <QElapsedTimer>
+
+#include "engine/dbengine.h"
 
 struct Contexto;
 class QProgressBar;
@@ -40,4 +43,5 @@ class Progreso {
   QElapsedTimer reloj_;
   int valor_ = 0;
   std::unique_ptr<SinEntrada> guardia_;
+  DBEngine::LongWork trabajo_;
 };

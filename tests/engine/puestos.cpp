@@ -155,6 +155,31 @@ TEST_F(Puestos, UnaCopiaSeEsperaYSeDejaComoLoDemas) {
   EXPECT_EQ(espera.finales, 1);
 }
 
+// A reader who stays doesn't leave long work half done; at its end it is told what isn't saved.
+TEST_F(Puestos, UnTrabajoLargoNoSeQuedaAMediasPorUnLector) {
+  OtroPuesto lector(ruta);
+  lector.ejecuta("BEGIN; SELECT count(*) FROM Empresa;");
+  QSignalSpy fallos(&engine, &DBEngine::commitFailed);
+  pon(1);
+  QThread::msleep(250);
+  EXPECT_EQ(numeroDeError([&] { engine.breathe(); }), err::kNoSePuedeGuardar);
+  {
+    const DBEngine::LongWork trabajo(engine);
+    for (int i = 2; i < 5; ++i) {
+      pon(i);
+      QThread::msleep(250);
+      EXPECT_EQ(numeroDeError([&] { engine.breathe(); }), 0);
+      QCoreApplication::processEvents();
+    }
+    EXPECT_TRUE(fallos.isEmpty());
+  }
+  QCoreApplication::processEvents();
+  EXPECT_EQ(fallos.size(), 1);
+  lector.ejecuta("COMMIT;");
+  engine.flush();
+  EXPECT_EQ(herramienta("SELECT NLinDiario FROM Empresa"), "4");
+}
+
 TEST_F(Puestos, UnaConsultaSinFinSeDetieneYLoPendienteQueda) {
   Contada espera;
   engine.setWait(&espera);

@@ -1,6 +1,9 @@
 #include "journal/widgets/trabajoendiario.h"
 
+#include <QApplication>
+
 #include "common/ignorar.h"
+#include "toolkit/cajas.h"
 #include "toolkit/contexto.h"
 #include "toolkit/principal.h"
 #include "toolkit/progreso.h"
@@ -8,6 +11,8 @@
 void trabajaEnDiario(Contexto& contexto, const std::function<void()>& trabajo) {
   try {
     trabajo();
+    // Given up, it isn't told as done.
+    contexto.cajas->guardaPendiente(QApplication::activeWindow());
   } catch (...) {
     // What failed is what has to be told.
     ignorando([&] { contexto.principal->diarioCambiado(); });

@@ -8,8 +8,9 @@
 struct Contexto;
 class QProgressBar;
 
-// Runs `trabajo`. However it ends, the main window shows what is in the file by the time a box may
-// come up. The failure goes on to the caller.
+// Runs `trabajo` and saves it: if another station is in the way the user chooses, and 3059 is
+// raised when he gives it up. However it ends, the main window shows what is in the file. A failure
+// goes on to the caller.
 void trabajaEnDiario(Contexto& contexto, const std::function<void()>& trabajo);
 
 // The same for a long one, which tells how far it is: the bar moves meanwhile and other input is

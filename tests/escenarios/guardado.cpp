@@ -1,0 +1,226 @@
+// What the screens do when a change can't be saved: another station reads on, or the disk
+// refuses it.
+#include <sys/resource.h>
+#include <QScopeGuard>
+#include <QTabWidget>
+
+#include "common/rutas.h"
+#include "journal/menuabierto.h"
+#include "soporte/otropuesto.h"
+
+namespace {
+
+class Guardado : public MenuAbierto {
+ protected:
+  Guardado() {
+    registraFormularios(*formularios);
+    inserta("Cuentas", {{"Cuenta", "570"}, {"Descripcion", "Caja"}});
+    abreMenu();
+    linea("57000001", "100", {}, "02/01/2003");
+    linea("43000001", {}, "90");
+    linea("57000001", "5", {}, "03/01/2003");
+    cambia("Select * from Diario where NAsiento=2", "NAsiento", 9);
+    t->tecla(Qt::Key_F5);
+    motor.setLockTimeout(30);
+  }
+  QString ruta() const { return rutaSistema(ctx.sesion.rutaEmpresa()); }
+  // Somebody with a pager over the file.
+  std::unique_ptr<OtroPuesto> lector() const {
+    auto otro = std::make_unique<OtroPuesto>(ruta());
+    otro->ejecuta("BEGIN; SELECT count(*) FROM Diario;");
+    return otro;
+  }
+  // What is on show of the journal, and what any other tool reads of it.
+  QStringList pantalla() const {
+    const auto& rejilla = t->control<Rejilla>("GrdApuntes");
+    QStringList todo = totales("Total");
+    for (int fila = 0; fila < rejilla.filas(); ++fila)
+      for (int columna = 0; columna < rejilla.model()->columnCount(); ++columna)
+        todo += rejilla.texto(fila, columna);
+    return todo;
+  }
+  QString fichero() const {
+    QProcess p;
+    p.start("sqlite3",
+            {ruta(), "SELECT * FROM Diario; SELECT * FROM Empresa; SELECT * FROM Subcuentas"});
+    p.waitForFinished();
+    return QString::fromUtf8(p.readAllStandardOutput() + p.readAllStandardError());
+  }
+};
+
+TEST_F(Guardado, LoQueOtroNoDejaGuardarSeReintentaOSeDescartaPeroNuncaSePierdeSinDecirlo) {
+  // What comes before the action tells of a box or a dialog; where the choice comes within it, the
+  // rest of it is announced there, with what follows once it is saved.
+  using Eleccion = std::function<void(const std::function<void()>& siSeGuarda)>;
+  const auto ya = [] {};
+  const auto acepta = [](Teclado& d) {
+    d.pulsa("CmdAceptar");
+    if (d.forma().isVisible()) d.escape();  // given up, what was typed still stands
+  };
+  const auto enDialogo = [&](const char* nombre, const std::function<void(Teclado&)>& paso) {
+    guion.esperaDialogo(nombre, paso);
+  };
+  const struct {
+    const char* nombre;
+    std::function<void(const Eleccion&)> accion;
+  } acciones[] = {{"línea",
+                   [&](const Eleccion& elige) {
+                     elige(ya);
+                     linea("57000001", "3", {});
+                   }},
+                  {"asterisco",
+                   [&](const Eleccion& elige) {
+                     elige(ya);
+                     t->pulsa("CmdLinAsiento");
+                   }},
+                  {"punteo",
+                   [&](const Eleccion& elige) {
+                     elige(ya);
+                     t->enfoca("GrdApuntes");
+                     t->tecla(Qt::Key_Space);
+                   }},
+                  {"partida",
+                   [&](const Eleccion& elige) {
+                     enDialogo("FrmPartida", [](Teclado& d) {
+                       d.escribe("TxtDebeHaber", "8");
+                       d.pulsa("CmdAceptar");
+                     });
+                     elige(ya);
+                     t->pulsa("CmdModificaApunte");
+                   }},
+                  {"borrado",
+                   [&](const Eleccion& elige) {
+                     guion.esperaPregunta(
+                         "Esta a punto de eliminar una partida del diario, ¿ Desea continuar ?",
+                         true);
+                     elige(ya);
+                     t->pulsa("CmdEliminarPartida");
+                   }},
+                  {"renumera",
+                   [&](const Eleccion& elige) {
+                     enDialogo("FrmRenumera", [&](Teclado& d) {
+                       elige([&] { guion.esperaMensaje("Proceso terminado con exito", "Fín"); });
+                       acepta(d);
+                     });
+                     formularios->mostrar("FrmRenumera");
+                   }},
+                  {"asiento borrado",
+                   [&](const Eleccion& elige) {
+                     enDialogo("FrmEliminaAsiento", [&](Teclado& d) {
+                       elige(ya);
+                       acepta(d);
+                     });
+                     t->pulsa("CmdEliminarApunte");
+                   }},
+                  {"ajustes",
+                   [&](const Eleccion& elige) {
+                     enDialogo("FrmEmpresas", [&](Teclado& d) {
+                       d.control<QTabWidget>("Tabla").setCurrentIndex(1);
+                       d.escribe("TxtDireccion", "Calle Mayor, 1");
+                       elige(ya);
+                       acepta(d);
+                     });
+                     ctx.sesion.CodigoLlamada = 2;
+                     formularios->mostrar("FrmEmpresas");
+                   }},
+                  {"subcuenta", [&](const Eleccion& elige) {
+                     enDialogo("FrmSubCuentas", [&](Teclado& d) {
+                       d.escribe("TxtDescripcion", "Caja del mostrador");
+                       elige(ya);
+                       acepta(d);
+                     });
+                     ctx.sesion.CodigoLlamada = 2;
+                     ctx.sesion.ValorElegido = "57000001";
+                     formularios->mostrar("FrmSubCuentas");
+                   }}};
+  for (const auto& caso : acciones) {
+    SCOPED_TRACE(caso.nombre);
+    t->tecla(Qt::Key_F5);
+    const QStringList visto = pantalla();
+    const QString antes = fichero();
+    auto otro = lector();
+    caso.accion([&](const auto&) { guion.esperaEleccion(false); });
+    EXPECT_TRUE(guion.agotado());
+    otro.reset();
+    EXPECT_EQ(fichero(), antes);
+    EXPECT_TRUE(totales("Total") == visto.mid(0, 3));
+    t->tecla(Qt::Key_F5);
+    EXPECT_EQ(pantalla(), visto);
+
+    otro = lector();
+    caso.accion([&](const auto& siSeGuarda) {
+      guion.esperaEleccion(true);
+      guion.esperaEleccion(true, [&] { otro.reset(); });
+      siSeGuarda();
+    });
+    EXPECT_TRUE(guion.agotado());
+    EXPECT_NE(fichero(), antes);
+  }
+}
+
+// Nothing of it is left behind, and what was typed stands to be accepted again.
+TEST_F(Guardado, UnaEmpresaQueElCatalogoNoTomaSeDiceYSePuedeRepetir) {
+  const QString carpeta = carpetaDatos() + "/Otra",
+                catalogo = rutaSistema(ctx.sesion.rutaCatalogo());
+  const auto lista = QDir(carpetaDatos()).entryList(QDir::AllDirs | QDir::Hidden);
+  for (const bool reintenta : {false, true}) {
+    auto otro = std::make_unique<OtroPuesto>(catalogo);
+    otro->ejecuta("BEGIN; SELECT count(*) FROM Empresas;");
+    guion.esperaDialogo("FrmEmpresas", [&](Teclado& d) {
+      d.escribe("TxtNombreEmpresa", "Otra");
+      guion.esperaEleccion(reintenta, [&] { otro.reset(); });
+      guion.esperaMensaje(
+          "No se ha podido crear la empresa. No se puede guardar: otro puesto está usando los "
+          "datos: " +
+          ctx.sesion.rutaCatalogo());
+      d.pulsa("CmdAceptar");
+      EXPECT_EQ(QDir(carpetaDatos()).entryList(QDir::AllDirs | QDir::Hidden), lista);
+      if (reintenta) return d.pulsa("CmdAceptar");
+      d.escape();
+    });
+    ctx.sesion.CodigoLlamada = 1;
+    formularios->mostrar("FrmEmpresas");
+    EXPECT_EQ(QFile::exists(carpeta + "/Conta.MDB"), reintenta);
+  }
+  abreEmpresa("Otra");
+  EXPECT_EQ(valor("Select NombreEmpresa from Empresa"), "Otra");
+}
+
+// Saved while the choice still stands, nothing is left to be given up.
+TEST_F(Guardado, LoYaGuardadoNoSeDescarta) {
+  auto otro = lector();
+  guion.esperaEleccion(false, [&] {
+    otro.reset();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return fichero().contains("|7.25|"); }));
+  });
+  linea("57000001", "7.25", {});
+  EXPECT_TRUE(guion.agotado());
+  EXPECT_TRUE(fichero().contains("|7.25|"));
+}
+
+TEST_F(Guardado, LoQueElDiscoRechazaNoSigueEnPantalla) {
+  ::signal(SIGXFSZ, SIG_IGN);
+  rlimit tope;
+  ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &tope), 0);
+  const QStringList visto = pantalla();
+  const QString antes = fichero();
+  rlimit corto = tope;
+  corto.rlim_cur = 128 * 1024;  // room for the journal of one line, and not for its pages
+  {
+    const auto vuelve = qScopeGuard([&] { ::setrlimit(RLIMIT_FSIZE, &tope); });
+    ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &corto), 0);
+    guion.esperaMensaje(
+        "Error 3043: Error al leer o escribir en el disco: " + ctx.sesion.rutaEmpresa() +
+            ". Se ha deshecho lo último anotado, que no llegó a guardarse (cambios "
+            "deshechos: 2)",
+        "Librano", [&] { ::setrlimit(RLIMIT_FSIZE, &tope); });  // undoing it writes too
+    linea("57000001", "3", {});
+  }
+  EXPECT_TRUE(guion.agotado());
+  EXPECT_EQ(fichero(), antes);
+  EXPECT_EQ(pantalla(), visto);
+  t->tecla(Qt::Key_F5);
+  EXPECT_EQ(pantalla(), visto);
+}
+
+}  // namespace
