@@ -130,8 +130,29 @@ TEST_F(Programas, LaCarpetaDeDatosRecibeLasPlantillasQueLeFaltan) {
   completa("datos");
   EXPECT_EQ(lee("datos/Impresos/Diario.rpt"), "el de la casa");
   EXPECT_EQ(lee("datos/Impresos/May1.rpt"), "mayor");
+
+  // What nobody has edited follows the program's, also from before that was noted.
+  escribe("programa/Impresos/May1.rpt", "mayor nuevo");
+  escribe("programa/Impresos/Diario.rpt", "diario nuevo");
+  completa("datos");
+  EXPECT_EQ(lee("datos/Impresos/Diario.rpt"), "el de la casa");
+  EXPECT_EQ(lee("datos/Impresos/May1.rpt"), "mayor nuevo");
+  QFile::remove(ruta("datos/Impresos/copiados.txt"));
+  escribe("datos/Impresos/May1.rpt", "mayor");
+  completa("datos");
+  EXPECT_EQ(lee("datos/Impresos/May1.rpt"), "mayor");
+  escribe("programa/Impresos/anteriores.txt",
+          "# Notas\ne6a04b67d24189b9b5eba643b5a83607ff1f441e May1.rpt\n");
+  completa("datos");
+  EXPECT_EQ(lee("datos/Impresos/May1.rpt"), "mayor nuevo");
+  // A station with an older version leaves them alone.
+  escribe("programa/Impresos/May1.rpt", "mayor viejo");
+  escribe("datos/Impresos/copiados.txt", "# Librano 99.0\n" + lee("datos/Impresos/copiados.txt"));
+  completa("datos");
+  EXPECT_EQ(lee("datos/Impresos/May1.rpt"), "mayor nuevo");
   completa("programa");  // the data beside the program
-  EXPECT_EQ(lee("programa/Impresos/Diario.rpt"), "diario");
+  EXPECT_EQ(lee("programa/Impresos/Diario.rpt"), "diario nuevo");
+  EXPECT_FALSE(QFileInfo::exists(ruta("programa/Impresos/copiados.txt")));
 }
 
 TEST_F(Programas, ArrancaOtroEnSuCarpeta) {

@@ -92,7 +92,7 @@ constexpr EntradaMenu kMenu[] = {
     {.control = u"MnuEliminaAsientosIVA", .rotulo = u"Eliminar asientos con IVA", .padre = u"MnuIVA", .accion = Modal, .destino = u"FrmEliminaAsientosIVA"},
     {.control = u"MnuRevisarBases", .rotulo = u"Revisar bases de IVA", .padre = u"MnuIVA", .accion = Modal, .destino = u"FrmIVARevisarBases"},
 
-    {.control = u"MnuExtra", .rotulo = u"Extra", .accion = Menu},
+    {.control = u"MnuExtra", .rotulo = u"E&xtra", .accion = Menu},
     {.control = u"MnuNominas", .rotulo = u"Crea asiento de nomina", .padre = u"MnuExtra", .accion = Modal, .destino = u"FrmNomina"},
     {.control = u"MnuCartera", .rotulo = u"Cartera de efectos", .padre = u"MnuExtra", .accion = Modal, .destino = u"FrmRecibosLista"},
 
