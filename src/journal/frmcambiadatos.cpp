@@ -14,6 +14,9 @@ FrmCambiadatos::FrmCambiadatos(Contexto& contexto)
   ui->TxtCampo->addItems({"NAsiento", "Fecha", "Subcuenta", "Descripcion", "Importe"});
   fecha(ui->TxtFechaDesde);
   fecha(ui->TxtFechaHasta);
+  // What is told under a field takes the room that there is.
+  for (QLabel* leido : {ui->LblLeidoLoc, ui->LblLeidoCam, ui->LblLeidoDesde, ui->LblLeidoHasta})
+    leido->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
   alSalir(ui->TxtDatoLoc, [this] { normaliza(ui->TxtDatoLoc); });
   alSalir(ui->TxtDatoCam, [this] { normaliza(ui->TxtDatoCam); });
   alElegir(ui->TxtCampo, [this](int) { ensenaLectura(); });
