@@ -51,8 +51,10 @@ void Dibujante::ponCampo(const Campo& campo, int y, const Momento& momento) {
   int letra = campo.letra;
   double ancho = tipografia_.ancho(letra, texto);
   if (campo.parte && momento.largo) {
+    // The line for the rest stands there already: counted by letters, narrow ones might all fit
+    // here.
     const qsizetype corte =
-        ancho > campo.ancho ? tipografia_.palabras(letra, texto, campo.ancho) : texto.size();
+        tipografia_.palabras(letra, texto, std::min<double>(campo.ancho, ancho - 1));
     texto = entero.left(corte);
     resto_ = entero.mid(corte).trimmed();
     ancho = tipografia_.ancho(letra, texto);

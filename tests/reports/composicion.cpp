@@ -217,7 +217,7 @@ alto = 4
 0 60 izq "total {suma(Importe)}"
 [detalle]
 alto = 4
-0 12 izq parte "{Descripcion}"
+0 40 izq parte "{Descripcion}"
 20 30 der "{Importe}"
 [detalle largo]
 alto = 4
