@@ -1,6 +1,7 @@
 #include "iva/facturaiva.h"
 
 #include "common/formato.h"
+#include "journal/lineatecleada.h"
 
 namespace {
 
@@ -30,6 +31,7 @@ void calculaDesdeBase(FacturaIVA& factura, const QString& mascara) {
     return ImporteDe(importe, mascara).value_or(0);
   };
   const double base = valor(factura.Base);
+  if (esDemasiado(base)) return;
   factura.ImporteIva = Format(base / 100 * factura.PorcenIVA, mascara);
   factura.Recargo = Format(base / 100 * factura.PorcenREC, mascara);
   factura.Total = Format(valor(factura.Recargo) + valor(factura.ImporteIva) + base, mascara);
@@ -38,6 +40,7 @@ void calculaDesdeBase(FacturaIVA& factura, const QString& mascara) {
 void calculaDesdeTotal(FacturaIVA& factura, const QString& mascara) {
   const double enBase = 100 + factura.PorcenIVA + factura.PorcenREC;
   const double total = ImporteDe(factura.Total, mascara).value_or(0);
+  if (esDemasiado(total)) return;
   factura.Base = Format(total / enBase * 100, mascara);
   calculaDesdeBase(factura, mascara);
 }

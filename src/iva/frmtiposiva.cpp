@@ -7,15 +7,26 @@
 #include "toolkit/rejilla.h"
 #include "ui_frmtiposiva.h"
 
+namespace {
+constexpr double kCiento = 100;
+}
+
 FrmTiposIVA::FrmTiposIVA(Contexto& contexto)
     : Formulario(contexto), ui_(std::make_unique<Ui::FrmTiposIVA>()), DtaIVA_(contexto.motor) {
   ui_->setupUi(this);
   DtaIVA_.setObjectName("DtaIVA");
-  ui_->GrdIVA->enlazar(
-      DtaIVA_, {{.campo = "Codigo", .titulo = "Código", .ancho = 7},
-                {.campo = "Descripcion", .titulo = "Descripción", .ancho = 34},
-                {.campo = "IVA", .titulo = "IVA", .ancho = 9, .tipo = Columna::Tipo::Numero},
-                {.campo = "RE", .titulo = "Recargo", .ancho = 9, .tipo = Columna::Tipo::Numero}});
+  ui_->GrdIVA->enlazar(DtaIVA_, {{.campo = "Codigo", .titulo = "Código", .ancho = 7},
+                                 {.campo = "Descripcion", .titulo = "Descripción", .ancho = 34},
+                                 {.campo = "IVA",
+                                  .titulo = "IVA",
+                                  .ancho = 9,
+                                  .tipo = Columna::Tipo::Numero,
+                                  .maximo = kCiento},
+                                 {.campo = "RE",
+                                  .titulo = "Recargo",
+                                  .ancho = 9,
+                                  .tipo = Columna::Tipo::Numero,
+                                  .maximo = kCiento}});
   ui_->GrdIVA->permitirEdicion(Rejilla::Cambios);
   alRecolocar(DtaIVA_, [this] { entrega(); });
   connect(ui_->GrdIVA, &Rejilla::intro, this, [this] { GrdIVA_KeyPress(); });

@@ -16,8 +16,12 @@ bool faltanDatos(const LineaTecleada& linea, const QString& mascara) {
   return ImporteDe(linea.importe, mascara) == 0.0;
 }
 
+bool esDemasiado(double importe) {
+  return std::fabs(importe) >= kDemasiado;
+}
+
 void compruebaImporte(double importe) {
-  if (std::fabs(importe) >= kDemasiado)
+  if (esDemasiado(importe))
     throw ErrorEjecucion(err::kDesbordamiento, QStringLiteral("importe"));
 }
 

@@ -24,5 +24,6 @@ bool faltanDatos(const LineaTecleada& linea, const QString& mascara);
 // takes (3421). Raises 6 for an amount of 10^12 or more.
 Apunte apunteEn(QChar lado, const LineaTecleada& linea, const QString& mascara);
 
-// Raises 6 for an amount of 10^12 or more, beyond which sums would not be exact to the cent.
-void compruebaImporte(double importe);
+// An amount of 10^12 or more, beyond which sums would not be exact to the cent.
+bool esDemasiado(double importe);
+void compruebaImporte(double importe);  // raises 6 for one

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "common/errorejecucion.h"
 #include "common/formato.h"
 
 void ModeloRejilla::enlazar(DataControl& datos, std::vector<Columna> columnas) {
@@ -130,6 +131,15 @@ int alineacion(const Columna& columna) {
       columna.tipo == Columna::Tipo::Importe || columna.tipo == Columna::Tipo::Numero;
   return int(Qt::AlignVCenter | (cifras ? Qt::AlignRight : Qt::AlignLeft));
 }
+// What is no number is the engine's to refuse.
+void exigirLimite(const Columna& columna, const QString& texto) {
+  if (columna.maximo == 0 || !EsNumerico(texto)) return;
+  const double valor = Variant(texto).number();
+  if (valor < 0 || valor > columna.maximo)
+    throw ErrorEjecucion(err::kDesbordamiento,
+                         QStringLiteral("%1, de 0 a %2").arg(columna.titulo).arg(columna.maximo));
+}
+
 }  // namespace
 
 QVariant ModeloRejilla::data(const QModelIndex& indice, int papel) const {
@@ -210,6 +220,7 @@ bool ModeloRejilla::escribir(int fila, int columna, const QString& texto) {
   }
   const int donde = posicion(fila);
   return intentar([&] {
+    exigirLimite(columnas_[columna], texto);
     if (datos_->Recordset().AbsolutePosition() != donde) datos_->setAbsolutePosition(donde);
     datos_->Edit();
     datos_->Fields(ordinales_[columna]) = texto.isEmpty() ? Variant() : Variant(texto);
@@ -222,6 +233,7 @@ bool ModeloRejilla::guardarNueva() {
   const bool guardada = intentar([&] {
     datos_->AddNew();
     for (auto it = nueva_.cbegin(); it != nueva_.cend(); ++it) {
+      exigirLimite(columnas_[it.key()], it.value());
       datos_->Fields(ordinales_[it.key()]) = Variant(it.value());
     }
     datos_->Update();

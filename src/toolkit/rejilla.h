@@ -27,6 +27,7 @@ struct Columna {
   Tipo tipo = Tipo::Texto;
   QString mascara = {};  // of an amount; empty for the grid's own (setMascara)
   bool editable = true;  // only in a grid that edits
+  double maximo = 0;     // of what is typed, from 0 on, which is otherwise refused (6); 0 for none
 };
 
 class Rejilla : public QTableView {

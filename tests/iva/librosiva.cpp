@@ -137,6 +137,16 @@ TEST_F(LibrosIVA, LaTablaDeTiposTambienSeConsulta) {
   guion.esperaDialogo("FrmTiposIVA", [&](Teclado& t) {
     auto& rejilla = t.control<Rejilla>("GrdIVA");
     EXPECT_EQ(rejilla.alDia().filas(), 99);
+    for (const auto& [tecleado, queda] : {std::pair("210", "4"), {"-4", "4"}, {"21", "21"}}) {
+      if (tecleado != queda)
+        guion.esperaMensaje("Error 6: El número es demasiado grande: IVA, de 0 a 100");
+      rejilla.setCurrentIndex(rejilla.model()->index(0, 2));
+      t.tecla(Qt::Key_F2);
+      t.tecla(Qt::Key_A, Qt::ControlModifier);
+      t.teclea(tecleado);
+      t.intro();
+      EXPECT_EQ(rejilla.alDia().texto(0, 2), queda);
+    }
     t.tecla(Qt::Key_Down);
     t.intro();
   });
@@ -158,6 +168,13 @@ TEST_F(LibrosIVA, LaTablaDeTiposTambienSeConsulta) {
     t.enfoca("TxtIva");
     t.tab();
     EXPECT_EQ(t.textoDe("TxtIva"), "02");
+    // From a base that is refused nothing is reckoned.
+    const QString total = t.textoDe("TxtTotal");
+    guion.esperaMensaje("Error 6: El número es demasiado grande: importe");
+    t.escribe("TxtBase", "9999999999999");
+    t.tab();
+    EXPECT_EQ(t.textoDe("TxtTotal"), total);
+    EXPECT_EQ(t.enfocado(), "TxtBase");
     t.pulsa("CmdCancelar");
   });
   menu("MnuGrabarIVASoportado");
