@@ -18,34 +18,40 @@ QString Guion::nombre(Clase clase, const QString& texto) {
 Guion::~Guion() {
   for (const auto& nivel : pendientes_) {
     for (const auto& paso : nivel)
-      ADD_FAILURE() << "Anunciado y no llegado: " << qPrintable(nombre(paso.clase, paso.texto));
+      ADD_FAILURE_AT(paso.sitio.file_name(), int(paso.sitio.line()))
+          << "Anunciado y no llegado: " << qPrintable(nombre(paso.clase, paso.texto));
   }
 }
 
-void Guion::esperaMensaje(const QString& texto, const QString& titulo, std::function<void()> paso) {
-  pendientes_.back().push_back({Clase::Mensaje, texto, titulo, false, {}, {}, std::move(paso)});
+void Guion::esperaMensaje(const QString& texto, const QString& titulo, std::function<void()> paso,
+                          Sitio sitio) {
+  pendientes_.back().push_back(
+      {Clase::Mensaje, texto, titulo, false, {}, {}, std::move(paso), sitio});
 }
 
 void Guion::esperaPregunta(const QString& texto, bool respuesta, const QString& titulo,
-                           std::function<void()> paso) {
+                           std::function<void()> paso, Sitio sitio) {
   pendientes_.back().push_back(
-      {Clase::Pregunta, texto, titulo, respuesta, {}, {}, std::move(paso)});
+      {Clase::Pregunta, texto, titulo, respuesta, {}, {}, std::move(paso), sitio});
 }
 
-void Guion::esperaEntrada(const QString& texto, std::optional<QString> respuesta) {
-  pendientes_.back().push_back({Clase::Entrada, texto, {}, false, std::move(respuesta), {}, {}});
+void Guion::esperaEntrada(const QString& texto, std::optional<QString> respuesta, Sitio sitio) {
+  pendientes_.back().push_back(
+      {Clase::Entrada, texto, {}, false, std::move(respuesta), {}, {}, sitio});
 }
 
-void Guion::esperaFichero(std::optional<QString> respuesta) {
-  pendientes_.back().push_back({Clase::Fichero, {}, {}, false, std::move(respuesta), {}, {}});
+void Guion::esperaFichero(std::optional<QString> respuesta, Sitio sitio) {
+  pendientes_.back().push_back(
+      {Clase::Fichero, {}, {}, false, std::move(respuesta), {}, {}, sitio});
 }
 
-void Guion::esperaDialogo(const QString& nombre, std::function<void(Teclado&)> paso) {
-  pendientes_.back().push_back({Clase::Dialogo, nombre, {}, false, {}, std::move(paso), {}});
+void Guion::esperaDialogo(const QString& nombre, std::function<void(Teclado&)> paso, Sitio sitio) {
+  pendientes_.back().push_back({Clase::Dialogo, nombre, {}, false, {}, std::move(paso), {}, sitio});
 }
 
-void Guion::esperaEleccion(bool reintentar, std::function<void()> paso) {
-  pendientes_.back().push_back({Clase::Eleccion, {}, {}, reintentar, {}, {}, std::move(paso)});
+void Guion::esperaEleccion(bool reintentar, std::function<void()> paso, Sitio sitio) {
+  pendientes_.back().push_back(
+      {Clase::Eleccion, {}, {}, reintentar, {}, {}, std::move(paso), sitio});
 }
 
 bool Guion::agotado() const {
@@ -61,12 +67,14 @@ std::optional<Guion::Paso> Guion::siguiente(Clase clase, const QString& texto,
     const bool mismoTexto =
         clase == Clase::Fichero || clase == Clase::Eleccion || paso.texto == texto;
     if (paso.clase != clase || !mismoTexto) {
-      ADD_FAILURE() << "Se esperaba " << qPrintable(nombre(paso.clase, paso.texto)) << " y llega "
-                    << qPrintable(nombre(clase, texto));
+      ADD_FAILURE_AT(paso.sitio.file_name(), int(paso.sitio.line()))
+          << "Se esperaba " << qPrintable(nombre(paso.clase, paso.texto)) << " y llega "
+          << qPrintable(nombre(clase, texto));
       return std::nullopt;
     }
-    EXPECT_TRUE(paso.titulo.isNull() || paso.titulo == titulo)
-        << "Título de \"" << qPrintable(texto) << "\": " << qPrintable(titulo);
+    if (!paso.titulo.isNull() && paso.titulo != titulo)
+      ADD_FAILURE_AT(paso.sitio.file_name(), int(paso.sitio.line()))
+          << "Título de \"" << qPrintable(texto) << "\": " << qPrintable(titulo);
     nivel->pop_front();
     return paso;
   }
@@ -133,12 +141,14 @@ void Guion::ensenaModal(QDialog& dialogo) {
     paso->conducir(teclado);
   }
   if (vivo && vivo->isVisible()) {
-    ADD_FAILURE() << "Sigue abierto: " << qPrintable(vivo->objectName());
+    ADD_FAILURE_AT(paso->sitio.file_name(), int(paso->sitio.line()))
+        << "Sigue abierto: " << qPrintable(vivo->objectName());
     vivo->done(0);
   }
   for (const auto& resto : pendientes_.back()) {
-    ADD_FAILURE() << "Anunciado dentro de " << qPrintable(paso->texto)
-                  << " y no llegado: " << qPrintable(resto.texto);
+    ADD_FAILURE_AT(resto.sitio.file_name(), int(resto.sitio.line()))
+        << "Anunciado dentro de " << qPrintable(paso->texto)
+        << " y no llegado: " << qPrintable(resto.texto);
   }
   pendientes_.pop_back();
   if (anterior && anterior->isVisible()) activar(*anterior);

@@ -12,6 +12,7 @@
 #include <deque>
 #include <functional>
 #include <list>
+#include <source_location>
 
 #include "toolkit/cajas.h"
 
@@ -22,18 +23,24 @@ class Guion : public Cajas {
   explicit Guion(DBEngine& motor) : Cajas(motor), pendientes_(1) {}
   ~Guion() override;
 
+  using Sitio = std::source_location;  // of the announcement, where its failures are told
+
   // A null title is any title. The step runs while it stands.
   void esperaMensaje(const QString& texto, const QString& titulo = {},
-                     std::function<void()> paso = {});
+                     std::function<void()> paso = {}, Sitio sitio = Sitio::current());
   void esperaPregunta(const QString& texto, bool respuesta, const QString& titulo = {},
-                      std::function<void()> paso = {});
-  void esperaEntrada(const QString& texto, std::optional<QString> respuesta);
-  void esperaFichero(std::optional<QString> respuesta);  // to open or to write
+                      std::function<void()> paso = {}, Sitio sitio = Sitio::current());
+  void esperaEntrada(const QString& texto, std::optional<QString> respuesta,
+                     Sitio sitio = Sitio::current());
+  void esperaFichero(std::optional<QString> respuesta,
+                     Sitio sitio = Sitio::current());  // to open or to write
   // The step drives the dialog until it has closed; one still open after it is a failure.
-  void esperaDialogo(const QString& nombre, std::function<void(Teclado&)> paso);
+  void esperaDialogo(const QString& nombre, std::function<void(Teclado&)> paso,
+                     Sitio sitio = Sitio::current());
   // The choice that a save which can't be done leaves. The step runs while it stands; its answer
   // doesn't count if the engine has saved or undone by then.
-  void esperaEleccion(bool reintentar, std::function<void()> paso = {});
+  void esperaEleccion(bool reintentar, std::function<void()> paso = {},
+                      Sitio sitio = Sitio::current());
   // All that was announced has come.
   bool agotado() const;
   // The name that was proposed for the file last written.
@@ -63,6 +70,7 @@ class Guion : public Cajas {
     std::optional<QString> respuesta;
     std::function<void(Teclado&)> conducir;
     std::function<void()> entretanto;
+    Sitio sitio = Sitio::current();
   };
   static QString nombre(Clase clase, const QString& texto);
   std::optional<Paso> siguiente(Clase clase, const QString& texto, const QString& titulo);
