@@ -17,6 +17,8 @@ FrmCambiadatos::FrmCambiadatos(Contexto& contexto)
   // What is told under a field takes the room that there is.
   for (QLabel* leido : {ui->LblLeidoLoc, ui->LblLeidoCam, ui->LblLeidoDesde, ui->LblLeidoHasta})
     leido->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+  ui->LblLeidoHasta->setMinimumWidth(
+      fontMetrics().horizontalAdvance("se leerá 30 septiembre 2024 "));
   alSalir(ui->TxtDatoLoc, [this] { normaliza(ui->TxtDatoLoc); });
   alSalir(ui->TxtDatoCam, [this] { normaliza(ui->TxtDatoCam); });
   alElegir(ui->TxtCampo, [this](int) { ensenaLectura(); });

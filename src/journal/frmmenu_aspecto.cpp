@@ -124,6 +124,26 @@ void FrmMenu::ajustaAnchos() {
   for (const auto& [campo, ancho, encima] : linea)
     campo->setFixedWidth(std::max(ancho, encima->sizeHint().width()));
   totales_.ajustaAnchos(sesion().MascaraImporte, sesion().DigitosSubcuenta);
+  ajustaAlAncho();
+}
+
+// On a small screen, or with large letters, the journal and its entry line are what must be whole:
+// the calculator beside them makes way.
+void FrmMenu::ajustaAlAncho() {
+  const QMargins margenes = ui->Marco->contentsMargins();
+  const int lados = margenes.left() + margenes.right();
+  const int diario = ui->Izquierda->minimumSize().width();
+  const int filas = std::max(ui->FilaEmpresa->minimumSize().width(),
+                             ui->BarraHerramientas->minimumSize().width());
+  ui->Marco->setSizeConstraint(QLayout::SetNoConstraint);
+  setMinimumSize(lados + std::max(diario, filas), ui->Marco->totalMinimumSize().height());
+  const int panel = ui->PanelLateral->minimumSizeHint().width();
+  ui->PanelLateral->setVisible(width() >= lados + diario + ui->Cuerpo->spacing() + panel);
+}
+
+void FrmMenu::resizeEvent(QResizeEvent* evento) {
+  Formulario::resizeEvent(evento);
+  ajustaAlAncho();
 }
 
 void FrmMenu::changeEvent(QEvent* evento) {
