@@ -13,14 +13,14 @@
 FrmSubCuentas::FrmSubCuentas(Contexto& contexto)
     : Formulario(contexto),
       ui_(std::make_unique<Ui::FrmSubCuentas>()),
-      DtaCuentas(contexto.motor),
-      DtaCuentas2(contexto.motor),
-      DtaSubcuenta(contexto.motor) {
+      DtaCuentas_(contexto.motor),
+      DtaCuentas2_(contexto.motor),
+      DtaSubcuenta_(contexto.motor) {
   ui_->setupUi(this);
-  DtaCuentas.setObjectName("DtaCuentas");
-  DtaCuentas2.setObjectName("DtaCuentas2");
-  DtaSubcuenta.setObjectName("DtaSubcuenta");
-  ui_->GrigSubCuentas->enlazar(DtaCuentas2,
+  DtaCuentas_.setObjectName("DtaCuentas");
+  DtaCuentas2_.setObjectName("DtaCuentas2");
+  DtaSubcuenta_.setObjectName("DtaSubcuenta");
+  ui_->GrigSubCuentas->enlazar(DtaCuentas2_,
                                {{.campo = "Cuenta", .titulo = "Cuenta", .ancho = 8},
                                 {.campo = "Descripcion", .titulo = "Descripción", .ancho = 28}});
   ui_->GrigSubCuentas->hide();
@@ -46,7 +46,7 @@ void FrmSubCuentas::Form_Activate() {
   if (sesion().CodigoLlamada == llamada::kAlta) {
     setWindowTitle("Alta de subcuenta");
     ui_->CmdDesplega->show();
-    DtaCuentas2.bind(sesion().rutaEmpresa(), "Select * from Cuentas");
+    DtaCuentas2_.bind(sesion().rutaEmpresa(), "Select * from Cuentas");
   } else if (sesion().CodigoLlamada == llamada::kModificacion) {
     setWindowTitle("Modificación de subcuenta");
     abreModificacion();
@@ -55,14 +55,14 @@ void FrmSubCuentas::Form_Activate() {
 
 void FrmSubCuentas::abreModificacion() {
   const QString codigo = sesion().ValorElegido;
-  DtaCuentas.bind(sesion().rutaEmpresa(), "Select * from Cuentas where Cuenta=" +
-                                              entreComillas(codigo.left(sesion().DigitosCuenta)));
+  DtaCuentas_.bind(sesion().rutaEmpresa(), "Select * from Cuentas where Cuenta=" +
+                                               entreComillas(codigo.left(sesion().DigitosCuenta)));
   ui_->CmdDatosAuxiliares->setVisible(tieneFicha());
-  DtaSubcuenta.bind(sesion().rutaEmpresa(),
-                    "Select * from Subcuentas where subcuenta=" + entreComillas(codigo));
-  if (DtaSubcuenta.Eof()) return;
-  ui_->TxtSubcuenta->setText(DtaSubcuenta.Fields("Subcuenta").display());
-  ui_->TxtDescripcion->setText(DtaSubcuenta.Fields("Descripcion").display());
+  DtaSubcuenta_.bind(sesion().rutaEmpresa(),
+                     "Select * from Subcuentas where subcuenta=" + entreComillas(codigo));
+  if (DtaSubcuenta_.Eof()) return;
+  ui_->TxtSubcuenta->setText(DtaSubcuenta_.Fields("Subcuenta").display());
+  ui_->TxtDescripcion->setText(DtaSubcuenta_.Fields("Descripcion").display());
 }
 
 void FrmSubCuentas::CmdDesplega_Click() {
@@ -79,12 +79,12 @@ void FrmSubCuentas::despliega(bool si) {
 void FrmSubCuentas::TxtSubcuenta_Change() {
   // The list is a help beside the typing: what it can't find stops nobody.
   ignorando(
-      [this] { DtaCuentas2.FindFirst("Cuenta = " + entreComillas(ui_->TxtSubcuenta->text())); });
+      [this] { DtaCuentas2_.FindFirst("Cuenta = " + entreComillas(ui_->TxtSubcuenta->text())); });
 }
 
 bool FrmSubCuentas::tieneFicha() const {
-  return DtaCuentas.isOpen() && !DtaCuentas.Eof() &&
-         DtaCuentas.Fields("DatosAuxiliares").Value().toBool();
+  return DtaCuentas_.isOpen() && !DtaCuentas_.Eof() &&
+         DtaCuentas_.Fields("DatosAuxiliares").Value().toBool();
 }
 
 QString FrmSubCuentas::cuentaEscrita() const {
@@ -94,9 +94,9 @@ QString FrmSubCuentas::cuentaEscrita() const {
 void FrmSubCuentas::TxtSubcuenta_LostFocus() {
   if (ui_->TxtSubcuenta->text().isEmpty()) return;
   ui_->TxtSubcuenta->setText(ExpandeCodigo(ui_->TxtSubcuenta->text(), sesion().DigitosSubcuenta));
-  DtaCuentas.bind(sesion().rutaEmpresa(),
-                  "Select * from Cuentas where Cuenta=" + entreComillas(cuentaEscrita()));
-  if (!DtaCuentas.Eof()) return;
+  DtaCuentas_.bind(sesion().rutaEmpresa(),
+                   "Select * from Cuentas where Cuenta=" + entreComillas(cuentaEscrita()));
+  if (!DtaCuentas_.Eof()) return;
   if (pregunta("La cuenta no existe en el plan de cuentas, ¿ Desea crear una cuenta ?", "Error"))
     creaCuenta(cuentaEscrita());
   else
@@ -107,7 +107,7 @@ void FrmSubCuentas::TxtSubcuenta_LostFocus() {
 // Creating is what was asked, also when the subcuenta is being changed; the mode comes back after.
 void FrmSubCuentas::creaCuenta(const QString& cuenta) {
   mostrar("FrmCuentas", llamada::kAlta, cuenta);
-  if (DtaCuentas2.isOpen()) DtaCuentas2.Refresh();
+  if (DtaCuentas2_.isOpen()) DtaCuentas2_.Refresh();
 }
 
 void FrmSubCuentas::CmdAceptar_Click() {
@@ -120,7 +120,7 @@ void FrmSubCuentas::CmdAceptar_Click() {
     graba();
     ctx.cajas->guardaPendiente(this);  // given up, what was typed still stands
   } catch (const ErrorEjecucion& error) {
-    if (DtaSubcuenta.isOpen()) DtaSubcuenta.CancelUpdate();
+    if (DtaSubcuenta_.isOpen()) DtaSubcuenta_.CancelUpdate();
     if (error.numero() == err::kClaveDuplicada) {
       mensaje("La subcuenta que esta introduciendo ya existe", "Error");
       descargar();
@@ -137,14 +137,14 @@ void FrmSubCuentas::CmdAceptar_Click() {
 void FrmSubCuentas::graba() {
   const bool alta = sesion().CodigoLlamada == llamada::kAlta;
   if (alta) {
-    DtaSubcuenta.bind(sesion().rutaEmpresa(), "Select * from Subcuentas");
-    DtaSubcuenta.AddNew();
+    DtaSubcuenta_.bind(sesion().rutaEmpresa(), "Select * from Subcuentas");
+    DtaSubcuenta_.AddNew();
   } else {
-    DtaSubcuenta.Edit();
+    DtaSubcuenta_.Edit();
   }
-  DtaSubcuenta.Fields("Subcuenta") = ui_->TxtSubcuenta->text();
-  DtaSubcuenta.Fields("Cuenta") = cuentaEscrita();
-  DtaSubcuenta.Fields("Descripcion") = ui_->TxtDescripcion->text();
-  DtaSubcuenta.Update();
+  DtaSubcuenta_.Fields("Subcuenta") = ui_->TxtSubcuenta->text();
+  DtaSubcuenta_.Fields("Cuenta") = cuentaEscrita();
+  DtaSubcuenta_.Fields("Descripcion") = ui_->TxtDescripcion->text();
+  DtaSubcuenta_.Update();
   if (alta && tieneFicha()) mostrar("FrmDatosAuxiliares");
 }

@@ -35,7 +35,7 @@ class FrmSubCuentas : public Formulario {
   QString cuentaEscrita() const;
 
   std::unique_ptr<Ui::FrmSubCuentas> ui_;
-  DataControl DtaCuentas;    // the cuenta of the code on show
-  DataControl DtaCuentas2;   // the list that unfolds
-  DataControl DtaSubcuenta;  // the row being written
+  DataControl DtaCuentas_;    // the cuenta of the code on show
+  DataControl DtaCuentas2_;   // the list that unfolds
+  DataControl DtaSubcuenta_;  // the row being written
 };

@@ -6,21 +6,21 @@
 #include "ui_frmbusimp.h"
 
 FrmBusImp::FrmBusImp(Contexto& contexto)
-    : FrmBusca(contexto), ui(std::make_unique<Ui::FrmBusImp>()) {
-  ui->setupUi(this);
-  importeSinSigno(ui->TxtImporte);
-  alPulsar(ui->CmdAceptar, [this] { CmdAceptar_Click(); });
-  alPulsar(ui->CmdCancelar, [this] { descargar(); });
+    : FrmBusca(contexto), ui_(std::make_unique<Ui::FrmBusImp>()) {
+  ui_->setupUi(this);
+  importeSinSigno(ui_->TxtImporte);
+  alPulsar(ui_->CmdAceptar, [this] { CmdAceptar_Click(); });
+  alPulsar(ui_->CmdCancelar, [this] { descargar(); });
 }
 
 FrmBusImp::~FrmBusImp() = default;
 
 void FrmBusImp::CmdAceptar_Click() {
-  if (ui->TxtImporte->text().isEmpty()) return error("No tiene ningun importe introducido");
-  const auto importe = ImporteDe(ui->TxtImporte->text(), sesion().MascaraImporte);
+  if (ui_->TxtImporte->text().isEmpty()) return error("No tiene ningun importe introducido");
+  const auto importe = ImporteDe(ui_->TxtImporte->text(), sesion().MascaraImporte);
   if (!importe) return;
   const QString n = ComaAPunto(numberText(*importe));
-  ui->TxtImporte->setText(n);
+  ui_->TxtImporte->setText(n);
   localiza("Select * from SqlDiarioPrincipalBlanco where Importe =" + n + " or Importe =-" + n +
                " order by Nasiento",
            "El importe introducido no existe");

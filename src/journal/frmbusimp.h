@@ -18,5 +18,5 @@ class FrmBusImp : public FrmBusca {
  private:
   void CmdAceptar_Click();
 
-  std::unique_ptr<Ui::FrmBusImp> ui;
+  std::unique_ptr<Ui::FrmBusImp> ui_;
 };

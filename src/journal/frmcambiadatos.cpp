@@ -9,42 +9,43 @@
 #include "ui_frmcambiadatos.h"
 
 FrmCambiadatos::FrmCambiadatos(Contexto& contexto)
-    : Formulario(contexto), ui(std::make_unique<Ui::FrmCambiadatos>()) {
-  ui->setupUi(this);
-  ui->TxtCampo->addItems({"NAsiento", "Fecha", "Subcuenta", "Descripcion", "Importe"});
-  fecha(ui->TxtFechaDesde);
-  fecha(ui->TxtFechaHasta);
+    : Formulario(contexto), ui_(std::make_unique<Ui::FrmCambiadatos>()) {
+  ui_->setupUi(this);
+  ui_->TxtCampo->addItems({"NAsiento", "Fecha", "Subcuenta", "Descripcion", "Importe"});
+  fecha(ui_->TxtFechaDesde);
+  fecha(ui_->TxtFechaHasta);
   // What is told under a field takes the room that there is.
-  for (QLabel* leido : {ui->LblLeidoLoc, ui->LblLeidoCam, ui->LblLeidoDesde, ui->LblLeidoHasta})
+  for (QLabel* leido : {ui_->LblLeidoLoc, ui_->LblLeidoCam, ui_->LblLeidoDesde, ui_->LblLeidoHasta})
     leido->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-  ui->LblLeidoHasta->setMinimumWidth(
+  ui_->LblLeidoHasta->setMinimumWidth(
       fontMetrics().horizontalAdvance("se leerá 30 septiembre 2024 "));
-  alSalir(ui->TxtDatoLoc, [this] { normaliza(ui->TxtDatoLoc); });
-  alSalir(ui->TxtDatoCam, [this] { normaliza(ui->TxtDatoCam); });
-  alElegir(ui->TxtCampo, [this](int) { ensenaLectura(); });
-  for (QLineEdit* campo : {ui->TxtDatoLoc, ui->TxtDatoCam, ui->TxtFechaDesde, ui->TxtFechaHasta})
+  alSalir(ui_->TxtDatoLoc, [this] { normaliza(ui_->TxtDatoLoc); });
+  alSalir(ui_->TxtDatoCam, [this] { normaliza(ui_->TxtDatoCam); });
+  alElegir(ui_->TxtCampo, [this](int) { ensenaLectura(); });
+  for (QLineEdit* campo :
+       {ui_->TxtDatoLoc, ui_->TxtDatoCam, ui_->TxtFechaDesde, ui_->TxtFechaHasta})
     alCambiar(campo, [this] { ensenaLectura(); });
-  alPulsar(ui->ChkEliminarAsientos, [this] { ChkEliminarAsientos_Click(); });
-  alPulsar(ui->CmdAceptar, [this] { CmdAceptar_Click(); });
-  alPulsar(ui->CmdCancelar, [this] { descargar(); });
+  alPulsar(ui_->ChkEliminarAsientos, [this] { ChkEliminarAsientos_Click(); });
+  alPulsar(ui_->CmdAceptar, [this] { CmdAceptar_Click(); });
+  alPulsar(ui_->CmdCancelar, [this] { descargar(); });
 }
 
 FrmCambiadatos::~FrmCambiadatos() = default;
 
 void FrmCambiadatos::Form_Load() {
   const QString ano = QString::number(sesion().AnoActual);
-  ui->TxtFechaDesde->setText("01/01/" + ano);
-  ui->TxtFechaHasta->setText("31/12/" + ano);
+  ui_->TxtFechaDesde->setText("01/01/" + ano);
+  ui_->TxtFechaHasta->setText("31/12/" + ano);
 }
 
 void FrmCambiadatos::ChkEliminarAsientos_Click() {
-  const bool eliminar = ui->ChkEliminarAsientos->isChecked();
-  if (eliminar) ui->TxtDatoCam->clear();
-  ui->TxtDatoCam->setEnabled(!eliminar);
+  const bool eliminar = ui_->ChkEliminarAsientos->isChecked();
+  if (eliminar) ui_->TxtDatoCam->clear();
+  ui_->TxtDatoCam->setEnabled(!eliminar);
 }
 
 void FrmCambiadatos::normaliza(QLineEdit* campo) {
-  switch (static_cast<CampoCambio>(ui->TxtCampo->currentIndex())) {
+  switch (static_cast<CampoCambio>(ui_->TxtCampo->currentIndex())) {
     case CampoCambio::Fecha:
       campo->setText(NormalizaFecha(campo->text(), sesion().AnoActual, ctx.reloj->hoy()));
       break;
@@ -52,7 +53,7 @@ void FrmCambiadatos::normaliza(QLineEdit* campo) {
       campo->setText(ExpandeCodigo(campo->text(), sesion().DigitosSubcuenta));
       break;
     case CampoCambio::Importe:
-      if (campo == ui->TxtDatoCam) compruebaNuevo();
+      if (campo == ui_->TxtDatoCam) compruebaNuevo();
       break;
     default:
       break;
@@ -62,27 +63,27 @@ void FrmCambiadatos::normaliza(QLineEdit* campo) {
 // What is no number is told beside the field.
 void FrmCambiadatos::compruebaNuevo() {
   double importe = 0;
-  ignorando([&] { importe = importeNuevo(ui->TxtDatoCam->text()); });
-  exigeImporte(*this, *ui->TxtDatoCam, importe);
+  ignorando([&] { importe = importeNuevo(ui_->TxtDatoCam->text()); });
+  exigeImporte(*this, *ui_->TxtDatoCam, importe);
 }
 
 CambioMasivo FrmCambiadatos::cambio() const {
   CambioMasivo cambio;
-  cambio.campo = static_cast<CampoCambio>(ui->TxtCampo->currentIndex());
-  cambio.localizar = ui->TxtDatoLoc->text();
-  cambio.cambiar = ui->TxtDatoCam->text();
-  cambio.fechaDesde = ui->TxtFechaDesde->text();
-  cambio.fechaHasta = ui->TxtFechaHasta->text();
-  cambio.eliminar = ui->ChkEliminarAsientos->isChecked();
+  cambio.campo = static_cast<CampoCambio>(ui_->TxtCampo->currentIndex());
+  cambio.localizar = ui_->TxtDatoLoc->text();
+  cambio.cambiar = ui_->TxtDatoCam->text();
+  cambio.fechaDesde = ui_->TxtFechaDesde->text();
+  cambio.fechaHasta = ui_->TxtFechaHasta->text();
+  cambio.eliminar = ui_->ChkEliminarAsientos->isChecked();
   return cambio;
 }
 
 void FrmCambiadatos::ensenaLectura() {
   const LecturaDeCambio lectura = lecturaDe(cambio(), sesion().MascaraImporte, sesion().AnoActual);
-  ui->LblLeidoLoc->setText(lectura.localizar);
-  ui->LblLeidoCam->setText(lectura.cambiar);
-  ui->LblLeidoDesde->setText(lectura.desde);
-  ui->LblLeidoHasta->setText(lectura.hasta);
+  ui_->LblLeidoLoc->setText(lectura.localizar);
+  ui_->LblLeidoCam->setText(lectura.cambiar);
+  ui_->LblLeidoDesde->setText(lectura.desde);
+  ui_->LblLeidoHasta->setText(lectura.hasta);
 }
 
 void FrmCambiadatos::CmdAceptar_Click() {
@@ -92,10 +93,10 @@ void FrmCambiadatos::CmdAceptar_Click() {
                    "Ejecución anulada");
   try {
     const auto empresa = ctx.motor.Workspaces(0).OpenDatabase(sesion().rutaEmpresa());
-    trabajaEnDiario(ctx, *ui->Bar,
+    trabajaEnDiario(ctx, *ui_->Bar,
                     [&](const Avance& avance) { cambiaDatos(*empresa, cambio, avance); });
   } catch (const ErrorEjecucion& e) {
-    ui->Bar->hide();
+    ui_->Bar->hide();
     return explica(e);
   }
   descargar();

@@ -28,5 +28,5 @@ class FrmCambiadatos : public Formulario {
   void CmdAceptar_Click();
   void explica(const ErrorEjecucion& error);
 
-  std::unique_ptr<Ui::FrmCambiadatos> ui;
+  std::unique_ptr<Ui::FrmCambiadatos> ui_;
 };

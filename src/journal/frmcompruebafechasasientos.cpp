@@ -6,17 +6,17 @@
 #include "ui_frmcompruebafechasasientos.h"
 
 FrmCompruebaFechasAsientos::FrmCompruebaFechasAsientos(Contexto& contexto)
-    : Formulario(contexto), ui(std::make_unique<Ui::FrmCompruebaFechasAsientos>()) {
-  ui->setupUi(this);
-  alPulsar(ui->CmdAceptar, [this] { CmdAceptar_Click(); });
-  alPulsar(ui->CmdCancelar, [this] { descargar(); });
+    : Formulario(contexto), ui_(std::make_unique<Ui::FrmCompruebaFechasAsientos>()) {
+  ui_->setupUi(this);
+  alPulsar(ui_->CmdAceptar, [this] { CmdAceptar_Click(); });
+  alPulsar(ui_->CmdCancelar, [this] { descargar(); });
 }
 
 FrmCompruebaFechasAsientos::~FrmCompruebaFechasAsientos() = default;
 
 void FrmCompruebaFechasAsientos::CmdAceptar_Click() {
   const auto empresa = ctx.motor.Workspaces(0).OpenDatabase(sesion().rutaEmpresa());
-  trabajaEnDiario(ctx, *ui->Bar, [&](const Avance& avance) {
+  trabajaEnDiario(ctx, *ui_->Bar, [&](const Avance& avance) {
     unificaFechas(*empresa, sesion().AnoActual, ctx.reloj->hoy(), avance);
   });
   mensaje("Proceso terminado con exito", "Fín");

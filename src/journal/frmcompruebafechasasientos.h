@@ -18,5 +18,5 @@ class FrmCompruebaFechasAsientos : public Formulario {
  private:
   void CmdAceptar_Click();
 
-  std::unique_ptr<Ui::FrmCompruebaFechasAsientos> ui;
+  std::unique_ptr<Ui::FrmCompruebaFechasAsientos> ui_;
 };

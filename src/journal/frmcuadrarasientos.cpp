@@ -12,18 +12,18 @@
 
 FrmCuadrarAsientos::FrmCuadrarAsientos(Contexto& contexto)
     : Formulario(contexto),
-      ui(std::make_unique<Ui::FrmCuadrarAsientos>()),
-      DtaDescuadres(contexto.motor) {
-  ui->setupUi(this);
+      ui_(std::make_unique<Ui::FrmCuadrarAsientos>()),
+      DtaDescuadres_(contexto.motor) {
+  ui_->setupUi(this);
   subcuenta_ = std::make_unique<CampoSubcuenta>(
       *this, ctx,
       CampoSubcuenta::Opciones{
-          .codigo = *ui->TxtSubcuenta, .nombre = *ui->LblCuenta, .accion = accion::kCuadrar});
+          .codigo = *ui_->TxtSubcuenta, .nombre = *ui_->LblCuenta, .accion = accion::kCuadrar});
   subcuenta_->conecta();
-  fecha(ui->TxtDesde);
-  fecha(ui->TxtHasta);
-  alPulsar(ui->CmdAceptar, [this] { CmdAceptar_Click(); });
-  alPulsar(ui->CmdCancelar, [this] { descargar(); });
+  fecha(ui_->TxtDesde);
+  fecha(ui_->TxtHasta);
+  alPulsar(ui_->CmdAceptar, [this] { CmdAceptar_Click(); });
+  alPulsar(ui_->CmdCancelar, [this] { descargar(); });
 }
 
 FrmCuadrarAsientos::~FrmCuadrarAsientos() = default;
@@ -31,15 +31,15 @@ FrmCuadrarAsientos::~FrmCuadrarAsientos() = default;
 void FrmCuadrarAsientos::Form_Activate() {
   subcuenta_->ajustaDigitos();
   const QString ano = QString::number(sesion().AnoActual);
-  ui->TxtDesde->setText("01/01/" + ano);
-  ui->TxtHasta->setText("31/12/" + ano);
+  ui_->TxtDesde->setText("01/01/" + ano);
+  ui_->TxtHasta->setText("31/12/" + ano);
 }
 
 void FrmCuadrarAsientos::CmdAceptar_Click() {
-  DtaDescuadres.bind(sesion().rutaEmpresa(),
-                     "Select * from SqlSumaDiarioPorAsientos order by nasiento");
-  trabajaEnDiario(ctx, *ui->Bar, [this](const Avance& avance) {
-    recorreDescuadres(DtaDescuadres.Recordset(), sesion().MascaraImporte, avance,
+  DtaDescuadres_.bind(sesion().rutaEmpresa(),
+                      "Select * from SqlSumaDiarioPorAsientos order by nasiento");
+  trabajaEnDiario(ctx, *ui_->Bar, [this](const Avance& avance) {
+    recorreDescuadres(DtaDescuadres_.Recordset(), sesion().MascaraImporte, avance,
                       [this](int asiento, const QString& resto) {
                         cuadra(asiento, resto);
                         return true;
@@ -56,16 +56,16 @@ void FrmCuadrarAsientos::cuadra(int asiento, const QString& resto) {
               "Select * from SqlDiarioPrincipalBlanco where Nasiento = " + numero);
   const QDate dia = diario.Fields("Fecha").Value().date();
   // The limits themselves stay out: opening and closing entries stand on them.
-  if (!(dia > Variant(ui->TxtDesde->text()).date() && dia < Variant(ui->TxtHasta->text()).date()))
+  if (!(dia > Variant(ui_->TxtDesde->text()).date() && dia < Variant(ui_->TxtHasta->text()).date()))
     return;
-  if (!ui->ChkSolicitar->isChecked() &&
+  if (!ui_->ChkSolicitar->isChecked() &&
       !pregunta("Asiento " + numero + " descuadrado, ¿desea cuadrar el asiento?",
                 "Descuadre localizado"))
     return;
   Apunte apunte;
   apunte.NAsiento = numero;
   apunte.Fecha = Format(dia, "dd/mm/yyyy");
-  apunte.Subcuenta = ui->TxtSubcuenta->text();
+  apunte.Subcuenta = ui_->TxtSubcuenta->text();
   apunte.Descripcion = "Descuadre Automático";
   const double falta = -ImporteDe(resto, sesion().MascaraImporte).value_or(0);
   apunte.DH = falta > 0 ? "D" : "H";

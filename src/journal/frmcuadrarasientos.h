@@ -23,7 +23,7 @@ class FrmCuadrarAsientos : public Formulario {
   void CmdAceptar_Click();
   void cuadra(int asiento, const QString& resto);
 
-  std::unique_ptr<Ui::FrmCuadrarAsientos> ui;
-  DataControl DtaDescuadres;
+  std::unique_ptr<Ui::FrmCuadrarAsientos> ui_;
+  DataControl DtaDescuadres_;
   std::unique_ptr<CampoSubcuenta> subcuenta_;
 };

@@ -10,13 +10,13 @@
 
 FrmDuplicarAsiento::FrmDuplicarAsiento(Contexto& contexto)
     : Formulario(contexto),
-      ui(std::make_unique<Ui::FrmDuplicarAsiento>()),
-      DtaEmpresa(contexto.motor) {
-  ui->setupUi(this);
-  ui->TxtEmpresa->enlazar(DtaEmpresa, "NombreEmpresa");
-  fecha(ui->TxtFecha);
-  alPulsar(ui->CmdAceptar, [this] { CmdAceptar_Click(); });
-  alPulsar(ui->CmdCancelar, [this] { descargar(); });
+      ui_(std::make_unique<Ui::FrmDuplicarAsiento>()),
+      DtaEmpresa_(contexto.motor) {
+  ui_->setupUi(this);
+  ui_->TxtEmpresa->enlazar(DtaEmpresa_, "NombreEmpresa");
+  fecha(ui_->TxtFecha);
+  alPulsar(ui_->CmdAceptar, [this] { CmdAceptar_Click(); });
+  alPulsar(ui_->CmdCancelar, [this] { descargar(); });
 }
 
 FrmDuplicarAsiento::~FrmDuplicarAsiento() = default;
@@ -24,25 +24,25 @@ FrmDuplicarAsiento::~FrmDuplicarAsiento() = default;
 void FrmDuplicarAsiento::Form_Activate() {
   DataControl& diario = ctx.principal->DtaDiarioLista();
   const QString asiento = diario.Fields("NAsiento").text();
-  ui->TxtAsiento->setText(asiento);
-  DtaEmpresa.bind(sesion().rutaCatalogo(), "Select * from Empresas order by NombreEmpresa");
-  ui->TxtEmpresa->ponerTexto(sesion().EmpresaActual);
+  ui_->TxtAsiento->setText(asiento);
+  DtaEmpresa_.bind(sesion().rutaCatalogo(), "Select * from Empresas order by NombreEmpresa");
+  ui_->TxtEmpresa->ponerTexto(sesion().EmpresaActual);
   diario.bind(sesion().rutaEmpresa(),
               "Select * from SqlDiarioPrincipalBlanco where Nasiento =" + asiento);
-  ui->TxtFecha->setText(Format(diario.Fields("Fecha").Value(), "dd/mm/yyyy"));
+  ui_->TxtFecha->setText(Format(diario.Fields("Fecha").Value(), "dd/mm/yyyy"));
 }
 
 void FrmDuplicarAsiento::CmdAceptar_Click() {
   Workspace& area = ctx.motor.Workspaces(0);
   const auto origen = area.OpenDatabase(sesion().rutaEmpresa());
-  const auto destino = area.OpenDatabase(sesion().rutaEmpresa(ui->TxtEmpresa->currentText()));
-  const QString asiento = ui->TxtAsiento->text();
+  const auto destino = area.OpenDatabase(sesion().rutaEmpresa(ui_->TxtEmpresa->currentText()));
+  const QString asiento = ui_->TxtAsiento->text();
   if (const QString falta = avisoSinRegistro(*origen, "= " + asiento); !falta.isEmpty())
     return mensaje(falta, "Error");
   bool hecho = false;
   trabajaEnDiario(ctx, [&] {
-    hecho = duplicaAsiento(ctx.motor, *origen, *destino, asiento.toInt(), ui->TxtFecha->text(),
-                           sesion().DigitosSubcuenta, ui->ChkEliminaAsiento->isChecked());
+    hecho = duplicaAsiento(ctx.motor, *origen, *destino, asiento.toInt(), ui_->TxtFecha->text(),
+                           sesion().DigitosSubcuenta, ui_->ChkEliminaAsiento->isChecked());
   });
   if (!hecho) {
     mensaje(

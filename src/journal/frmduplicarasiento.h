@@ -21,6 +21,6 @@ class FrmDuplicarAsiento : public Formulario {
  private:
   void CmdAceptar_Click();
 
-  std::unique_ptr<Ui::FrmDuplicarAsiento> ui;
-  DataControl DtaEmpresa;
+  std::unique_ptr<Ui::FrmDuplicarAsiento> ui_;
+  DataControl DtaEmpresa_;
 };

@@ -8,28 +8,28 @@
 
 FrmEliminaAsiento::FrmEliminaAsiento(Contexto& contexto)
     : Formulario(contexto),
-      ui(std::make_unique<Ui::FrmEliminaAsiento>()),
-      DtaDiarioLista(contexto.motor) {
-  ui->setupUi(this);
-  alPulsar(ui->CmdAceptar, [this] { CmdAceptar_Click(); });
-  alPulsar(ui->CmdCancelar, [this] { descargar(); });
+      ui_(std::make_unique<Ui::FrmEliminaAsiento>()),
+      DtaDiarioLista_(contexto.motor) {
+  ui_->setupUi(this);
+  alPulsar(ui_->CmdAceptar, [this] { CmdAceptar_Click(); });
+  alPulsar(ui_->CmdCancelar, [this] { descargar(); });
 }
 
 FrmEliminaAsiento::~FrmEliminaAsiento() = default;
 
 void FrmEliminaAsiento::Form_Load() {
-  ui->LblAsiento->setText(sesion().ValorElegido);
+  ui_->LblAsiento->setText(sesion().ValorElegido);
 }
 
 // What goes with the asiento, and what stays behind elsewhere; the deletion goes on either way.
 void FrmEliminaAsiento::avisa() {
-  if (DtaDiarioLista.Eof()) return;
-  if (!DtaDiarioLista.Fields("FacturaZuri").display().isEmpty())
+  if (DtaDiarioLista_.Eof()) return;
+  if (!DtaDiarioLista_.Fields("FacturaZuri").display().isEmpty())
     mensaje(
         "Atención este apunte se ha creado con Almirel, si lo elimina desde aquí, no eliminara la "
         "factura relaccionada",
         "Almirel", Icono::Alto);
-  if (!DtaDiarioLista.Fields("ApunteIVA").isNull())
+  if (!DtaDiarioLista_.Fields("ApunteIVA").isNull())
     mensaje(
         "La partida que va a eliminar es un apunte de IVA, si la elimina se eliminara el apunte de "
         "IVA asociado",
@@ -37,13 +37,13 @@ void FrmEliminaAsiento::avisa() {
 }
 
 void FrmEliminaAsiento::CmdAceptar_Click() {
-  const QString asiento = ui->LblAsiento->text();
-  DtaDiarioLista.bind(sesion().rutaEmpresa(),
-                      "Select * from SqlDiarioPrincipalBlanco where NAsiento=" + asiento);
+  const QString asiento = ui_->LblAsiento->text();
+  DtaDiarioLista_.bind(sesion().rutaEmpresa(),
+                       "Select * from SqlDiarioPrincipalBlanco where NAsiento=" + asiento);
   avisa();
-  DtaDiarioLista.unbind();
+  DtaDiarioLista_.unbind();
   const auto empresa = ctx.motor.Workspaces(0).OpenDatabase(sesion().rutaEmpresa());
-  trabajaEnDiario(ctx, *ui->Bar,
+  trabajaEnDiario(ctx, *ui_->Bar,
                   [&](const Avance& avance) { eliminaAsiento(*empresa, asiento.toInt(), avance); });
   DataControl& diario = ctx.principal->DtaDiarioLista();
   diario.bind(sesion().rutaEmpresa(), "Select * from SqlDiarioPrincipalBlanco Order by NAsiento");

@@ -22,6 +22,6 @@ class FrmEliminaAsiento : public Formulario {
   void CmdAceptar_Click();
   void avisa();
 
-  std::unique_ptr<Ui::FrmEliminaAsiento> ui;
-  DataControl DtaDiarioLista;
+  std::unique_ptr<Ui::FrmEliminaAsiento> ui_;
+  DataControl DtaDiarioLista_;
 };

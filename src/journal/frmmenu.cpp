@@ -19,7 +19,7 @@
 
 FrmMenu::FrmMenu(Contexto& contexto)
     : Formulario(contexto),
-      ui(std::make_unique<Ui::FrmMenu>()),
+      ui_(std::make_unique<Ui::FrmMenu>()),
       DtaEmpresa_(contexto.motor),
       DtaEmpresaActual_(contexto.motor),
       DtaDiarioLista_(contexto.motor),
@@ -27,13 +27,13 @@ FrmMenu::FrmMenu(Contexto& contexto)
       DtaTotal_(contexto.motor),
       DtaDescuadres_(contexto.motor),
       DtaIVA_(contexto.motor) {
-  ui->setupUi(this);
+  ui_->setupUi(this);
   menu_ = std::make_unique<MenuPrincipal>(*this, *ctx.formularios, [this](const EntradaMenu& e) {
     protege([&] { ejecutaEntrada(e); });
   });
   layout()->setMenuBar(menu_->barra());
-  menu_->creaBotones(SitioBoton::Barra, *ui->BarraHerramientas);
-  ui->BarraHerramientas->addStretch();
+  menu_->creaBotones(SitioBoton::Barra, *ui_->BarraHerramientas);
+  ui_->BarraHerramientas->addStretch();
   alineaBusqueda();
   totales_.tomaTextos(*this);
   ctx.principal = this;
@@ -52,13 +52,13 @@ FrmMenu::~FrmMenu() {
 
 void FrmMenu::conectaVentana() {
   setBotonDeCierre(&menu_->boton(u"CmdSalir"));
-  connect(ui->TxtEmpresa, &ComboEnlazado::elegido, this, &FrmMenu::TxtEmpresa_Change);
-  alElegir(ui->TxtEmpresa, [this](int) { TxtEmpresa_Click(); });
+  connect(ui_->TxtEmpresa, &ComboEnlazado::elegido, this, &FrmMenu::TxtEmpresa_Change);
+  alElegir(ui_->TxtEmpresa, [this](int) { TxtEmpresa_Click(); });
   // The Data controls have read again by then, and the totals must not keep what isn't in the file.
   connect(&ctx.motor, &DBEngine::undone, this, [this] { protege([this] { muestraTotales(); }); });
   for (const BotonMenu& boton : botonesPrincipal()) {
     alPulsar(&menu_->boton(boton.control), [this, &boton] {
-      enfocar(ui->TxtSubcuenta);
+      enfocar(ui_->TxtSubcuenta);
       if (const EntradaMenu* entrada = entradaMenu(boton.igualQue)) {
         ejecutaEntrada(*entrada);
       } else {
@@ -90,28 +90,28 @@ void FrmMenu::keyPressEvent(QKeyEvent* evento) {
 }
 
 QLineEdit& FrmMenu::TxtAsiento() {
-  return *ui->TxtAsiento;
+  return *ui_->TxtAsiento;
 }
 QLineEdit& FrmMenu::TxtFecha() {
-  return *ui->TxtFecha;
+  return *ui_->TxtFecha;
 }
 QLineEdit& FrmMenu::TxtSubcuenta() {
-  return *ui->TxtSubcuenta;
+  return *ui_->TxtSubcuenta;
 }
 QLineEdit& FrmMenu::TxtNombreCuenta() {
-  return *ui->TxtNombreCuenta;
+  return *ui_->TxtNombreCuenta;
 }
 QComboBox& FrmMenu::TxtConcepto() {
-  return *ui->TxtConcepto;
+  return *ui_->TxtConcepto;
 }
 QLineEdit& FrmMenu::TxtDebeHaber() {
-  return *ui->TxtDebeHaber;
+  return *ui_->TxtDebeHaber;
 }
 QProgressBar& FrmMenu::Bar() {
-  return *ui->Bar;
+  return *ui_->Bar;
 }
 bool FrmMenu::punteoVisible() const {
-  return !ui->FrmPunteo->isHidden();
+  return !ui_->FrmPunteo->isHidden();
 }
 
 QString FrmMenu::cero() const {
@@ -121,11 +121,11 @@ QString FrmMenu::cero() const {
 void FrmMenu::Form_Load() {
   DtaEmpresa_.bind(sesion().rutaCatalogo(),
                    QStringLiteral("Select * from Empresas order by NombreEmpresa"));
-  ui->TxtEmpresa->enlazar(DtaEmpresa_, QStringLiteral("NombreEmpresa"));
+  ui_->TxtEmpresa->enlazar(DtaEmpresa_, QStringLiteral("NombreEmpresa"));
   const QString empresa = sesion().EmpresaActual;
   if (!empresa.isEmpty()) {
     ofreceConceptos();
-    if (!ui->TxtEmpresa->ponerTexto(empresa)) protege([&] { abreEmpresa(empresa); });
+    if (!ui_->TxtEmpresa->ponerTexto(empresa)) protege([&] { abreEmpresa(empresa); });
   }
   totales_.ponerCero(sesion().MascaraImporte);
   EmpresaCerrada();
@@ -141,18 +141,18 @@ void FrmMenu::ofreceConceptos() {
   ignorando([&] {
     DtaConceptos_.bind(sesion().rutaEmpresa(), QStringLiteral("Select * from Conceptos"));
   });
-  ui->TxtConcepto->enlazar(DtaConceptos_, QStringLiteral("Descripcion"),
-                           QStringLiteral("NConcepto"));
+  ui_->TxtConcepto->enlazar(DtaConceptos_, QStringLiteral("Descripcion"),
+                            QStringLiteral("NConcepto"));
 }
 
 void FrmMenu::Form_Activate() {
   setWindowTitle(QStringLiteral("Librano ") + sesion().VersionPrograma);
   setOpcion(QStringLiteral("OptPunteo"), 0);
-  ui->TxtFecha->setText(NormalizaFecha(ctx.reloj->hoy().toString(QStringLiteral("dd/MM/yyyy")),
-                                       sesion().AnoActual, ctx.reloj->hoy()));
+  ui_->TxtFecha->setText(NormalizaFecha(ctx.reloj->hoy().toString(QStringLiteral("dd/MM/yyyy")),
+                                        sesion().AnoActual, ctx.reloj->hoy()));
   // Loading has just put the journal on show: a long one isn't read twice.
   if (std::exchange(recienCargada_, false)) {
-    enfocar(ui->TxtSubcuenta);
+    enfocar(ui_->TxtSubcuenta);
     AMarcado();
   } else if (DtaEmpresaActual_.isOpen()) {
     CmdRecargar_Click();
@@ -174,24 +174,24 @@ void FrmMenu::avisaDeVersion() {
 // After a dialog where companies may have come and gone, or the open one has got another mask. The
 // open one stays picked.
 void FrmMenu::refrescaEmpresa() {
-  const QSignalBlocker callado(ui->TxtEmpresa);
+  const QSignalBlocker callado(ui_->TxtEmpresa);
   DtaEmpresa_.Refresh();
-  ui->TxtEmpresa->ponerTexto(sesion().EmpresaActual);
+  ui_->TxtEmpresa->ponerTexto(sesion().EmpresaActual);
   if (!DtaEmpresaActual_.isOpen()) return;
-  ui->GrdApuntes->setMascara(sesion().MascaraImporte);
+  ui_->GrdApuntes->setMascara(sesion().MascaraImporte);
   totales_.ponerCero(sesion().MascaraImporte);
   ajustaAnchos();
   muestraTotales();
 }
 
 void FrmMenu::TxtEmpresa_Change() {
-  const QString elegida = ui->TxtEmpresa->texto();
+  const QString elegida = ui_->TxtEmpresa->texto();
   abreEmpresa(elegida.isEmpty() ? sesion().EmpresaActual : elegida);
 }
 
 void FrmMenu::TxtEmpresa_Click() {
   CIni().Grabar(ctx.carpetaPrograma + QStringLiteral("Config.ini"), QStringLiteral("Entrada"),
-                QStringLiteral("UltimaEmpresa"), ui->TxtEmpresa->texto());
+                QStringLiteral("UltimaEmpresa"), ui_->TxtEmpresa->texto());
 }
 
 void FrmMenu::abreEmpresa(const QString& nombre) {
@@ -202,8 +202,8 @@ void FrmMenu::abreEmpresa(const QString& nombre) {
   } catch (const ErrorEjecucion&) {
     if (sesion().EmpresaActual.isEmpty() || sesion().EmpresaActual == nombre) throw;
     // The company that was open stays so, and the combo says it.
-    const QSignalBlocker callado(ui->TxtEmpresa);
-    ui->TxtEmpresa->ponerTexto(sesion().EmpresaActual);
+    const QSignalBlocker callado(ui_->TxtEmpresa);
+    ui_->TxtEmpresa->ponerTexto(sesion().EmpresaActual);
     DtaEmpresaActual_.bind(sesion().rutaEmpresa(), fuente);
     throw;
   }
@@ -211,20 +211,20 @@ void FrmMenu::abreEmpresa(const QString& nombre) {
   const QString otra = leeEmpresa(DtaEmpresaActual_.Recordset(), sesion(), nombre);
   if (!otra.isEmpty()) anotaCambioDeNombre(otra);
   ctx.motor.setYear(sesion().AnoActual);
-  ui->TxtAñoActual->setText(QString::number(sesion().AnoActual));
+  ui_->TxtAñoActual->setText(QString::number(sesion().AnoActual));
   if (otraEmpresa) {
     // A code of the other company's plan may be another account here.
-    ui->TxtSubcuenta->clear();
-    ui->TxtNombreCuenta->clear();
+    ui_->TxtSubcuenta->clear();
+    ui_->TxtNombreCuenta->clear();
   }
   ofreceConceptos();
   subcuenta_->ajustaDigitos();
-  ui->GrdApuntes->setMascara(sesion().MascaraImporte);
+  ui_->GrdApuntes->setMascara(sesion().MascaraImporte);
   EmpresaCerrada();
   ajustaAnchos();
   CmdRecargar_Click();
-  ui->TxtFecha->setText(
-      NormalizaFecha(ui->TxtFecha->text().left(6) + QString::number(sesion().AnoActual),
+  ui_->TxtFecha->setText(
+      NormalizaFecha(ui_->TxtFecha->text().left(6) + QString::number(sesion().AnoActual),
                      sesion().AnoActual, ctx.reloj->hoy()));
 }
 
@@ -240,6 +240,6 @@ void FrmMenu::anotaCambioDeNombre(const QString& otra) {
 // A sign, not a lock: nothing in the entry line asks for it.
 void FrmMenu::EmpresaCerrada() {
   const bool cerrada = empresaCerrada(sesion());
-  for (QLabel* imagen : {ui->ImpEmp1, ui->ImpEmp2, ui->ImpEmp3}) imagen->setVisible(cerrada);
+  for (QLabel* imagen : {ui_->ImpEmp1, ui_->ImpEmp2, ui_->ImpEmp3}) imagen->setVisible(cerrada);
   menu_->barra()->findChild<QAction*>(QStringLiteral("MnuInvertirCierre"))->setVisible(cerrada);
 }

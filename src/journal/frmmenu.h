@@ -134,7 +134,7 @@ class FrmMenu : public Formulario, public Principal {
 
   QString cero() const;  // zero by the company's mask
 
-  std::unique_ptr<Ui::FrmMenu> ui;
+  std::unique_ptr<Ui::FrmMenu> ui_;
   std::unique_ptr<MenuPrincipal> menu_;
   std::unique_ptr<CampoSubcuenta> subcuenta_;
   PanelTotales totales_;

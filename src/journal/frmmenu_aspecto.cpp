@@ -26,7 +26,7 @@ void FrmMenu::preparaAspecto() {
   // A window of its own, not a dialog over another.
   setWindowFlags(Qt::Window);
   const QPixmap cerrado = icono(QStringLiteral("cerrada")).pixmap(22, 22);
-  for (QLabel* imagen : {ui->ImpEmp1, ui->ImpEmp2, ui->ImpEmp3}) {
+  for (QLabel* imagen : {ui_->ImpEmp1, ui_->ImpEmp2, ui_->ImpEmp3}) {
     imagen->setPixmap(cerrado);
     // The journal must not jump when a closed year is opened.
     QSizePolicy politica = imagen->sizePolicy();
@@ -34,24 +34,24 @@ void FrmMenu::preparaAspecto() {
     imagen->setSizePolicy(politica);
     imagen->hide();
   }
-  ui->Bar->hide();
-  ui->FrmPunteo->hide();
+  ui_->Bar->hide();
+  ui_->FrmPunteo->hide();
 
   ponGeometria();
 
-  const std::pair<QToolButton*, const char*> flechas[] = {{ui->CmdPrimero, "primero"},
-                                                          {ui->CmdAnterior, "anterior"},
-                                                          {ui->CmdSiguiente, "siguiente"},
-                                                          {ui->CmdUltimo, "ultimo"}};
+  const std::pair<QToolButton*, const char*> flechas[] = {{ui_->CmdPrimero, "primero"},
+                                                          {ui_->CmdAnterior, "anterior"},
+                                                          {ui_->CmdSiguiente, "siguiente"},
+                                                          {ui_->CmdUltimo, "ultimo"}};
   for (const auto& [boton, dibujo] : flechas) boton->setIcon(icono(QLatin1String(dibujo)));
   for (QAbstractButton* boton : findChildren<QAbstractButton*>()) {
     if (auto* pulsador = qobject_cast<QPushButton*>(boton)) pulsador->setAutoDefault(false);
     // Tab goes from field to field of the entry line; buttons are for the mouse and their keys.
-    const bool graba = boton == ui->CmdLinDebe || boton == ui->CmdLinHaber;
+    const bool graba = boton == ui_->CmdLinDebe || boton == ui_->CmdLinHaber;
     boton->setFocusPolicy(graba ? Qt::StrongFocus : Qt::ClickFocus);
   }
-  ui->TxtNombreCuenta->setFocusPolicy(Qt::ClickFocus);
-  for (QToolButton* tecla : ui->Frame1->findChildren<QToolButton*>()) {
+  ui_->TxtNombreCuenta->setFocusPolicy(Qt::ClickFocus);
+  for (QToolButton* tecla : ui_->Frame1->findChildren<QToolButton*>()) {
     tecla->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     tecla->setMinimumSize(28, 28);
   }
@@ -78,22 +78,22 @@ void FrmMenu::guardaGeometria() {
 // has none of its own and shares the widest.
 void FrmMenu::alineaBusqueda() {
   const auto boton = [this](QStringView nombre) { return &menu_->boton(nombre); };
-  menu_->creaBotones(SitioBoton::Columna, *ui->FilaBusqueda);
+  menu_->creaBotones(SitioBoton::Columna, *ui_->FilaBusqueda);
   auto* ancha = new QWidget(this);
   auto* dentro = new QHBoxLayout(ancha);
   dentro->setContentsMargins(0, 0, 0, 0);
   dentro->setSpacing(0);
   dentro->addWidget(boton(u"CmdDescripcion"), 3);
   dentro->addWidget(boton(u"CmdDescuadres"), 2);
-  ui->FilaBusqueda->insertWidget(ui->FilaBusqueda->indexOf(boton(u"CmdImporte")), ancha, 1);
+  ui_->FilaBusqueda->insertWidget(ui_->FilaBusqueda->indexOf(boton(u"CmdImporte")), ancha, 1);
 
-  const int marco = ui->GrdApuntes->frameWidth();
-  ui->FilaBusqueda->setContentsMargins(marco, 0, marco, 0);
-  ui->GrdApuntes->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
-  ui->GrdApuntes->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-  ui->GrdApuntes->alinearCon({boton(u"CmdPunteo"), boton(u"CmdCodigo"), boton(u"CmdFecha"),
-                              boton(u"CmdAsiento"), ancha, boton(u"CmdImporte"),
-                              boton(u"CmdImporte")});
+  const int marco = ui_->GrdApuntes->frameWidth();
+  ui_->FilaBusqueda->setContentsMargins(marco, 0, marco, 0);
+  ui_->GrdApuntes->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+  ui_->GrdApuntes->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  ui_->GrdApuntes->alinearCon({boton(u"CmdPunteo"), boton(u"CmdCodigo"), boton(u"CmdFecha"),
+                               boton(u"CmdAsiento"), ancha, boton(u"CmdImporte"),
+                               boton(u"CmdImporte")});
 }
 
 // Codes, dates and amounts are as wide as they need with these letters and this company; names and
@@ -117,10 +117,10 @@ void FrmMenu::ajustaAnchos() {
     boton.setFixedWidth(std::max(ancho, boton.iconSize().width() + cabe(boton.text())));
   }
   const std::tuple<QWidget*, int, QWidget*> linea[] = {
-      {ui->TxtAsiento, asiento, ui->CmdLinAsiento},
-      {ui->TxtFecha, fecha, ui->CmdLinFecha},
-      {ui->TxtSubcuenta, subcuenta, ui->CmdLinSubcuenta},
-      {ui->TxtDebeHaber, importe, ui->LblDebeHaber}};
+      {ui_->TxtAsiento, asiento, ui_->CmdLinAsiento},
+      {ui_->TxtFecha, fecha, ui_->CmdLinFecha},
+      {ui_->TxtSubcuenta, subcuenta, ui_->CmdLinSubcuenta},
+      {ui_->TxtDebeHaber, importe, ui_->LblDebeHaber}};
   for (const auto& [campo, ancho, encima] : linea)
     campo->setFixedWidth(std::max(ancho, encima->sizeHint().width()));
   totales_.ajustaAnchos(sesion().MascaraImporte, sesion().DigitosSubcuenta);
@@ -130,15 +130,15 @@ void FrmMenu::ajustaAnchos() {
 // On a small screen, or with large letters, the journal and its entry line are what must be whole:
 // the calculator beside them makes way.
 void FrmMenu::ajustaAlAncho() {
-  const QMargins margenes = ui->Marco->contentsMargins();
+  const QMargins margenes = ui_->Marco->contentsMargins();
   const int lados = margenes.left() + margenes.right();
-  const int diario = ui->Izquierda->minimumSize().width();
-  const int filas = std::max(ui->FilaEmpresa->minimumSize().width(),
-                             ui->BarraHerramientas->minimumSize().width());
-  ui->Marco->setSizeConstraint(QLayout::SetNoConstraint);
-  setMinimumSize(lados + std::max(diario, filas), ui->Marco->totalMinimumSize().height());
-  const int panel = ui->PanelLateral->minimumSizeHint().width();
-  ui->PanelLateral->setVisible(width() >= lados + diario + ui->Cuerpo->spacing() + panel);
+  const int diario = ui_->Izquierda->minimumSize().width();
+  const int filas = std::max(ui_->FilaEmpresa->minimumSize().width(),
+                             ui_->BarraHerramientas->minimumSize().width());
+  ui_->Marco->setSizeConstraint(QLayout::SetNoConstraint);
+  setMinimumSize(lados + std::max(diario, filas), ui_->Marco->totalMinimumSize().height());
+  const int panel = ui_->PanelLateral->minimumSizeHint().width();
+  ui_->PanelLateral->setVisible(width() >= lados + diario + ui_->Cuerpo->spacing() + panel);
 }
 
 void FrmMenu::resizeEvent(QResizeEvent* evento) {

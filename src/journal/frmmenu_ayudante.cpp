@@ -7,40 +7,40 @@
 
 void FrmMenu::conectaAyudante() {
   alPulsarMatriz(QStringLiteral("CmdNumeros"), [this](int indice) { CmdNumeros_Click(indice); });
-  alPulsar(ui->CmdC, [this] { CmdC_Click(); });
-  alPulsar(ui->CmdCE, [this] { CmdCE_Click(); });
-  alPulsar(ui->CmdSuma, [this] { opera(u'+'); });
-  alPulsar(ui->CmdResta, [this] { opera(u'-'); });
-  alPulsar(ui->CmdMultiplica, [this] { opera(u'*'); });
-  alPulsar(ui->CmdDivide, [this] { opera(u'/'); });
+  alPulsar(ui_->CmdC, [this] { CmdC_Click(); });
+  alPulsar(ui_->CmdCE, [this] { CmdCE_Click(); });
+  alPulsar(ui_->CmdSuma, [this] { opera(u'+'); });
+  alPulsar(ui_->CmdResta, [this] { opera(u'-'); });
+  alPulsar(ui_->CmdMultiplica, [this] { opera(u'*'); });
+  alPulsar(ui_->CmdDivide, [this] { opera(u'/'); });
 }
 
 void FrmMenu::CmdNumeros_Click(int indice) {
   const auto* tecla = findChild<QAbstractButton*>(QStringLiteral("CmdNumeros_%1").arg(indice));
-  const QString antes = ui->TxtCalImp->text();
-  ui->TxtCalImp->setText((antes == u"0" ? QString() : antes) + tecla->text());
-  enfocar(ui->TxtSubcuenta);
+  const QString antes = ui_->TxtCalImp->text();
+  ui_->TxtCalImp->setText((antes == u"0" ? QString() : antes) + tecla->text());
+  enfocar(ui_->TxtSubcuenta);
 }
 
 void FrmMenu::CmdC_Click() {
-  enfocar(ui->TxtSubcuenta);
-  ui->TxtCalImp->setText(QStringLiteral("0"));
+  enfocar(ui_->TxtSubcuenta);
+  ui_->TxtCalImp->setText(QStringLiteral("0"));
 }
 
 void FrmMenu::CmdCE_Click() {
   CmdC_Click();
-  ui->TxtDebeHaber->setText(cero());
+  ui_->TxtDebeHaber->setText(cero());
 }
 
 // The amount of the line operated with that of the Ayudante. Multiplying or dividing a zero amount
 // takes the Ayudante's as the first operand.
 void FrmMenu::opera(QChar operacion) {
-  if (ui->TxtDebeHaber->text().isEmpty()) ui->TxtDebeHaber->setText(cero());
-  const double ayudante = Variant(ui->TxtCalImp->text()).number();
-  const auto leido = ImporteDe(ui->TxtDebeHaber->text(), sesion().MascaraImporte);
+  if (ui_->TxtDebeHaber->text().isEmpty()) ui_->TxtDebeHaber->setText(cero());
+  const double ayudante = Variant(ui_->TxtCalImp->text()).number();
+  const auto leido = ImporteDe(ui_->TxtDebeHaber->text(), sesion().MascaraImporte);
   if (!leido) throw ErrorEjecucion(err::kTiposNoCoinciden);
   double importe = *leido;
-  const bool primero = ui->TxtDebeHaber->text() == cero();
+  const bool primero = ui_->TxtDebeHaber->text() == cero();
   if (operacion == u'+') {
     importe += ayudante;
   } else if (operacion == u'-') {
@@ -53,6 +53,6 @@ void FrmMenu::opera(QChar operacion) {
     if (ayudante == 0) throw ErrorEjecucion(err::kDivisionPorCero);
     importe /= ayudante;
   }
-  ui->TxtDebeHaber->setText(Variant(importe).text());
+  ui_->TxtDebeHaber->setText(Variant(importe).text());
   CmdC_Click();
 }

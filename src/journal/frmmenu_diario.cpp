@@ -11,15 +11,15 @@
 
 void FrmMenu::conectaDiario() {
   using enum Columna::Tipo;
-  ui->GrdApuntes->enlazar(DtaDiarioLista_,
-                          {{QStringLiteral("Punteo"), QStringLiteral("P"), 3},
-                           {QStringLiteral("Subcuenta"), QStringLiteral("Subcuenta"), 10},
-                           {QStringLiteral("Fecha"), QStringLiteral("Fecha"), 11, Fecha},
-                           {QStringLiteral("NAsiento"), QStringLiteral("Asiento"), 8, Numero},
-                           {QStringLiteral("Descripcion"), QStringLiteral("Descripción"), 40},
-                           {QStringLiteral("Debe"), QStringLiteral("Debe"), 14, Importe},
-                           {QStringLiteral("Haber"), QStringLiteral("Haber"), 14, Importe}});
-  ui->GrdApuntes->permitirArrastre(true);
+  ui_->GrdApuntes->enlazar(DtaDiarioLista_,
+                           {{QStringLiteral("Punteo"), QStringLiteral("P"), 3},
+                            {QStringLiteral("Subcuenta"), QStringLiteral("Subcuenta"), 10},
+                            {QStringLiteral("Fecha"), QStringLiteral("Fecha"), 11, Fecha},
+                            {QStringLiteral("NAsiento"), QStringLiteral("Asiento"), 8, Numero},
+                            {QStringLiteral("Descripcion"), QStringLiteral("Descripción"), 40},
+                            {QStringLiteral("Debe"), QStringLiteral("Debe"), 14, Importe},
+                            {QStringLiteral("Haber"), QStringLiteral("Haber"), 14, Importe}});
+  ui_->GrdApuntes->permitirArrastre(true);
   const std::pair<QStringView, void (FrmMenu::*)()> alSoltar[] = {
       {u"CmdEliminarApunte", &FrmMenu::MnuEliminarapunte_Click},
       {u"CmdEliminarPartida", &FrmMenu::MnuEliminarPartida_Click},
@@ -29,27 +29,27 @@ void FrmMenu::conectaDiario() {
                    [this, reaccion = reaccion](const QString&) { (this->*reaccion)(); });
   }
   alRecolocar(DtaDiarioLista_, [this] { AMarcado(); });
-  connect(ui->GrdApuntes, &Rejilla::intro, this,
+  connect(ui_->GrdApuntes, &Rejilla::intro, this,
           [this] { protege([this] { MnuModificarApunte_Click(); }); });
-  connect(ui->GrdApuntes, &Rejilla::espacio, this, [this] { protege([this] { puntea(); }); });
-  connect(ui->GrdApuntes, &Rejilla::dobleClic, this, [this] {
+  connect(ui_->GrdApuntes, &Rejilla::espacio, this, [this] { protege([this] { puntea(); }); });
+  connect(ui_->GrdApuntes, &Rejilla::dobleClic, this, [this] {
     protege([this] {
       if (punteoVisible()) puntea();
     });
   });
-  connect(ui->GrdApuntes, &Rejilla::botonDerecho, this, [this](const QPoint& sitio) {
+  connect(ui_->GrdApuntes, &Rejilla::botonDerecho, this, [this](const QPoint& sitio) {
     menu_->barra()->findChild<QMenu*>(QStringLiteral("MnuEdicion"))->popup(sitio);
   });
 
   const std::pair<QToolButton*, Rejilla::Movimiento> flechas[] = {
-      {ui->CmdPrimero, Rejilla::Primera},
-      {ui->CmdAnterior, Rejilla::Anterior},
-      {ui->CmdSiguiente, Rejilla::Siguiente},
-      {ui->CmdUltimo, Rejilla::Ultima}};
+      {ui_->CmdPrimero, Rejilla::Primera},
+      {ui_->CmdAnterior, Rejilla::Anterior},
+      {ui_->CmdSiguiente, Rejilla::Siguiente},
+      {ui_->CmdUltimo, Rejilla::Ultima}};
   for (const auto& [boton, movimiento] : flechas)
-    alPulsar(boton, [this, movimiento = movimiento] { ui->GrdApuntes->mover(movimiento); });
-  alPulsar(ui->CmdActivaPunteo, [this] { CmdActivaPunteo_Click(); });
-  alPulsar(ui->CmdCerrarPunteo, [this] { CmdCerrarPunteo_Click(); });
+    alPulsar(boton, [this, movimiento = movimiento] { ui_->GrdApuntes->mover(movimiento); });
+  alPulsar(ui_->CmdActivaPunteo, [this] { CmdActivaPunteo_Click(); });
+  alPulsar(ui_->CmdCerrarPunteo, [this] { CmdCerrarPunteo_Click(); });
   alElegirOpcion(QStringLiteral("OptPunteo"), [this](int indice) { OptPunteo_Click(indice); });
 }
 
@@ -66,7 +66,7 @@ void FrmMenu::muestraAsiento(const QString& numero) {
 }
 
 void FrmMenu::CmdRecargar_Click() {
-  enfocar(ui->TxtSubcuenta);
+  enfocar(ui_->TxtSubcuenta);
   if (!hayEmpresa()) return;
   muestraDiario(QStringLiteral("order by nasiento"));
   muestraTotales();
@@ -74,7 +74,7 @@ void FrmMenu::CmdRecargar_Click() {
 
 void FrmMenu::diarioCambiado() {
   if (!DtaDiarioLista_.isOpen()) return;
-  const Rejilla& rejilla = ui->GrdApuntes->alDia();
+  const Rejilla& rejilla = ui_->GrdApuntes->alDia();
   const bool enUltima = rejilla.filaActual() == rejilla.filas() - 1;
   const QString linea = enUltima ? QString() : rejilla.valor(QStringLiteral("NLinea"));
   DtaDiarioLista_.Refresh();
@@ -87,7 +87,7 @@ void FrmMenu::diarioCambiado() {
 // After a dialog that typed lines of its own: they stand at the end.
 void FrmMenu::muestraApuntesNuevos() {
   diarioCambiado();
-  ui->GrdApuntes->mover(Rejilla::Ultima);
+  ui_->GrdApuntes->mover(Rejilla::Ultima);
 }
 
 // --- totals -------------------------------------------------------------------------------------
@@ -109,20 +109,20 @@ void FrmMenu::ATotal() {
 }
 
 void FrmMenu::ACuenta() {
-  const QString subcuenta = ui->TxtSubcuenta->text();
+  const QString subcuenta = ui_->TxtSubcuenta->text();
   muestraTotal(PanelTotales::Cuenta, subcuenta,
                totalCuenta(DtaTotal_, sesion().rutaEmpresa(), subcuenta));
 }
 
 void FrmMenu::AAsiento() {
-  const QString asiento = ui->TxtAsiento->text();
+  const QString asiento = ui_->TxtAsiento->text();
   muestraTotal(PanelTotales::Asiento, asiento,
                totalAsiento(DtaTotal_, sesion().rutaEmpresa(), asiento));
 }
 
 // Without a line nothing is marked, and the caption of a line that went away would mislead.
 void FrmMenu::AMarcado() {
-  const QString asiento = ui->GrdApuntes->valor(QStringLiteral("NAsiento"));
+  const QString asiento = ui_->GrdApuntes->valor(QStringLiteral("NAsiento"));
   muestraTotal(
       PanelTotales::Marcado, asiento,
       asiento.isEmpty() ? Totales() : totalAsiento(DtaTotal_, sesion().rutaEmpresa(), asiento));
@@ -136,15 +136,15 @@ bool FrmMenu::lineaDeIVA() const {
 }
 
 bool FrmMenu::apunteElegido() {
-  if (!ui->GrdApuntes->valor(QStringLiteral("NLinea")).isEmpty()) return true;
-  ui->GrdApuntes->setFocus();
+  if (!ui_->GrdApuntes->valor(QStringLiteral("NLinea")).isEmpty()) return true;
+  ui_->GrdApuntes->setFocus();
   mensaje(kSinApunte.toString(), QStringLiteral("Error"));
   return false;
 }
 
 void FrmMenu::MnuModificarApunte_Click() {
   if (!apunteElegido()) return;
-  const Rejilla& rejilla = *ui->GrdApuntes;
+  const Rejilla& rejilla = *ui_->GrdApuntes;
   if (rejilla.valor(QStringLiteral("TipoFactura")) == u"I") {
     mensaje(QStringLiteral("No puede modificar una partida creada con IVA intracomunitario, "
                            "elimine la partida y cree una nueva"),
@@ -170,7 +170,7 @@ void FrmMenu::MnuModificarApunte_Click() {
 // Neither the closing date nor the kind of invoice forbids it: an intra-community line can't be
 // changed, so deleting it is the way to put it right.
 void FrmMenu::MnuEliminarPartida_Click() {
-  enfocar(ui->TxtSubcuenta);
+  enfocar(ui_->TxtSubcuenta);
   if (!apunteElegido()) return;
   if (lineaDeIVA()) {
     mensaje(QStringLiteral("Usted no puede eliminar una partida creada por un apunte de IVA"),
@@ -188,11 +188,11 @@ void FrmMenu::MnuEliminarPartida_Click() {
 
 // The asiento to be deleted is put on show before the dialog asks.
 void FrmMenu::MnuEliminarapunte_Click() {
-  const QString asiento = ui->GrdApuntes->valor(QStringLiteral("NAsiento"));
+  const QString asiento = ui_->GrdApuntes->valor(QStringLiteral("NAsiento"));
   if (asiento.isEmpty()) return;
   muestraAsiento(asiento);
   mostrar(QStringLiteral("FrmEliminaAsiento"), 0, asiento);
-  enfocar(ui->TxtSubcuenta);
+  enfocar(ui_->TxtSubcuenta);
   muestraTotales();
 }
 
@@ -211,7 +211,7 @@ void FrmMenu::MnuDescuadre_Click() {
                       QStringLiteral("Descuadre localizado"));
     return seguir;
   };
-  Progreso progreso(ctx, *ui->Bar, asientos.rowTotal());
+  Progreso progreso(ctx, *ui_->Bar, asientos.rowTotal());
   try {
     recorreDescuadres(asientos, sesion().MascaraImporte, progreso.avance(), alEncontrar);
   } catch (...) {
@@ -226,12 +226,12 @@ void FrmMenu::MnuDescuadre_Click() {
 // --- ticking off --------------------------------------------------------------------------------
 
 void FrmMenu::CmdActivaPunteo_Click() {
-  ui->FrmPunteo->show();
+  ui_->FrmPunteo->show();
   setCursor(Qt::PointingHandCursor);
 }
 
 void FrmMenu::CmdCerrarPunteo_Click() {
-  ui->FrmPunteo->hide();
+  ui_->FrmPunteo->hide();
   unsetCursor();
 }
 
@@ -242,7 +242,7 @@ void FrmMenu::OptPunteo_Click(int indice) {
 
 // A marked line is cleared by any mark; none replaces another in one step.
 void FrmMenu::puntea() {
-  if (ui->GrdApuntes->valor(QStringLiteral("NLinea")).isEmpty()) return;
+  if (ui_->GrdApuntes->valor(QStringLiteral("NLinea")).isEmpty()) return;
   const FieldRef marca = DtaDiarioLista_.Fields(QStringLiteral("Punteo"));
   const QString nueva = marca.display().isEmpty() ? sesion().MarcaPunteo : QStringLiteral("");
   DtaDiarioLista_.Edit();

@@ -17,40 +17,40 @@ constexpr QChar kHaber = u'H';
 }  // namespace
 
 void FrmMenu::conectaLinea() {
-  soloNumero(ui->TxtAsiento);
-  alTeclear(ui->TxtAsiento, [this](Tecla& t) { TxtAsiento_KeyPress(t); });
-  alSalir(ui->TxtAsiento, [this] { TxtAsiento_LostFocus(); });
-  alCambiar(ui->TxtFecha, [this] { fechaSinComprobar_ = true; });
-  alSalir(ui->TxtFecha, [this] { TxtFecha_LostFocus(); });
+  soloNumero(ui_->TxtAsiento);
+  alTeclear(ui_->TxtAsiento, [this](Tecla& t) { TxtAsiento_KeyPress(t); });
+  alSalir(ui_->TxtAsiento, [this] { TxtAsiento_LostFocus(); });
+  alCambiar(ui_->TxtFecha, [this] { fechaSinComprobar_ = true; });
+  alSalir(ui_->TxtFecha, [this] { TxtFecha_LostFocus(); });
   subcuenta_ = std::make_unique<CampoSubcuenta>(
       *this, ctx,
-      CampoSubcuenta::Opciones{.codigo = *ui->TxtSubcuenta,
-                               .nombre = *ui->TxtNombreCuenta,
+      CampoSubcuenta::Opciones{.codigo = *ui_->TxtSubcuenta,
+                               .nombre = *ui_->TxtNombreCuenta,
                                .alCompletarse = true,
                                .ofreceAlta = true,
                                .puedeEstarVacia = true,
                                .vuelve = false,
                                .encontrada = [this] { ACuenta(); },
                                .lugarDeErrores = "TxtSubcuenta_LostFocus - FrmMenu"});
-  alSalir(ui->TxtSubcuenta, [this] { TxtSubcuenta_LostFocus(); });
-  sinIntro(ui->TxtNombreCuenta);
-  alTeclear(ui->TxtNombreCuenta, [this](Tecla& t) { TxtNombreCuenta_KeyPress(t); });
-  alSalir(ui->TxtNombreCuenta, [this] { TxtNombreCuenta_LostFocus(); });
-  conectaConcepto(*this, *ui->TxtConcepto, DtaConceptos_);
-  sinIntro(ui->TxtDebeHaber);
-  alEntrar(ui->TxtDebeHaber, [this] { TxtDebeHaber_GotFocus(); });
-  alTeclear(ui->TxtDebeHaber, [this](Tecla& t) { TxtDebeHaber_KeyPress(t); });
-  conectaImporteSinSigno(*this, ctx, *ui->TxtDebeHaber);
+  alSalir(ui_->TxtSubcuenta, [this] { TxtSubcuenta_LostFocus(); });
+  sinIntro(ui_->TxtNombreCuenta);
+  alTeclear(ui_->TxtNombreCuenta, [this](Tecla& t) { TxtNombreCuenta_KeyPress(t); });
+  alSalir(ui_->TxtNombreCuenta, [this] { TxtNombreCuenta_LostFocus(); });
+  conectaConcepto(*this, *ui_->TxtConcepto, DtaConceptos_);
+  sinIntro(ui_->TxtDebeHaber);
+  alEntrar(ui_->TxtDebeHaber, [this] { TxtDebeHaber_GotFocus(); });
+  alTeclear(ui_->TxtDebeHaber, [this](Tecla& t) { TxtDebeHaber_KeyPress(t); });
+  conectaImporteSinSigno(*this, ctx, *ui_->TxtDebeHaber);
 
-  alPulsar(ui->CmdLinDebe, [this] { grabaConElBoton(kDebe); });
-  alPulsar(ui->CmdLinHaber, [this] { grabaConElBoton(kHaber); });
-  alPulsar(ui->CmdLinAsiento, [this] { tomaAsientoConElBoton(); });
-  alPulsar(ui->CmdLinFecha, [this] { CmdLinFecha_Click(); });
-  alPulsar(ui->CmdLinSubcuenta, [this] { CmdLinSubcuenta_Click(); });
-  alPulsar(ui->CmdLinConceptos, [this] { CmdLinConceptos_Click(); });
+  alPulsar(ui_->CmdLinDebe, [this] { grabaConElBoton(kDebe); });
+  alPulsar(ui_->CmdLinHaber, [this] { grabaConElBoton(kHaber); });
+  alPulsar(ui_->CmdLinAsiento, [this] { tomaAsientoConElBoton(); });
+  alPulsar(ui_->CmdLinFecha, [this] { CmdLinFecha_Click(); });
+  alPulsar(ui_->CmdLinSubcuenta, [this] { CmdLinSubcuenta_Click(); });
+  alPulsar(ui_->CmdLinConceptos, [this] { CmdLinConceptos_Click(); });
 
-  const QList<QWidget*> campos = {ui->TxtAsiento, ui->TxtFecha, ui->TxtSubcuenta, ui->TxtConcepto,
-                                  ui->TxtDebeHaber};
+  const QList<QWidget*> campos = {ui_->TxtAsiento, ui_->TxtFecha, ui_->TxtSubcuenta,
+                                  ui_->TxtConcepto, ui_->TxtDebeHaber};
   for (QWidget* campo : campos) aceptaArrastre(campo);
 }
 
@@ -66,24 +66,24 @@ void FrmMenu::TxtAsiento_KeyPress(Tecla& tecla) {
 // stations never show the same one.
 void FrmMenu::CmdLinAsiento_Click() {
   if (!hayEmpresa()) return;
-  ui->TxtAsiento->setText(QString::number(tomaAsiento(DtaEmpresaActual_)));
-  ui->TxtAsiento->selectAll();
+  ui_->TxtAsiento->setText(QString::number(tomaAsiento(DtaEmpresaActual_)));
+  ui_->TxtAsiento->selectAll();
 }
 
 // By the mouse the typing goes on with the date: left on the button, the next Enter would take
 // another number, and so might leaving the number's own field.
 void FrmMenu::tomaAsientoConElBoton() {
   CmdLinAsiento_Click();
-  if (sesion().LimpiarAsiento) ignorando([this] { muestraAsiento(ui->TxtAsiento->text()); });
+  if (sesion().LimpiarAsiento) ignorando([this] { muestraAsiento(ui_->TxtAsiento->text()); });
   AAsiento();
-  enfocar(ui->TxtFecha);
+  enfocar(ui_->TxtFecha);
 }
 
 // Here one asiento ends and another begins.
 void FrmMenu::TxtAsiento_LostFocus() {
-  if (ui->TxtAsiento->text().isEmpty()) CmdLinAsiento_Click();
+  if (ui_->TxtAsiento->text().isEmpty()) CmdLinAsiento_Click();
   if (sesion().LimpiarAsiento) {
-    ignorando([this] { muestraAsiento(ui->TxtAsiento->text()); });
+    ignorando([this] { muestraAsiento(ui_->TxtAsiento->text()); });
   }
   AAsiento();
   // A square asiento is done with; one out of balance keeps its number until it is finished.
@@ -97,13 +97,13 @@ void FrmMenu::TxtAsiento_LostFocus() {
 }
 
 void FrmMenu::ofreceAsientoDeIVA(const QString& codigo, const QString& clase, int codigoLlamada) {
-  if (codigo.isEmpty() || ui->TxtSubcuenta->text() != codigo) return;
+  if (codigo.isEmpty() || ui_->TxtSubcuenta->text() != codigo) return;
   const bool si = pregunta(QStringLiteral("La partida que introduce corresponde a un apunte de IVA "
                                           "¿desea crear un asiento de Iva %1 en este momento?")
                                .arg(clase),
                            QStringLiteral("IVA"));
   if (!si || !ctx.formularios->existe(QStringLiteral("FrmIVASR"))) return;
-  const QString asiento = ui->TxtAsiento->text();
+  const QString asiento = ui_->TxtAsiento->text();
   // The invoice writes its asiento whole, so the lines typed so far would stand twice. The first
   // asiento is the opening one: its lines are never taken for those of an invoice.
   if (!asiento.isEmpty() && asiento != u"1") {
@@ -121,31 +121,31 @@ void FrmMenu::TxtFecha_LostFocus() {
   if (!DtaEmpresaActual_.isOpen()) return;  // there is no year that it could miss
   const int ano = sesion().AnoActual;
   const QDate hoy = ctx.reloj->hoy();
-  ui->TxtFecha->setText(NormalizaFecha(ui->TxtFecha->text(), ano, hoy));
+  ui_->TxtFecha->setText(NormalizaFecha(ui_->TxtFecha->text(), ano, hoy));
   const QString delAno = QString::number(ano);
-  if (ui->TxtFecha->text().right(4) != delAno) {
+  if (ui_->TxtFecha->text().right(4) != delAno) {
     mensaje(QStringLiteral("La fecha introducida no es la del año actual"),
             QStringLiteral("Error"));
-    ui->TxtFecha->setText(NormalizaFecha(QStringLiteral("01/01/") + delAno, ano, hoy));
+    ui_->TxtFecha->setText(NormalizaFecha(QStringLiteral("01/01/") + delAno, ano, hoy));
   }
   // A reminder only, and by text, day first: the line can still be posted. What stops changes
   // to older lines is the rule of the entries that change them.
   fechaSinComprobar_ = false;
-  if (avisaDeFechaLimite(*this, ctx, ui->TxtFecha->text())) enfocar(ui->TxtSubcuenta);
+  if (avisaDeFechaLimite(*this, ctx, ui_->TxtFecha->text())) enfocar(ui_->TxtSubcuenta);
 }
 
 // A date that was set and never left (today's, the calendar's) is looked at before a line is posted
 // on it. False if it was of another year: what replaced it is for the bookkeeper to see first.
 bool FrmMenu::compruebaFecha() {
-  if (!fechaSinComprobar_ || ui->TxtFecha->text().isEmpty()) return true;
+  if (!fechaSinComprobar_ || ui_->TxtFecha->text().isEmpty()) return true;
   const QDate hoy = ctx.reloj->hoy();
-  const QString completa = NormalizaFecha(ui->TxtFecha->text(), sesion().AnoActual, hoy);
+  const QString completa = NormalizaFecha(ui_->TxtFecha->text(), sesion().AnoActual, hoy);
   TxtFecha_LostFocus();
-  return ui->TxtFecha->text() == completa;
+  return ui_->TxtFecha->text() == completa;
 }
 
 void FrmMenu::CmdLinFecha_Click() {
-  eligeFecha(*this, *ui->TxtFecha, llamada::kFechaDelDiario);
+  eligeFecha(*this, *ui_->TxtFecha, llamada::kFechaDelDiario);
 }
 
 // --- subcuenta ----------------------------------------------------------------------------------
@@ -156,18 +156,18 @@ void FrmMenu::TxtSubcuenta_LostFocus() {
 }
 
 void FrmMenu::CmdLinSubcuenta_Click() {
-  enfocar(ui->TxtSubcuenta);
+  enfocar(ui_->TxtSubcuenta);
   mostrar(QStringLiteral("FrmVisualizaPlan"));
 }
 
 void FrmMenu::TxtNombreCuenta_KeyPress(Tecla& tecla) {
   if (!tecla.esIntro()) return;
   tecla.tragar();
-  ui->TxtSubcuenta->setFocus();
+  ui_->TxtSubcuenta->setFocus();
 }
 
 void FrmMenu::TxtNombreCuenta_LostFocus() {
-  if (ui->TxtSubcuenta->text().size() != sesion().DigitosSubcuenta) return;
+  if (ui_->TxtSubcuenta->text().size() != sesion().DigitosSubcuenta) return;
   // The title is that of the form's other questions about a subcuenta.
   if (!pregunta(QStringLiteral("¿Desea cambiar el nombre de la subcuenta?"),
                 QStringLiteral("Eliminar"))) {
@@ -176,14 +176,14 @@ void FrmMenu::TxtNombreCuenta_LostFocus() {
   }
   DataControl& fila = subcuenta_->fila();
   fila.Edit();
-  fila.Fields(QStringLiteral("Descripcion")) = ui->TxtNombreCuenta->text();
+  fila.Fields(QStringLiteral("Descripcion")) = ui_->TxtNombreCuenta->text();
   fila.Update();
 }
 
 // --- concept ------------------------------------------------------------------------------------
 
 void FrmMenu::CmdLinConceptos_Click() {
-  enfocar(ui->TxtConcepto);
+  enfocar(ui_->TxtConcepto);
   if (mostrar(QStringLiteral("FrmConceptos")) && DtaConceptos_.isOpen()) DtaConceptos_.Refresh();
 }
 
@@ -198,36 +198,36 @@ void FrmMenu::TxtDebeHaber_GotFocus() {
   } else if (const auto valor = ImporteDe(importe, mascara); valor && *valor < 0) {
     importe = Format(-*valor, mascara);  // a mask that shows a minus in another way
   }
-  ui->TxtDebeHaber->setText(importe);
-  ui->TxtDebeHaber->selectAll();
+  ui_->TxtDebeHaber->setText(importe);
+  ui_->TxtDebeHaber->selectAll();
 }
 
 void FrmMenu::TxtDebeHaber_KeyPress(Tecla& tecla) {
   if (!tecla.esIntro() && tecla.texto != u'+') return;
   tecla.tragar();
-  if (ui->TxtDebeHaber->text().isEmpty()) {
+  if (ui_->TxtDebeHaber->text().isEmpty()) {
     // Nothing typed is no order to post: the zero is shown first.
-    ui->TxtDebeHaber->setText(cero());
-    ui->TxtDebeHaber->selectAll();
+    ui_->TxtDebeHaber->setText(cero());
+    ui_->TxtDebeHaber->selectAll();
     return;
   }
   // The line is posted with the focus where the next one starts.
-  ui->TxtSubcuenta->setFocus();
+  ui_->TxtSubcuenta->setFocus();
   graba(tecla.esIntro() ? kDebe : kHaber);
 }
 
 void FrmMenu::grabaConElBoton(QChar lado) {
-  ui->TxtSubcuenta->setFocus();
+  ui_->TxtSubcuenta->setFocus();
   graba(lado);
 }
 
 void FrmMenu::graba(QChar lado) {
   if (!compruebaFecha()) return;
-  const LineaTecleada linea{.asiento = ui->TxtAsiento->text(),
-                            .fecha = ui->TxtFecha->text(),
-                            .subcuenta = ui->TxtSubcuenta->text(),
-                            .concepto = ui->TxtConcepto->texto(),
-                            .importe = ui->TxtDebeHaber->text()};
+  const LineaTecleada linea{.asiento = ui_->TxtAsiento->text(),
+                            .fecha = ui_->TxtFecha->text(),
+                            .subcuenta = ui_->TxtSubcuenta->text(),
+                            .concepto = ui_->TxtConcepto->texto(),
+                            .importe = ui_->TxtDebeHaber->text()};
   const QString mascara = sesion().MascaraImporte;
   if (faltanDatos(linea, mascara)) {
     mensaje(lado == kDebe ? QStringLiteral("Le faltan datos para entrar la partida al debe")
@@ -237,7 +237,7 @@ void FrmMenu::graba(QChar lado) {
   }
   grabaApunte(DtaDiarioLista_, DtaEmpresaActual_, apunteEn(lado, linea, mascara));
   if (sesion().LimpiarAsiento) {
-    muestraAsiento(ui->TxtAsiento->text());
+    muestraAsiento(ui_->TxtAsiento->text());
   } else {
     DtaDiarioLista_.MoveLast();
   }

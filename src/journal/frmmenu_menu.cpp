@@ -25,7 +25,7 @@ bool FrmMenu::permiteEntrada(const EntradaMenu& entrada) {
     case CondicionMenu::Ninguna:
       return true;
     case CondicionMenu::SubcuentaEntera:
-      if (ui->TxtSubcuenta->text().size() == sesion().DigitosSubcuenta) return true;
+      if (ui_->TxtSubcuenta->text().size() == sesion().DigitosSubcuenta) return true;
       mensaje(aviso, titulo);
       return false;
     case CondicionMenu::ApunteElegido:
@@ -45,7 +45,7 @@ void FrmMenu::ejecutaEntrada(const EntradaMenu& entrada) {
   switch (entrada.accion) {
     case AccionMenu::Modal:
       mostrar(destino, entrada.codigoLlamada,
-              entrada.condicion == CondicionMenu::SubcuentaEntera ? ui->TxtSubcuenta->text()
+              entrada.condicion == CondicionMenu::SubcuentaEntera ? ui_->TxtSubcuenta->text()
                                                                   : QString());
       if (entrada.codigoLlamada == llamada::kIVASoportado ||
           entrada.codigoLlamada == llamada::kIVARepercutido) {

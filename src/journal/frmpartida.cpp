@@ -14,14 +14,14 @@
 
 FrmPartida::FrmPartida(Contexto& contexto)
     : Formulario(contexto),
-      ui(std::make_unique<Ui::FrmPartida>()),
-      DtaDiarioLista(contexto.motor),
-      DtaConceptos(contexto.motor) {
-  ui->setupUi(this);
+      ui_(std::make_unique<Ui::FrmPartida>()),
+      DtaDiarioLista_(contexto.motor),
+      DtaConceptos_(contexto.motor) {
+  ui_->setupUi(this);
   subcuenta_ = std::make_unique<CampoSubcuenta>(
       *this, ctx,
-      CampoSubcuenta::Opciones{.codigo = *ui->TxtSubcuenta,
-                               .nombre = *ui->TxtNombreCuenta,
+      CampoSubcuenta::Opciones{.codigo = *ui_->TxtSubcuenta,
+                               .nombre = *ui_->TxtNombreCuenta,
                                .accion = accion::kPartida,
                                .alCompletarse = true,
                                .ofreceAlta = true,
@@ -29,40 +29,41 @@ FrmPartida::FrmPartida(Contexto& contexto)
                                .vuelve = false,
                                // Kept: the log names the entry line, whichever form it stands in.
                                .lugarDeErrores = "TxtSubcuenta_LostFocus - FrmMenu"});
-  ui->TxtConcepto->enlazar(DtaConceptos, "Descripcion", "NConcepto");
-  soloNumero(ui->TxtAsiento);
-  alTeclear(ui->TxtAsiento, [this](Tecla& tecla) { TxtAsiento_KeyPress(tecla); });
-  alSalir(ui->TxtFecha, [this] { TxtFecha_LostFocus(); });
-  alSalir(ui->TxtSubcuenta, [this] { TxtSubcuenta_LostFocus(); });
-  conectaConcepto(*this, *ui->TxtConcepto, DtaConceptos);
-  conectaImporteSinSigno(*this, ctx, *ui->TxtDebeHaber);
-  alSalir(ui->TxtDebeHaber,
-          [this] { exigeImporte(*this, *ui->TxtDebeHaber, importeDe(*ui->TxtDebeHaber, ctx)); });
-  alPulsar(ui->CmdLinFecha, [this] { eligeFecha(*this, *ui->TxtFecha, llamada::kFechaDePartida); });
-  alPulsar(ui->CmdAceptar, [this] { CmdAceptar_Click(); });
-  alPulsar(ui->CmdSalir, [this] { descargar(); });
+  ui_->TxtConcepto->enlazar(DtaConceptos_, "Descripcion", "NConcepto");
+  soloNumero(ui_->TxtAsiento);
+  alTeclear(ui_->TxtAsiento, [this](Tecla& tecla) { TxtAsiento_KeyPress(tecla); });
+  alSalir(ui_->TxtFecha, [this] { TxtFecha_LostFocus(); });
+  alSalir(ui_->TxtSubcuenta, [this] { TxtSubcuenta_LostFocus(); });
+  conectaConcepto(*this, *ui_->TxtConcepto, DtaConceptos_);
+  conectaImporteSinSigno(*this, ctx, *ui_->TxtDebeHaber);
+  alSalir(ui_->TxtDebeHaber,
+          [this] { exigeImporte(*this, *ui_->TxtDebeHaber, importeDe(*ui_->TxtDebeHaber, ctx)); });
+  alPulsar(ui_->CmdLinFecha,
+           [this] { eligeFecha(*this, *ui_->TxtFecha, llamada::kFechaDePartida); });
+  alPulsar(ui_->CmdAceptar, [this] { CmdAceptar_Click(); });
+  alPulsar(ui_->CmdSalir, [this] { descargar(); });
 }
 
 FrmPartida::~FrmPartida() = default;
 
 void FrmPartida::Form_Load() {
   subcuenta_->ajustaDigitos();
-  DtaConceptos.bind(sesion().rutaEmpresa(), "Select * from Conceptos");
+  DtaConceptos_.bind(sesion().rutaEmpresa(), "Select * from Conceptos");
 }
 
 void FrmPartida::Form_Activate() {
   const DataControl& diario = ctx.principal->DtaDiarioLista();
-  ui->TxtSubcuenta->setText(diario.Fields("Subcuenta").display());
+  ui_->TxtSubcuenta->setText(diario.Fields("Subcuenta").display());
   FechaVieja = Format(diario.Fields("Fecha").Value(), "dd/mm/yyyy");
-  ui->TxtFecha->setText(FechaVieja);
+  ui_->TxtFecha->setText(FechaVieja);
   AsientoViejo = diario.Fields("NAsiento").display();
-  ui->TxtAsiento->setText(AsientoViejo);
-  ui->TxtConcepto->ponerTexto(diario.Fields("Descripcion").display());
+  ui_->TxtAsiento->setText(AsientoViejo);
+  ui_->TxtConcepto->ponerTexto(diario.Fields("Descripcion").display());
   DHViejo = diario.Fields("DH").display();
-  ui->TxtDH->setText(DHViejo);
+  ui_->TxtDH->setText(DHViejo);
   // The sign of a haber line is cut off as text.
   const QString importe = diario.Fields("Importe").display();
-  ui->TxtDebeHaber->setText(
+  ui_->TxtDebeHaber->setText(
       Format(DHViejo == "H" ? importe.mid(1) : importe, sesion().MascaraImporte));
   TxtSubcuenta_LostFocus();
 }
@@ -71,27 +72,27 @@ void FrmPartida::Form_Activate() {
 void FrmPartida::TxtAsiento_KeyPress(Tecla& tecla) {
   if (tecla.texto != u'*') return;
   tecla.tragar();
-  ui->TxtAsiento->setText(QString::number(tomaAsiento(ctx.principal->DtaEmpresaActual())));
-  ui->TxtAsiento->selectAll();
+  ui_->TxtAsiento->setText(QString::number(tomaAsiento(ctx.principal->DtaEmpresaActual())));
+  ui_->TxtAsiento->selectAll();
 }
 
 // There is no test of the year here; a date before the limit becomes today.
 void FrmPartida::TxtFecha_LostFocus() {
   const QDate hoy = ctx.reloj->hoy();
-  ui->TxtFecha->setText(NormalizaFecha(ui->TxtFecha->text(), sesion().AnoActual, hoy));
-  if (avisaDeFechaLimite(*this, ctx, ui->TxtFecha->text()))
-    ui->TxtFecha->setText(Format(hoy, "dd/mm/yyyy"));
+  ui_->TxtFecha->setText(NormalizaFecha(ui_->TxtFecha->text(), sesion().AnoActual, hoy));
+  if (avisaDeFechaLimite(*this, ctx, ui_->TxtFecha->text()))
+    ui_->TxtFecha->setText(Format(hoy, "dd/mm/yyyy"));
 }
 
 void FrmPartida::TxtSubcuenta_LostFocus() {
   if (!subcuenta_->deja()) return;
   // The main window's panel follows the subcuenta of the dialog.
-  ctx.principal->TxtSubcuenta().setText(ui->TxtSubcuenta->text());
+  ctx.principal->TxtSubcuenta().setText(ui_->TxtSubcuenta->text());
   ctx.principal->TxtSubcuenta_LostFocus();
 }
 
 void FrmPartida::CmdAceptar_Click() {
-  guardaEn(ui->TxtDH->text() == "D" ? "D" : "H");
+  guardaEn(ui_->TxtDH->text() == "D" ? "D" : "H");
 }
 
 namespace {
@@ -115,11 +116,11 @@ const Lado kHaber = {"H", "D",
 void FrmPartida::guardaEn(const QString& signo) {
   const Lado& lado = signo == "D" ? kDebe : kHaber;
   if (DHViejo == lado.otro && !pregunta(lado.cambio, "Atención")) return guardaEn(lado.otro);
-  const LineaTecleada linea{.asiento = ui->TxtAsiento->text(),
-                            .fecha = ui->TxtFecha->text(),
-                            .subcuenta = ui->TxtSubcuenta->text(),
-                            .concepto = ui->TxtConcepto->texto(),
-                            .importe = ui->TxtDebeHaber->text()};
+  const LineaTecleada linea{.asiento = ui_->TxtAsiento->text(),
+                            .fecha = ui_->TxtFecha->text(),
+                            .subcuenta = ui_->TxtSubcuenta->text(),
+                            .concepto = ui_->TxtConcepto->texto(),
+                            .importe = ui_->TxtDebeHaber->text()};
   const QString mascara = sesion().MascaraImporte;
   if (faltanDatos(linea, mascara)) return mensaje(lado.faltan, "Error");
 
@@ -136,8 +137,8 @@ void FrmPartida::guardaEn(const QString& signo) {
 
 // The date goes first: lines that only then come under the new number keep their old date.
 void FrmPartida::Comprueba() {
-  const QString fecha = ui->TxtFecha->text();
-  const QString asiento = ui->TxtAsiento->text();
+  const QString fecha = ui_->TxtFecha->text();
+  const QString asiento = ui_->TxtAsiento->text();
   if (fecha != FechaVieja &&
       pregunta("La fecha ha sido modificada, ¿desea que Librano modifique la fecha en cada partida "
                "del mismo asiento?",
@@ -152,11 +153,11 @@ void FrmPartida::Comprueba() {
 
 void FrmPartida::cambiaEnAsiento(const QString& asiento, const QString& campo,
                                  const QString& valor) {
-  DtaDiarioLista.bind(sesion().rutaEmpresa(),
-                      "Select * from SqlDiarioPrincipalBlanco where nasiento=" + asiento);
-  for (; !DtaDiarioLista.Eof(); DtaDiarioLista.MoveNext()) {
-    DtaDiarioLista.Edit();
-    DtaDiarioLista.Fields(campo) = valor;
-    DtaDiarioLista.Update();
+  DtaDiarioLista_.bind(sesion().rutaEmpresa(),
+                       "Select * from SqlDiarioPrincipalBlanco where nasiento=" + asiento);
+  for (; !DtaDiarioLista_.Eof(); DtaDiarioLista_.MoveNext()) {
+    DtaDiarioLista_.Edit();
+    DtaDiarioLista_.Fields(campo) = valor;
+    DtaDiarioLista_.Update();
   }
 }

@@ -34,10 +34,10 @@ class FrmPartida : public Formulario {
   void Comprueba();
   void cambiaEnAsiento(const QString& asiento, const QString& campo, const QString& valor);
 
-  std::unique_ptr<Ui::FrmPartida> ui;
+  std::unique_ptr<Ui::FrmPartida> ui_;
   std::unique_ptr<CampoSubcuenta> subcuenta_;
-  DataControl DtaDiarioLista;  // the whole asiento, for the changes that reach its other lines
-  DataControl DtaConceptos;
+  DataControl DtaDiarioLista_;  // the whole asiento, for the changes that reach its other lines
+  DataControl DtaConceptos_;
   QString FechaVieja;
   QString AsientoViejo;
   QString DHViejo;

@@ -23,5 +23,5 @@ class FrmRenumera : public Formulario {
   void igualaNumeros();
   void CmdAceptar_Click();
 
-  std::unique_ptr<Ui::FrmRenumera> ui;
+  std::unique_ptr<Ui::FrmRenumera> ui_;
 };

@@ -21,8 +21,7 @@ bool esDemasiado(double importe) {
 }
 
 void compruebaImporte(double importe) {
-  if (esDemasiado(importe))
-    throw ErrorEjecucion(err::kDesbordamiento, QStringLiteral("importe"));
+  if (esDemasiado(importe)) throw ErrorEjecucion(err::kDesbordamiento, QStringLiteral("importe"));
 }
 
 Apunte apunteEn(QChar lado, const LineaTecleada& linea, const QString& mascara) {

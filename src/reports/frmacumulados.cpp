@@ -14,10 +14,10 @@ enum Columnas { Mes, Debe, Haber, SaldoMes, Saldo, kColumnas };
 }  // namespace
 
 FrmAcumulados::FrmAcumulados(Contexto& contexto)
-    : Formulario(contexto), ui(std::make_unique<Ui::FrmAcumulados>()), DtaSaldos(contexto.motor) {
-  ui->setupUi(this);
-  alPulsar(ui->Command1, [this] { descargar(); });
-  setBotonDeCierre(ui->Command1);
+    : Formulario(contexto), ui_(std::make_unique<Ui::FrmAcumulados>()), DtaSaldos_(contexto.motor) {
+  ui_->setupUi(this);
+  alPulsar(ui_->Command1, [this] { descargar(); });
+  setBotonDeCierre(ui_->Command1);
 }
 
 FrmAcumulados::~FrmAcumulados() = default;
@@ -29,11 +29,11 @@ void FrmAcumulados::Form_Load() {
 }
 
 void FrmAcumulados::encabeza() {
-  ui->Grid->setRowCount(kMeses + 1);
-  ui->Grid->setColumnCount(kColumnas);
-  ui->Grid->setEditTriggers(QAbstractItemView::NoEditTriggers);
-  ui->Grid->horizontalHeader()->hide();
-  ui->Grid->verticalHeader()->hide();
+  ui_->Grid->setRowCount(kMeses + 1);
+  ui_->Grid->setColumnCount(kColumnas);
+  ui_->Grid->setEditTriggers(QAbstractItemView::NoEditTriggers);
+  ui_->Grid->horizontalHeader()->hide();
+  ui_->Grid->verticalHeader()->hide();
   const QStringList titulos = {"", "Debe", "Haber", "Saldo mes", "Saldo"};
   for (int c = 0; c < kColumnas; ++c) pon(0, c, titulos.at(c));
   for (int mes = 1; mes <= kMeses; ++mes)
@@ -46,12 +46,12 @@ void FrmAcumulados::llena(const QString& subcuenta) {
     for (int c = Debe; c <= Saldo; ++c) pon(mes, c, Format(0, mascara));
     // A month without lines has no row, and keeps its zeros.
     ignorando([&] {
-      DtaSaldos.bind(sesion().rutaEmpresa(),
-                     "Select * from SqlDiarioSaldosCuentasMeses where Subcuenta='" + subcuenta +
-                         "' and Mes = '" + QString::number(mes) + "'");
-      if (DtaSaldos.Eof()) return;
-      pon(mes, Debe, Format(DtaSaldos.Fields("SumaDeDebe").Value(), mascara));
-      pon(mes, Haber, Format(DtaSaldos.Fields("SumaDeHaber").Value(), mascara));
+      DtaSaldos_.bind(sesion().rutaEmpresa(),
+                      "Select * from SqlDiarioSaldosCuentasMeses where Subcuenta='" + subcuenta +
+                          "' and Mes = '" + QString::number(mes) + "'");
+      if (DtaSaldos_.Eof()) return;
+      pon(mes, Debe, Format(DtaSaldos_.Fields("SumaDeDebe").Value(), mascara));
+      pon(mes, Haber, Format(DtaSaldos_.Fields("SumaDeHaber").Value(), mascara));
     });
   }
   double saldo = 0;
@@ -70,12 +70,12 @@ void FrmAcumulados::pon(int fila, int columna, const QString& texto) {
     celda->setBackground(palette().button());
     celda->setFlags(Qt::ItemIsEnabled);
   }
-  ui->Grid->setItem(fila, columna, celda);
+  ui_->Grid->setItem(fila, columna, celda);
 }
 
 // The whole year is seen at once, however large the letters and the amounts.
 void FrmAcumulados::ajusta() {
-  QTableWidget& grid = *ui->Grid;
+  QTableWidget& grid = *ui_->Grid;
   const int cifra = fontMetrics().horizontalAdvance('0');
   grid.verticalHeader()->setDefaultSectionSize(fontMetrics().height() + cifra);
   grid.resizeColumnsToContents();
@@ -92,5 +92,5 @@ void FrmAcumulados::ajusta() {
 }
 
 double FrmAcumulados::importe(int fila, int columna) const {
-  return ImporteDe(ui->Grid->item(fila, columna)->text(), ctx.sesion.MascaraImporte).value_or(0);
+  return ImporteDe(ui_->Grid->item(fila, columna)->text(), ctx.sesion.MascaraImporte).value_or(0);
 }

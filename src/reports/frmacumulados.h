@@ -25,6 +25,6 @@ class FrmAcumulados : public Formulario {
   void pon(int fila, int columna, const QString& texto);
   double importe(int fila, int columna) const;
 
-  std::unique_ptr<Ui::FrmAcumulados> ui;
-  DataControl DtaSaldos;
+  std::unique_ptr<Ui::FrmAcumulados> ui_;
+  DataControl DtaSaldos_;
 };

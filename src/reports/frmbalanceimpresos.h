@@ -20,5 +20,5 @@ class FrmBalanceImpresos : public FrmListado {
  private:
   Listado listado() const;
 
-  std::unique_ptr<Ui::FrmBalanceImpresos> ui;
+  std::unique_ptr<Ui::FrmBalanceImpresos> ui_;
 };

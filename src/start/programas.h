@@ -14,7 +14,8 @@ QString carpetaDelPrograma(const QString& instalada, const QString& propia);
 
 // Gives a data folder the report templates that lie beside the program and that it hasn't got yet:
 // all of them at first, those of a newer version later. One that is there is renewed as long as
-// nobody has edited it; an edited one stays. Both are text paths with their final backslash; a data folder that isn't there stays so.
+// nobody has edited it; an edited one stays. Both are text paths with their final backslash; a data
+// folder that isn't there stays so.
 void completaImpresos(const QString& carpetaPrograma, const QString& dirDatos);
 
 // Starts another program as a process of its own, in its folder, and doesn't wait for it.
