@@ -39,6 +39,93 @@ class Guardado : public MenuAbierto {
         todo += rejilla.texto(fila, columna);
     return todo;
   }
+  // Tells what the user chooses when it can't be saved, and what follows once it is.
+  using Eleccion = std::function<void(const std::function<void()>& siSeGuarda)>;
+  struct Accion {
+    const char* nombre;
+    std::function<void(const Eleccion&)> haz;
+  };
+  // Boxes and dialogs that come before the choice are announced before it; where it comes within a
+  // dialog, there.
+  std::vector<Accion> acciones() {
+    const auto ya = [] {};
+    const auto acepta = [](Teclado& d) {
+      d.pulsa("CmdAceptar");
+      if (d.forma().isVisible()) d.escape();  // given up, what was typed still stands
+    };
+    const auto enDialogo = [this](const char* nombre, const std::function<void(Teclado&)>& paso) {
+      guion.esperaDialogo(nombre, paso);
+    };
+    return {{"línea",
+             [=, this](const Eleccion& elige) {
+               elige(ya);
+               linea("57000001", "3", {});
+             }},
+            {"asterisco",
+             [=, this](const Eleccion& elige) {
+               elige(ya);
+               t->pulsa("CmdLinAsiento");
+             }},
+            {"punteo",
+             [=, this](const Eleccion& elige) {
+               elige(ya);
+               t->enfoca("GrdApuntes");
+               t->tecla(Qt::Key_Space);
+             }},
+            {"partida",
+             [=, this](const Eleccion& elige) {
+               enDialogo("FrmPartida", [](Teclado& d) {
+                 d.escribe("TxtDebeHaber", "8");
+                 d.pulsa("CmdAceptar");
+               });
+               elige(ya);
+               t->pulsa("CmdModificaApunte");
+             }},
+            {"borrado",
+             [=, this](const Eleccion& elige) {
+               guion.esperaPregunta(
+                   "Esta a punto de eliminar una partida del diario, ¿ Desea continuar ?", true);
+               elige(ya);
+               t->pulsa("CmdEliminarPartida");
+             }},
+            {"renumera",
+             [=, this](const Eleccion& elige) {
+               enDialogo("FrmRenumera", [&](Teclado& d) {
+                 elige([&] { guion.esperaMensaje("Proceso terminado con exito", "Fín"); });
+                 acepta(d);
+               });
+               formularios->mostrar("FrmRenumera");
+             }},
+            {"asiento borrado",
+             [=, this](const Eleccion& elige) {
+               enDialogo("FrmEliminaAsiento", [&](Teclado& d) {
+                 elige(ya);
+                 acepta(d);
+               });
+               t->pulsa("CmdEliminarApunte");
+             }},
+            {"ajustes",
+             [=, this](const Eleccion& elige) {
+               enDialogo("FrmEmpresas", [&](Teclado& d) {
+                 d.control<QTabWidget>("Tabla").setCurrentIndex(1);
+                 d.escribe("TxtDireccion", "Calle Mayor, 1");
+                 elige(ya);
+                 acepta(d);
+               });
+               ctx.sesion.CodigoLlamada = 2;
+               formularios->mostrar("FrmEmpresas");
+             }},
+            {"subcuenta", [=, this](const Eleccion& elige) {
+               enDialogo("FrmSubCuentas", [&](Teclado& d) {
+                 d.escribe("TxtDescripcion", "Caja del mostrador");
+                 elige(ya);
+                 acepta(d);
+               });
+               ctx.sesion.CodigoLlamada = 2;
+               ctx.sesion.ValorElegido = "57000001";
+               formularios->mostrar("FrmSubCuentas");
+             }}};
+  }
   QString fichero() const {
     QProcess p;
     p.start("sqlite3",
@@ -49,97 +136,13 @@ class Guardado : public MenuAbierto {
 };
 
 TEST_F(Guardado, LoQueOtroNoDejaGuardarSeReintentaOSeDescartaPeroNuncaSePierdeSinDecirlo) {
-  // What comes before the action tells of a box or a dialog; where the choice comes within it, the
-  // rest of it is announced there, with what follows once it is saved.
-  using Eleccion = std::function<void(const std::function<void()>& siSeGuarda)>;
-  const auto ya = [] {};
-  const auto acepta = [](Teclado& d) {
-    d.pulsa("CmdAceptar");
-    if (d.forma().isVisible()) d.escape();  // given up, what was typed still stands
-  };
-  const auto enDialogo = [&](const char* nombre, const std::function<void(Teclado&)>& paso) {
-    guion.esperaDialogo(nombre, paso);
-  };
-  const struct {
-    const char* nombre;
-    std::function<void(const Eleccion&)> accion;
-  } acciones[] = {{"línea",
-                   [&](const Eleccion& elige) {
-                     elige(ya);
-                     linea("57000001", "3", {});
-                   }},
-                  {"asterisco",
-                   [&](const Eleccion& elige) {
-                     elige(ya);
-                     t->pulsa("CmdLinAsiento");
-                   }},
-                  {"punteo",
-                   [&](const Eleccion& elige) {
-                     elige(ya);
-                     t->enfoca("GrdApuntes");
-                     t->tecla(Qt::Key_Space);
-                   }},
-                  {"partida",
-                   [&](const Eleccion& elige) {
-                     enDialogo("FrmPartida", [](Teclado& d) {
-                       d.escribe("TxtDebeHaber", "8");
-                       d.pulsa("CmdAceptar");
-                     });
-                     elige(ya);
-                     t->pulsa("CmdModificaApunte");
-                   }},
-                  {"borrado",
-                   [&](const Eleccion& elige) {
-                     guion.esperaPregunta(
-                         "Esta a punto de eliminar una partida del diario, ¿ Desea continuar ?",
-                         true);
-                     elige(ya);
-                     t->pulsa("CmdEliminarPartida");
-                   }},
-                  {"renumera",
-                   [&](const Eleccion& elige) {
-                     enDialogo("FrmRenumera", [&](Teclado& d) {
-                       elige([&] { guion.esperaMensaje("Proceso terminado con exito", "Fín"); });
-                       acepta(d);
-                     });
-                     formularios->mostrar("FrmRenumera");
-                   }},
-                  {"asiento borrado",
-                   [&](const Eleccion& elige) {
-                     enDialogo("FrmEliminaAsiento", [&](Teclado& d) {
-                       elige(ya);
-                       acepta(d);
-                     });
-                     t->pulsa("CmdEliminarApunte");
-                   }},
-                  {"ajustes",
-                   [&](const Eleccion& elige) {
-                     enDialogo("FrmEmpresas", [&](Teclado& d) {
-                       d.control<QTabWidget>("Tabla").setCurrentIndex(1);
-                       d.escribe("TxtDireccion", "Calle Mayor, 1");
-                       elige(ya);
-                       acepta(d);
-                     });
-                     ctx.sesion.CodigoLlamada = 2;
-                     formularios->mostrar("FrmEmpresas");
-                   }},
-                  {"subcuenta", [&](const Eleccion& elige) {
-                     enDialogo("FrmSubCuentas", [&](Teclado& d) {
-                       d.escribe("TxtDescripcion", "Caja del mostrador");
-                       elige(ya);
-                       acepta(d);
-                     });
-                     ctx.sesion.CodigoLlamada = 2;
-                     ctx.sesion.ValorElegido = "57000001";
-                     formularios->mostrar("FrmSubCuentas");
-                   }}};
-  for (const auto& caso : acciones) {
+  for (const Accion& caso : acciones()) {
     SCOPED_TRACE(caso.nombre);
     t->tecla(Qt::Key_F5);
     const QStringList visto = pantalla();
     const QString antes = fichero();
     auto otro = lector();
-    caso.accion([&](const auto&) { guion.esperaEleccion(false); });
+    caso.haz([&](const auto&) { guion.esperaEleccion(false); });
     EXPECT_TRUE(guion.agotado());
     otro.reset();
     EXPECT_EQ(fichero(), antes);
@@ -148,7 +151,7 @@ TEST_F(Guardado, LoQueOtroNoDejaGuardarSeReintentaOSeDescartaPeroNuncaSePierdeSi
     EXPECT_EQ(pantalla(), visto);
 
     otro = lector();
-    caso.accion([&](const auto& siSeGuarda) {
+    caso.haz([&](const auto& siSeGuarda) {
       guion.esperaEleccion(true);
       guion.esperaEleccion(true, [&] { otro.reset(); });
       siSeGuarda();
