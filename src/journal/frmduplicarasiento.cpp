@@ -41,8 +41,11 @@ void FrmDuplicarAsiento::CmdAceptar_Click() {
     return mensaje(falta, "Error");
   bool hecho = false;
   trabajaEnDiario(ctx, [&] {
-    hecho = duplicaAsiento(ctx.motor, *origen, *destino, asiento.toInt(), ui_->TxtFecha->text(),
-                           sesion().DigitosSubcuenta, ui_->ChkEliminaAsiento->isChecked());
+    hecho = duplicaAsiento(ctx.motor, *origen, *destino,
+                           {.asiento = asiento.toInt(),
+                            .fecha = ui_->TxtFecha->text(),
+                            .digitosSubcuenta = sesion().DigitosSubcuenta,
+                            .eliminar = ui_->ChkEliminaAsiento->isChecked()});
   });
   if (!hecho) {
     mensaje(

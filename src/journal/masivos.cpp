@@ -47,13 +47,14 @@ QString duplicaRegistro(Database& origen, Recordset& registroDestino, Recordset&
 
 }  // namespace
 
-bool duplicaAsiento(DBEngine& motor, Database& origen, Database& destino, int asiento,
-                    const QString& fecha, int digitosSubcuenta, bool eliminar) {
+bool duplicaAsiento(DBEngine& motor, Database& origen, Database& destino,
+                    const Duplicado& duplicado) {
+  const QString& fecha = duplicado.fecha;
   const auto diario = destino.OpenRecordset(QStringLiteral("Select * from diario"));
   const auto contadores = destino.OpenRecordset(QStringLiteral("Select * from Empresa"));
   const auto registro = destino.OpenRecordset(QStringLiteral("Select * from RSIVA"));
-  const auto lineas = lineasDelAsiento(origen, QString::number(asiento));
-  if (contadores->Fields("SubCuN01").toLong() != digitosSubcuenta) return false;
+  const auto lineas = lineasDelAsiento(origen, QString::number(duplicado.asiento));
+  if (contadores->Fields("SubCuN01").toLong() != duplicado.digitosSubcuenta) return false;
 
   QString codigoViejo;
   QString codigoNuevo;
@@ -73,7 +74,7 @@ bool duplicaAsiento(DBEngine& motor, Database& origen, Database& destino, int as
     tomaContador(*contadores, QStringLiteral("NLinDiario"));
   }
   tomaContador(*contadores, QStringLiteral("Asiento"));
-  if (eliminar) {
+  if (duplicado.eliminar) {
     motor.flush();
     // The rows read at first: the copy may have got the same number, where one typed by hand had
     // run ahead of the counter.

@@ -9,13 +9,20 @@
 class Database;
 class DBEngine;
 
+struct Duplicado {
+  int asiento = 0;
+  QString fecha;             // as typed
+  int digitosSubcuenta = 0;  // of the company that it is in
+  bool eliminar = false;
+};
+
 // Copies an asiento, with the register row of its invoice, under the next numbers of `destino`,
 // which may be the same company. With a `fecha` that is a date all its lines take it; otherwise
 // each keeps its own. `eliminar` deletes the original afterwards, register row included; the copy
 // is on the disk by then, so that no accident loses the asiento. False, with nothing written, when
 // the codes of the two companies have different widths. Both are of `motor`.
-bool duplicaAsiento(DBEngine& motor, Database& origen, Database& destino, int asiento,
-                    const QString& fecha, int digitosSubcuenta, bool eliminar);
+bool duplicaAsiento(DBEngine& motor, Database& origen, Database& destino,
+                    const Duplicado& duplicado);
 
 // The fields that can be looked for and replaced, in the order of the list on screen.
 enum class CampoCambio { NAsiento, Fecha, Subcuenta, Descripcion, Importe };

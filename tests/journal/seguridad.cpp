@@ -90,7 +90,7 @@ TEST(Orden, HastaUnaConfirmacion) {
   quedan = orden[2].toInt();
   ignorando([&] {
     // A text that is no date leaves each line its own.
-    EXPECT_TRUE(duplicaAsiento(motor, *origen, *destino, 10, "31/02", 8, true));
+    EXPECT_TRUE(duplicaAsiento(motor, *origen, *destino, {10, "31/02", 8, true}));
   });
   ignorando([&] { motor.flush(); });
 }
