@@ -61,7 +61,7 @@ void FrmMenu::ejecutaEntrada(const EntradaMenu& entrada) {
       return;
     case AccionMenu::Programa:
     case AccionMenu::ProgramaYTermina:
-      if (entrada.control == u"MnuEspeciales") enfocar(ui->TxtSubcuenta);
+      if (entrada.control == u"MnuEspeciales") enfocar(ui_->TxtSubcuenta);
       ctx.ejecutar(
           AjustaBarra(sesion().DirPrograma) + destino,
           entrada.argumento.isEmpty() ? QStringList() : QStringList(entrada.argumento.toString()));
