@@ -85,9 +85,10 @@ void ponNivel(Database& empresa, const QString& tabla, const CuentaDe2007& nivel
   });
 }
 
+// Which national plan the company's accounts follow. One row.
 constexpr CampoDeTabla kCampos[] = {
-    {"Plan", FieldType::Text, 10},
-    {"Desde", FieldType::Date},
+    {"Plan", FieldType::Text, 10},  // "2007" or "2007 PYMES"
+    {"Desde", FieldType::Date},     // when it was sown or the company converted
 };
 constexpr TablaDeEmpresa kTabla = {"PlanOficial", kCampos, 0};
 
@@ -206,8 +207,7 @@ Plan2007DeEmpresa plan2007De(Database& empresa) {
 }
 
 void anotaPlan2007(Database& empresa, Modelo2007 modelo, const QDate& desde) {
-  if (!empresa.TableDefs().contains(kPlanOficial, Qt::CaseInsensitive))
-    empresa.appendTable(definicionDeTabla(kTabla, 0, 0));
+  aseguraTabla(empresa, kTabla);
   const auto fila = empresa.OpenRecordset(kPlanOficial);
   if (fila->Eof())
     fila->AddNew();

@@ -1,5 +1,8 @@
 #include "company/tablas.h"
 
+#include "common/errorejecucion.h"
+#include "engine/dbengine.h"
+
 namespace {
 
 using ancho::kCuenta;
@@ -173,4 +176,16 @@ TableDef definicionDeTabla(const TablaDeEmpresa& tabla, int digitosCuenta, int d
     clave.Fields += campo.Name;
   definicion.Indexes.push_back(clave);
   return definicion;
+}
+
+void aseguraTabla(Database& empresa, const TablaDeEmpresa& tabla) {
+  if (empresa.TableDefs().contains(QLatin1String(tabla.nombre), Qt::CaseInsensitive)) return;
+  const auto anchoDe = [&](const char* nombre) {
+    return empresa.tableDef(QLatin1String(nombre)).Fields.front().Size;
+  };
+  try {
+    empresa.appendTable(definicionDeTabla(tabla, anchoDe("Cuentas"), anchoDe("Subcuentas")));
+  } catch (const ErrorEjecucion& e) {
+    if (e.numero() != err::kTablaYaExiste) throw;
+  }
 }

@@ -8,6 +8,8 @@
 
 #include "engine/tabledef.h"
 
+class Database;
+
 // Widths that are the company's own: those of its codes. A column of one of them holds a code.
 namespace ancho {
 inline constexpr int kCuenta = -1;
@@ -29,6 +31,10 @@ struct TablaDeEmpresa {
 
 // The twelve tables of every file, in order of creation.
 std::span<const TablaDeEmpresa> tablasDeEmpresa();
+
+// Makes a table that came later than the files of the companies, if this one's lacks it, codes as
+// wide as in its plan. Another station that makes it at the same time is no failure.
+void aseguraTabla(Database& empresa, const TablaDeEmpresa& tabla);
 
 // What is given to the engine to make one. The code columns take the company's widths.
 TableDef definicionDeTabla(const TablaDeEmpresa& tabla, int digitosCuenta, int digitosSubcuenta);

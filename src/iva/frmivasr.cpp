@@ -108,6 +108,7 @@ void FrmIVASR::Form_Activate() {
   contrapartida_->deja();
   cuentaIva_->deja();
   TxtCuentaRecargo_LostFocus();
+  avisaDeTipo();
 }
 
 void FrmIVASR::preparaAlta(LibroIVA libro) {
@@ -223,16 +224,19 @@ void FrmIVASR::LblNOrden_Click() {
 
 void FrmIVASR::TxtFecha_LostFocus() {
   ui_->TxtFechaContable->setText(ui_->TxtFecha->text());
+  avisaDeTipo();
 }
 
 void FrmIVASR::TxtIva_LostFocus() {
   if (!tipo_->deja()) return;
+  avisaDeTipo();
   FacturaIVA f = factura();
   calculaDesdeBase(f, sesion().MascaraImporte);
   muestraCuentas(f);
 }
 
 void FrmIVASR::TxtBase_LostFocus() {
+  avisaDeTipo();
   if (ui_->ChkNoCalcula->isChecked()) return;
   FacturaIVA f = factura();
   calculaDesdeBase(f, sesion().MascaraImporte);
@@ -258,6 +262,18 @@ void FrmIVASR::TxtCuentaRecargo_LostFocus() {
   }
   recargo_->consulta();
   enfocar(ui_->TxtCuentaRecargo);
+}
+
+// Told and never refused: an old rate stays right where an operation of its time is rectified.
+void FrmIVASR::avisaDeTipo() {
+  const QString fecha = ui_->TxtFecha->text(), mascara = sesion().MascaraImporte;
+  const bool rectifica = ImporteDe(ui_->TxtBase->text(), mascara).value_or(0) < 0;
+  QString aviso;
+  if (EsFecha(fecha) && !rectifica) {
+    if (!tipos_) tipos_.emplace(*ctx.motor.Workspaces(0).OpenDatabase(sesion().rutaEmpresa()));
+    aviso = tipos_->aviso(tipo_->porcenIVA(), tipo_->porcenREC(), Variant(fecha).date());
+  }
+  ui_->LblAvisoTipo->setText(aviso);
 }
 
 QString FrmIVASR::cero() const {

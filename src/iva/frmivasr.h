@@ -7,9 +7,11 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 
 #include "engine/datacontrol.h"
 #include "iva/facturaiva.h"
+#include "iva/tiposfechas.h"
 #include "toolkit/formulario.h"
 
 namespace Ui {
@@ -48,6 +50,7 @@ class FrmIVASR : public Formulario {
 
   FacturaIVA factura() const;
   void muestraCuentas(const FacturaIVA& factura);
+  void avisaDeTipo();
   QString cero() const;
 
   std::unique_ptr<Ui::FrmIVASR> ui_;
@@ -57,6 +60,7 @@ class FrmIVASR : public Formulario {
   std::unique_ptr<CampoSubcuenta> recargo_;
   std::unique_ptr<CampoSubcuenta> contrapartida_;
   DataControl DtaIVA_;
+  std::optional<TiposPorFechas> tipos_;
   QString totalCalculado_;  // what the box of the total shows while nobody has typed in it
   QString FacturaZuri_;
   QString EmpresaZuri_;

@@ -13,7 +13,7 @@
 #include <vector>
 
 #include "iva/filarsiva.h"
-#include "oficial/tiposfechas.h"
+#include "iva/tiposfechas.h"
 
 struct LineaRegistro {
   // The row.

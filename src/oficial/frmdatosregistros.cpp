@@ -1,9 +1,14 @@
 #include "oficial/frmdatosregistros.h"
 
+#include <algorithm>
+
 #include "common/formato.h"
 #include "engine/dbengine.h"
 #include "journal/apunte.h"
+#include "journal/widgets/lineaapunte.h"
+#include "journal/widgets/trabajoendiario.h"
 #include "oficial/modelo303.h"
+#include "toolkit/protocolo.h"
 #include "ui_frmdatosregistros.h"
 
 namespace {
@@ -52,6 +57,9 @@ FrmDatosRegistros::FrmDatosRegistros(Contexto& contexto)
     ui_->LblAviso->setText(hay ? avisos_[size_t(visibles_[size_t(fila)])].join(QStringLiteral(". "))
                                : QString());
   });
+  connect(ui_->GrdRegistros, &TablaHoja::intro, this,
+          [this](int fila) { protege([&] { abreFactura(fila); }, "GrdRegistros_KeyPress"); });
+  alPulsar(ui_->CmdFactura, [this] { abreFactura(ui_->GrdRegistros->fila()); });
   alPulsar(ui_->CmdSalir, [this] {
     ui_->GrdRegistros->cierraCelda();
     descargar();
@@ -156,4 +164,37 @@ void FrmDatosRegistros::escribe(int fila, int columna, const QString& texto) {
   ponEnDisco(ctx.motor);
   avisos_[lugar] = avisosDe(lineas_[lugar], tipos_);
   ui_->LblAviso->setText(avisos_[lugar].join(QStringLiteral(". ")));
+}
+
+// What the main window refuses to change, and told as there.
+bool FrmDatosRegistros::puedeAbrirse(const LineaRegistro& linea) {
+  const QString& limite = sesion().FechaNoModificar;
+  if (linea.adquisicion) {
+    mensaje(
+        "No puede modificar una partida creada con IVA intracomunitario, elimine la partida y "
+        "cree una nueva",
+        "Partida intracomunitaria");
+    return false;
+  }
+  if (EsFecha(limite) && linea.fechaC.isValid() && linea.fechaC < Variant(limite).date()) {
+    avisaDeFechaLimite(*this, ctx);
+    return false;
+  }
+  const auto primera = std::ranges::find(lineas_, linea.asiento, &LineaRegistro::asiento);
+  if (primera->codigo != linea.codigo)
+    mensaje(QStringLiteral("El asiento %1 lleva más de una factura: se abre la primera, la %2")
+                .arg(linea.asiento)
+                .arg(primera->factura),
+            "Atención");
+  return true;
+}
+
+void FrmDatosRegistros::abreFactura(int fila) {
+  ui_->GrdRegistros->cierraCelda();
+  if (fila < 0 || fila >= int(visibles_.size())) return;
+  const LineaRegistro linea = lineas_[size_t(visibles_[size_t(fila)])];
+  if (!puedeAbrirse(linea)) return;
+  trabajaEnDiario(
+      ctx, [&] { mostrar("FrmIVASR", llamada::kIVAModificacion, QString::number(linea.asiento)); });
+  lee();
 }

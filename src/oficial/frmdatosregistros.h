@@ -30,6 +30,8 @@ class FrmDatosRegistros : public Formulario {
   bool entra(const LineaRegistro& linea, size_t lugar) const;
   QString celda(int fila, int columna) const;
   void escribe(int fila, int columna, const QString& texto);
+  void abreFactura(int fila);
+  bool puedeAbrirse(const LineaRegistro& linea);
 
   std::unique_ptr<Ui::FrmDatosRegistros> ui_;
   std::vector<LineaRegistro> lineas_;

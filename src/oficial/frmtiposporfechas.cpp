@@ -2,8 +2,8 @@
 
 #include "common/formato.h"
 #include "engine/dbengine.h"
+#include "iva/tiposfechas.h"
 #include "journal/apunte.h"
-#include "oficial/tiposfechas.h"
 #include "toolkit/rejilla.h"
 #include "ui_frmtiposporfechas.h"
 

@@ -1,9 +1,8 @@
 #include "oficial/tablafija.h"
 
-#include <QFile>
 #include <QHash>
 
-#include "common/errorejecucion.h"
+#include "common/tablacsv.h"
 
 // Outside any namespace: the macro declares the function that the resource compiler writes.
 static void abreTablas() {
@@ -33,12 +32,7 @@ Pais paisDeFila(const QStringList& fila) {
 
 QList<QStringList> leeTablaFija(const QString& nombre) {
   abreTablas();
-  QFile fichero(QStringLiteral(":/oficial/") + nombre);
-  if (!fichero.open(QIODevice::ReadOnly)) throw ErrorEjecucion(err::kFicheroNoEncontrado, nombre);
-  QList<QStringList> filas;
-  const QStringList lineas = QString::fromUtf8(fichero.readAll()).split(u'\n', Qt::SkipEmptyParts);
-  for (const QString& linea : lineas.sliced(1)) filas.append(linea.split(u';'));
-  return filas;
+  return leeTablaCsv(QStringLiteral(":/oficial/") + nombre);
 }
 
 QString llanoOficial(const QString& texto) {

@@ -6,19 +6,6 @@
 
 namespace {
 
-// Which national plan the company's accounts follow. One row.
-constexpr CampoDeTabla kPlanOficial[] = {
-    {"Plan", FieldType::Text, 10},  // "2007" or "2007 PYMES"
-    {"Desde", FieldType::Date},     // when it was sown or the company converted
-};
-
-// Rates of IVA with their dates, once a company keeps its own.
-constexpr CampoDeTabla kTiposPorFechas[] = {
-    {"IVA", FieldType::Double, 0, "0"}, {"RE", FieldType::Double, 0, "0"},
-    {"Desde", FieldType::Date},         {"Hasta", FieldType::Date},
-    {"Bienes", FieldType::Text, 50},    {"Dudoso", FieldType::Boolean},
-};
-
 // What was typed for a row of the registers of IVA beyond what it tells by itself; what is empty is
 // derived. Renumbering gives a row another code, so its invoice stands here too.
 constexpr CampoDeTabla kDatosRegistros[] = {
@@ -56,19 +43,11 @@ constexpr CampoDeTabla kModelo347[] = {
     {"Excluido", FieldType::Boolean},
 };
 
-// The lines of an official statement while they are printed; the oldest go as new ones come.
-constexpr CampoDeTabla kEstadosOficiales[] = {
-    {"Lanzamiento", FieldType::Long},
-    {"Orden", FieldType::Long},
-    {"Dia", FieldType::Date},
-    {"Nivel", FieldType::Long},
-    {"Clave", FieldType::Text, 6},
-    {"Texto", FieldType::Text, 160},
-    {"Casilla", FieldType::Text, 5},
-    {"Importe", FieldType::Double},
-    {"Anterior", FieldType::Double},
-    {"RotuloActual", FieldType::Text, 30},
-    {"RotuloAnterior", FieldType::Text, 30},
+// What was typed for the lines of an official statement, by the months that it is of: "B" the
+// balance sheet, "R" the results.
+constexpr CampoDeTabla kDesglosesEstados[] = {
+    {"Estado", FieldType::Text, 1}, {"Linea", FieldType::Long},     {"Desde", FieldType::Long},
+    {"Hasta", FieldType::Long},     {"Importe", FieldType::Double},
 };
 
 // What the bank's statements brought. A movement keeps the line of the journal that proves it, and
@@ -102,22 +81,16 @@ constexpr CampoDeTabla kReglasBanco[] = {
 };
 
 constexpr TablaDeEmpresa kTablas[] = {
-    {"PlanOficial", kPlanOficial, 0},
-    {"TiposPorFechas", kTiposPorFechas, 0},
     {"DatosRegistros", kDatosRegistros, 0},
     {"Declarante", kDeclarante, 1},
     {"Modelo303", kModelo303, 4},
     {"Modelo347", kModelo347, 2},
-    {"EstadosOficiales", kEstadosOficiales, 2},
+    {"DesglosesEstados", kDesglosesEstados, 4},
     {"MovimientosBanco", kMovimientosBanco, 1},
     {"CuentasBanco", kCuentasBanco, 1},
     {"ExtractosBanco", kExtractosBanco, 0},
     {"ReglasBanco", kReglasBanco, 1},
 };
-
-int anchoDe(const Database& empresa, const QString& tabla) {
-  return empresa.tableDef(tabla).Fields.front().Size;
-}
 
 }  // namespace
 
@@ -134,13 +107,7 @@ void aseguraTablaOficial(Database& empresa, const QString& nombre) {
     return nombre.compare(QLatin1String(t.nombre), Qt::CaseInsensitive) == 0;
   });
   if (tabla == std::end(kTablas)) throw ErrorEjecucion(err::kElementoNoEncontrado, nombre);
-  if (tieneTablaOficial(empresa, nombre)) return;
-  try {
-    empresa.appendTable(definicionDeTabla(*tabla, anchoDe(empresa, QStringLiteral("Cuentas")),
-                                          anchoDe(empresa, QStringLiteral("Subcuentas"))));
-  } catch (const ErrorEjecucion& e) {
-    if (e.numero() != err::kTablaYaExiste) throw;
-  }
+  aseguraTabla(empresa, *tabla);
 }
 
 std::unique_ptr<Recordset> leeTablaOficial(Database& empresa, const QString& nombre,

@@ -88,6 +88,9 @@ TEST_F(Facturas, UnaCompraDesdeLaLineaDeEntrada) {
       if (d.enfocado() == "TxtImporteIva") {
         EXPECT_EQ(d.textoDe("TXTIVADescripcion"), "Normal S/R");
         EXPECT_EQ(d.textoDe("TxtPorcenIVA"), "16 %");
+        EXPECT_EQ(d.textoDe("LblAvisoTipo"),  // told, and posted all the same
+                  "El 16 % de IVA rigió hasta el 30/06/2010, no el 15/03/2024 (fechas sin "
+                  "confirmar)");
         EXPECT_EQ(cuentas(d), QStringList({"1.000,50", "160,08", "0,00", "1.160,58"}));
       }
       d.intro();

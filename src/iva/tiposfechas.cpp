@@ -1,19 +1,31 @@
-#include "oficial/tiposfechas.h"
+#include "iva/tiposfechas.h"
 
 #include <algorithm>
 #include <QSet>
 
 #include "common/conversion.h"
 #include "common/formato.h"
+#include "common/tablacsv.h"
+#include "company/tablas.h"
 #include "engine/dbengine.h"
 #include "engine/filas.h"
 #include "engine/rowreader.h"
-#include "oficial/tablafija.h"
-#include "oficial/tablasoficiales.h"
+
+// Outside any namespace: the macro declares the function that the resource compiler writes.
+static void abreTipos() {
+  Q_INIT_RESOURCE(iva);
+}
 
 namespace {
 
-const QString kTabla = QStringLiteral("TiposPorFechas");
+// Once a company keeps its own.
+constexpr CampoDeTabla kCampos[] = {
+    {"IVA", FieldType::Double, 0, "0"}, {"RE", FieldType::Double, 0, "0"},
+    {"Desde", FieldType::Date},         {"Hasta", FieldType::Date},
+    {"Bienes", FieldType::Text, 50},    {"Dudoso", FieldType::Boolean},
+};
+constexpr TablaDeEmpresa kDeEmpresa = {"TiposPorFechas", kCampos, 0};
+const QString kTabla = QLatin1String(kDeEmpresa.nombre);
 constexpr double kIgual = 0.005;  // rates have two decimals
 
 bool sonIguales(double a, double b) {
@@ -34,7 +46,8 @@ QString dia(QDate fecha) {
 
 QList<TipoConFechas> tiposDelPrograma() {
   QList<TipoConFechas> tipos;
-  for (const QStringList& f : leeTablaFija(QStringLiteral("tipos.csv")))
+  abreTipos();
+  for (const QStringList& f : leeTablaCsv(QStringLiteral(":/iva/tipos.csv")))
     tipos.append({Variant(f[0]).number(), Variant(f[1]).number(), fechaDe(f[2]), fechaDe(f[3]),
                   f[5], f[4] == QLatin1String("S")});
   return tipos;
@@ -76,8 +89,9 @@ QList<TipoDeEntrada> paraEntrada(const QList<TipoConFechas>& tipos) {
 TiposPorFechas::TiposPorFechas() : tipos_(tiposDelPrograma()) {}
 
 TiposPorFechas::TiposPorFechas(Database& empresa) : TiposPorFechas() {
-  const auto filas = leeTablaOficial(empresa, kTabla, QStringLiteral("Select * from ") + kTabla);
-  if (!filas || filas->Eof()) return;
+  if (!empresa.TableDefs().contains(kTabla, Qt::CaseInsensitive)) return;
+  const auto filas = empresa.OpenRecordset(kTabla);
+  if (filas->Eof()) return;
   tipos_.clear();
   const auto numero = [&](const char* campo) {
     const FieldRef valor = filas->Fields(QLatin1String(campo));
@@ -133,7 +147,7 @@ QString TiposPorFechas::avisoNuevo(double iva, double recargo, QDate fecha) cons
 }
 
 void aseguraTiposPorFechas(Database& empresa) {
-  aseguraTablaOficial(empresa, kTabla);
+  aseguraTabla(empresa, kDeEmpresa);
   const auto filas = empresa.OpenRecordset(kTabla);
   if (!filas->Eof()) return;
   for (const TipoConFechas& tipo : tiposDelPrograma()) {

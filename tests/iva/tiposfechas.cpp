@@ -1,5 +1,5 @@
 // Rates with their dates: what is told of an invoice, and which codes they take.
-#include "oficial/tiposfechas.h"
+#include "iva/tiposfechas.h"
 
 #include <gtest/gtest.h>
 
