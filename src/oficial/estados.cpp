@@ -5,12 +5,15 @@
 
 #include "common/formato.h"
 #include "engine/dbengine.h"
+#include "engine/filas.h"
 #include "engine/rowreader.h"
 #include "oficial/tablafija.h"
+#include "oficial/tablasoficiales.h"
 
 namespace {
 
 constexpr int kMasLargo = 4;  // digits of the prefixes
+const QString kDesgloses = QStringLiteral("DesglosesEstados");
 
 // Which balances a prefix takes.
 enum class Signo { Todos, Deudor, Acreedor };
@@ -62,6 +65,55 @@ const Modelo& modeloDe(Estado cual) {
   static const Modelo balance = lee(QStringLiteral("balance-pymes.csv"));
   static const Modelo resultados = lee(QStringLiteral("pyg-pymes.csv"));
   return cual == Estado::Balance ? balance : resultados;
+}
+
+// A line that is no sum of balances: a part of the line `de`, what the typed one leaves of it, or
+// what goes from there to the line `a`.
+enum class Como { Parte, Resto, Traspaso };
+struct LineaTecleada {
+  int linea;
+  Como como;
+  int de, a;
+};
+
+QString letraDe(Estado cual) {
+  return cual == Estado::Balance ? QStringLiteral("B") : QStringLiteral("R");
+}
+
+const QList<LineaTecleada>& tecleadasDe(Estado cual) {
+  static const auto lee = [](Estado cual) {
+    QList<LineaTecleada> lista;
+    for (const QStringList& fila : leeTablaFija(QStringLiteral("desgloses.csv"))) {
+      const Como como = fila[2] == QLatin1String("parte")   ? Como::Parte
+                        : fila[2] == QLatin1String("resto") ? Como::Resto
+                                                            : Como::Traspaso;
+      if (fila[0] == letraDe(cual))
+        lista.append({fila[1].toInt(), como, fila[3].toInt(), fila[4].toInt()});
+    }
+    return lista;
+  };
+  static const QList<LineaTecleada> balance = lee(Estado::Balance);
+  static const QList<LineaTecleada> resultados = lee(Estado::Resultados);
+  return cual == Estado::Balance ? balance : resultados;
+}
+
+// Puts what was typed into a column, before its totals are added. The rest of a line is only told
+// where a part of it was.
+void ponDesgloses(Estado cual, const Desgloses& desgloses, QList<LineaDeEstado>& lineas,
+                  double LineaDeEstado::*columna) {
+  const auto importe = [&](int orden) -> double& {
+    return (*std::ranges::find(lineas, orden, &LineaDeEstado::orden)).*columna;
+  };
+  for (const LineaTecleada& t : tecleadasDe(cual)) {
+    const double tecleado = desgloses.value(t.linea);
+    if (t.como == Como::Resto || tecleado == 0) continue;
+    importe(t.linea) = tecleado;
+    if (t.como == Como::Parte) continue;
+    importe(t.de) -= tecleado;
+    if (t.a != t.linea) importe(t.a) += tecleado;
+  }
+  for (const LineaTecleada& t : tecleadasDe(cual))
+    if (t.como == Como::Resto && importe(t.a) != 0) importe(t.linea) = importe(t.de) - importe(t.a);
 }
 
 // The place of the line that a subcuenta goes to; -1 for none.
@@ -132,11 +184,61 @@ Saldos saldosDelPeriodo(Database& empresa, int desde, int hasta) {
   return saldos;
 }
 
-EstadoOficial calculaEstado(Estado cual, const Saldos& actual, const Saldos& anterior) {
+bool seEscribe(Estado cual, int orden) {
+  return std::ranges::any_of(tecleadasDe(cual), [&](const LineaTecleada& t) {
+    return t.linea == orden && t.como != Como::Resto;
+  });
+}
+
+namespace {
+QString deDesgloses(Estado cual, int desde, int hasta) {
+  return QStringLiteral("Select * from %1 where Estado='%2' and Desde=%3 and Hasta=%4")
+      .arg(kDesgloses, letraDe(cual))
+      .arg(desde)
+      .arg(hasta);
+}
+}  // namespace
+
+Desgloses desglosesDelPeriodo(Database& empresa, Estado cual, int desde, int hasta) {
+  Desgloses desgloses;
+  const auto filas = leeTablaOficial(empresa, kDesgloses, deDesgloses(cual, desde, hasta));
+  for (; filas && !filas->Eof(); filas->MoveNext())
+    desgloses.insert(static_cast<int>(filas->Fields("Linea").toLong()),
+                     filas->Fields("Importe").number());
+  return desgloses;
+}
+
+void escribeDesglose(Database& empresa, const SitioDeDesglose& sitio,
+                     std::optional<double> importe) {
+  aseguraTablaOficial(empresa, kDesgloses);
+  const auto filas = empresa.OpenRecordset(deDesgloses(sitio.cual, sitio.desde, sitio.hasta) +
+                                           QStringLiteral(" and Linea=%1").arg(sitio.orden));
+  if (!importe) {
+    if (!filas->Eof()) filas->Delete();
+    return;
+  }
+  if (filas->Eof()) {
+    filas->AddNew();
+  } else {
+    filas->Edit();
+  }
+  completa(*filas, [&] {
+    filas->Fields("Estado") = letraDe(sitio.cual);
+    filas->Fields("Linea") = sitio.orden;
+    filas->Fields("Desde") = sitio.desde;
+    filas->Fields("Hasta") = sitio.hasta;
+    filas->Fields("Importe") = *importe;
+  });
+}
+
+EstadoOficial calculaEstado(Estado cual, const Saldos& actual, const Saldos& anterior,
+                            const Desgloses& desgloses, const Desgloses& desglosesAnteriores) {
   const Modelo& modelo = modeloDe(cual);
   EstadoOficial estado{modelo.lineas, {}, {}};
   estado.sinLinea = reparte(cual, actual, estado.lineas, &LineaDeEstado::importe);
   estado.sinLineaAnterior = reparte(cual, anterior, estado.lineas, &LineaDeEstado::anterior);
+  ponDesgloses(cual, desgloses, estado.lineas, &LineaDeEstado::importe);
+  ponDesgloses(cual, desglosesAnteriores, estado.lineas, &LineaDeEstado::anterior);
   for (const LineaDeEstado& linea : modelo.lineas)
     for (const auto columna : {&LineaDeEstado::importe, &LineaDeEstado::anterior})
       total(modelo, estado.lineas, linea.orden, columna);

@@ -4,6 +4,7 @@
 // lines that a total adds. An account goes to the line with its longest prefix.
 #pragma once
 
+#include <optional>
 #include <QHash>
 #include <QList>
 #include <QString>
@@ -18,6 +19,24 @@ using Saldos = QHash<QString, double>;
 // Of the months `desde` to `hasta`. Without the lines that sweep the results and close the year:
 // both statements are those of the day before.
 Saldos saldosDelPeriodo(Database& empresa, int desde, int hasta);
+
+// What no balance tells, by the number of its line: part of another line's amount, which the
+// bookkeeper types. Some of these lines only say of what another one is made, some take their
+// amount away from it.
+using Desgloses = QHash<int, double>;
+
+// Whether a line's amount is typed.
+bool seEscribe(Estado cual, int orden);
+// Those of a company in the months `desde` to `hasta`; typed for other months they don't count.
+Desgloses desglosesDelPeriodo(Database& empresa, Estado cual, int desde, int hasta);
+// Types the amount of a line for these months, nothing to forget it.
+struct SitioDeDesglose {
+  Estado cual;
+  int orden;
+  int desde, hasta;
+};
+void escribeDesglose(Database& empresa, const SitioDeDesglose& sitio,
+                     std::optional<double> importe);
 
 struct LineaDeEstado {
   int orden = 0;
@@ -38,7 +57,9 @@ struct EstadoOficial {
 
 // Assets are debit less credit, all else credit less debit. `anterior` is the year before, from
 // another company's books.
-EstadoOficial calculaEstado(Estado cual, const Saldos& actual, const Saldos& anterior = {});
+EstadoOficial calculaEstado(Estado cual, const Saldos& actual, const Saldos& anterior = {},
+                            const Desgloses& desgloses = {},
+                            const Desgloses& desglosesAnteriores = {});
 
 // The amount of a line of a statement by its number, 0 without it; the totals that are compared.
 double importeDeLinea(const EstadoOficial& estado, int orden,

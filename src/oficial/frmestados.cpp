@@ -6,22 +6,17 @@
 #include "accounts/plan2007.h"
 #include "common/comillas.h"
 #include "common/formato.h"
+#include "journal/apunte.h"
+#include "oficial/widgets/hojaimpresa.h"
 #include "toolkit/registro.h"
 #include "ui_frmestados.h"
 
 namespace {
+enum { kConcepto, kImporte, kAnterior };
 constexpr int kResultados = 2;
-const QString kAnoAnterior = QStringLiteral(" (año anterior)");
+constexpr int kNivelDeAviso = 9;
 constexpr int kSangria = 3;  // blanks for each level
-
-QTableWidgetItem* celda(const QString& texto, Qt::Alignment alineacion, bool fuerte) {
-  auto* item = new QTableWidgetItem(texto);
-  item->setTextAlignment(alineacion | Qt::AlignVCenter);
-  QFont letra = item->font();
-  letra.setBold(fuerte);
-  item->setFont(letra);
-  return item;
-}
+const QString kAnoAnterior = QStringLiteral(" (año anterior)");
 }  // namespace
 
 FrmEstados::FrmEstados(Contexto& contexto)
@@ -29,9 +24,7 @@ FrmEstados::FrmEstados(Contexto& contexto)
   ui_->setupUi(this);
   DtaEmpresas_.setObjectName("DtaEmpresas");
   ui_->TxtEmpresa->enlazar(DtaEmpresas_, "NombreEmpresa");
-  ui_->GrdEstado->setColumnCount(3);
-  ui_->GrdEstado->verticalHeader()->hide();
-  ui_->GrdEstado->horizontalHeader()->setSectionResizeMode(0, QHeaderView::Stretch);
+  sinIntro(ui_->GrdEstado);
   for (QComboBox* combo : {ui_->TxtDesde, ui_->TxtHasta})
     alElegir(combo, [this](int) { muestra(); });
   connect(ui_->TxtEmpresa, &ComboEnlazado::elegido, this,
@@ -41,7 +34,7 @@ FrmEstados::FrmEstados(Contexto& contexto)
     muestra();
   });
   alPulsar(ui_->ChkTodas, [this] { muestra(); });
-  alPulsar(ui_->CmdAceptar, [this] { lanza([this] { return listado(); }); });
+  alPulsar(ui_->CmdAceptar, [this] { imprime(); });
   alPulsar(ui_->CmdCancelar, [this] { descargar(); });
 }
 
@@ -56,107 +49,156 @@ void FrmEstados::Form_Load() {
   muestra();
 }
 
-Saldos FrmEstados::anteriores() {
+int FrmEstados::desde() const {
+  return numeroDeMes(ui_->TxtDesde->currentText()).toInt();
+}
+
+int FrmEstados::hasta() const {
+  return numeroDeMes(ui_->TxtHasta->currentText()).toInt();
+}
+
+// The file of the company that keeps the year before; null where none is chosen.
+std::unique_ptr<Database> FrmEstados::delAnoAnterior() {
   const QString otra = ui_->TxtEmpresa->texto();
-  impreso_.conAnterior = !otra.isEmpty();
-  impreso_.rotuloAnterior.clear();
-  if (otra.isEmpty()) return {};
-  const auto base = ctx.motor.Workspaces(0).OpenDatabase(sesion().rutaEmpresa(otra));
+  rotuloAnterior_.clear();
+  if (otra.isEmpty()) return nullptr;
+  auto base = ctx.motor.Workspaces(0).OpenDatabase(sesion().rutaEmpresa(otra));
   const auto fila = base->OpenRecordset("Select * from Empresa");
-  impreso_.rotuloAnterior = fila->Eof() ? otra.left(30) : fila->Fields("Año").display();
+  rotuloAnterior_ = fila->Eof() ? otra : fila->Fields("Año").display();
   if (!plan2007De(*base).sigue)
-    impreso_.avisos.append({{}, "La empresa " + otra + " no consta que siga el plan de 2007"});
-  return saldosDelPeriodo(*base, numeroDeMes(ui_->TxtDesde->currentText()).toInt(),
-                          numeroDeMes(ui_->TxtHasta->currentText()).toInt());
+    avisos_ += "La empresa " + otra + " no consta que siga el plan de 2007";
+  return base;
 }
 
 void FrmEstados::calcula() {
   const auto empresa = ctx.motor.Workspaces(0).OpenDatabase(sesion().rutaEmpresa());
-  impreso_ = {};
-  impreso_.mascara = sesion().MascaraImporte;
-  impreso_.todas = ui_->ChkTodas->isChecked();
-  impreso_.rotuloActual = QString::number(sesion().AnoActual);
-  const Saldos actual =
-      saldosDelPeriodo(*empresa, numeroDeMes(ui_->TxtDesde->currentText()).toInt(),
-                       numeroDeMes(ui_->TxtHasta->currentText()).toInt());
-  const Saldos anterior = anteriores();
-  impreso_.estado = calculaEstado(cual_, actual, anterior);
+  avisos_.clear();
+  const Saldos actual = saldosDelPeriodo(*empresa, desde(), hasta());
+  const Desgloses desgloses = desglosesDelPeriodo(*empresa, cual_, desde(), hasta());
+  Saldos anterior;
+  Desgloses desglosesAnteriores;
+  if (const auto base = delAnoAnterior()) {
+    anterior = saldosDelPeriodo(*base, desde(), hasta());
+    desglosesAnteriores = desglosesDelPeriodo(*base, cual_, desde(), hasta());
+  }
+  estado_ = calculaEstado(cual_, actual, anterior, desgloses, desglosesAnteriores);
   const Estado otro = cual_ == Estado::Balance ? Estado::Resultados : Estado::Balance;
   avisa(*empresa, calculaEstado(otro, actual, anterior), resultadoDe(actual));
 }
 
 // What doesn't square, and what stands in no line, is told on the screen and on the page.
 void FrmEstados::avisa(Database& empresa, const EstadoOficial& otro, double resultado) {
-  const auto importe = [this](double valor) { return Format(valor, impreso_.mascara).trimmed(); };
+  const auto importe = [this](double valor) {
+    return Format(valor, sesion().MascaraImporte).trimmed();
+  };
   const QString cero = importe(0);
-  const EstadoOficial& balance = cual_ == Estado::Balance ? impreso_.estado : otro;
-  const EstadoOficial& resultados = cual_ == Estado::Balance ? otro : impreso_.estado;
+  const EstadoOficial& balance = cual_ == Estado::Balance ? estado_ : otro;
+  const EstadoOficial& resultados = cual_ == Estado::Balance ? otro : estado_;
   for (const auto& [columna, cuando] :
        {std::pair(&LineaDeEstado::importe, QString()), {&LineaDeEstado::anterior, kAnoAnterior}}) {
     const double descuadre = importeDeLinea(balance, lineaestado::kActivo, columna) -
                              importeDeLinea(balance, lineaestado::kPasivo, columna);
     if (importe(descuadre) != cero)
-      impreso_.avisos.append({{},
-                              "El activo no es igual al patrimonio neto y pasivo: diferencia de " +
-                                  importe(descuadre) + cuando});
+      avisos_ += "El activo no es igual al patrimonio neto y pasivo: diferencia de " +
+                 importe(descuadre) + cuando;
   }
   const double diferencia = resultado - importeDeLinea(resultados, lineaestado::kResultado);
   if (importe(diferencia) != cero)
-    impreso_.avisos.append(
-        {{},
-         "El resultado del balance no es el de pérdidas y ganancias: diferencia de " +
-             importe(diferencia)});
-  for (const auto& [saldos, cuando] : {std::pair(&impreso_.estado.sinLinea, QString()),
-                                       {&impreso_.estado.sinLineaAnterior, kAnoAnterior}}) {
+    avisos_ += "El resultado del balance no es el de pérdidas y ganancias: diferencia de " +
+               importe(diferencia);
+  avisaDeCuentasSinLinea(empresa);
+}
+
+void FrmEstados::avisaDeCuentasSinLinea(Database& empresa) {
+  for (const auto& [saldos, cuando] :
+       {std::pair(&estado_.sinLinea, QString()), {&estado_.sinLineaAnterior, kAnoAnterior}}) {
     QStringList codigos = saldos->keys();
     std::ranges::sort(codigos);
     for (const QString& codigo : codigos) {
       const auto fila = empresa.OpenRecordset(
           "Select Descripcion from Subcuentas where Subcuenta=" + entreComillas(codigo));
       const QString nombre = fila->Eof() ? QString() : fila->Fields(0).display();
-      impreso_.avisos.append({codigo, nombre + ": no está en ninguna línea, saldo de " +
-                                          importe(saldos->value(codigo)) + cuando});
+      avisos_ += codigo + u' ' + nombre + ": no está en ninguna línea, saldo de " +
+                 Format(saldos->value(codigo), sesion().MascaraImporte).trimmed() + cuando;
     }
   }
 }
 
 void FrmEstados::muestra() {
+  ui_->GrdEstado->cierraCelda();
   calcula();
-  QTableWidget& tabla = *ui_->GrdEstado;
-  tabla.setHorizontalHeaderLabels(
-      {"Concepto", impreso_.rotuloActual,
-       impreso_.conAnterior ? impreso_.rotuloAnterior : QStringLiteral(" ")});
-  tabla.setColumnHidden(2, !impreso_.conAnterior);
-  tabla.setRowCount(0);
-  for (const LineaDeEstado& linea : impreso_.estado.lineas) {
-    if (!seMuestra(linea, impreso_.mascara, impreso_.todas)) continue;
-    const int fila = tabla.rowCount();
-    const bool fuerte = linea.nivel <= 1;
-    const QString texto = QString(kSangria * std::max(0, linea.nivel - 1), u' ') + linea.clave +
-                          (linea.clave.isEmpty() ? "" : " ") + linea.texto;
-    tabla.insertRow(fila);
-    tabla.setItem(fila, 0, celda(texto, Qt::AlignLeft, fuerte));
-    tabla.setItem(fila, 1, celda(Format(linea.importe, impreso_.mascara), Qt::AlignRight, fuerte));
-    tabla.setItem(fila, 2, celda(Format(linea.anterior, impreso_.mascara), Qt::AlignRight, fuerte));
+  const bool todas = ui_->ChkTodas->isChecked();
+  visibles_.clear();
+  for (qsizetype i = 0; i < estado_.lineas.size(); ++i) {
+    const LineaDeEstado& linea = estado_.lineas[i];
+    if (seMuestra(linea, sesion().MascaraImporte, todas) ||
+        (todas && seEscribe(cual_, linea.orden)))
+      visibles_.push_back(i);
   }
-  for (const int columna : {1, 2}) tabla.setColumnWidth(columna, 130);
-  if (tabla.rowCount() > 0) tabla.setCurrentCell(0, 0);
-  QStringList textos;
-  for (const auto& [codigo, texto] : impreso_.avisos) textos << (codigo + u' ' + texto).trimmed();
-  ui_->LblAvisos->setPlainText(textos.isEmpty()
+  ponRejilla();
+  ui_->LblAvisos->setPlainText(avisos_.isEmpty()
                                    ? "El balance cuadra, el resultado es el mismo en los "
                                      "dos estados y todas las cuentas tienen su línea."
-                                   : textos.join('\n'));
+                                   : avisos_.join('\n'));
 }
 
-Listado FrmEstados::listado() {
-  muestra();
+void FrmEstados::ponRejilla() {
+  std::vector<ColumnaHojaPantalla> columnas = {{"Concepto", 66},
+                                               {QString::number(sesion().AnoActual), 16, true}};
+  if (!rotuloAnterior_.isEmpty()) columnas.push_back({rotuloAnterior_, 16, true});
+  const int antes = ui_->GrdEstado->fila();
+  ui_->GrdEstado->enlazar(
+      std::move(columnas),
+      {.filas = [this] { return int(visibles_.size()); },
+       .texto = [this](int fila, int columna) { return celda(fila, columna); },
+       .editable =
+           [this](int fila, int columna) {
+             return columna == kImporte && seEscribe(cual_, linea(fila).orden);
+           },
+       .escribe = [this](int fila, int, const QString& texto) { escribe(fila, texto); },
+       .resalta = [this](int fila, int) { return linea(fila).nivel <= 1; }});
+  ui_->GrdEstado->horizontalHeader()->setStretchLastSection(false);
+  ui_->GrdEstado->horizontalHeader()->setSectionResizeMode(kConcepto, QHeaderView::Stretch);
+  if (!visibles_.empty())
+    ui_->GrdEstado->irA(std::clamp(antes, 0, int(visibles_.size()) - 1), kImporte);
+}
+
+QString FrmEstados::celda(int fila, int columna) const {
+  const LineaDeEstado& l = linea(fila);
+  if (columna == kConcepto)
+    return QString(kSangria * std::max(0, l.nivel - 1), u' ') + l.clave +
+           (l.clave.isEmpty() ? "" : " ") + l.texto;
+  return Format(columna == kAnterior ? l.anterior : l.importe, ctx.sesion.MascaraImporte);
+}
+
+void FrmEstados::escribe(int fila, const QString& texto) {
+  std::optional<double> importe;
+  if (!texto.trimmed().isEmpty()) {
+    importe = ImporteDe(texto, sesion().MascaraImporte);
+    if (!importe)
+      throw ErrorEjecucion(err::kTiposNoCoinciden,
+                           QStringLiteral("«%1» no es un importe").arg(texto));
+  }
   const auto empresa = ctx.motor.Workspaces(0).OpenDatabase(sesion().rutaEmpresa());
-  const int numero = escribeEstado(*empresa, impreso_, ctx.reloj->hoy());
-  ctx.motor.flush();
-  const bool balance = cual_ == Estado::Balance;
-  return {.titulo = windowTitle(),
-          .plantilla = balance ? "Impresos\\BalancePymes.rpt" : "Impresos\\ResultadosPymes.rpt",
-          .seleccion = "{EstadosOficiales.Lanzamiento}=" + QString::number(numero),
-          .limites = textoLimites(ui_->TxtDesde->currentText(), ui_->TxtHasta->currentText())};
+  escribeDesglose(*empresa, {cual_, linea(fila).orden, desde(), hasta()}, importe);
+  ponEnDisco(ctx.motor);
+  // The editor still stands in the grid: its rows may change once it has gone.
+  QMetaObject::invokeMethod(
+      this, [this] { protege([this] { muestra(); }, "GrdEstado_AfterUpdate"); },
+      Qt::QueuedConnection);
+}
+
+void FrmEstados::imprime() {
+  muestra();
+  HojaImpresa hoja(ctx, this);
+  const QStringList rotulos = {QString::number(sesion().AnoActual), rotuloAnterior_};
+  for (const LineaDeEstado& l : estado_.lineas) {
+    if (!seMuestra(l, sesion().MascaraImporte, ui_->ChkTodas->isChecked())) continue;
+    const Variant anterior = rotuloAnterior_.isEmpty() ? Variant() : Variant(l.anterior);
+    hoja.anade(QStringList{l.clave, l.texto, l.casilla} + rotulos, {l.nivel, l.importe, anterior});
+  }
+  for (const QString& aviso : avisos_)
+    hoja.anade(QStringList{{}, aviso, {}} + rotulos, {kNivelDeAviso});
+  hoja.muestra(windowTitle(), cual_ == Estado::Balance ? "BalancePymes" : "ResultadosPymes",
+               textoLimites(ui_->TxtDesde->currentText(), ui_->TxtHasta->currentText()));
 }

@@ -269,8 +269,8 @@ void FrmModelo303::CmdImprimir_Click() {
   HojaImpresa impresa(ctx, this);
   for (const int i : visibles_) {
     const Casilla303& c = hoja_->casillas()[size_t(i)];
-    impresa.anade({c.numero, c.titulo, importe(c, hoja_->valor(c.numero)),
-                   c.aMano ? QStringLiteral("a mano") : QString()});
+    impresa.anade({c.numero, c.titulo, c.aMano ? QStringLiteral("a mano") : QString()},
+                  {double(hoja_->valor(c.numero)) / 100});
   }
   impresa.muestra(QStringLiteral("Modelo 303"), QStringLiteral("Modelo303"),
                   QStringLiteral("%1 de %2   N.I.F. %3")

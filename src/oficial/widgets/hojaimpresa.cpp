@@ -13,7 +13,7 @@
 
 namespace {
 
-constexpr int kColumnas = 20, kLargo = 200;
+constexpr int kTextos = 20, kImportes = 8, kLargo = 200;
 
 // The preview may outlive whatever opened it.
 class Carpeta : public QObject {
@@ -41,8 +41,10 @@ QString HojaImpresa::escribe() const {
   TableDef hoja;
   hoja.Name = QStringLiteral("Hoja");
   hoja.CreateField(QStringLiteral("Orden"), FieldType::Long);
-  for (int c = 1; c <= kColumnas; ++c)
+  for (int c = 1; c <= kTextos; ++c)
     hoja.CreateField(QStringLiteral("C%1").arg(c), FieldType::Text, kLargo).AllowZeroLength = true;
+  for (int c = 1; c <= kImportes; ++c)
+    hoja.CreateField(QStringLiteral("N%1").arg(c), FieldType::Double);
   libro->appendTable(hoja);
   const auto origen = empresa->OpenRecordset(QStringLiteral("Empresa"));
   const auto copia = libro->OpenRecordset(QStringLiteral("Empresa"));
@@ -50,12 +52,14 @@ QString HojaImpresa::escribe() const {
   completa(*copia, [&] { copiaCampos(*origen, *copia); });
   const auto filas = libro->OpenRecordset(QStringLiteral("Hoja"));
   int orden = 0;
-  for (const QStringList& celdas : filas_) {
+  for (const Fila& fila : filas_) {
     filas->AddNew();
     completa(*filas, [&] {
       filas->Fields(0) = ++orden;
-      for (int c = 0; c < kColumnas; ++c)
-        filas->Fields(c + 1) = celdas.value(c).trimmed().left(kLargo);
+      for (int c = 0; c < kTextos; ++c)
+        filas->Fields(c + 1) = fila.textos.value(c).trimmed().left(kLargo);
+      for (int c = 0; c < fila.importes.size(); ++c)
+        filas->Fields(kTextos + 1 + c) = fila.importes[c];
     });
   }
   ctx_.motor.flush();

@@ -1,12 +1,14 @@
 // Reckoned rows on paper, through the frame of all books: a template that the office may edit, the
 // preview, PDF and spreadsheet.
 //
-// The rows are put into a file of their own, as the table Hoja with the columns C1, C2... of text,
-// beside a copy of the company's row. It goes when the program ends.
+// The rows are put into a file of their own, as the table Hoja with the columns C1, C2... of text
+// and N1, N2... of amounts, beside a copy of the company's row. It goes when the program ends.
 #pragma once
 
 #include <QStringList>
 #include <vector>
+
+#include "common/variant.h"
 
 struct Contexto;
 class QWidget;
@@ -15,8 +17,10 @@ class HojaImpresa {
  public:
   HojaImpresa(Contexto& contexto, QWidget* padre) : ctx_(contexto), padre_(padre) {}
 
-  // A row: at most 20 texts.
-  void anade(const QStringList& celdas) { filas_.push_back(celdas); }
+  // A row: at most 20 texts and 8 amounts, Null where there is none.
+  void anade(const QStringList& textos, const QList<Variant>& importes = {}) {
+    filas_.push_back({textos, importes});
+  }
   // Shows the book; `plantilla` is the bare name of its template. What fails is told as for any
   // book.
   void muestra(const QString& titulo, const QString& plantilla, const QString& limites) const;
@@ -26,5 +30,9 @@ class HojaImpresa {
 
   Contexto& ctx_;
   QWidget* padre_;
-  std::vector<QStringList> filas_;
+  struct Fila {
+    QStringList textos;
+    QList<Variant> importes;
+  };
+  std::vector<Fila> filas_;
 };

@@ -39,7 +39,8 @@ class TablaHoja::Modelo : public QAbstractTableModel {
     switch (papel) {
       case Qt::DisplayRole:
       case Qt::EditRole:
-        return fuente_.texto(f, c).trimmed();
+        // Amounts come with the blanks of their mask; blanks before a text set it in.
+        return columna(c).derecha ? fuente_.texto(f, c).trimmed() : fuente_.texto(f, c);
       case Qt::ToolTipRole:
         return fuente_.texto(f, c);
       case Qt::TextAlignmentRole:
