@@ -71,6 +71,7 @@ QMap<QString, FilaConversion> codigosDe(Database& empresa) {
         FilaConversion& fila = filas[codigos.text(0)];
         fila.codigo = codigos.text(0);
         if (nombre == QLatin1String("Diario")) fila.lineas = static_cast<int>(codigos.number(1));
+        if (nombre != QLatin1String("Subcuentas")) fila.usada = true;
       }
     }
   }
@@ -127,37 +128,49 @@ QString codigoConvertido(const QString& codigo, const QString& destino) {
   return destino + codigo.mid(std::max<qsizetype>(kDigitosDelPlan, destino.size()));
 }
 
+namespace {
+
+void anota(FilaConversion& fila, const QString& nota) {
+  fila.nota += (fila.nota.isEmpty() ? QString() : QStringLiteral(". ")) + nota;
+}
+
+// An account of the company's own keeps its code; it may mean something in 2007.
+void proponePropia(FilaConversion& fila, bool esDelPlan) {
+  fila.dudosa = esDelPlan;
+  (fila.dudosa ? fila.corriente : fila.nuevo) = fila.codigo;
+  anota(fila, fila.dudosa ? QStringLiteral("No es del plan anterior, y en 2007 significa algo")
+                          : QStringLiteral("Cuenta propia"));
+}
+
+void propone(FilaConversion& fila, const Paso& paso, const QSet<QString>& delPlan) {
+  fila.nota = paso.nota;
+  const QString convertido = codigoConvertido(fila.codigo, paso.destino);
+  const bool esta = delPlan.contains(paso.destino.left(kDigitosDelPlan));
+  fila.dudosa = paso.destino.isEmpty() || paso.clase == QLatin1String("dudosa") || !esta;
+  if (!fila.dudosa) {
+    fila.nuevo = paso.clase == QLatin1String("igual") ? fila.codigo : convertido;
+    return;
+  }
+  if (paso.destino.isEmpty()) return;
+  if (!esta) return anota(fila, paso.destino + QStringLiteral(" no está en este modelo"));
+  fila.corriente = convertido;
+  anota(fila, QStringLiteral("Lo corriente sería ") + convertido);
+}
+
+}  // namespace
+
 QList<FilaConversion> proponeConversion(Database& empresa, Modelo2007 modelo) {
   QList<FilaConversion> filas = codigosDe(empresa).values();
   const QSet<QString> delPlan = codigosDelPlan(modelo);
   QSet<QString> tomados;
-  const auto anota = [](FilaConversion& fila, const QString& nota) {
-    fila.nota += (fila.nota.isEmpty() ? QString() : QStringLiteral(". ")) + nota;
-  };
   for (FilaConversion& fila : filas) {
     const QString cuenta = fila.codigo.left(kDigitosDelPlan);
     const auto paso = pasos().constFind(cuenta);
-    if (paso == pasos().cend()) {
-      // An account of the company's own keeps its code; it may mean something in 2007.
-      fila.dudosa = delPlan.contains(cuenta);
-      if (!fila.dudosa) fila.nuevo = fila.codigo;
-      anota(fila, fila.dudosa ? QStringLiteral("No es del plan anterior, y en 2007 significa algo")
-                              : QStringLiteral("Cuenta propia"));
-      if (!fila.dudosa) tomados.insert(fila.nuevo);
-      continue;
-    }
-    fila.nota = paso->nota;
-    const QString& destino = paso->destino;
-    fila.dudosa = destino.isEmpty() || paso->clase == QLatin1String("dudosa");
-    if (!fila.dudosa && !delPlan.contains(destino.left(kDigitosDelPlan))) {
-      fila.dudosa = true;
-      anota(fila, destino + QStringLiteral(" no está en este modelo"));
-    }
-    if (fila.dudosa && !destino.isEmpty())
-      anota(fila, QStringLiteral("Lo corriente sería ") + codigoConvertido(fila.codigo, destino));
-    if (fila.dudosa) continue;
-    fila.nuevo = paso->clase == QLatin1String("igual") ? fila.codigo
-                                                       : codigoConvertido(fila.codigo, destino);
+    if (paso == pasos().cend())
+      proponePropia(fila, delPlan.contains(cuenta));
+    else
+      propone(fila, *paso, delPlan);
+    if (fila.dudosa && !fila.usada) anota(fila, QStringLiteral("No se usa"));
     if (fila.nuevo == fila.codigo) tomados.insert(fila.nuevo);
   }
   // Who keeps a code keeps it; who comes to one that is taken gets another ending.
@@ -173,6 +186,22 @@ QList<FilaConversion> proponeConversion(Database& empresa, Modelo2007 modelo) {
   return filas;
 }
 
+int decideNoUsadas(QList<FilaConversion>& filas) {
+  QSet<QString> tomados;
+  for (const FilaConversion& fila : filas) tomados.insert(fila.nuevo);
+  int decididas = 0;
+  for (FilaConversion& fila : filas) {
+    if (fila.usada || fila.decidida()) continue;
+    fila.nuevo = fila.corriente;
+    if (tomados.contains(fila.nuevo) && !fila.nuevo.isEmpty())
+      fila.nuevo = libre(fila.nuevo, kDigitosDelPlan, tomados);
+    fila.seBorra = fila.nuevo.isEmpty();
+    tomados.insert(fila.nuevo);
+    ++decididas;
+  }
+  return decididas;
+}
+
 QStringList faltasDeConversion(Database& empresa, const Conversion& conversion) {
   const int digitos = anchoDe(empresa, "Subcuentas"), digitosCuenta = anchoDe(empresa, "Cuentas");
   const QSet<QString> posibles = cuentasPosibles(empresa, conversion.modelo, digitosCuenta);
@@ -185,6 +214,9 @@ QStringList faltasDeConversion(Database& empresa, const Conversion& conversion) 
     const QString cuenta = nuevo.left(digitosCuenta);
     // A code that was never whole stays as it is.
     const bool entera = fila.codigo.size() == digitos;
+    if (fila.seBorra && fila.usada)
+      faltas += QStringLiteral("%1: se usa, no puede borrarse").arg(fila.codigo);
+    if (fila.seBorra) continue;
     if (nuevo.isEmpty())
       faltas += QStringLiteral("%1: falta decidir su código nuevo").arg(fila.codigo);
     else if (!cifras || (entera && nuevo.size() != digitos))
@@ -207,15 +239,20 @@ class Obra {
  public:
   Obra(Database& empresa, const Conversion& conversion)
       : empresa_(empresa), modelo_(conversion.modelo), digitosCuenta_(anchoDe(empresa, "Cuentas")) {
-    for (const FilaConversion& fila : conversion.filas) mapa_.insert(fila.codigo, fila.nuevo);
+    for (const FilaConversion& fila : conversion.filas) {
+      if (fila.seBorra)
+        borradas_.insert(fila.codigo);
+      else
+        mapa_.insert(fila.codigo, fila.nuevo);
+    }
   }
 
   void convierteCodigos(Convertido& hecho, const Avance& avance);
   void convierteCuentas();
-  QMap<QString, SumasConversion> sumas(bool conNuevos) const;
+  QMap<QString, SumasConversion> sumas() const;
+  QString nuevo(const QString& codigo) const { return mapa_.value(codigo, codigo); }
 
  private:
-  QString nuevo(const QString& codigo) const { return mapa_.value(codigo, codigo); }
   QString cuentaNueva(const QString& cuenta) const;
   void convierteSubcuentas(Convertido& hecho);
 
@@ -223,6 +260,7 @@ class Obra {
   Modelo2007 modelo_;
   int digitosCuenta_;
   QHash<QString, QString> mapa_;
+  QSet<QString> borradas_;
 };
 
 QString Obra::cuentaNueva(const QString& cuenta) const {
@@ -238,7 +276,11 @@ void Obra::convierteSubcuentas(Convertido& hecho) {
   QList<QList<Variant>> movidas;
   for (; !filas->Eof(); filas->MoveNext()) {
     const QString codigo = filas->Fields(0).display();
-    if (nuevo(codigo) == codigo) continue;
+    if (borradas_.contains(codigo)) {
+      filas->Delete();
+      ++hecho.borradas;
+    }
+    if (borradas_.contains(codigo) || nuevo(codigo) == codigo) continue;
     QList<Variant> fila;
     for (int i = 0; i < filas->FieldCount(); ++i) fila += filas->Fields(i).Value();
     fila[0] = nuevo(codigo);
@@ -332,29 +374,36 @@ void Obra::convierteCuentas() {
   });
 }
 
-// Of each code of the journal, in millionths; by its new one before the change.
-QMap<QString, SumasConversion> Obra::sumas(bool conNuevos) const {
+// Of each code of the journal, as the file keeps them.
+QMap<QString, SumasConversion> Obra::sumas() const {
   QMap<QString, SumasConversion> porCodigo;
   RowReader filas(empresa_, QStringLiteral("Select Subcuenta, SumaDeDebe, SumaDeHaber from "
                                            "SqlSubcuentasSaldosCuentas"));
-  while (filas.next()) {
-    SumasConversion& suma = porCodigo[conNuevos ? nuevo(filas.text(0)) : filas.text(0)];
-    suma.debe += std::round(filas.number(1) * 1e6);
-    suma.haber += std::round(filas.number(2) * 1e6);
-  }
+  while (filas.next()) porCodigo[filas.text(0)] = {filas.number(1), filas.number(2)};
   return porCodigo;
 }
 
-SumasConversion totalDe(const QMap<QString, SumasConversion>& porCodigo) {
-  SumasConversion total;
-  for (const SumasConversion& suma : porCodigo) {
-    total.debe += suma.debe / 1e6;
-    total.haber += suma.haber / 1e6;
-  }
-  return total;
+bool iguales(double a, double b) {
+  constexpr double kMillonesimas = 1e6;  // in which they are kept
+  return std::round(a * kMillonesimas) == std::round(b * kMillonesimas);
+}
+
+bool cuadra(const FilaDeSumas& fila) {
+  return iguales(fila.antes.debe, fila.despues.debe) &&
+         iguales(fila.antes.haber, fila.despues.haber);
 }
 
 }  // namespace
+
+FilaDeSumas Convertido::total() const {
+  FilaDeSumas total;
+  for (const FilaDeSumas& fila : sumas)
+    for (const auto lado : {&FilaDeSumas::antes, &FilaDeSumas::despues}) {
+      (total.*lado).debe += (fila.*lado).debe;
+      (total.*lado).haber += (fila.*lado).haber;
+    }
+  return total;
+}
 
 Convertido convierteA2007(DBEngine& motor, Database& empresa, const Conversion& conversion,
                           const QDate& desde, const Avance& avance) {
@@ -363,21 +412,21 @@ Convertido convierteA2007(DBEngine& motor, Database& empresa, const Conversion& 
   DBEngine::Whole cambio(motor);
   // Written first, so that nobody else writes from here on.
   anotaPlan2007(empresa, conversion.modelo, desde);
-  const auto antes = obra.sumas(true);
+  const auto antes = obra.sumas();
   obra.convierteCodigos(hecho, avance);
   obra.convierteCuentas();
   ponNivelesDe2007(empresa, conversion.modelo);
-  const auto despues = obra.sumas(false);
-  const auto iguales = [](const SumasConversion& a, const SumasConversion& b) {
-    return a.debe == b.debe && a.haber == b.haber;
-  };
-  const bool cuadra = antes.keys() == despues.keys() && std::ranges::equal(antes, despues, iguales);
-  if (!cuadra)
+  auto despues = obra.sumas();
+  QHash<QString, QString> nombres;
+  for (const FilaConversion& fila : conversion.filas) nombres.insert(fila.codigo, fila.nombre);
+  for (auto it = antes.cbegin(); it != antes.cend(); ++it) {
+    const QString nuevo = obra.nuevo(it.key());
+    hecho.sumas.append({it.key(), nuevo, nombres.value(it.key()), *it, despues.take(nuevo)});
+  }
+  if (!despues.isEmpty() || !std::ranges::all_of(hecho.sumas, cuadra))
     throw ErrorEjecucion(err::kReglaIncumplida,
                          QStringLiteral("las sumas de algún código no son las de antes"));
   cambio.commit();
-  hecho.antes = totalDe(antes);
-  hecho.despues = totalDe(despues);
   return hecho;
 }
 

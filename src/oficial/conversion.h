@@ -15,12 +15,17 @@ class DBEngine;
 
 struct FilaConversion {
   QString codigo;
-  QString nombre;  // of the subcuenta; empty for a code that lines have and the plan hasn't
-  int lineas = 0;
+  QString nombre;      // of the subcuenta; empty for a code that lines have and the plan hasn't
+  int lineas = 0;      // of the journal
+  bool usada = false;  // by any row but its own
   double saldo = 0;
-  QString nuevo;  // empty until it is decided
+  QString nuevo;         // empty until it is decided
+  bool seBorra = false;  // in its place: the company does without it from here on
   QString nota;
   bool dudosa = false;  // it is for the user to decide
+  QString corriente;    // of a doubtful one, the code that most give it; may be empty
+
+  bool decidida() const { return seBorra || !nuevo.isEmpty(); }
 };
 
 // Every code of the books in order, with what the plan makes of it. An ending that another one
@@ -32,25 +37,37 @@ QList<FilaConversion> proponeConversion(Database& empresa, Modelo2007 modelo);
 //   codigoConvertido("24000012", "2403") == "24030012"
 QString codigoConvertido(const QString& codigo, const QString& destino);
 
+// Decides those undecided that nothing uses: each takes its usual code, or goes where it has none.
+// The result is how many they were.
+int decideNoUsadas(QList<FilaConversion>& filas);
+
 struct Conversion {
   Modelo2007 modelo = Modelo2007::Pymes;
   QList<FilaConversion> filas;
 };
 
 // What keeps the conversion from being made, in the order of the rows: undecided codes, such as
-// have another width or no cuenta in the plan, two that become one. Empty if nothing does.
+// have another width or no cuenta in the plan, two that become one, used ones to be deleted. Empty
+// if nothing does.
 QStringList faltasDeConversion(Database& empresa, const Conversion& conversion);
 
-// The journal's sums on both sides of it.
+// A line of the trial balance on both sides of it: what the old code had, and what the file says of
+// the new one afterwards.
 struct SumasConversion {
   double debe = 0;
   double haber = 0;
+  double saldo() const { return debe + haber; }
+};
+struct FilaDeSumas {
+  QString codigo, nuevo, nombre;
+  SumasConversion antes, despues;
 };
 struct Convertido {
   int subcuentas = 0;  // that changed their code
-  int lineas = 0;      // of the journal
-  SumasConversion antes;
-  SumasConversion despues;
+  int borradas = 0;
+  int lineas = 0;             // of the journal
+  QList<FilaDeSumas> sumas;   // of each code that lines have, in the order of the old ones
+  FilaDeSumas total() const;  // of all of them
 };
 
 // Makes it, as one change: rows without faults, as shown. 3317 when a new code's sums aren't those

@@ -7,6 +7,7 @@
 #include "company/sesionempresa.h"
 #include "engine/dbengine.h"
 #include "journal/widgets/trabajoendiario.h"
+#include "oficial/widgets/hojaimpresa.h"
 #include "toolkit/principal.h"
 #include "ui_frmconversion2007.h"
 
@@ -15,8 +16,14 @@ enum { kCodigo, kNombre, kLineas, kSaldo, kNuevo, kDecidir, kNota, kColumnas };
 constexpr int kMasFaltas = 12;  // are told in one box
 enum { kTodas, kCambian, kPorDecidir };
 
+const QString kSeBorra = QStringLiteral("Se borra");
+
+QString nuevoDe(const FilaConversion& fila) {
+  return fila.seBorra ? kSeBorra : fila.nuevo;
+}
+
 bool seEnsena(const FilaConversion& fila, int cuales) {
-  if (cuales == kPorDecidir) return fila.nuevo.isEmpty();
+  if (cuales == kPorDecidir) return !fila.decidida();
   return cuales == kTodas || fila.nuevo != fila.codigo;
 }
 }  // namespace
@@ -32,14 +39,20 @@ FrmConversion2007::FrmConversion2007(Contexto& contexto)
   tabla.horizontalHeader()->setStretchLastSection(true);
   const int anchos[] = {85, 210, 60, 105, 100, 60};
   for (int i = 0; i < kNota; ++i) tabla.setColumnWidth(i, anchos[i]);
-  ui_->Bar->hide();
-  sinIntro(&tabla);
+  for (QWidget* control :
+       std::initializer_list<QWidget*>{ui_->Bar, ui_->GrdSumas, ui_->CmdImprimir})
+    control->hide();
+  for (QAbstractItemView* vista :
+       {static_cast<QAbstractItemView*>(&tabla), static_cast<QAbstractItemView*>(ui_->GrdSumas)})
+    sinIntro(vista);
   alElegirOpcion("OptModelo", [this](int) { propone(); });
   alElegirOpcion("OptVer", [this](int) { ensena(); });
   connect(&tabla, &QTableWidget::itemChanged, this, [this](QTableWidgetItem* celda) {
     protege([&] { cambiada(celda); }, "GrdConversion_Change");
   });
   alPulsar(ui_->CmdIgual, [this] { CmdIgual_Click(); });
+  alPulsar(ui_->CmdNoUsadas, [this] { CmdNoUsadas_Click(); });
+  alPulsar(ui_->CmdImprimir, [this] { CmdImprimir_Click(); });
   alPulsar(ui_->CmdAceptar, [this] { CmdAceptar_Click(); });
   alPulsar(ui_->CmdCancelar, [this] { descargar(); });
 }
@@ -74,7 +87,7 @@ void FrmConversion2007::ensena() {
                               fila.nombre,
                               QString::number(fila.lineas),
                               Format(fila.saldo, sesion().MascaraImporte),
-                              fila.nuevo,
+                              nuevoDe(fila),
                               fila.dudosa ? "Decidir" : "",
                               fila.nota};
     for (int columna = 0; columna < kColumnas; ++columna) {
@@ -100,12 +113,13 @@ void FrmConversion2007::cambiada(QTableWidgetItem* celda) {
   const auto i = ui_->GrdConversion->item(celda->row(), kCodigo)->data(Qt::UserRole).toLongLong();
   FilaConversion& fila = filas_[i];
   const QString escrito = celda->text().trimmed();
+  fila.seBorra = escrito == QLatin1String("-") || escrito == kSeBorra;
   // A bare cuenta takes the ending of the old code with it.
   const bool cuenta =
       escrito.size() >= 3 && escrito.size() < fila.codigo.size() && escrito.size() <= 4;
-  fila.nuevo = cuenta ? codigoConvertido(fila.codigo, escrito) : escrito;
+  fila.nuevo = fila.seBorra ? QString() : cuenta ? codigoConvertido(fila.codigo, escrito) : escrito;
   ensenando_ = true;
-  celda->setText(fila.nuevo);
+  celda->setText(nuevoDe(fila));
   ensenando_ = false;
   resume();
 }
@@ -113,12 +127,20 @@ void FrmConversion2007::cambiada(QTableWidgetItem* celda) {
 void FrmConversion2007::resume() {
   const auto cambian = std::ranges::count_if(
       filas_, [](const FilaConversion& f) { return !f.nuevo.isEmpty() && f.nuevo != f.codigo; });
-  const auto faltan =
-      std::ranges::count_if(filas_, [](const FilaConversion& f) { return f.nuevo.isEmpty(); });
-  ui_->LblResumen->setText(QStringLiteral("Códigos: %1   Cambian: %2   Por decidir: %3")
-                               .arg(filas_.size())
-                               .arg(cambian)
-                               .arg(faltan));
+  const auto borradas = std::ranges::count_if(filas_, &FilaConversion::seBorra);
+  const auto faltan = filas_.size() - std::ranges::count_if(filas_, &FilaConversion::decidida);
+  ui_->LblResumen->setText(
+      QStringLiteral("Códigos: %1   Cambian: %2   Se borran: %3   Por decidir: %4")
+          .arg(filas_.size())
+          .arg(cambian)
+          .arg(borradas)
+          .arg(faltan));
+}
+
+void FrmConversion2007::CmdNoUsadas_Click() {
+  if (decideNoUsadas(filas_) == 0)
+    return mensaje("No hay códigos por decidir que no se usen", "Conversión al plan de 2007");
+  ensena();
 }
 
 // What was decided for one goes for the rest of its old cuenta, each with its ending.
@@ -131,7 +153,7 @@ void FrmConversion2007::CmdIgual_Click() {
   const bool cuatro = nuevo != codigoConvertido(viejo, nuevo.left(3));
   for (FilaConversion& fila : filas_)
     if (fila.codigo != viejo && fila.codigo.left(3) == viejo.left(3))
-      fila.nuevo = codigoConvertido(fila.codigo, nuevo.left(cuatro ? 4 : 3));
+      fila.nuevo = codigoConvertido(fila.codigo, nuevo.left(cuatro ? 4 : 3)), fila.seBorra = false;
   ensena();
 }
 
@@ -162,36 +184,100 @@ bool FrmConversion2007::seQuiere(Database& empresa) {
 }
 
 void FrmConversion2007::ponBotones(bool si) {
-  for (QAbstractButton* boton : {ui_->CmdAceptar, ui_->CmdCancelar, ui_->CmdIgual})
-    boton->setEnabled(si);
+  for (QWidget* control : std::initializer_list<QWidget*>{ui_->CmdAceptar, ui_->CmdCancelar,
+                                                          ui_->CmdIgual, ui_->CmdNoUsadas})
+    control->setEnabled(si);
   if (si) ui_->Bar->hide();
+}
+
+// The accounts that the program sets by itself may have another code afterwards: the session takes
+// them anew.
+Convertido FrmConversion2007::convierte(Database& empresa) {
+  Convertido hecho;
+  trabajaEnDiario(ctx, *ui_->Bar, [&](const Avance& avance) {
+    hecho = convierteA2007(ctx.motor, empresa, {modelo(), filas_}, ctx.reloj->hoy(), avance);
+  });
+  leeEmpresa(*empresa.OpenRecordset("Select * from Empresa"), sesion());
+  return hecho;
 }
 
 void FrmConversion2007::CmdAceptar_Click() {
   const auto empresa = ctx.motor.Workspaces(0).OpenDatabase(sesion().rutaEmpresa());
   if (!seQuiere(*empresa)) return;
-  Convertido hecho;
   QString copia;
   ponBotones(false);
   try {
     copia = copiaAntesDeConvertir(ctx.motor, sesion().rutaEmpresa());
-    trabajaEnDiario(ctx, *ui_->Bar, [&](const Avance& avance) {
-      hecho = convierteA2007(ctx.motor, *empresa, {modelo(), filas_}, ctx.reloj->hoy(), avance);
-    });
+    hecho_ = convierte(*empresa);
   } catch (...) {
     ponBotones(true);
     throw;
   }
   ponBotones(true);
-  const auto sumas = [this](const SumasConversion& suma) {
-    return "debe " + Format(suma.debe, sesion().MascaraImporte).trimmed() + ", haber " +
-           Format(-suma.haber, sesion().MascaraImporte).trimmed();
-  };
-  mensaje(QStringLiteral("Han cambiado %1 subcuentas y %2 líneas del diario.\nSumas antes: %3"
-                         "\nSumas después: %4\nLa copia de antes es %5")
-              .arg(hecho.subcuentas)
-              .arg(hecho.lineas)
-              .arg(sumas(hecho.antes), sumas(hecho.despues), copia),
+  ensenaSumas();
+  mensaje(QStringLiteral("Han cambiado %1 subcuentas y %2 líneas del diario; se han borrado %3 "
+                         "subcuentas.\nLa copia de antes es %4")
+              .arg(hecho_.subcuentas)
+              .arg(hecho_.lineas)
+              .arg(hecho_.borradas)
+              .arg(copia),
           "Conversión al plan de 2007");
-  descargar();
+  ui_->GrdSumas->setFocus();
+}
+
+// --- the trial balance on both sides of it ------------------------------------------------------
+
+// It takes the place of the proposal.
+void FrmConversion2007::ensenaSumas() {
+  hecho_.sumas.append(hecho_.total());
+  ui_->Propuesta->hide();
+  for (QWidget* control : std::initializer_list<QWidget*>{ui_->CmdAceptar, ui_->GrdConversion})
+    control->hide();
+  ui_->GrdSumas->show();
+  ui_->CmdImprimir->show();
+  ui_->CmdCancelar->setText("&Salir");
+  ui_->LblResumen->setText(
+      "Balance de sumas y saldos de antes y de después de la conversión: las sumas son iguales.");
+  const auto importe = [this](double valor) { return Format(valor, sesion().MascaraImporte); };
+  ui_->GrdSumas->enlazar({{"Código", 10},
+                          {"Código nuevo", 10},
+                          {"Nombre", 26},
+                          {"Debe antes", 14, true},
+                          {"Haber antes", 14, true},
+                          {"Saldo antes", 14, true},
+                          {"Debe después", 14, true},
+                          {"Haber después", 14, true},
+                          {"Saldo después", 14, true}},
+                         {.filas = [this] { return int(hecho_.sumas.size()); },
+                          .texto =
+                              [this, importe](int fila, int columna) {
+                                const FilaDeSumas& f = hecho_.sumas[fila];
+                                const QString textos[] = {f.codigo,
+                                                          f.nuevo,
+                                                          f.codigo.isEmpty() ? "Total" : f.nombre,
+                                                          importe(f.antes.debe),
+                                                          importe(-f.antes.haber),
+                                                          importe(f.antes.saldo()),
+                                                          importe(f.despues.debe),
+                                                          importe(-f.despues.haber),
+                                                          importe(f.despues.saldo())};
+                                return textos[columna];
+                              },
+                          .resalta =
+                              [this](int fila, int columna) {
+                                const FilaDeSumas& f = hecho_.sumas[fila];
+                                return f.codigo.isEmpty() || (columna == 1 && f.codigo != f.nuevo);
+                              }});
+  ui_->GrdSumas->irA(0);
+}
+
+void FrmConversion2007::CmdImprimir_Click() {
+  HojaImpresa hoja(ctx, this);
+  for (const FilaDeSumas& f : hecho_.sumas)
+    hoja.anade({f.codigo, f.nuevo, f.codigo.isEmpty() ? QStringLiteral("Total") : f.nombre},
+               {f.antes.debe, -f.antes.haber, f.antes.saldo(), f.despues.debe, -f.despues.haber,
+                f.despues.saldo()});
+  hoja.muestra(windowTitle(), QStringLiteral("SumasConversion"),
+               QStringLiteral("Antes y después del %1")
+                   .arg(Format(ctx.reloj->hoy(), QStringLiteral("dd/mm/yyyy"))));
 }

@@ -25,12 +25,17 @@ class FrmConversion2007 : public Formulario {
   void cambiada(QTableWidgetItem* celda);
   void resume();
   void CmdIgual_Click();
+  void CmdNoUsadas_Click();
   void CmdAceptar_Click();
+  void CmdImprimir_Click();
   bool seQuiere(Database& empresa);
+  Convertido convierte(Database& empresa);
+  void ensenaSumas();
   Modelo2007 modelo() const;
   void ponBotones(bool si);
 
   std::unique_ptr<Ui::FrmConversion2007> ui_;
   QList<FilaConversion> filas_;
+  Convertido hecho_;  // once it is made
   bool ensenando_ = false;
 };

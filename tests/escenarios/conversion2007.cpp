@@ -3,14 +3,18 @@
 #include <QTableWidget>
 
 #include "escenarios/herramientas.h"
+#include "oficial/widgets/tablahoja.h"
+#include "soporte/libroimpreso.h"
 
 namespace {
 
 class ALaLeyDeHoy : public DiarioDelTrimestre {
  protected:
   ALaLeyDeHoy() {
-    inserta("Subcuentas",
-            {{"Subcuenta", "20000001"}, {"Cuenta", "200"}, {"Descripcion", "Gastos"}});
+    for (const char* codigo : {"20000001", "20000002"})
+      inserta("Subcuentas", {{"Subcuenta", codigo}, {"Cuenta", "200"}, {"Descripcion", "Gastos"}});
+    cambia("Select * from Empresa", "IVASCom", "22600001");
+    ponPlantillas(ctx);
     for (const QStringList& fila : leeCsv("trimestre/de1990a2007.csv")) nuevas_[fila[0]] = fila[1];
   }
   // The journal as it must stand afterwards, and what of it changes.
@@ -24,19 +28,54 @@ class ALaLeyDeHoy : public DiarioDelTrimestre {
     }
     return cambian;
   }
+  // The last row of the trial balance of both sides: its sums, in the screen's columns.
   QString sumas() const {
     double debe = 0, haber = 0;
     for (const auto& [numero, l] : libro) (l.alHaber() ? haber : debe) += l.importe;
-    const QString mascara = ctx.sesion.MascaraImporte;
-    return "debe " + Format(debe, mascara).trimmed() + ", haber " +
-           Format(-haber, mascara).trimmed();
+    const auto importe = [this](double valor) {
+      return Format(valor, ctx.sesion.MascaraImporte).trimmed();
+    };
+    return importe(debe) + ' ' + importe(-haber) + ' ' + importe(0);
   }
   // The first amount of a line of the statement on show.
   static QString importe(const Teclado& d, const QString& concepto) {
-    const auto& tabla = d.control<QTableWidget>("GrdEstado");
-    for (int i = 0; i < tabla.rowCount(); ++i)
-      if (tabla.item(i, 0)->text().trimmed() == concepto) return tabla.item(i, 1)->text().trimmed();
+    const auto& tabla = d.control<TablaHoja>("GrdEstado");
+    for (int i = 0; i < tabla.model()->rowCount(); ++i)
+      if (tabla.textoDe(i, 0).trimmed() == concepto) return tabla.textoDe(i, 1);
     return {};
+  }
+
+  // The trial balance of both sides, on screen and on paper.
+  void compruebaBalance(Teclado& d) {
+    const auto& balance = d.control<TablaHoja>("GrdSumas");
+    const auto celdas = [&](int fila, int desde, int hasta) {
+      QStringList textos;
+      for (int c = desde; c <= hasta; ++c) textos += balance.textoDe(fila, c);
+      return textos.join(' ');
+    };
+    const int total = balance.model()->rowCount() - 1;
+    EXPECT_EQ(celdas(total, 3, 8), sumas() + ' ' + sumas());
+    int maquinaria = 0;
+    while (maquinaria < total && balance.textoDe(maquinaria, 0) != "22600001") ++maquinaria;
+    EXPECT_EQ(celdas(maquinaria, 0, 1), "22600001 21600001");
+    EXPECT_EQ(celdas(maquinaria, 3, 5), celdas(maquinaria, 6, 8));
+    d.pulsa("CmdImprimir");
+    EXPECT_EQ(leeVista(guion).linea("Total"), "Total " + sumas() + ' ' + sumas().chopped(5));
+  }
+  // The figures of the quarter's official statements.
+  void compruebaEstados() {
+    herramienta("MnuBalancePymes", [&](Teclado& d) {
+      EXPECT_EQ(importe(d, "TOTAL ACTIVO (A + B)"), "114.320,41");
+      EXPECT_EQ(importe(d, "TOTAL PATRIMONIO NETO Y PASIVO (A + B + C)"), "114.320,41");
+      EXPECT_EQ(importe(d, "VII. Resultado del ejercicio"), "12.100,98");
+      EXPECT_TRUE(
+          d.control<QPlainTextEdit>("LblAvisos").toPlainText().startsWith("El balance cuadra"));
+      d.escape();
+    });
+    herramienta("MnuResultadosPymes", [&](Teclado& d) {
+      EXPECT_EQ(importe(d, "D) RESULTADO DEL EJERCICIO"), "12.100,98");
+      d.escape();
+    });
   }
 
   QHash<QString, QString> nuevas_;
@@ -49,48 +88,51 @@ TEST_F(ALaLeyDeHoy, SeConvierteLaEmpresaYSalenSusEstados) {
       "seguir?";
   herramienta("MnuConversion2007", [&](Teclado& d) {
     const auto& tabla = d.control<QTableWidget>("GrdConversion");
-    guion.esperaMensaje("No se ha cambiado nada:\n20000001: falta decidir su código nuevo", titulo);
+    guion.esperaMensaje(
+        "No se ha cambiado nada:\n20000001: falta decidir su código nuevo\n20000002: falta decidir "
+        "su código nuevo",
+        titulo);
     acepta(d);
     comprueba();
     d.mnemonico('D');
-    ASSERT_EQ(tabla.rowCount(), 1);
+    ASSERT_EQ(tabla.rowCount(), 2);
     EXPECT_EQ(tabla.item(0, 5)->text(), "Decidir");
     d.llega("GrdConversion");
     d.teclea("203");  // a bare cuenta takes the ending along
     d.intro();
     EXPECT_EQ(tabla.item(0, 4)->text(), "20300001");
+    // Another that nobody uses goes, by one key for all of them.
+    EXPECT_EQ(d.textoDe("LblResumen").section("   ", 2), "Se borran: 0   Por decidir: 1");
+    d.mnemonico('O');
+    EXPECT_EQ(d.textoDe("LblResumen").section("   ", 2), "Se borran: 1   Por decidir: 0");
     guion.esperaPregunta(pregunta, false, titulo);
     acepta(d);
     comprueba();
-    const QString antes = sumas();
     int cambian = 1;  // 200, which was decided
     for (const QStringList& fila : filas("Select Cuenta from Subcuentas"))
       if (nuevas_.contains(fila[0])) ++cambian;
     const int lineas = convierteLibro();
     guion.esperaPregunta(pregunta, true, titulo);
     guion.esperaMensaje(
-        QStringLiteral("Han cambiado %1 subcuentas y %2 líneas del diario.\nSumas antes: %3\nSumas "
-                       "después: %3\nLa copia de antes es %4")
+        QStringLiteral("Han cambiado %1 subcuentas y %2 líneas del diario; se han borrado 1 "
+                       "subcuentas.\nLa copia de antes es %3")
             .arg(cambian)
             .arg(lineas)
-            .arg(antes, ctx.sesion.rutaEmpresa().replace("Conta.MDB", "Conta antes de 2007.MDB")),
+            .arg(ctx.sesion.rutaEmpresa().replace("Conta.MDB", "Conta antes de 2007.MDB")),
         titulo);
     acepta(d);
+    compruebaBalance(d);
+    d.escape();
+  });
+  // The program's own accounts are those of today, without opening the company anew.
+  EXPECT_EQ(ctx.sesion.SubcuentaCompras, "21600001");
+  herramienta("MnuGrabarIVASoportado", [](Teclado& d) {
+    EXPECT_EQ(d.textoDe("TxtContrapartida"), "21600001");
+    d.escape();
   });
   EXPECT_EQ(formularios->abierto("FrmConversion2007"), nullptr);
   comprueba();
-  herramienta("MnuBalancePymes", [&](Teclado& d) {
-    EXPECT_EQ(importe(d, "TOTAL ACTIVO (A + B)"), "114.320,41");
-    EXPECT_EQ(importe(d, "TOTAL PATRIMONIO NETO Y PASIVO (A + B + C)"), "114.320,41");
-    EXPECT_EQ(importe(d, "VII. Resultado del ejercicio"), "12.100,98");
-    EXPECT_TRUE(
-        d.control<QPlainTextEdit>("LblAvisos").toPlainText().startsWith("El balance cuadra"));
-    d.escape();
-  });
-  herramienta("MnuResultadosPymes", [&](Teclado& d) {
-    EXPECT_EQ(importe(d, "D) RESULTADO DEL EJERCICIO"), "12.100,98");
-    d.escape();
-  });
+  compruebaEstados();
   // Once more would send codes on: it is asked first.
   herramienta("MnuConversion2007", [&](Teclado& d) {
     guion.esperaPregunta(

@@ -3,10 +3,14 @@
 
 #include <gtest/gtest.h>
 
+#include <signal.h>
+#include <unistd.h>
+
 #include <algorithm>
 
 #include "common/formato.h"
 #include "engine/dbengine.h"
+#include "engine/estacion.h"
 #include "oficial/estados.h"
 #include "soporte/errores.h"
 #include "soporte/libros.h"
@@ -101,6 +105,34 @@ TEST_F(ConversionA2007, LasFaltasSeDicenAntesDeEscribir) {
                   .contains("57000001: 57000001 es ya el código nuevo de 40200001"));
 }
 
+// One action decides what nothing uses; what is used can't be deleted.
+TEST_F(ConversionA2007, LasNoUsadasSeDecidenDeUnaVez) {
+  for (const char* codigo : {"20000001", "20000002", "11100001", "11100009", "55400001"})
+    subcuenta(codigo);
+  apunta("20000002", 5);
+  inserta("Recibos", {{"Subcuenta", "11100009"}, {"Importe", 5.0}});
+  Conversion conversion{Modelo2007::Pymes, proponeConversion(*empresa, Modelo2007::Pymes)};
+  const auto fila = [&](const char* codigo) -> FilaConversion& {
+    return *std::ranges::find(conversion.filas, QString(codigo), &FilaConversion::codigo);
+  };
+  EXPECT_EQ(decideNoUsadas(conversion.filas), 3);
+  EXPECT_EQ(decideNoUsadas(conversion.filas), 0);
+  EXPECT_TRUE(fila("20000001").seBorra);  // no counterpart
+  EXPECT_EQ(fila("55400001").nuevo, "55400001");
+  EXPECT_FALSE(fila("11100001").corriente.isEmpty());
+  EXPECT_EQ(fila("11100001").nuevo, fila("11100001").corriente);
+  for (const char* codigo : {"20000002", "11100009"}) EXPECT_FALSE(fila(codigo).decidida());
+  fila("20000002").seBorra = true;
+  fila("11100009").nuevo = fila("11100009").corriente;
+  EXPECT_EQ(faltasDeConversion(*empresa, conversion),
+            QStringList("20000002: se usa, no puede borrarse"));
+  fila("20000002").seBorra = false;
+  fila("20000002").nuevo = "20300002";
+  ASSERT_TRUE(faltasDeConversion(*empresa, conversion).isEmpty());
+  EXPECT_EQ(convierteA2007(motor, *empresa, conversion, hoy, callado).borradas, 1);
+  EXPECT_EQ(filas("Select * from Subcuentas where Subcuenta='20000001'").size(), 0);
+}
+
 // The quarter's own books: every code at once, in every table, and the figures of its statements.
 TEST_F(ConversionA2007, ElTrimestreSeConvierteEntero) {
   asientaTrimestre();
@@ -113,8 +145,14 @@ TEST_F(ConversionA2007, ElTrimestreSeConvierteEntero) {
   const QString copia = copiaAntesDeConvertir(motor, rutaEmpresa());
   EXPECT_NE(copiaAntesDeConvertir(motor, rutaEmpresa()), copia);
   const Convertido hecho = convierteA2007(motor, *empresa, conversion, hoy, callado);
-  EXPECT_EQ(hecho.antes.debe, hecho.despues.debe);
-  EXPECT_EQ(hecho.antes.haber, hecho.despues.haber);
+  const auto fila = std::ranges::find(hecho.sumas, QString("22600001"), &FilaDeSumas::codigo);
+  ASSERT_NE(fila, hecho.sumas.end());
+  EXPECT_EQ(fila->nuevo + ' ' + Format(fila->despues.saldo(), "#,##0.00"),
+            "21600001 " + Format(fila->antes.saldo(), "#,##0.00"));
+  const FilaDeSumas total = hecho.total();
+  EXPECT_GT(total.antes.debe, 0);
+  EXPECT_EQ(Format(total.antes.debe, "0.00"), Format(total.despues.debe, "0.00"));
+  EXPECT_EQ(Format(total.antes.haber, "0.00"), Format(-total.despues.debe, "0.00"));
   EXPECT_GT(hecho.lineas, 0);
   EXPECT_EQ(filas("Diario").size(), lineas);
   EXPECT_EQ(filas("Select Subcuenta, Banco from Recibos").first(), "43300001|57200001");
@@ -175,6 +213,48 @@ TEST_F(ConversionA2007, LoQueFallaNoDejaNada) {
   conversion.filas[0].nuevo = conversion.filas[1].nuevo;
   EXPECT_NE(numeroDeError([&] { convierteA2007(motor, *empresa, conversion, hoy, callado); }), 0);
   EXPECT_EQ(todo(), antes);
+}
+
+// In another process: the conversion, killed at its n-th row; at the first of none, never.
+TEST(Orden, ConvertirHastaUnaFila) {
+  const QStringList orden = qEnvironmentVariable("LIBRANO_ORDEN").split(' ');
+  if (orden[0] != "convierte") GTEST_SKIP() << "sólo la corren otras pruebas, en otro proceso";
+  DBEngine motor;
+  const QString ruta = qEnvironmentVariable("LIBRANO_FICHERO");
+  const auto empresa = motor.Workspaces(0).OpenDatabase(ruta);
+  copiaAntesDeConvertir(motor, ruta);
+  int quedan = orden[1].toInt();
+  const auto mata = [&](int, int) {
+    motor.breathe();
+    if (--quedan == 0) ::kill(::getpid(), SIGKILL);
+  };
+  convierteA2007(motor, *empresa,
+                 {Modelo2007::Pymes, proponeConversion(*empresa, Modelo2007::Pymes)}, {2024, 4, 1},
+                 mata);
+}
+
+// Killed wherever it is, the books are wholly those of before, and their copy stands beside them.
+TEST_F(ConversionA2007, MatarloLaDejaComoEstaba) {
+  asientaTrimestre();
+  motor.flush();
+  const QStringList antes = todo();
+  const QString copia = rutaEmpresa().replace("Conta.MDB", "Conta antes de 2007");
+  int veces = 0;
+  const auto corre = [&](int fila) {
+    Estacion(rutaEmpresa()).corre(QString("convierte %1").arg(fila));
+    const QString una = veces == 0 ? copia : copia + QString(" (%1)").arg(veces + 1);
+    ++veces;
+    DBEngine otro;
+    EXPECT_FALSE(plan2007De(*otro.Workspaces(0).OpenDatabase(una + ".MDB")).sigue) << fila;
+  };
+  for (const int fila : {1, 150, 311}) {
+    corre(fila);
+    EXPECT_EQ(todo(), antes) << fila;
+    EXPECT_FALSE(plan2007De(*empresa).sigue) << fila;
+  }
+  corre(0);
+  EXPECT_TRUE(plan2007De(*empresa).sigue);
+  EXPECT_EQ(filas("Select * from Diario where Subcuenta='22600001'").size(), 0);
 }
 
 }  // namespace
