@@ -291,13 +291,13 @@ TEST_P(SeguridadDisco, QueSeNiegueUnaOperacion) {
        {Disco::Operacion::Leer, Disco::Operacion::Escribir, Disco::Operacion::Llenar,
         Disco::Operacion::Sincronizar, Disco::Operacion::Bloquear}) {
     for (const bool siempre : {false, true}) {
-      // A few moments of each kind, and every one in a long run.
-      int n = 0, fallos = -1;
-      do {
-        n += veces_ ? 1 : 1 + 2 * n + azar_.bounded(3);
+      // The first of each kind, a few others, and every one in a long run.
+      int n = 1, fallos = 0;
+      for (;; ++fallos) {
         falla(operacion, n, siempre);
-        ++fallos;
-      } while (disco.haFallado());
+        if (!disco.haFallado()) break;
+        n += veces_ ? 1 : 2 + 2 * n + azar_.bounded(3);
+      }
       EXPECT_GT(fallos, 0);
     }
   }
