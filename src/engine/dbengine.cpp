@@ -67,6 +67,8 @@ DBEngine::DBEngine(std::unique_ptr<Driver> driver, QObject* parent)
     askForCommit(0);
   };
   d_->storeSettings->refused = [this] {
+    // Whatever was refused, what the action leaves to be saved isn't waited for once more.
+    d_->refused = d_->refused || pending();
     QTimer::singleShot(0, this, [this] { d_->storeSettings->impatient = false; });
   };
   d_->storeSettings->undone = [this] { askForReading(0); };

@@ -101,6 +101,20 @@ struct Contada : Wait {
 TEST_F(Puestos, UnaNegativaAcabaLaAccionYSeDejaDeEsperarCuandoSePide) {
   Contada espera;
   engine.setWait(&espera);
+  {
+    OtroPuesto lector(ruta);
+    lector.ejecuta("BEGIN; SELECT * FROM Empresa;");
+    pon(11);
+    empresa->MoveNext();
+    // An error in between saves what went before it.
+    EXPECT_EQ(numeroDeError([&] { empresa->Fields(0).Value(); }), err::kSinRegistroActivo);
+    const int deUna = std::exchange(espera.preguntas, 0);
+    EXPECT_GT(deUna, 0);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(espera.preguntas, 0);
+  }
+  engine.flush();
+  espera = {};
   OtroPuesto otro(ruta);
   otro.ejecuta("BEGIN EXCLUSIVE;");
   const auto lee = [&] { return numeroDeError([&] { db->OpenRecordset("Empresa"); }); };
