@@ -32,6 +32,7 @@ class FrmMenu : public Formulario, public Principal {
   void Form_Load() override;
   void Form_Activate() override;
   void done(int resultado) override;
+  void resizeEvent(QResizeEvent* evento) override;
   void changeEvent(QEvent* evento) override;
 
   QWidget* ventana() override { return this; }
@@ -80,6 +81,7 @@ class FrmMenu : public Formulario, public Principal {
   void guardaGeometria();
   void alineaBusqueda();
   void ajustaAnchos();
+  void ajustaAlAncho();
 
   // --- the entries of the menu (frmmenu_menu.cpp) ---
   void ejecutaEntrada(const EntradaMenu& entrada);

@@ -124,6 +124,26 @@ void FrmMenu::ajustaAnchos() {
   for (const auto& [campo, ancho, encima] : linea)
     campo->setFixedWidth(std::max(ancho, encima->sizeHint().width()));
   totales_.ajustaAnchos(sesion().MascaraImporte, sesion().DigitosSubcuenta);
+  ajustaAlAncho();
+}
+
+// On a small screen, or with large letters, the journal and its entry line are what must be whole:
+// the calculator beside them makes way.
+void FrmMenu::ajustaAlAncho() {
+  const QMargins margenes = ui_->Marco->contentsMargins();
+  const int lados = margenes.left() + margenes.right();
+  const int diario = ui_->Izquierda->minimumSize().width();
+  const int filas = std::max(ui_->FilaEmpresa->minimumSize().width(),
+                             ui_->BarraHerramientas->minimumSize().width());
+  setMinimumWidth(lados + std::max(diario, filas));
+  const int conEl =
+      lados + diario + ui_->Cuerpo->spacing() + ui_->Frame1->minimumSizeHint().width();
+  ui_->Frame1->setVisible(width() >= conEl);
+}
+
+void FrmMenu::resizeEvent(QResizeEvent* evento) {
+  Formulario::resizeEvent(evento);
+  ajustaAlAncho();
 }
 
 void FrmMenu::changeEvent(QEvent* evento) {

@@ -231,6 +231,9 @@ TEST_F(Busquedas, CuentanConElAyudante) {
       {"7", {"CmdNumeros_2", "CmdC", "CmdNumeros_1", "CmdSuma"}, "8"},
       {"7", {"CmdNumeros_2", "CmdCE"}, "0,00 "},
   };
+  t->forma().showNormal();
+  t->forma().resize(1000, 700);  // room for the calculator
+  reposar();
   for (const auto& [importe, teclas, resultado] : casos) {
     t->llega("TxtDebeHaber");
     t->teclea(importe);

@@ -22,6 +22,21 @@ TEST_F(FrmMenuTamano, LaFilaEnCursoSigueALaVistaYLasLineasEnteras) {
     EXPECT_EQ(actual().bottom() + 2, grid.viewport()->height()) << medida.height();
     EXPECT_EQ(grid.viewport()->height() % grid.rowHeight(0), 0) << medida.height();
   }
+  // Where there isn't room for all, the calculator makes way for the journal and the entry line.
+  EXPECT_LE(forma.minimumWidth(), 780);
+  t->pulsa("CmdActivaPunteo");
+  for (const int ancho : {forma.minimumWidth(), 1001}) {
+    forma.resize(ancho, 590);
+    reposar();
+    EXPECT_EQ(forma.size(), QSize(ancho, 590));
+    EXPECT_EQ(t->visible("Frame1"), ancho > 1000);
+    for (const char* campo : {"CmdActivaPunteo", "CmdUltimo", "CmdCerrarPunteo", "TxtDebeHaber",
+                              "TxtTotalDescuadre", "CmdLinDebe", "CmdImporte"}) {
+      const QWidget& borde = t->control(campo);
+      EXPECT_TRUE(borde.parentWidget()->rect().contains(borde.geometry())) << campo;
+      EXPECT_LT(borde.mapTo(&forma, borde.rect().bottomRight()).x(), forma.width()) << campo;
+    }
+  }
   t->escribe("TxtAsiento", "1234567");
   const LetraAumentada doble(2);
   reposar();
