@@ -14,6 +14,10 @@ QList<Biblioteca> bibliotecas() {
        QStringLiteral("Fichero de configuración"), QStringLiteral("MIT")},
       {QStringLiteral("libxlsxwriter"), QStringLiteral(LXW_VERSION),
        QStringLiteral("Hojas de cálculo"), QStringLiteral("BSD de 2 cláusulas")},
+      {QStringLiteral("libzip"), QStringLiteral(LIBRANO_LIBZIP),
+       QStringLiteral("Copias de seguridad"), QStringLiteral("BSD de 3 cláusulas")},
+      {QStringLiteral("Shapelib"), QStringLiteral(LIBRANO_SHAPELIB),
+       QStringLiteral("Tablas DBF importadas"), QStringLiteral("MIT")},
       {QStringLiteral("DejaVu"), QString(), QStringLiteral("Letra de los libros impresos"),
        QStringLiteral("Bitstream Vera")},
   };

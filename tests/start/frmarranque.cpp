@@ -1,4 +1,5 @@
 // From the start of the program to the main window: presentation, login, reinitialisation.
+#include <zip.h>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -236,7 +237,8 @@ TEST(FrmAcercaDe, DiceQueEsYEnQueSeApoya) {
   const Teclado t(e.abre("FrmAcercaDe"));
   EXPECT_EQ(t.textoDe("LblVersion"), QString("Versión 1.6 · %1").arg(anoDelPrograma()));
   const auto& tabla = t.control<QTableWidget>("LstBibliotecas");
-  const QHash<QString, QString> versiones = {{"Qt", qVersion()}, {"SQLite", versionDelMotor()}};
+  const QHash<QString, QString> versiones = {
+      {"Qt", qVersion()}, {"SQLite", versionDelMotor()}, {"libzip", zip_libzip_version()}};
   int dichas = 0;
   for (int fila = 0; fila < tabla.rowCount(); ++fila) {
     const QString nombre = tabla.item(fila, 0)->text();
