@@ -8,10 +8,21 @@ namespace {
 
 // What stands behind the last digit.
 QString cola(const QString& importe) {
-  const QString texto = sinBlancoFinal(importe);
-  auto fin = texto.size();
-  while (fin > 0 && !texto[fin - 1].isDigit()) --fin;
-  return texto.mid(fin);
+  auto fin = importe.size();
+  while (fin > 0 && !importe[fin - 1].isDigit()) --fin;
+  return importe.mid(fin);
+}
+
+// How much less `importe` has behind its decimals than the mask's widest, each as it is painted.
+int leFalta(const QString& importe, const QString& mascara, const QFontMetrics& letra,
+            QString (*pintado)(const QString&)) {
+  const auto ancho = [&](const QString& texto) {
+    return letra.horizontalAdvance(cola(pintado(texto)));
+  };
+  int mayor = 0;
+  for (const double muestra : {1.0, -1.0, 0.0})
+    mayor = std::max(mayor, ancho(Format(muestra, mascara)));
+  return std::max(0, mayor - ancho(importe));
 }
 
 }  // namespace
@@ -23,8 +34,9 @@ QString sinBlancoFinal(const QString& importe) {
 }
 
 int sangriaDecimal(const QString& importe, const QString& mascara, const QFontMetrics& letra) {
-  int mayor = 0;
-  for (const double muestra : {1.0, -1.0, 0.0})
-    mayor = std::max(mayor, letra.horizontalAdvance(cola(Format(muestra, mascara))));
-  return std::max(0, mayor - letra.horizontalAdvance(cola(importe)));
+  return leFalta(importe, mascara, letra, sinBlancoFinal);
+}
+
+int margenDecimal(const QString& importe, const QString& mascara, const QFontMetrics& letra) {
+  return leFalta(importe, mascara, letra, [](const QString& texto) { return texto; });
 }

@@ -14,3 +14,7 @@ QString sinBlancoFinal(const QString& importe);
 // column, so that its decimals stand under those of any other amount of the mask.
 //   under "0.00 ;(0.00)", "1,00 " stays by the width of the bracket and "(1,00)" by none
 int sangriaDecimal(const QString& importe, const QString& mascara, const QFontMetrics& letra);
+
+// The same for a field that is typed in, whose blanks take their place.
+//   under "0.00 ;-0.00", "-1,00" stays by the width of the blank and "1,00 " by none
+int margenDecimal(const QString& importe, const QString& mascara, const QFontMetrics& letra);

@@ -18,6 +18,7 @@
 
 #include "common/formato.h"
 #include "common/funciones.h"
+#include "toolkit/decimales.h"
 #include "toolkit/formulario_p.h"
 #include "toolkit/rejilla.h"
 
@@ -224,8 +225,11 @@ void Formulario::Privado::ponFiltro(QLineEdit* campo, Filtro filtro, bool conMas
   Control& suyo = control(campo);
   suyo.filtro = filtro;
   suyo.conMascara = conMascara;
-  connect(campo, &QLineEdit::textChanged, this,
-          [this, campo](const QString& texto) { controles[campo].anterior = texto; });
+  connect(campo, &QLineEdit::textChanged, this, [this, campo](const QString& texto) {
+    controles[campo].anterior = texto;
+    if (const QString suya = mascara(controles[campo]); !suya.isEmpty())
+      campo->setTextMargins(0, 0, margenDecimal(texto, suya, campo->fontMetrics()), 0);
+  });
   // What comes by another way than a key: the clipboard, a drop. It comes after the key's filter
   // and before textChanged. Taking something away is always allowed.
   connect(campo, &QLineEdit::textEdited, this, [this, campo](const QString& texto) {

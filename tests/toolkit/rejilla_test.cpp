@@ -206,15 +206,17 @@ TEST(Rejilla, LosDecimalesDeUnaColumnaEstanUnosBajoOtros) {
   for (const char* mascara :
        {"#,##0.00 ;-#,##0.00", "#,##0.00;(#,##0.00)", "#,##0.00 €;-#,##0.00 €", "0.00 ;0.00-;\"\"",
         "$0.00;($0.00);0.00 nada"}) {
-    QSet<int> sitios;
+    QSet<int> sitios, enCampos;
     for (const double valor : {1234.5, -0.25, 0.0}) {
-      const QString importe = sinBlancoFinal(Format(valor, mascara));
+      const QString importe = Format(valor, mascara);
       if (importe.isEmpty()) continue;
-      const auto ultima = importe.lastIndexOf(QRegularExpression("[0-9]"));
+      const auto cola = importe.mid(importe.lastIndexOf(QRegularExpression("[0-9]")) + 1);
       sitios << sangriaDecimal(importe, mascara, letra) +
-                    letra.horizontalAdvance(importe.mid(ultima + 1));
+                    letra.horizontalAdvance(sinBlancoFinal(cola));
+      enCampos << margenDecimal(importe, mascara, letra) + letra.horizontalAdvance(cola);
     }
     EXPECT_EQ(sitios.size(), 1) << mascara;
+    EXPECT_EQ(enCampos.size(), 1) << mascara;
   }
 }
 
