@@ -37,9 +37,7 @@ FrmRecibosLista::FrmRecibosLista(Contexto& contexto)
        {.campo = "Subcuentas_1.Descripcion", .titulo = "Caja/Banco", .ancho = 20},
        {.campo = "Importe", .titulo = "Importe", .ancho = 14, .tipo = Columna::Tipo::Importe},
        {.campo = "CA", .titulo = "C/A", .ancho = 5}});
-  ui_->Grid->alinearCon({ui_->CmdVencimiento, ui_->CmdCliPro, ui_->CmdTitulo, ui_->CmdFactura,
-                         ui_->CmdTipo, ui_->CmdCajaBanco, ui_->CmdImporte, ui_->CmdCA});
-  ui_->Grid->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+  repartePorColumnas();
   conectaFiltros();
   for (const auto senal : {&Rejilla::intro, &Rejilla::dobleClic})
     connect(ui_->Grid, senal, this,
@@ -57,6 +55,23 @@ FrmRecibosLista::FrmRecibosLista(Contexto& contexto)
 }
 
 FrmRecibosLista::~FrmRecibosLista() = default;
+
+// Each button is as wide as its column, which in a narrow window needs less than most buttons.
+void FrmRecibosLista::repartePorColumnas() {
+  const std::vector<QWidget*> botones = {ui_->CmdVencimiento, ui_->CmdCliPro, ui_->CmdTitulo,
+                                         ui_->CmdFactura,     ui_->CmdTipo,   ui_->CmdCajaBanco,
+                                         ui_->CmdImporte,     ui_->CmdCA};
+  const auto cabe = [this](const QString& texto) {
+    return fontMetrics().horizontalAdvance(texto + "00");
+  };
+  for (QWidget* boton : botones) {
+    boton->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+    boton->setMinimumWidth(cabe(static_cast<QAbstractButton*>(boton)->text()));
+  }
+  ui_->CmdImporte->setMinimumWidth(cabe("-9.999.999,99"));
+  ui_->Grid->alinearCon(botones);
+  ui_->Grid->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+}
 
 void FrmRecibosLista::Form_Load() {
   ui_->CmdLocalizarTodos->hide();

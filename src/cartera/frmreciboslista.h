@@ -25,6 +25,7 @@ class FrmRecibosLista : public Formulario {
   void situateEn(const Recibo& recibo) { buscado_ = recibo; }
 
  private:
+  void repartePorColumnas();
   void conectaFiltros();
   void CmdVencimiento_Click();
   void CmdImporte_Click();
