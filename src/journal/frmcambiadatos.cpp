@@ -17,8 +17,8 @@ FrmCambiadatos::FrmCambiadatos(Contexto& contexto)
   // What is told under a field takes the room that there is.
   for (QLabel* leido : {ui_->LblLeidoLoc, ui_->LblLeidoCam, ui_->LblLeidoDesde, ui_->LblLeidoHasta})
     leido->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-  ui_->LblLeidoHasta->setMinimumWidth(
-      fontMetrics().horizontalAdvance("se leerá 30 septiembre 2024 "));
+  for (QLabel* leida : {ui_->LblLeidoDesde, ui_->LblLeidoHasta})
+    leida->setMinimumWidth(fontMetrics().horizontalAdvance("se leerá 30 septiembre 2024 "));
   alSalir(ui_->TxtDatoLoc, [this] { normaliza(ui_->TxtDatoLoc); });
   alSalir(ui_->TxtDatoCam, [this] { normaliza(ui_->TxtDatoCam); });
   alElegir(ui_->TxtCampo, [this](int) { ensenaLectura(); });
