@@ -175,8 +175,9 @@ void FrmRecibosLista::CmdContabiliza_Click() {
 }
 
 void FrmRecibosLista::CmdElimina_Click() {
-  if (!hayRecibo() || !pregunta("Desea eliminar el recibo seleccionado", "Elimina")) return;
+  if (!hayRecibo()) return;
   buscado_ = leeRecibo(DtaRecibos_.Recordset());
+  if (!pregunta("Desea eliminar el recibo seleccionado", "Elimina")) return;
   DataControl filas(ctx.motor);
   filas.setDatabaseName(sesion().rutaEmpresa());
   try {

@@ -1,10 +1,13 @@
 #include "engine/definitions.h"
 
-void Definitions::add(TableDef table) {
+void Definitions::add(TableDef table, Keys keys) {
   Table known;
   known.name = table.Name;
   for (const Field& field : table.Fields)
     known.columns.push_back({field.Name, field.Type, field.Size});
+  for (const int column : keys.foreign)
+    known.columns[static_cast<std::size_t>(column)].foreign = true;
+  known.uniqueKeys = std::move(keys.unique);
   tableAt_.insert(table.Name.toCaseFolded(), static_cast<int>(tables_.size()));
   definitions_.push_back(std::move(table));
   tables_.push_back(std::move(known));

@@ -11,7 +11,13 @@
 
 class Definitions : public Catalog {
  public:
-  void add(TableDef table);
+  // With the unique keys and the columns in another tool's words, which the definition doesn't
+  // tell.
+  struct Keys {
+    std::vector<std::vector<int>> unique;
+    std::vector<int> foreign;
+  };
+  void add(TableDef table, Keys keys = {});
   void add(QueryDef query);
   void add(RunningSums sums) { sums_.push_back(std::move(sums)); }
   void add(const QString& table, KeptIndex index) { kept_[table].append(std::move(index)); }

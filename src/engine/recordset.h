@@ -3,8 +3,9 @@
 // A recordset over one table, or over a query that keeps to one table, is a set of keys read in
 // order at its opening: rows are fetched as they are needed, so a journal of a million lines opens
 // and scrolls at once. A row added stands at the end. A row that another station deleted raises
-// 3167 when touched; one that it changed shows its new values. Sources that join or group are read
-// whole and can't be written (3027).
+// 3167 when touched; one that it changed shows its new values. Sources that join or group can't be
+// written (3027) and are read whole; but those that only look rows up by a key, as a recibo's
+// customer, are read as they are needed too when they are opened by their first rows.
 #pragma once
 
 #include <memory>

@@ -23,14 +23,16 @@ RowSet::RowSet(std::shared_ptr<Connection> connection, const QString& source, Op
     : connection_(std::move(connection)), source_(source) {
   const auto hold = connection_->store().hold();
   compiled_ = connection_->sources().compiled(source);
-  if (plan().updatable) {
-    const int limit = opening == Opening::FirstRows ? kFirstKeys : -1;
+  const bool firstRows = opening == Opening::FirstRows;
+  byKeys_ = plan().updatable || (plan().keyed && firstRows);
+  if (byKeys_) {
+    const int limit = firstRows ? kFirstKeys : -1;
     keys_ = connection_->sources().keys(compiled_, limit);
     allKeys_ = static_cast<int>(keys_->size()) != limit;
   } else {
     readWhole();
   }
-  stamp_ = connection_->store().stamp(plan().baseTable);
+  stamp_ = stamp();
   edition_ = connection_->store().edition();
 }
 
@@ -68,7 +70,7 @@ void RowSet::readOtherKeys() {
 }
 
 int RowSet::known() const {
-  return static_cast<int>(plan().updatable ? keys_->size() + tail_.size() : whole_.size());
+  return static_cast<int>(byKeys_ ? keys_->size() + tail_.size() : whole_.size());
 }
 
 int RowSet::total() {
@@ -77,13 +79,13 @@ int RowSet::total() {
 }
 
 qint64 RowSet::key(int position) const {
-  if (!plan().updatable) return position;
+  if (!byKeys_) return position;
   const auto at = static_cast<std::size_t>(position);
   return at < keys_->size() ? (*keys_)[at] : tail_[at - keys_->size()];
 }
 
 int RowSet::positionOf(qint64 key) {
-  if (!plan().updatable) return key >= 0 && key < total() ? static_cast<int>(key) : -1;
+  if (!byKeys_) return key >= 0 && key < total() ? static_cast<int>(key) : -1;
   total();
   const auto found = std::find(keys_->begin(), keys_->end(), key);
   if (found != keys_->end()) return static_cast<int>(found - keys_->begin());
@@ -98,11 +100,11 @@ void RowSet::discardOld() {
   if (current) return;
   near_.clear();
   windowFirst_ = windowEnd_ = -1;
-  stamp_ = connection_->store().stamp(plan().baseTable);
+  stamp_ = stamp();
 }
 
 const Row* RowSet::row(int position) {
-  if (!plan().updatable) return &whole_[static_cast<std::size_t>(position)];
+  if (!byKeys_) return &whole_[static_cast<std::size_t>(position)];
   if (isDeleted(position)) return nullptr;
   discardOld();
   auto found = near_.find(position);
@@ -114,13 +116,13 @@ const Row* RowSet::row(int position) {
 }
 
 const Row* RowSet::shown(int position) const {
-  if (!plan().updatable) return &whole_[static_cast<std::size_t>(position)];
+  if (!byKeys_) return &whole_[static_cast<std::size_t>(position)];
   const auto found = near_.find(position);
   return found != near_.end() && found->second ? &*found->second : nullptr;
 }
 
 const Row* RowSet::rowToChange(int position) {
-  if (!plan().updatable || isDeleted(position)) return row(position);
+  if (!byKeys_ || isDeleted(position)) return row(position);
   discardOld();
   readRows(position, position + 1);
   return row(position);
@@ -159,7 +161,7 @@ void RowSet::readWindow(int position) {
   // The look at the file may have shown that what is kept is old.
   if (!isCurrent()) {
     near_.clear();
-    stamp_ = connection_->store().stamp(plan().baseTable);
+    stamp_ = stamp();
   }
   readRows(first, end);
   windowFirst_ = first;
@@ -168,12 +170,12 @@ void RowSet::readWindow(int position) {
 
 void RowSet::Change::written(int position) {
   rows_.near_.erase(position);
-  if (wasCurrent_) rows_.stamp_ = rows_.connection_->store().stamp(rows_.plan().baseTable);
+  if (wasCurrent_) rows_.stamp_ = rows_.stamp();
 }
 
 int RowSet::Change::added(Key key) {
   rows_.tail_.push_back(key);
-  if (wasCurrent_) rows_.stamp_ = rows_.connection_->store().stamp(rows_.plan().baseTable);
+  if (wasCurrent_) rows_.stamp_ = rows_.stamp();
   return rows_.total() - 1;
 }
 
@@ -184,8 +186,8 @@ void RowSet::Change::deleted(int position) {
 
 int RowSet::findFirst(const QString& criterion) {
   const auto hold = connection_->store().hold();
-  const Compiled find = connection_->sources().matching(source_, criterion);
-  if (!find.plan->updatable) {
+  const Compiled find = connection_->sources().matching(source_, criterion, byKeys_);
+  if (!byKeys_ || !find.plan->keyed) {
     const auto cursor = find.plan->reader->run(find.literals);
     for (int position = 0; cursor->next(); ++position)
       if (isMatch(*cursor) && has(position) && !isDeleted(position)) return position;
@@ -205,7 +207,7 @@ int RowSet::findFirst(const QString& criterion) {
 
 int RowSet::findNext(const QString& criterion, int from) {
   const auto hold = connection_->store().hold();
-  const Stamp now = connection_->store().stamp(plan().baseTable);
+  const Stamp now = stamp();
   if (criterion != criterion_ || now != criterionStamp_) {
     matches_ = matches(criterion);
     criterion_ = criterion;
@@ -216,9 +218,9 @@ int RowSet::findNext(const QString& criterion, int from) {
 }
 
 std::vector<int> RowSet::matches(const QString& criterion) {
-  const Compiled find = connection_->sources().matching(source_, criterion);
+  const Compiled find = connection_->sources().matching(source_, criterion, byKeys_);
   std::vector<int> positions;
-  if (!find.plan->updatable) {
+  if (!byKeys_ || !find.plan->keyed) {
     const auto cursor = find.plan->reader->run(find.literals);
     for (int position = 0; cursor->next() && position < total(); ++position)
       if (isMatch(*cursor)) positions.push_back(position);

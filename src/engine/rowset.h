@@ -1,5 +1,8 @@
 // The rows of an opened source: their keys in order, and those rows that were looked at lately.
 //
+// A source that looks rows up in other tables is read by its keys only when it is opened by its
+// first rows: read whole it is all of one state.
+//
 // Positions count from zero and never move while the set is open: a row added stands at the end, a
 // deleted one leaves its place empty. A set opened by its first rows reads the other keys when it
 // is asked for them; what others wrote meanwhile may be among them.
@@ -65,7 +68,8 @@ class RowSet {
   int findNext(const QString& criterion, int from);
 
  private:
-  bool isCurrent() const { return stamp_ == connection_->store().stamp(plan().baseTable); }
+  Stamp stamp() const { return connection_->store().stamp(plan().tables); }
+  bool isCurrent() const { return stamp_ == stamp(); }
   void readWhole();
   void readOtherKeys();
   void discardOld();
@@ -76,7 +80,8 @@ class RowSet {
   std::shared_ptr<Connection> connection_;
   QString source_;
   Compiled compiled_;
-  KeySet keys_;  // shared with other sets of the same source
+  bool byKeys_ = false;  // or read whole
+  KeySet keys_;          // shared with other sets of the same source
   bool allKeys_ = true;
   std::vector<Key> tail_;  // rows added through this set
   QSet<int> deleted_;

@@ -11,9 +11,13 @@ constexpr std::size_t kKeySetsKept = 4;
 
 std::shared_ptr<const Plan> planOf(const lang::Query& query, Store& store) {
   auto plan = std::make_shared<Plan>();
-  plan->updatable = lang::hasKeys(query);
+  plan->keyed = lang::hasKeys(query);
+  plan->updatable = plan->keyed && query.from->kind == lang::From::Kind::Source;
   const Catalog::Table* base = query.from->source.table.get();
   if (plan->updatable) plan->baseTable = base->name;
+  if (plan->keyed)
+    for (const lang::Source* source : lang::sourcesOf(std::as_const(*query.from)))
+      plan->tables += source->table->name;
   for (const lang::Output& output : query.outputs) {
     const lang::Expr& expr = *output.expr;
     OutputColumn column{{output.name, lang::fieldType(expr.type), expr.size}, {}};
@@ -50,16 +54,16 @@ Compiled Sources::compiled(const QString& source) {
   return {plan, parsed.literals()};
 }
 
-Compiled Sources::matching(const QString& source, const QString& criterion) {
+Compiled Sources::matching(const QString& source, const QString& criterion, bool byKeys) {
   follow();
   const lang::Parsed parsed(source, year_);
-  return {planOf(*lang::matching(parsed, criterion, *definitions_, year_), store_),
+  return {planOf(*lang::matching(parsed, criterion, byKeys, *definitions_, year_), store_),
           parsed.literals()};
 }
 
 KeySet Sources::keys(const Compiled& compiled, int limit) {
   const Plan& plan = *compiled.plan;
-  const Stamp now = store_.stamp(plan.baseTable);
+  const Stamp now = store_.stamp(plan.tables);
   const auto isOf = [&](const Keys& k) {
     return k.reader == plan.reader && k.literals == compiled.literals;
   };

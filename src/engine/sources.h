@@ -15,10 +15,12 @@ struct OutputColumn : Catalog::Column {
 // How a source is read, shared by the statements that differ only in their literals.
 struct Plan {
   std::vector<OutputColumn> columns;
-  // Updatable: each row is one row of one table, is read by its key and may be written. Any other
-  // source is read whole.
+  // Each row is one row of one table, and may be read by its key.
+  bool keyed = false;
+  // The same of a table that stands alone: it is always read so, and may be written.
   bool updatable = false;
   QString baseTable;
+  QStringList tables;  // of a keyed source: those that its rows show
   std::shared_ptr<Reader> reader;
 };
 
@@ -38,10 +40,10 @@ class Sources {
 
   // 3061, 3075, 3078, 3464.
   Compiled compiled(const QString& source);
-  // Which rows of a source meet a criterion: its keys if the source is updatable, and otherwise all
-  // its rows in order with one column, whether the row meets it.
-  Compiled matching(const QString& source, const QString& criterion);
-  // The keys of an updatable source, shared between recordsets while its rows stay the same. With a
+  // Which rows of a source meet a criterion: their keys, of a keyed one, or all its rows in order
+  // with one column, whether the row meets it.
+  Compiled matching(const QString& source, const QString& criterion, bool byKeys);
+  // The keys of a keyed source, shared between recordsets while its rows stay the same. With a
   // limit only the first ones may come; as many as it says means that there may be more.
   KeySet keys(const Compiled& compiled, int limit = -1);
 

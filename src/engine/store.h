@@ -31,8 +31,8 @@ using Values = QMap<QString, Variant>;
 // others hold is 3260 for Reading and Locking, 3186 for Writing and Committing.
 enum class Doing { Reading, Locking, Writing, Committing };
 
-// The state of a table's rows, to be compared and nothing else: while it stays the same, rows read
-// earlier are those that stand there.
+// The state of some tables' rows, to be compared and nothing else: while it stays the same, rows
+// read earlier are those that stand there.
 struct Stamp {
   qint64 parts[3] = {-1, -1, -1};
   bool operator==(const Stamp&) const = default;
@@ -97,9 +97,9 @@ class Store {
   // A query over them, resolved by these definitions; one without outputs is read by its keys
   // alone.
   virtual std::shared_ptr<Reader> compile(const lang::Query& query) = 0;
-  // Moved by whoever writes rows of the table, others' writing seen within some milliseconds, and
-  // at once in a group or a hold. Without a name it is that of all tables.
-  virtual Stamp stamp(const QString& table) = 0;
+  // Moved by whoever writes rows of one of the tables, others' writing seen within some
+  // milliseconds, and at once in a group or a hold. Without names it is that of all tables.
+  virtual Stamp stamp(const QStringList& tables) = 0;
   // Moves when the books have been replaced by others of the same name (a file restored by hand, a
   // synchroniser): keys read before mean nothing in them.
   virtual quint64 edition() const { return 0; }

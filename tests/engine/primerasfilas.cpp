@@ -1,4 +1,6 @@
 // Rows that are read only as far as a screen shows, and the others when they are asked for.
+#include <QTest>
+
 #include "libroendisco.h"
 
 namespace {
@@ -89,6 +91,116 @@ TEST_F(PrimerasFilas, LosValoresEscritosNoObliganALeerloTodo) {
     EXPECT_EQ(datos.Recordset().RecordCount(), 1000 - desde);
     EXPECT_EQ(datos.Fields("Veces").toLong(), (desde + 1) * veces);
   }
+}
+
+// Accounts by the same codes, as the engine keeps them and as other tools do: those may tell
+// letters by their case, or repeat a code.
+class FilasConOtras : public LibroEnDisco {
+ protected:
+  FilasConOtras() {
+    db->appendTable(
+        {"Propias",
+         {{"Codigo", FieldType::Text, 9, {}, true}, {"Nombre", FieldType::Text, 50, {}, true}},
+         {{"Codigo", true, true, {"Codigo"}}}});
+    engine.flush();
+    herramienta(
+        "CREATE TABLE Distintas(Codigo TEXT(9), Nombre TEXT COLLATE NOCASE);"
+        "CREATE UNIQUE INDEX d ON Distintas(Codigo);"
+        "CREATE TABLE Parciales(Codigo TEXT(9) COLLATE NOCASE, Nombre TEXT COLLATE NOCASE);"
+        "CREATE UNIQUE INDEX p ON Parciales(Codigo) WHERE Nombre IS NOT NULL;"
+        "CREATE TABLE Dobles(Codigo TEXT(9) COLLATE NOCASE, Nombre TEXT COLLATE NOCASE);"
+        "CREATE UNIQUE INDEX b ON Dobles(Codigo, Nombre);"
+        "CREATE TABLE Numeros(Codigo STRING, Nombre TEXT COLLATE NOCASE);"
+        "CREATE UNIQUE INDEX n ON Numeros(Codigo COLLATE NOCASE);"
+        "INSERT INTO Distintas VALUES ('43a','uno'),('43A','dos'),('9','tres'),(NULL,'nada');"
+        "INSERT INTO Parciales VALUES ('43a','uno'),('43a',NULL),('9',NULL),('9',NULL);"
+        "INSERT INTO Dobles VALUES ('43a','uno'),('43a','dos'),('9','tres');"
+        "INSERT INTO Numeros VALUES ('43a','uno'),('09','dos');"
+        "INSERT INTO Propias VALUES ('43a','uno'),('9','ñu'),('09','nube'),('8','Óscar'),"
+        "(NULL,'nada'),(NULL,'nadie')");
+    // Lines of accounts that aren't there, or of none, before and among the others.
+    herramienta(
+        "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i+1 FROM n WHERE i<400) "
+        "INSERT INTO Diario(NLinea, NAsiento, Subcuenta, DH, Importe) SELECT i, i*7%50, CASE i%6 "
+        "WHEN 0 THEN '43A' WHEN 1 THEN '9' WHEN 2 THEN 'no' WHEN 3 THEN NULL WHEN 4 THEN '43a' "
+        "ELSE "
+        "'8' END, CASE i%2 WHEN 0 THEN 'D' ELSE 'H' END, i FROM n");
+  }
+
+  static QStringList filas(Recordset& rs) {
+    QStringList todas;
+    for (int fila = 0; fila < rs.rowTotal(); ++fila) {
+      QStringList celdas;
+      for (int campo = 0; campo < rs.FieldCount(); ++campo)
+        celdas += rs.isDeleted(fila) ? QString("borrada") : rs.cell(fila, campo).display();
+      todas += celdas.join('|');
+    }
+    return todas;
+  }
+
+  static QList<int> halladas(Recordset& rs, const QString& criterio) {
+    QList<int> todas;
+    for (rs.FindFirst(criterio); !rs.NoMatch(); rs.FindNext(criterio))
+      todas += rs.AbsolutePosition();
+    return todas;
+  }
+};
+
+TEST_F(FilasConOtras, PorSusClavesSonLasQueSalenLeidasEnteras) {
+  const char* const uniones[] = {
+      "Diario as D inner join %1 as C on D.Subcuenta = C.Codigo",
+      "Diario as D left join %1 as C on C.Codigo = D.Subcuenta",
+      "Diario as D left join %1 as C on D.Subcuenta = C.Codigo and C.Nombre > 'o'",
+      "Diario as D inner join %1 as C on D.Subcuenta = C.Codigo and D.NAsiento > 9",
+      "(Diario as D left join Propias as P on D.Subcuenta = P.Codigo) inner join %1 as C on "
+      "P.Codigo = C.Codigo"};
+  const char* const restos[] = {"", "order by C.Nombre desc", "order by D.NAsiento",
+                                "where C.Nombre like '*u*' order by D.Importe desc",
+                                "where D.NAsiento > 3 and D.DH = 'D' order by D.Subcuenta"};
+  for (const char* tabla : {"Propias", "Distintas", "Parciales", "Dobles", "Numeros"}) {
+    const bool propia = tabla == std::string("Propias");
+    for (const char* union_ : uniones)
+      for (const char* resto : restos) {
+        const QString fuente = "Select D.NLinea, D.Subcuenta, C.Nombre, D.Importe from " +
+                               QString(union_).arg(tabla) + ' ' + resto;
+        SCOPED_TRACE(fuente.toStdString());
+        const auto enteras = db->OpenRecordset(fuente);
+        const auto primeras = db->OpenRecordset(fuente, Opening::FirstRows);
+        const int cuantas = enteras->rowTotal();
+        EXPECT_GT(cuantas, 0);
+        EXPECT_EQ(primeras->rowsKnown(), propia ? std::min(cuantas, 128) : cuantas);
+        EXPECT_EQ(filas(*primeras), filas(*enteras));
+        const QString criterio = "Nombre = 'uno' and Importe > 30";
+        EXPECT_EQ(halladas(*primeras, criterio), halladas(*enteras, criterio));
+        EXPECT_EQ(numeroDeError([&] { primeras->AddNew(); }), err::kSoloLectura);
+      }
+  }
+}
+
+// What is shown of the other table is as it stands there, whoever wrote it; a row that finds it no
+// more is gone.
+TEST_F(FilasConOtras, MuestranLoQueHayEnLaOtraTabla) {
+  DataControl lista(engine);
+  lista.bind(ruta,
+             "Select D.NLinea, C.Nombre from Diario as D inner join Propias as C on "
+             "D.Subcuenta = C.Codigo order by NLinea");
+  lista.MoveNext();
+  EXPECT_EQ(lista.Fields("Nombre").text(), "uno");
+  const auto cuentas = db->OpenRecordset("Propias");
+  cuentas->FindFirst("Codigo = '43a'");
+  cuentas->Edit();
+  cuentas->Fields("Nombre") = "aquí";
+  cuentas->Update();
+  EXPECT_EQ(lista.Fields("Nombre").text(), "aquí");
+  engine.flush();
+  herramienta("UPDATE Propias SET Nombre = 'allí' WHERE Codigo = '43a'");
+  EXPECT_TRUE(QTest::qWaitFor([&] { return lista.Fields("Nombre").text() == "allí"; }));
+  const int antes = lista.Recordset().rowTotal();
+  cuentas->Delete();
+  EXPECT_EQ(numeroDeError([&] { lista.Fields("Nombre").Value(); }), err::kRegistroEliminado);
+  EXPECT_EQ(lista.Recordset().rowTotal(), antes);
+  lista.Refresh();
+  EXPECT_LT(lista.Recordset().rowTotal(), antes);
 }
 
 }  // namespace

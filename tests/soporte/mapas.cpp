@@ -121,7 +121,7 @@ class AlmacenDeMapas : public Store {
   std::shared_ptr<Reader> compile(const lang::Query& query) override {
     return std::make_shared<LectorDeMapas>(*mapas_, query);
   }
-  Stamp stamp(const QString&) override { return {{mapas_->cambios, 0, 0}}; }
+  Stamp stamp(const QStringList&) override { return {{mapas_->cambios, 0, 0}}; }
   std::unique_ptr<Hold> hold() override { return std::make_unique<Hold>(); }
 
   void begin(Doing) override {

@@ -24,10 +24,14 @@ class Catalog {
     QString name;
     FieldType type = FieldType::Text;
     int size = 0;
+    bool foreign = false;  // declared in another tool's words: equal may be otherwise than for ours
   };
   struct Table {
     QString name;
     std::vector<Column> columns;  // in creation order
+    // Columns, by their place, in which no two rows are equal as statements compare them. Rows with
+    // a Null there are equal to none.
+    std::vector<std::vector<int>> uniqueKeys;
   };
   // Sums that the file keeps up to date beside a table: one row for each combination of keys, with
   // the number of lines and, for each side, its sum in integers of a millionth and how many lines

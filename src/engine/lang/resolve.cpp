@@ -3,20 +3,30 @@
 #include <algorithm>
 #include <utility>
 
+#include "engine/lang/lookups.h"
 #include "engine/lang/rewrite.h"
 
 namespace lang {
 
+namespace {
+
+// A value that changes from run to run would need more than the key to show a row.
+bool varies(const Expr& expr) {
+  return anyPart(expr, [](const Expr& part) { return part.place == Expr::Place::Statement; });
+}
+
+bool joinVaries(const From& from) {
+  if (from.kind == From::Kind::Source) return false;
+  return (from.on && varies(*from.on)) || joinVaries(*from.left) || joinVaries(*from.right);
+}
+
+}  // namespace
+
 bool hasKeys(const Query& query) {
-  if (query.from->kind != From::Kind::Source || !query.from->source.table || query.grouped ||
-      query.distinct) {
+  if (query.grouped || query.distinct || !rowSource(*query.from) || joinVaries(*query.from))
     return false;
-  }
-  // A value that changes from run to run would need more than the key to show a row.
-  return std::none_of(query.outputs.begin(), query.outputs.end(), [](const Output& output) {
-    return anyPart(*output.expr,
-                   [](const Expr& part) { return part.place == Expr::Place::Statement; });
-  });
+  return std::none_of(query.outputs.begin(), query.outputs.end(),
+                      [](const Output& output) { return varies(*output.expr); });
 }
 
 std::unique_ptr<Query> resolved(const Parsed& source, const Catalog& catalog, int ano) {
@@ -28,7 +38,7 @@ std::unique_ptr<Query> resolved(const Parsed& source, const Catalog& catalog, in
   return query;
 }
 
-std::unique_ptr<Query> matching(const Parsed& source, const QString& criterion,
+std::unique_ptr<Query> matching(const Parsed& source, const QString& criterion, bool byKeys,
                                 const Catalog& catalog, int ano) {
   Binder binder(catalog, ano);
   std::unique_ptr<Query> query = binder.filtered(source, criterion);
@@ -38,7 +48,7 @@ std::unique_ptr<Query> matching(const Parsed& source, const QString& criterion,
   flatten(*query);
   Output found = std::move(query->outputs.back());
   query->outputs.pop_back();
-  if (hasKeys(*query)) {
+  if (byKeys && hasKeys(*query)) {
     query->outputs.clear();
     query->where = both(query->where, found.expr);
     return query;

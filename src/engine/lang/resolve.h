@@ -13,13 +13,14 @@ namespace lang {
 // unknown column, 3464 for types that can't be compared.
 std::unique_ptr<Query> resolved(const Parsed& source, const Catalog& catalog, int ano);
 
-// Which rows of a source meet a criterion. Over a source with keys the query is those rows, with no
-// output: it is read by its keys alone. Over any other it has all rows of the source in their
-// order, and one output, whether the row meets it. Raises as resolved() does.
-std::unique_ptr<Query> matching(const Parsed& source, const QString& criterion,
+// Which rows of a source meet a criterion. By keys, of a source that has them, the query is those
+// rows, with no output: it is read by its keys alone. Otherwise it has all rows of the source in
+// their order, and one output, whether the row meets it. Raises as resolved() does.
+std::unique_ptr<Query> matching(const Parsed& source, const QString& criterion, bool byKeys,
                                 const Catalog& catalog, int ano);
 
-// Whether each row is one row of one table, so that rows can be read, and written, by their keys.
+// Whether each row is one row of one table, be it beside others that it looks up, so that rows can
+// be read by its keys.
 bool hasKeys(const Query& query);
 
 }  // namespace lang

@@ -1,7 +1,10 @@
 // The statement around the expressions: FROM, grouping and order.
 #include "engine/sqlite/emitter.h"
 
+#include <algorithm>
+
 #include "common/errorejecucion.h"
+#include "engine/lang/lookups.h"
 
 namespace lang {
 namespace {
@@ -36,15 +39,25 @@ QString Emitter::whole(const Query& query) {
 
 QString Emitter::keys(const Query& query) {
   open(query);
-  return QStringLiteral("SELECT ") + names_.value(query.from->source.id) +
-         QStringLiteral(".rowid") + rest(query, true);
+  return QStringLiteral("SELECT ") + rowNumber(*rowSource(*query.from)) + rest(query, true);
+}
+
+QString Emitter::likelyKeys(const Query& query) {
+  skipped_ = needless(query);
+  return keys(query);
 }
 
 QString Emitter::row(const Query& query) {
   open(query);
-  const Source& base = query.from->source;
-  return outputs(query, false) + QStringLiteral(" FROM ") + source(base) +
-         QStringLiteral(" WHERE ") + names_.value(base.id) + QStringLiteral(".rowid = ?1");
+  ExprPtr joined;
+  const QString sources = from(*query.from, joined);
+  return outputs(query, false) + QStringLiteral(" FROM ") + sources + QStringLiteral(" WHERE ") +
+         rowNumber(*rowSource(*query.from)) + QStringLiteral(" = ?1") +
+         (joined ? QStringLiteral(" AND ") + condition(*joined) : QString());
+}
+
+QString Emitter::rowNumber(const Source& source) const {
+  return names_.value(source.id) + QStringLiteral(".rowid");
 }
 
 void Emitter::open(const Query& query) {
@@ -62,6 +75,7 @@ QString Emitter::outputs(const Query& query, bool named) {
     const QString shown = value(*output.expr);
     all << (named ? shown + QStringLiteral(" AS ") + quotedName(output.name) : shown);
   }
+  if (all.isEmpty()) all << QStringLiteral("1");  // of a row that is only looked for
   return (query.distinct ? QStringLiteral("SELECT DISTINCT ") : QStringLiteral("SELECT ")) +
          all.join(QStringLiteral(", "));
 }
@@ -83,6 +97,8 @@ QString Emitter::rest(const Query& query, bool ordered) {
 QString Emitter::from(const From& from, ExprPtr& conditions) {
   if (from.kind == From::Kind::Source) return source(from.source);
   const QString left = this->from(*from.left, conditions);
+  if (std::find(skipped_.begin(), skipped_.end(), from.right->source.id) != skipped_.end())
+    return left;
   if (from.kind == From::Kind::Left) {
     return left + QStringLiteral(" LEFT JOIN ") + nested(*from.right) + QStringLiteral(" ON ") +
            condition(*from.on);
@@ -155,6 +171,8 @@ QStringList Emitter::tieTerms(const Query& query) {
     for (const Output& output : query.outputs) terms << groupKey(*output.expr);
   } else if (query.grouped) {
     for (const ExprPtr& key : query.groupBy) terms << groupKey(*key);
+  } else if (const Source* rows = rowSource(*query.from)) {
+    terms << rowNumber(*rows);
   } else {
     sourceTies(*query.from, terms);
   }
@@ -170,7 +188,7 @@ void Emitter::sourceTies(const From& from, QStringList& terms) {
   }
   const QString name = names_.value(from.source.id);
   if (from.source.table) {
-    terms << name + QStringLiteral(".rowid");
+    terms << rowNumber(from.source);
     return;
   }
   const Query& inner = *from.source.query;

@@ -29,9 +29,12 @@ class Emitter {
   Emitter(Dialect dialect, Parameters& parameters) : dialect_(dialect), parameters_(parameters) {}
 
   QString whole(const Query& query);
-  // Of an updatable query: its keys in order, and one row by its key.
+  // Of a query with keys: these in order, and one row by its key.
   QString keys(const Query& query);
   QString row(const Query& query);
+  // The keys, and those of rows that don't find what they look up among them. It is much less work:
+  // most of the tables are left out.
+  QString likelyKeys(const Query& query);
 
  private:
   void open(const Query& query);
@@ -40,6 +43,7 @@ class Emitter {
   QString from(const From& from, ExprPtr& conditions);
   QString nested(const From& from);
   QString source(const Source& source);
+  QString rowNumber(const Source& source) const;
   QString orderBy(const Query& query);
   QStringList orderTerms(const Query& query);
   QString collation(const Expr& expr) const;
@@ -69,6 +73,7 @@ class Emitter {
   QHash<int, const Source*> sources_;
   QHash<int, QString> names_;
   int nextName_ = 0;
+  std::vector<int> skipped_;  // sources left out
 };
 
 // A name as the file's engine reads it, whatever it holds.

@@ -3,6 +3,7 @@
 #include <cstring>
 #include <deque>
 
+#include "engine/lang/lookups.h"
 #include "engine/lang/resolve.h"
 #include "engine/sqlite/emitter.h"
 #include "engine/sqlite/store.h"
@@ -16,6 +17,7 @@ Texts textsOf(const Query& query) {
   for (const Output& output : query.outputs) texts.types.push_back(fieldType(output.expr->type));
   if (hasKeys(query)) {
     texts.keysSql = emitter().keys(query);
+    if (!needless(query).empty()) texts.likelySql = emitter().likelyKeys(query);
     Parameters afterTheKey(1);
     texts.rowSql = Emitter(Emitter::Dialect::Plan, afterTheKey).row(query);
     texts.rowOwn = afterTheKey.ownValues();
@@ -111,15 +113,30 @@ std::unique_ptr<::Cursor> FileReader::run(const QList<Variant>& literals) {
   return rows;
 }
 
-std::vector<Key> FileReader::keys(const QList<Variant>& literals, int most) {
+std::vector<Key> FileReader::read(const QString& sql, const QList<Variant>& literals) {
   std::vector<Key> keys;
-  const FileStore::Reading reading(store_);
-  Statement statement =
-      store_.prepare(most < 0 ? texts_.keysSql
-                              : texts_.keysSql + QStringLiteral(" LIMIT ") + QString::number(most));
+  Statement statement = store_.prepare(sql);
   statement.bind(literals + texts_.own);
   while (statement.step()) keys.push_back(statement.integer(0));
   return keys;
+}
+
+bool FileReader::allStand(const std::vector<Key>& keys) {
+  std::size_t found = 0;
+  rows(keys, [&found](Key, Row&&) { ++found; });
+  return found == keys.size();
+}
+
+std::vector<Key> FileReader::keys(const QList<Variant>& literals, int most) {
+  const FileStore::Reading reading(store_);
+  if (most < 0) return read(texts_.keysSql, literals);
+  const QString limit = QStringLiteral(" LIMIT ") + QString::number(most);
+  // The first rows nearly always find what they look up: then it needn't be looked up for all.
+  if (!texts_.likelySql.isEmpty()) {
+    std::vector<Key> likely = read(texts_.likelySql + limit, literals);
+    if (allStand(likely)) return likely;
+  }
+  return read(texts_.keysSql + limit, literals);
 }
 
 void FileReader::rows(std::span<const Key> keys, const RowTaker& take) {

@@ -16,9 +16,11 @@ struct Texts {
   std::vector<FieldType> types;  // of the columns
   // Rows that can be read by their key, the file's row number:
   //   keysSql    SELECT rowid FROM ... WHERE ... ORDER BY ...
-  //   rowSql     SELECT <columns> FROM base WHERE rowid = ?1        (and then `rowOwn`)
-  // Empty for others.
+  //   rowSql     SELECT <columns> FROM ... WHERE rowid = ?1         (and then `rowOwn`)
+  //   likelySql  the same as keysSql, with rows that don't find what they look up among them
+  // Empty for others, and the last one where nothing is looked up that hasn't to be read anyway.
   QString keysSql;
+  QString likelySql;
   QString rowSql;
   QList<Variant> rowOwn;
   QString wholeSql;  // SELECT <columns> FROM ... ORDER BY ...
@@ -36,6 +38,9 @@ class FileReader : public Reader {
   const Texts& texts() const { return texts_; }
 
  private:
+  std::vector<Key> read(const QString& sql, const QList<Variant>& literals);
+  bool allStand(const std::vector<Key>& keys);
+
   FileStore& store_;
   Texts texts_;
 };

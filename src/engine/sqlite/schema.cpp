@@ -30,12 +30,11 @@ constexpr struct {
 QString declaredType(const Field& field) {
   for (const TypeName& t : kTypes) {
     if (t.type != field.Type) continue;
-    QString text = QString::fromLatin1(t.declared);
-    if (field.Type != FieldType::Text) return text;
-    if (field.Size > 0) text += QStringLiteral("(%1)").arg(field.Size);
-    return text + QStringLiteral(" COLLATE NOCASE");
+    const QString text = QString::fromLatin1(t.declared);
+    const bool sized = field.Type == FieldType::Text && field.Size > 0;
+    return sized ? text + QStringLiteral("(%1)").arg(field.Size) : text;
   }
-  return QStringLiteral("TEXT COLLATE NOCASE");
+  return QStringLiteral("TEXT");
 }
 
 FieldType typeOf(const QString& declared) {
@@ -62,6 +61,16 @@ QString quoted(QString text, QChar quote) {
 // A default as the definitions write it: the file has '1' where they have "1".
 QString definedDefault(const QString& inFile) {
   return inFile.startsWith(u'\'') ? quoted(unquoted(inFile, u'\''), u'"') : inFile;
+}
+
+// Whether a column of an index (name, place, collation) tells the same values apart as a statement
+// does.
+bool comparesAlike(const TableDef& table, const Statement& column) {
+  const auto place = column.integer(1);
+  if (place < 0 || place >= std::ssize(table.Fields)) return false;
+  const Field& field = table.Fields[static_cast<std::size_t>(place)];
+  const char* const collation = field.Type == FieldType::Text ? "NOCASE" : "BINARY";
+  return field.Name == column.text(0) && column.text(2) == QLatin1String(collation);
 }
 
 QString propertyKey(const QString& object, const char* property) {
@@ -135,6 +144,7 @@ void Schema::readTable(FileStore& store, const QString& name) {
   columns.bind(1, name);
   int keyColumns = 0;
   bool wholeKey = false;
+  Keys keys;
   while (columns.step()) {
     Field field;
     field.Name = columns.text(0);
@@ -149,14 +159,16 @@ void Schema::readTable(FileStore& store, const QString& name) {
       ++keyColumns;
       wholeKey = declared.compare(QLatin1String("INTEGER"), Qt::CaseInsensitive) == 0;
     }
+    if (declaredType(field).compare(declared, Qt::CaseInsensitive) != 0)
+      keys.foreign.push_back(static_cast<int>(def.Fields.size()));
     def.Fields.push_back(std::move(field));
   }
   if (keyColumns == 1 && wholeKey) rowNumberTables_ += name.toCaseFolded();
-  readIndexes(store, def);
-  add(std::move(def));
+  readIndexes(store, def, keys);
+  add(std::move(def), std::move(keys));
 }
 
-void Schema::readIndexes(FileStore& store, TableDef& table) {
+void Schema::readIndexes(FileStore& store, TableDef& table, Keys& keys) {
   Statement list = store.prepare(QStringLiteral(
       "SELECT name, \"unique\", partial FROM pragma_index_list(?1) ORDER BY seq DESC"));
   list.bind(1, table.Name);
@@ -169,12 +181,20 @@ void Schema::readIndexes(FileStore& store, TableDef& table) {
     index.Name = full.startsWith(prefix) ? full.mid(prefix.size()) : full;
     index.Unique = list.integer(1) != 0;
     index.Primary = properties_.contains(propertyKey(full, "Principal"));
-    Statement columns =
-        store.prepare(QStringLiteral("SELECT name FROM pragma_index_info(?1) ORDER BY seqno"));
+    const bool partial = list.integer(2) != 0;
+    Statement columns = store.prepare(QStringLiteral(
+        "SELECT name, cid, coll FROM pragma_index_xinfo(?1) WHERE key ORDER BY seqno"));
     columns.bind(1, full);
-    while (columns.step()) index.Fields += columns.text(0);
+    std::vector<int> key;
+    bool whole = index.Unique && !partial;
+    while (columns.step()) {
+      index.Fields += columns.text(0);
+      key.push_back(static_cast<int>(columns.integer(1)));
+      whole = whole && comparesAlike(table, columns);
+    }
+    if (whole) keys.unique.push_back(std::move(key));
     if (kept) {
-      add(table.Name, KeptIndex{index.Fields, list.integer(2) != 0});
+      add(table.Name, KeptIndex{index.Fields, partial});
     } else {
       table.Indexes.push_back(std::move(index));
     }
@@ -236,6 +256,7 @@ QString createTableSql(const TableDef& table) {
   QStringList columns;
   for (const Field& field : table.Fields) {
     QString column = bracketed(field.Name) + u' ' + declaredType(field);
+    if (field.Type == FieldType::Text) column += QStringLiteral(" COLLATE NOCASE");
     const Variant value = defaultValue(field);
     if (value.isText()) {
       column += QStringLiteral(" DEFAULT ") + quoted(value.text(), u'\'');

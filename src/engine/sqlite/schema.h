@@ -46,7 +46,7 @@ class Schema : public Definitions {
 
  private:
   void readTable(FileStore& store, const QString& name);
-  void readIndexes(FileStore& store, TableDef& table);
+  void readIndexes(FileStore& store, TableDef& table, Keys& keys);
   void readQueries(FileStore& store);
   void readSums(FileStore& store);
   bool stands(const RunningSums& sums, const TableDef& base) const;

@@ -418,10 +418,11 @@ void FileStore::touched(const QString& table) {
   ++tableChanges_[table];
 }
 
-Stamp FileStore::stamp(const QString& table) {
+Stamp FileStore::stamp(const QStringList& tables) {
   freshen();
   // Moved by other stations; by definitions and what the library undid; by this process.
-  const qint64 changes = table.isEmpty() ? allChanges_ : tableChanges_.value(table);
+  qint64 changes = tables.isEmpty() ? allChanges_ : 0;
+  for (const QString& table : tables) changes += tableChanges_.value(table);
   return {{dataVersion_, generation_, changes}};
 }
 

@@ -64,7 +64,7 @@ class FileStore : public Store {
 
   // Notes that rows of a table were changed by this process.
   void touched(const QString& table);
-  Stamp stamp(const QString& table) override;
+  Stamp stamp(const QStringList& tables) override;
   // Looks whether another station has written, if that wasn't looked at a moment ago.
   void freshen();
 

@@ -81,16 +81,30 @@ Written Libro::planOf(const QString& source) const {
   return Written(*lang::resolved(parsed, *store().schema(), kAno), parsed.literals());
 }
 
+std::vector<Key> Libro::firstKeys(const QString& source, int most) const {
+  const lang::Parsed parsed(source, kAno);
+  FileReader reader(store(), *lang::resolved(parsed, *store().schema(), kAno));
+  return reader.keys(parsed.literals(), most);
+}
+
 QStringList Libro::matching(const QString& source, const QString& criterion) const {
   const lang::Parsed parsed(source, kAno);
-  const Written found(*lang::matching(parsed, criterion, *store().schema(), kAno),
-                      parsed.literals());
-  if (found.keys) return rows(found.keysSql, found.params);
-  QStringList places;
-  const QStringList met = rows(found.wholeSql, found.params);
-  for (qsizetype i = 0; i < met.size(); ++i)
-    if (met[i] != "0" && met[i] != "Null") places << QString::number(i);
-  return places;
+  const auto found = [&](bool byKeys) {
+    return Written(*lang::matching(parsed, criterion, byKeys, *store().schema(), kAno),
+                   parsed.literals());
+  };
+  const Written plan = planOf(source), places = found(false), keys = found(true);
+  QStringList all, met = rows(places.wholeSql, places.params);
+  if (plan.keys) all = rows(plan.keysSql, plan.params);
+  for (qsizetype i = 0; i < met.size(); ++i) {
+    const bool meets = met[i] != "0" && met[i] != "Null";
+    met[i] = !meets ? QString() : plan.keys ? all.value(i) : QString::number(i);
+  }
+  met.removeAll(QString());
+  if (plan.keys) {
+    EXPECT_EQ(rows(keys.keysSql, keys.params), met) << source.toStdString();
+  }
+  return met;
 }
 
 QStringList Libro::rows(const QString& sql, const QList<Variant>& params) const {

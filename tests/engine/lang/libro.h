@@ -26,7 +26,10 @@ class Libro : public FicheroEnDisco {
   static constexpr int kAno = 2003;
 
   Written planOf(const QString& source) const;
-  // The keys, or the places in order, of the rows of a source that meet a criterion.
+  // The first keys of a source that has them.
+  std::vector<Key> firstKeys(const QString& source, int most) const;
+  // The keys of the rows of a source that meet a criterion, or else their places in order. Keys are
+  // those of the places too.
   QStringList matching(const QString& source, const QString& criterion) const;
   // The rows of a statement of the file's own engine, each with its values between " | ".
   QStringList rows(const QString& sql, const QList<Variant>& params = {}) const;

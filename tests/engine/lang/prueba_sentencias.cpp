@@ -35,9 +35,15 @@ void check(const Libro& libro, QStringList lines) {
   if (plan.keys) {
     // One by one too, as a recordset reads them.
     QStringList rows;
-    for (const QString& key : libro.rows(plan.keysSql, plan.params))
+    const QStringList keys = libro.rows(plan.keysSql, plan.params);
+    for (const QString& key : keys)
       rows << libro.rows(plan.rowSql, QList<Variant>{key.toInt()} + plan.rowOwn);
     EXPECT_EQ(rows, lines) << plan.keysSql.toStdString();
+    for (const int most : {1, 2, 5}) {
+      QStringList first;
+      for (const Key key : libro.firstKeys(source, most)) first << QString::number(key);
+      EXPECT_EQ(first, keys.first(qMin<qsizetype>(most, keys.size()))) << most;
+    }
   }
   if (columns.isEmpty()) return;
   EXPECT_EQ(plan.columns.join(" | "), columns);
