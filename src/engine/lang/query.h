@@ -35,7 +35,8 @@ enum class Fn {
   Val,
   Year
 };
-enum class Agg { Avg, Count, CountRows, Max, Min, Sum, SumMillionths };
+// OneMillionths takes the only row of its group.
+enum class Agg { Avg, Count, CountRows, Max, Min, Sum, SumMillionths, OneMillionths };
 
 struct Expr;
 using ExprPtr = std::shared_ptr<const Expr>;
@@ -126,7 +127,8 @@ struct Query {
   std::vector<Order> orderBy;
   bool distinct = false;
   bool grouped = false;
-  int literals = 0;  // taken out of the statement: what is run has as many values
+  bool singles = false;  // each group is one row of kept sums: nothing is left to be added up
+  int literals = 0;      // taken out of the statement: what is run has as many values
 };
 
 // The sources of a FROM in the order in which they are written.

@@ -1,5 +1,7 @@
 #include <algorithm>
+#include <set>
 
+#include "engine/lang/lookups.h"
 #include "engine/lang/rewrite.h"
 
 namespace lang {
@@ -114,7 +116,7 @@ std::shared_ptr<const Catalog::Table> sumsTable(const RunningSums& sums, const S
 
 // The total of what some rows have in millionths: of those only where `lines` is more than `than`,
 // since a row whose lines have nothing but Nulls adds nothing, not even a zero.
-ExprPtr total(ExprPtr millionths, ExprPtr lines, ExprPtr than) {
+ExprPtr total(Agg adding, ExprPtr millionths, ExprPtr lines, ExprPtr than) {
   Expr some;
   some.kind = Kind::If;
   some.type = Type::Long;
@@ -122,7 +124,7 @@ ExprPtr total(ExprPtr millionths, ExprPtr lines, ExprPtr than) {
                std::move(millionths), made({})};
   Expr expr;
   expr.kind = Kind::Aggregate;
-  expr.aggregate = Agg::SumMillionths;
+  expr.aggregate = adding;
   expr.type = Type::Double;
   expr.args = {made(std::move(some))};
   return made(std::move(expr));
@@ -135,6 +137,16 @@ ExprPtr zero() {
   return made(std::move(expr));
 }
 
+// Whether each row of the sums, with what it looks up, makes a group of its own: there is one for
+// each combination of keys, and the query groups by all of them.
+bool groupsAreRows(const Query& query, const Source& source, const Lines& lines, int keys) {
+  if (rowSource(*query.from) != &source) return false;
+  std::set<int> grouped;
+  for (const ExprPtr& by : query.groupBy) grouped.insert(lines.key(*by));
+  grouped.erase(-1);
+  return keys > 0 && static_cast<int>(grouped.size()) == keys;
+}
+
 void readSums(Query& query, Source& source, const RunningSums& sums, int newId) {
   const Lines lines(source, sums);
   Source replacement;
@@ -142,6 +154,8 @@ void readSums(Query& query, Source& source, const RunningSums& sums, int newId) 
   replacement.alias = source.alias;
   replacement.table = sumsTable(sums, source);
   const int keys = static_cast<int>(sums.keys.size());
+  query.singles = groupsAreRows(query, source, lines, keys);
+  const Agg adding = query.singles ? Agg::OneMillionths : Agg::SumMillionths;
   const ExprPtr count = columnOf(replacement, keys);
   const ExprPtr debit = columnOf(replacement, keys + 1);
   const ExprPtr credit = columnOf(replacement, keys + 2);
@@ -152,12 +166,12 @@ void readSums(Query& query, Source& source, const RunningSums& sums, int newId) 
     if (const int key = lines.key(expr); key >= 0) return columnOf(replacement, key);
     switch (lines.side(expr)) {
       case Lines::Side::Debit:
-        return total(debit, debitLines, zero());
+        return total(adding, debit, debitLines, zero());
       case Lines::Side::Credit:
-        return total(credit, creditLines, zero());
+        return total(adding, credit, creditLines, zero());
       case Lines::Side::Both:
         // A line with an amount has something on both sides, one without it on one of them.
-        return total(binary(Op::Add, debit, credit, Type::Long),
+        return total(adding, binary(Op::Add, debit, credit, Type::Long),
                      binary(Op::Add, debitLines, creditLines, Type::Long), count);
       case Lines::Side::None:
         break;

@@ -262,6 +262,8 @@ QString Emitter::aggregate(const Expr& expr) {
       return QStringLiteral("MIN") + arg;
     case Agg::SumMillionths:
       return QStringLiteral("(SUM") + arg + QStringLiteral(" / 1000000.0)");
+    case Agg::OneMillionths:
+      return u'(' + arg + QStringLiteral(" / 1000000.0)");
     default:
       return QStringLiteral("SUM") + arg;
   }

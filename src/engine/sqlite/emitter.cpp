@@ -84,12 +84,19 @@ QString Emitter::rest(const Query& query, bool ordered) {
   ExprPtr conditions;
   QString sql = QStringLiteral(" FROM ") + from(*query.from, conditions);
   conditions = both(conditions, query.where);
+  if (query.singles) conditions = both(conditions, query.having);
   if (conditions) sql += QStringLiteral(" WHERE ") + condition(*conditions);
+  if (!query.singles) sql += grouping(query);
+  return ordered ? sql + orderBy(query) : sql;
+}
+
+QString Emitter::grouping(const Query& query) {
   QStringList keys;
   for (const ExprPtr& key : query.groupBy) keys << groupKey(*key);
+  QString sql;
   if (!keys.isEmpty()) sql += QStringLiteral(" GROUP BY ") + keys.join(QStringLiteral(", "));
   if (query.having) sql += QStringLiteral(" HAVING ") + condition(*query.having);
-  return ordered ? sql + orderBy(query) : sql;
+  return sql;
 }
 
 // Inner joins are written as one row of tables: their conditions join those of WHERE, and the

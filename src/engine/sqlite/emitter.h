@@ -40,6 +40,7 @@ class Emitter {
   void open(const Query& query);
   QString outputs(const Query& query, bool named);
   QString rest(const Query& query, bool ordered);
+  QString grouping(const Query& query);
   QString from(const From& from, ExprPtr& conditions);
   QString nested(const From& from);
   QString source(const Source& source);
