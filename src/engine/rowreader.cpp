@@ -17,6 +17,7 @@ struct RowReader::Private {
   QHash<QString, int> ordinals;
   // A source with keys is read in windows of rows, any other through its cursor.
   KeySet keys;
+  quint64 edition = 0;   // of the books that they are of
   std::size_t read = 0;  // keys taken so far
   std::vector<Row> window;
   std::size_t at = 0;  // the row after the current one
@@ -40,6 +41,9 @@ bool RowReader::Private::next() {
     at = 0;
     if (read == keys->size()) return false;
     const std::size_t count = std::min(kWindow, keys->size() - read);
+    const auto hold = connection->store().hold();
+    if (edition != connection->store().edition())
+      throw ErrorEjecucion(err::kFicheroSustituido, connection->path());
     plan().reader->rows(std::span(*keys).subspan(read, count),
                         [&](Key, Row&& row) { window.push_back(std::move(row)); });
     read += count;
@@ -55,6 +59,7 @@ RowReader::RowReader(Database& database, const QString& source) : d_(std::make_u
     d_->compiled = d_->connection->sources().compiled(source);
     if (d_->plan().updatable) {
       d_->keys = d_->connection->sources().keys(d_->compiled);
+      d_->edition = d_->connection->store().edition();
     } else {
       d_->cursor = d_->plan().reader->run(d_->compiled.literals);
     }

@@ -104,7 +104,10 @@ void RowSet::discardOld() {
 }
 
 const Row* RowSet::row(int position) {
-  if (!byKeys_) return &whole_[static_cast<std::size_t>(position)];
+  if (!byKeys_) {
+    checkFile();
+    return &whole_[static_cast<std::size_t>(position)];
+  }
   if (isDeleted(position)) return nullptr;
   discardOld();
   auto found = near_.find(position);

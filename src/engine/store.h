@@ -101,8 +101,9 @@ class Store {
   // milliseconds, and at once in a group or a hold. Without names it is that of all tables.
   virtual Stamp stamp(const QStringList& tables) = 0;
   // Moves when the books have been replaced by others of the same name (a file restored by hand, a
-  // synchroniser): keys read before mean nothing in them.
-  virtual quint64 edition() const { return 0; }
+  // synchroniser): keys read before mean nothing in them. 3024 when they have been taken away,
+  // which reading raises too.
+  virtual quint64 edition() { return 0; }
   // Moves with each commit to the books by anybody, and stands in them: it may be compared with
   // what another process, or this one before it closed them, was told.
   virtual qint64 commits() { return 0; }

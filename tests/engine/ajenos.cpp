@@ -2,6 +2,7 @@
 #include <QTest>
 
 #include "common/ignorar.h"
+#include "engine/rowreader.h"
 #include "libroendisco.h"
 
 namespace {
@@ -62,6 +63,42 @@ TEST_F(Ajenos, ElFicheroCambiadoPorOtroSeVuelveAAbrirYNadaSeEscribeEnElAnterior)
   datos.Update();
   engine.flush();
   EXPECT_EQ(herramienta("SELECT group_concat(CAST(Importe AS INTEGER)) FROM Diario"), "600,600,8");
+}
+
+// A file taken away is missed by whoever goes on reading it, however its rows were read, and is as
+// good as before once it is back.
+TEST_F(Ajenos, ElFicheroQueSeHaIdoSeEchaEnFalta) {
+  anotaLineas(2000);
+  const auto filas = db->OpenRecordset("Diario");
+  const auto sumas =
+      db->OpenRecordset("Select NAsiento, Count(*) as N from Diario group by NAsiento");
+  RowReader lector(*db, "Select * from Diario");
+  ASSERT_TRUE(lector.next());
+  const auto mueve = [&](const QString& de, const QString& a) {
+    ASSERT_EQ(::rename(de.toUtf8().constData(), a.toUtf8().constData()), 0);
+  };
+  const std::function<void()> lecturas[] = {
+      [&] { filas->Fields("Importe").Value(); }, [&] { sumas->Fields("N").Value(); },
+      [&] { filas->Edit(); }, [&] { db->OpenRecordset("Empresa"); },
+      [&] {
+        while (lector.next()) continue;
+      }};
+  mueve(ruta, ruta + "x");
+  for (const auto& lee : lecturas)
+    EXPECT_TRUE(acaba([&] { return numeroDeError(lee) == err::kBaseNoEncontrada; }));
+  mueve(ruta + "x", ruta);
+  EXPECT_EQ(filas->Fields("Importe").number(), 1);
+  EXPECT_EQ(sumas->Fields("N").number(), 1);
+  // Another one in its place is not what was being read.
+  RowReader otro(*db, "Select * from Diario");
+  ASSERT_TRUE(otro.next());
+  herramienta("VACUUM INTO '" + ruta + "y'");
+  mueve(ruta + "y", ruta);
+  for (const auto& lee : {lecturas[0], lecturas[1], std::function<void()>([&] {
+                            while (otro.next()) continue;
+                          })})
+    EXPECT_TRUE(acaba([&] { return numeroDeError(lee) == err::kFicheroSustituido; }));
+  EXPECT_EQ(db->OpenRecordset("Diario")->rowTotal(), 2000);
 }
 
 TEST_F(Ajenos, LasSumasDeUnaTablaRehechaPorOtroSiguenSiendoLasDeSusLineas) {

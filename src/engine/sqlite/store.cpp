@@ -219,7 +219,11 @@ void FileStore::lookAtFile() {
   fileLooked_.start();
   const bool moved = hasMoved();
   lookAtFileEvery_ = std::max(kLookEvery, 100 * fileLooked_.nsecsElapsed());
-  if (!moved || !QFileInfo::exists(systemPath_)) return;
+  if (!moved) return;
+  if (!QFileInfo::exists(systemPath_)) {
+    fileLooked_.invalidate();
+    throw ErrorEjecucion(err::kBaseNoEncontrada, path_);
+  }
   forgetStatements();
   open();
   dataVersion_ = definitionsVersion_ = -1;

@@ -55,8 +55,11 @@ class FileStore : public Store {
   void discard() override;
   bool inGroup() const override { return inGroup_; }
 
-  // Which file of its name it is.
-  quint64 edition() const override { return edition_; }
+  // Which file of its name it is. 3024 when there is none any more.
+  quint64 edition() override {
+    lookAtFile();
+    return edition_;
+  }
 
   qint64 commits() override;
   // The same for who has the file locked already, and runs no statement.
