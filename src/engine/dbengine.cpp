@@ -69,7 +69,7 @@ DBEngine::DBEngine(std::unique_ptr<Driver> driver, QObject* parent)
   d_->storeSettings->refused = [this] {
     // Whatever was refused, what the action leaves to be saved isn't waited for once more.
     d_->refused = d_->refused || pending();
-    QTimer::singleShot(0, this, [this] { d_->storeSettings->impatient = false; });
+    waitNoMore();
   };
   d_->storeSettings->undone = [this] { askForReading(0); };
   d_->settings->lost = [this](const ErrorEjecucion& e) {
@@ -102,6 +102,12 @@ void DBEngine::askForCommit(int delay) {
   if (!timer.isActive() || timer.remainingTime() > delay) timer.start(delay);
 }
 
+// What the action at hand still asks for is refused at once if it isn't free.
+void DBEngine::waitNoMore() {
+  d_->storeSettings->impatient = true;
+  QTimer::singleShot(0, this, [this] { d_->storeSettings->impatient = false; });
+}
+
 void DBEngine::commitFromLoop() {
   if (d_->storeSettings->inWait || d_->settings->whole || d_->longWorks > 0)
     return askForCommit(kRetry);
@@ -110,8 +116,10 @@ void DBEngine::commitFromLoop() {
     const Brief quick(*this, d_->refused ? 0 : d_->storeSettings->lockTimeout);
     flush();
   } catch (const ErrorEjecucion& e) {
-    const bool stillOpen = e.numero() == err::kNoSePuedeGuardar;
-    if (stillOpen) askForCommit(kRetry);
+    if (e.numero() == err::kNoSePuedeGuardar) {
+      askForCommit(kRetry);
+      waitNoMore();  // whoever is told looks whether it has been saved by now
+    }
     Q_EMIT commitFailed(e.numero(), e.descripcion());
   }
 }

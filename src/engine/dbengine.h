@@ -208,6 +208,7 @@ class DBEngine : public QObject {
   void forget(const QString& identity);
   void copy(const QString& source, const QString& destination, std::optional<qint64> asRead);
   void askForCommit(int delay);
+  void waitNoMore();
   void askForReading(int delay);
   void commitFromLoop();
   void commitLongWork();

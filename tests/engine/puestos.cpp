@@ -108,9 +108,15 @@ TEST_F(Puestos, UnaNegativaAcabaLaAccionYSeDejaDeEsperarCuandoSePide) {
     empresa->MoveNext();
     // An error in between saves what went before it.
     EXPECT_EQ(numeroDeError([&] { empresa->Fields(0).Value(); }), err::kSinRegistroActivo);
-    const int deUna = std::exchange(espera.preguntas, 0);
-    EXPECT_GT(deUna, 0);
+    EXPECT_GT(std::exchange(espera.preguntas, 0), 0);
+    QObject aqui;
+    int avisos = 0;
+    QObject::connect(&engine, &DBEngine::commitFailed, &aqui, [&] {
+      ++avisos;
+      EXPECT_EQ(numeroDeError([&] { engine.flush(); }), err::kNoSePuedeGuardar);
+    });
     QCoreApplication::processEvents();
+    EXPECT_EQ(avisos, 1);
     EXPECT_EQ(espera.preguntas, 0);
   }
   engine.flush();
