@@ -136,7 +136,7 @@ void FrmRecibos::guarda() {
     DtaRecibos_.MoveLast();
   }
   const Recibo escrito = leeRecibo(DtaRecibos_.Recordset());
-  ponEnDisco(ctx.motor);
+  ctx.cajas->guardaPendiente(this);  // given up, what was typed still stands
   leido_ = escrito;
 }
 

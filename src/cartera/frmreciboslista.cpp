@@ -8,7 +8,6 @@
 #include "common/funciones.h"
 #include "common/ignorar.h"
 #include "engine/dbengine.h"
-#include "journal/apunte.h"
 #include "toolkit/protocolo.h"
 #include "ui_frmreciboslista.h"
 
@@ -183,7 +182,7 @@ void FrmRecibosLista::CmdElimina_Click() {
   try {
     situaEn(filas, buscado_);
     filas.Delete();
-    ponEnDisco(ctx.motor);
+    ctx.cajas->guardaPendiente(this);
   } catch (...) {
     // Another station may have taken it.
     ignorando([this] { relee(); });

@@ -2,7 +2,6 @@
 
 #include "common/funciones.h"
 #include "engine/dbengine.h"
-#include "journal/apunte.h"
 #include "ui_frminvertircierre.h"
 #include "yearend/ejercicio.h"
 
@@ -31,6 +30,6 @@ void FrmInvertirCierre::TxtNoModifica_LostFocus() {
 void FrmInvertirCierre::CmdAceptar_Click() {
   const auto empresa = ctx.motor.Workspaces(0).OpenDatabase(sesion().rutaEmpresa());
   ponFechaDeCierre(*empresa, ui_->TxtNoModifica->text());
-  ponEnDisco(ctx.motor);
+  ctx.cajas->guardaPendiente(this);  // given up, what was typed still stands
   descargar();
 }

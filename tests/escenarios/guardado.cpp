@@ -115,6 +115,32 @@ class Guardado : public MenuAbierto {
                ctx.sesion.CodigoLlamada = 2;
                formularios->mostrar("FrmEmpresas");
              }},
+            {"fecha de cierre",
+             [=, this](const Eleccion& elige) {
+               enDialogo("FrmInvertirCierre", [&](Teclado& d) {
+                 d.escribe("TxtNoModifica", "3006");
+                 elige(ya);
+                 acepta(d);
+               });
+               formularios->mostrar("FrmInvertirCierre");
+             }},
+            {"recibo",
+             [=, this](const Eleccion& elige) {
+               enDialogo("FrmRecibos", [&](Teclado& d) {
+                 for (const auto& [campo, texto] : {std::pair("TxtFechaVencimiento", "3006"),
+                                                    {"TxtCuenta", "43000001"},
+                                                    {"TxtFactura", "7"},
+                                                    {"TxtTipo", "Letra"},
+                                                    {"TxtTitulo", "Letra"},
+                                                    {"TxtContrapartida", "57200001"},
+                                                    {"TxtImporte", "9"}})
+                   d.escribe(campo, texto);
+                 elige(ya);
+                 acepta(d);
+               });
+               ctx.sesion.CodigoLlamada = 1;
+               formularios->mostrar("FrmRecibos");
+             }},
             {"subcuenta", [=, this](const Eleccion& elige) {
                enDialogo("FrmSubCuentas", [&](Teclado& d) {
                  d.escribe("TxtDescripcion", "Caja del mostrador");
@@ -128,8 +154,9 @@ class Guardado : public MenuAbierto {
   }
   QString fichero() const {
     QProcess p;
-    p.start("sqlite3",
-            {ruta(), "SELECT * FROM Diario; SELECT * FROM Empresa; SELECT * FROM Subcuentas"});
+    p.start("sqlite3", {ruta(),
+                        "SELECT * FROM Diario; SELECT * FROM Empresa; SELECT * FROM Subcuentas; "
+                        "SELECT * FROM Recibos"});
     p.waitForFinished();
     return QString::fromUtf8(p.readAllStandardOutput() + p.readAllStandardError());
   }
