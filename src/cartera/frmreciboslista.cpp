@@ -1,6 +1,7 @@
 #include "cartera/frmreciboslista.h"
 
 #include <QScreen>
+#include <QStyle>
 
 #include "common/comillas.h"
 #include "common/errorejecucion.h"
@@ -68,6 +69,8 @@ void FrmRecibosLista::repartePorColumnas() {
     boton->setMinimumWidth(cabe(static_cast<QAbstractButton*>(boton)->text()));
   }
   ui_->CmdImporte->setMinimumWidth(cabe("-9.999.999,99"));
+  // The last one stands over the bar too.
+  ui_->CmdCA->setMinimumWidth(cabe("C/A") + style()->pixelMetric(QStyle::PM_ScrollBarExtent));
   ui_->Grid->alinearCon(botones);
   ui_->Grid->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
 }

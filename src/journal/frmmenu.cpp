@@ -92,20 +92,11 @@ void FrmMenu::keyPressEvent(QKeyEvent* evento) {
 QLineEdit& FrmMenu::TxtAsiento() {
   return *ui_->TxtAsiento;
 }
-QLineEdit& FrmMenu::TxtFecha() {
-  return *ui_->TxtFecha;
-}
 QLineEdit& FrmMenu::TxtSubcuenta() {
   return *ui_->TxtSubcuenta;
 }
 QLineEdit& FrmMenu::TxtNombreCuenta() {
   return *ui_->TxtNombreCuenta;
-}
-QComboBox& FrmMenu::TxtConcepto() {
-  return *ui_->TxtConcepto;
-}
-QLineEdit& FrmMenu::TxtDebeHaber() {
-  return *ui_->TxtDebeHaber;
 }
 QProgressBar& FrmMenu::Bar() {
   return *ui_->Bar;

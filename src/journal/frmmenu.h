@@ -40,11 +40,8 @@ class FrmMenu : public Formulario, public Principal {
   DataControl& DtaDiarioLista() override { return DtaDiarioLista_; }
   DataControl& DtaIVA() override { return DtaIVA_; }
   QLineEdit& TxtAsiento() override;
-  QLineEdit& TxtFecha() override;
   QLineEdit& TxtSubcuenta() override;
   QLineEdit& TxtNombreCuenta() override;
-  QComboBox& TxtConcepto() override;
-  QLineEdit& TxtDebeHaber() override;
   QProgressBar& Bar() override;
   bool punteoVisible() const override;
   void ATotal() override;

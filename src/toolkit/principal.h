@@ -4,8 +4,6 @@
 #pragma once
 
 class DataControl;
-class QComboBox;
-class QLabel;
 class QLineEdit;
 class QProgressBar;
 class QWidget;
@@ -21,13 +19,10 @@ class Principal {
   virtual DataControl& DtaDiarioLista() = 0;
   virtual DataControl& DtaIVA() = 0;
 
-  // The entry line.
+  // What others read and set of the entry line.
   virtual QLineEdit& TxtAsiento() = 0;
-  virtual QLineEdit& TxtFecha() = 0;
   virtual QLineEdit& TxtSubcuenta() = 0;
   virtual QLineEdit& TxtNombreCuenta() = 0;
-  virtual QComboBox& TxtConcepto() = 0;
-  virtual QLineEdit& TxtDebeHaber() = 0;
   virtual QProgressBar& Bar() = 0;
   // True while the frame of the marks is on show.
   virtual bool punteoVisible() const = 0;
