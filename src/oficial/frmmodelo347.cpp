@@ -53,6 +53,10 @@ FrmModelo347::FrmModelo347(Contexto& contexto)
           [this](int fila) { protege([&] { abreFilas(fila); }, "GrdTerceros_KeyPress"); });
   alPulsar(ui_->CmdDeclarante, [this] { mostrar("FrmDeclarante"); });
   alPulsar(ui_->CmdFilas, [this] { abreFilas(ui_->GrdTerceros->fila()); });
+  alPulsar(ui_->CmdLocales, [this] {
+    mostrar("FrmInmuebles347");
+    lee();
+  });
   alPulsar(ui_->CmdCartas, [this] { CmdCartas_Click(); });
   alPulsar(ui_->CmdFichero, [this] { CmdFichero_Click(); });
   alPulsar(ui_->CmdSalir, [this] { descargar(); });
@@ -184,6 +188,7 @@ void FrmModelo347::CmdFichero_Click() {
   for (const Tercero347& t : modelo_->terceros())
     if (!t.excluido && !t.faltas().isEmpty())
       avisos += t.nombre + QStringLiteral(": ") + t.faltas().join(QStringLiteral(". "));
+  avisos += modelo_->faltasDeInmuebles();
   constexpr int kMuestra = 15;
   const qsizetype resto = avisos.size() - kMuestra;
   if (resto > 0) avisos = avisos.first(kMuestra) << QStringLiteral("... y %1 más").arg(resto);
@@ -198,5 +203,8 @@ void FrmModelo347::CmdFichero_Click() {
       "Modelo 347 (*.347)");
   if (!ruta || ruta->isEmpty()) return;
   escribeFichero(*ruta, fichero);
-  mensaje(QStringLiteral("Fichero hecho con %1 declarados").arg(modelo_->cuantos()), "Modelo 347");
+  const auto locales = modelo_->inmuebles().size();
+  mensaje(QStringLiteral("Fichero hecho. Declarados: %1").arg(modelo_->cuantos()) +
+              (locales > 0 ? QStringLiteral(". Locales: %1").arg(locales) : QString()),
+          "Modelo 347");
 }

@@ -75,6 +75,7 @@ Modelo347::Modelo347(Database& empresa, int ejercicio, qint64 limite) : ejercici
     return std::llabs(totales.value(t.clave + t.tercero)) <= limite;
   });
   completaDatos(empresa);
+  inmuebles_ = leeInmuebles(empresa);
   std::ranges::stable_sort(terceros_, [](const Tercero347& a, const Tercero347& b) {
     return a.clave != b.clave ? a.clave < b.clave : a.nombre.localeAwareCompare(b.nombre) < 0;
   });
@@ -96,12 +97,11 @@ void Modelo347::suma(const std::vector<LineaRegistro>& lineas) {
     if (vaAparte(l)) continue;
     const QString clave = l.emitida() ? QStringLiteral("B") : QStringLiteral("A");
     const bool inversion = !l.emitida() && l.inversion, caja = l.clave == QLatin1String("07");
-    const QString cual = QStringLiteral("%1|%2|%3%4%5")
-                             .arg(clave, tercero(l))
-                             .arg(int(l.local))
-                             .arg(int(inversion))
-                             .arg(int(caja));
-    const auto [it, nuevo] = std::pair{lugares.constFind(cual), !lugares.contains(cual)};
+    const int clase =
+        (l.emitida() ? 1 : 0) + (l.local ? 2 : 0) + (inversion ? 4 : 0) + (caja ? 8 : 0);
+    const QString cual = QChar(u'a' + clase) + tercero(l);
+    const auto it = lugares.constFind(cual);
+    const bool nuevo = it == lugares.constEnd();
     const size_t lugar = nuevo ? terceros_.size() : *it;
     if (nuevo) {
       Tercero347 t;
@@ -111,6 +111,7 @@ void Modelo347::suma(const std::vector<LineaRegistro>& lineas) {
       t.tipoNif = l.tipoNif;
       t.nombre = l.nombre;
       if (l.pais != QLatin1String("ES")) t.pais = l.pais;
+      paises_.insert(t.tercero, t.pais);
       t.local = l.local;
       t.inversion = inversion;
       t.caja = caja;
@@ -127,7 +128,12 @@ void Modelo347::suma(const std::vector<LineaRegistro>& lineas) {
 
 void Modelo347::completaDatos(Database& empresa) {
   QHash<QString, std::vector<Tercero347*>> deSubcuenta;
-  for (Tercero347& t : terceros_) deSubcuenta[subcuentas_.value(t.tercero)].push_back(&t);
+  for (Tercero347& t : terceros_) {
+    deSubcuenta[subcuentas_.value(t.tercero)].push_back(&t);
+    t.pais = paises_.value(t.tercero);
+    t.metalico = t.ejercicioMetalico = 0;
+    t.excluido = false;
+  }
   for (RowReader r(empresa, QStringLiteral("Select Subcuenta, Direccion, CP, Poblacion, Provincia "
                                            "from Subcuentas"));
        r.next();) {
@@ -142,14 +148,17 @@ void Modelo347::completaDatos(Database& empresa) {
     const auto valor = [&](const char* campo) {
       return filas->Fields(QLatin1String(campo)).Value();
     };
+    bool primera = true;  // of its records: the cash goes in one of them
     for (Tercero347& t : terceros_) {
       if (valor("Clave").display() != t.clave || valor("Tercero").display() != t.tercero) continue;
-      if (!valor("Metalico").isNull()) t.metalico = centimosDe(valor("Metalico").number());
-      if (!valor("EjercicioMetalico").isNull())
+      if (primera && !valor("Metalico").isNull())
+        t.metalico = centimosDe(valor("Metalico").number());
+      if (primera && !valor("EjercicioMetalico").isNull())
         t.ejercicioMetalico = int(valor("EjercicioMetalico").toLong());
       if (!valor("Provincia").display().isEmpty()) t.provincia = valor("Provincia").display();
       if (!valor("Pais").display().isEmpty()) t.pais = valor("Pais").display();
       t.excluido = !valor("Excluido").isNull() && valor("Excluido").toBool();
+      primera = false;
     }
   }
 }
@@ -163,6 +172,53 @@ qint64 Modelo347::importe() const {
   for (const Tercero347& t : terceros_)
     if (!t.excluido) total += t.total;
   return total;
+}
+
+// Tenants of premises, of what is declared.
+std::vector<const Tercero347*> Modelo347::arrendatarios() const {
+  std::vector<const Tercero347*> lista;
+  for (const Tercero347& t : terceros_)
+    if (t.local && !t.excluido && t.clave == QLatin1String("B")) lista.push_back(&t);
+  return lista;
+}
+
+std::vector<Inmueble347> Modelo347::inmuebles() const {
+  const auto suyos = arrendatarios();
+  std::vector<Inmueble347> lista;
+  std::ranges::copy_if(inmuebles_, std::back_inserter(lista), [&](const Inmueble347& uno) {
+    return std::ranges::any_of(suyos, [&](const Tercero347* t) { return t->nif == uno.nif; });
+  });
+  return lista;
+}
+
+QStringList Modelo347::faltasDeInmuebles() const {
+  QStringList faltas;
+  QHash<QString, qint64> rentas;
+  for (const Inmueble347& uno : inmuebles_) {
+    rentas[uno.nif] += uno.importe;
+    if (const QStringList suyas = uno.faltas(); !suyas.isEmpty())
+      faltas += QStringLiteral("Local de %1: %2").arg(uno.nombre, suyas.join(QStringLiteral(". ")));
+  }
+  for (const Tercero347* const t : arrendatarios()) {
+    if (!rentas.contains(t->nif))
+      faltas += QStringLiteral("%1: falta el local que se le arrienda").arg(t->nombre);
+    else if (rentas.value(t->nif) != t->total)
+      faltas += QStringLiteral("%1: sus locales no suman lo de sus facturas").arg(t->nombre);
+  }
+  const auto fuera = inmuebles_.size() - inmuebles().size();
+  if (fuera > 0)
+    faltas += QStringLiteral("Locales de quien no se declara como arrendatario: %1").arg(fuera);
+  return faltas;
+}
+
+int Modelo347::proponeInmuebles(Database& empresa) const {
+  int cuantos = 0;
+  for (const Tercero347* const t : arrendatarios()) {
+    if (std::ranges::find(inmuebles_, t->nif, &Inmueble347::nif) != inmuebles_.end()) continue;
+    anadeInmueble(empresa, {t->nif, t->nombre, t->total, {}});
+    ++cuantos;
+  }
+  return cuantos;
 }
 
 namespace {
@@ -218,6 +274,41 @@ void Modelo347::escribe(Database& empresa, size_t lugar, Dato347 dato, const QSt
   completaDatos(empresa);
 }
 
+namespace {
+
+// The record of a third party, but for what all records share.
+ValoresFijos valoresDe(const Tercero347& t) {
+  const auto x = [](bool si) { return si ? QStringLiteral("X") : QString(); };
+  ValoresFijos v;
+  const bool comunitario = t.tipoNif == QLatin1String("02");
+  const Pais pais = paisDePrefijo(t.nif.left(2));
+  const bool conPrefijo = comunitario && !pais.codigo.isEmpty();
+  if (t.tipoNif.isEmpty()) v.insert(QStringLiteral("NIF del declarado"), t.nif);
+  if (comunitario) {
+    v.insert(QStringLiteral("Operador comunitario: país"),
+             conPrefijo ? t.nif.left(2) : paisDe(t.pais).prefijo);
+    v.insert(QStringLiteral("Operador comunitario: número"), conPrefijo ? t.nif.mid(2) : t.nif);
+  }
+  v.insert(QStringLiteral("Apellidos y nombre o razón social"), t.nombre);
+  v.insert(QStringLiteral("Código provincia"), t.provincia);
+  if (t.provincia == kFueraDeEspana) v.insert(QStringLiteral("Código país"), t.pais);
+  v.insert(QStringLiteral("Clave operación"), t.clave);
+  v.insert(QStringLiteral("Importe anual de las operaciones"), t.total);
+  v.insert(QStringLiteral("Arrendamiento local negocio"), x(t.local));
+  v.insert(QStringLiteral("Inversión del sujeto pasivo"), x(t.inversion));
+  v.insert(QStringLiteral("Criterio de caja"), x(t.caja));
+  if (t.metalico > kLimiteMetalico) {
+    v.insert(QStringLiteral("Importe percibido en metálico"), t.metalico);
+    v.insert(QStringLiteral("Ejercicio de las operaciones en metálico"), t.ejercicioMetalico);
+  }
+  // Under cash basis only the year is told.
+  for (int q = 0; q < 4 && !t.caja; ++q)
+    v.insert(QStringLiteral("Operaciones %1T").arg(q + 1), t.trimestres[size_t(q)]);
+  return v;
+}
+
+}  // namespace
+
 QByteArray Modelo347::fichero(const Declarante& declarante, const QByteArray& fin) const {
   if (ejercicio_ < kPrimerEjercicio)
     throw ErrorEjecucion(
@@ -226,7 +317,6 @@ QByteArray Modelo347::fichero(const Declarante& declarante, const QByteArray& fi
   const DisenoFijo diseno(QStringLiteral("347.csv"), ejercicio_ < kConConvocatoria
                                                          ? QStringLiteral("2014")
                                                          : QStringLiteral("2025"));
-  const auto x = [](bool si) { return si ? QStringLiteral("X") : QString(); };
   const ValoresFijos comunes = {{QStringLiteral("Ejercicio"), QString::number(ejercicio_)},
                                 {QStringLiteral("NIF del declarante"), declarante["Nif"]}};
   ValoresFijos cabeza = comunes;
@@ -236,35 +326,22 @@ QByteArray Modelo347::fichero(const Declarante& declarante, const QByteArray& fi
   cabeza.insert(QStringLiteral("Número identificativo"), QStringLiteral("3470000000001"));
   cabeza.insert(QStringLiteral("Número total de personas y entidades"), cuantos());
   cabeza.insert(QStringLiteral("Importe total anual"), importe());
+  const std::vector<Inmueble347> locales = inmuebles();
+  qint64 rentas = 0;
+  for (const Inmueble347& uno : locales) rentas += uno.importe;
+  cabeza.insert(QStringLiteral("Número total de inmuebles"), int(locales.size()));
+  cabeza.insert(QStringLiteral("Importe total arrendamiento de locales"), rentas);
   QByteArray fichero = escribeRegistro(diseno, QStringLiteral("declarante"), cabeza) + fin;
   for (const Tercero347& t : terceros_) {
     if (t.excluido) continue;
-    ValoresFijos v = comunes;
-    const bool comunitario = t.tipoNif == QLatin1String("02");
-    const Pais pais = paisDePrefijo(t.nif.left(2));
-    const bool conPrefijo = comunitario && !pais.codigo.isEmpty();
-    if (t.tipoNif.isEmpty()) v.insert(QStringLiteral("NIF del declarado"), t.nif);
-    if (comunitario) {
-      v.insert(QStringLiteral("Operador comunitario: país"),
-               conPrefijo ? t.nif.left(2) : paisDe(t.pais).prefijo);
-      v.insert(QStringLiteral("Operador comunitario: número"), conPrefijo ? t.nif.mid(2) : t.nif);
-    }
-    v.insert(QStringLiteral("Apellidos y nombre o razón social"), t.nombre);
-    v.insert(QStringLiteral("Código provincia"), t.provincia);
-    if (t.provincia == kFueraDeEspana) v.insert(QStringLiteral("Código país"), t.pais);
-    v.insert(QStringLiteral("Clave operación"), t.clave);
-    v.insert(QStringLiteral("Importe anual de las operaciones"), t.total);
-    v.insert(QStringLiteral("Arrendamiento local negocio"), x(t.local));
-    v.insert(QStringLiteral("Inversión del sujeto pasivo"), x(t.inversion));
-    v.insert(QStringLiteral("Criterio de caja"), x(t.caja));
-    if (t.metalico > kLimiteMetalico) {
-      v.insert(QStringLiteral("Importe percibido en metálico"), t.metalico);
-      v.insert(QStringLiteral("Ejercicio de las operaciones en metálico"), t.ejercicioMetalico);
-    }
-    // Under cash basis only the year is told.
-    for (int q = 0; q < 4 && !t.caja; ++q)
-      v.insert(QStringLiteral("Operaciones %1T").arg(q + 1), t.trimestres[size_t(q)]);
+    ValoresFijos v = valoresDe(t);
+    v.insert(comunes);
     fichero += escribeRegistro(diseno, QStringLiteral("declarado"), v) + fin;
+  }
+  for (const Inmueble347& uno : locales) {
+    ValoresFijos v = uno.valores;
+    v.insert(comunes);
+    fichero += escribeRegistro(diseno, QStringLiteral("inmueble"), v) + fin;
   }
   return fichero;
 }

@@ -10,6 +10,7 @@
 
 #include "oficial/datosregistro.h"
 #include "oficial/declarante.h"
+#include "oficial/inmuebles347.h"
 
 class Database;
 
@@ -52,6 +53,14 @@ class Modelo347 {
   int cuantos() const;
   qint64 importe() const;
 
+  // The premises let, each of a tenant among the declared ones; the others stay out of the file.
+  std::vector<Inmueble347> inmuebles() const;
+  // What is to be told of the premises: their own lacks, tenants without any, rents that aren't
+  // those of the invoices.
+  QStringList faltasDeInmuebles() const;
+  // Adds one for each tenant that has none; the result is how many.
+  int proponeInmuebles(Database& empresa) const;
+
   // Types a datum for a third party, empty to forget it. 3421 with a text for the user for a value
   // that it can't have.
   void escribe(Database& empresa, size_t lugar, Dato347 dato, const QString& texto);
@@ -64,9 +73,12 @@ class Modelo347 {
   void suma(const std::vector<LineaRegistro>& lineas);
   void completaDatos(Database& empresa);
   bool vaAparte(const LineaRegistro& linea);
+  std::vector<const Tercero347*> arrendatarios() const;
 
   int ejercicio_;
   int conRetencion_ = 0, deOtros_ = 0;
   std::vector<Tercero347> terceros_;
+  std::vector<Inmueble347> inmuebles_;
   QHash<QString, QString> subcuentas_;  // of each third party, one of its subcuentas
+  QHash<QString, QString> paises_;      // and its country, as its rows have it
 };

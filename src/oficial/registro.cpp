@@ -4,6 +4,7 @@
 #include "oficial/frmdatosregistros.h"
 #include "oficial/frmdeclarante.h"
 #include "oficial/frmestados.h"
+#include "oficial/frminmuebles347.h"
 #include "oficial/frmlibrosregistro.h"
 #include "oficial/frmmodelo303.h"
 #include "oficial/frmmodelo347.h"
@@ -19,6 +20,7 @@ void registraOficial(Registro& registro) {
   registro.registra<FrmDeclarante>();
   registro.registra<FrmModelo303>();
   registro.registra<FrmModelo347>();
+  registro.registra<FrmInmuebles347>();
   registro.registra<FrmLibrosRegistro>();
   registro.registra<FrmConversion2007>();
 }

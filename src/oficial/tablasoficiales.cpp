@@ -43,6 +43,31 @@ constexpr CampoDeTabla kModelo347[] = {
     {"Excluido", FieldType::Boolean},
 };
 
+// The premises let of the 347, as its record has them.
+constexpr CampoDeTabla kInmuebles347[] = {
+    {"Nif", FieldType::Text, 12},
+    {"Nombre", FieldType::Text, 40},
+    {"Importe", FieldType::Double},
+    {"Situacion", FieldType::Text, 1},
+    {"Referencia", FieldType::Text, 25},
+    {"TipoVia", FieldType::Text, 5},
+    {"Via", FieldType::Text, 50},
+    {"Numeracion", FieldType::Text, 3},
+    {"Numero", FieldType::Text, 5},
+    {"Calificador", FieldType::Text, 3},
+    {"Bloque", FieldType::Text, 3},
+    {"Portal", FieldType::Text, 3},
+    {"Escalera", FieldType::Text, 3},
+    {"Planta", FieldType::Text, 3},
+    {"Puerta", FieldType::Text, 3},
+    {"Complemento", FieldType::Text, 40},
+    {"Localidad", FieldType::Text, 30},
+    {"Municipio", FieldType::Text, 30},
+    {"CodigoMunicipio", FieldType::Text, 5},
+    {"Provincia", FieldType::Text, 2},
+    {"CP", FieldType::Text, 5},
+};
+
 // What was typed for the lines of an official statement, by the months that it is of: "B" the
 // balance sheet, "R" the results.
 constexpr CampoDeTabla kDesglosesEstados[] = {
@@ -85,6 +110,7 @@ constexpr TablaDeEmpresa kTablas[] = {
     {"Declarante", kDeclarante, 1},
     {"Modelo303", kModelo303, 4},
     {"Modelo347", kModelo347, 2},
+    {"Inmuebles347", kInmuebles347, 0},
     {"DesglosesEstados", kDesglosesEstados, 4},
     {"MovimientosBanco", kMovimientosBanco, 1},
     {"CuentasBanco", kCuentasBanco, 1},
