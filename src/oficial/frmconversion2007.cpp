@@ -215,8 +215,8 @@ void FrmConversion2007::CmdAceptar_Click() {
   }
   ponBotones(true);
   ensenaSumas();
-  mensaje(QStringLiteral("Han cambiado %1 subcuentas y %2 líneas del diario; se han borrado %3 "
-                         "subcuentas.\nLa copia de antes es %4")
+  mensaje(QStringLiteral("Subcuentas que han cambiado: %1. Líneas del diario: %2. Subcuentas "
+                         "borradas: %3\nLa copia de antes es %4")
               .arg(hecho_.subcuentas)
               .arg(hecho_.lineas)
               .arg(hecho_.borradas)
@@ -236,18 +236,22 @@ void FrmConversion2007::ensenaSumas() {
   ui_->GrdSumas->show();
   ui_->CmdImprimir->show();
   ui_->CmdCancelar->setText("&Salir");
-  ui_->LblResumen->setText(
-      "Balance de sumas y saldos de antes y de después de la conversión: las sumas son iguales.");
   const auto importe = [this](double valor) { return Format(valor, sesion().MascaraImporte); };
-  ui_->GrdSumas->enlazar({{"Código", 10},
-                          {"Código nuevo", 10},
-                          {"Nombre", 26},
-                          {"Debe antes", 14, true},
-                          {"Haber antes", 14, true},
-                          {"Saldo antes", 14, true},
-                          {"Debe después", 14, true},
-                          {"Haber después", 14, true},
-                          {"Saldo después", 14, true}},
+  const auto sumas = [&](const SumasConversion& suma) {
+    return "debe " + importe(suma.debe).trimmed() + ", haber " + importe(-suma.haber).trimmed();
+  };
+  const FilaDeSumas& total = hecho_.sumas.last();
+  ui_->LblResumen->setText("Sumas antes: " + sumas(total.antes) +
+                           "   Después: " + sumas(total.despues));
+  ui_->GrdSumas->enlazar({{"Código", 9},
+                          {"Código nuevo", 11},
+                          {"Nombre", 16},
+                          {"Debe antes", 12, true},
+                          {"Haber antes", 12, true},
+                          {"Saldo antes", 12, true},
+                          {"Debe después", 12, true},
+                          {"Haber después", 12, true},
+                          {"Saldo después", 12, true}},
                          {.filas = [this] { return int(hecho_.sumas.size()); },
                           .texto =
                               [this, importe](int fila, int columna) {

@@ -111,7 +111,7 @@ void FrmDatosRegistros::lee() {
   elige();
   if (perdidos > 0)
     ui_->LblAviso->setText(
-        QStringLiteral("%1 datos escritos son de facturas que ya no están").arg(perdidos));
+        QStringLiteral("Datos escritos de facturas que ya no están: %1").arg(perdidos));
 }
 
 bool FrmDatosRegistros::entra(const LineaRegistro& l, size_t lugar) const {

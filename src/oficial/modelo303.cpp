@@ -272,7 +272,7 @@ QStringList Hoja303::avisos() const {
   if (periodo_.ejercicio > 2026)
     todos += QStringLiteral("El diseño es el de 2026: compruebe que sigue en vigor");
   if (!sinCasilla_.empty())
-    todos += QStringLiteral("%1 facturas con cuota no entran en ninguna casilla")
+    todos += QStringLiteral("Facturas con cuota que no entran en ninguna casilla: %1")
                  .arg(sinCasilla_.size());
   const TiposPorFechas tipos;
   qsizetype dudosas = 0, deCaja = 0;
@@ -284,10 +284,9 @@ QStringList Hoja303::avisos() const {
       ++dudosas;
   }
   if (dudosas > 0)
-    todos += QStringLiteral("%1 facturas llevan un tipo que no rige en su fecha").arg(dudosas);
+    todos += QStringLiteral("Facturas con un tipo que no rige en su fecha: %1").arg(dudosas);
   if (deCaja > 0)
-    todos += QStringLiteral(
-                 "%1 facturas son de criterio de caja: lo cobrado y lo pagado se escribe a mano")
+    todos += QStringLiteral("Facturas de criterio de caja, cuyo cobro o pago se escribe a mano: %1")
                  .arg(deCaja);
   for (const Casilla303& c : casillas_)
     if (c.sinSigno && valor(c.numero) < 0)
