@@ -114,8 +114,8 @@ TEST_F(ALaLeyDeHoy, SeConvierteLaEmpresaYSalenSusEstados) {
     const int lineas = convierteLibro();
     guion.esperaPregunta(pregunta, true, titulo);
     guion.esperaMensaje(
-        QStringLiteral("Han cambiado %1 subcuentas y %2 líneas del diario; se han borrado 1 "
-                       "subcuentas.\nLa copia de antes es %3")
+        QStringLiteral("Subcuentas que han cambiado: %1. Líneas del diario: %2. Subcuentas "
+                       "borradas: 1\nLa copia de antes es %3")
             .arg(cambian)
             .arg(lineas)
             .arg(ctx.sesion.rutaEmpresa().replace("Conta.MDB", "Conta antes de 2007.MDB")),

@@ -1,5 +1,5 @@
-// The quarter's books in the main window, with the journal's tools at hand: each is driven by keys,
-// and after it the journal and the trial balance are compared whole with what they must be.
+// A company in the main window with its tools at hand by keys; over the quarter's books, the
+// journal and the trial balance are compared whole after each with what they must be.
 #pragma once
 
 #include <signal.h>
@@ -59,24 +59,11 @@ struct Linea {
   }
 };
 
-class DiarioDelTrimestre : public testing::Test, protected Escenario {
+// A company in the main window: its menu and its dialogs by keys.
+class PorElMenu : public testing::Test, protected Escenario {
  protected:
-  DiarioDelTrimestre() : Escenario(Empresa, empresa("Comercial Ejemplo")) {
-    reloj.ponEn(QDate(2024, 4, 2));
-    altaSubcuentasTrimestre(*ctx.motor.Workspaces(0).OpenDatabase(ctx.sesion.rutaEmpresa()));
-    asientaDiarioTrimestre(ctx.motor, ctx.sesion.rutaEmpresa());
-    registraFormularios(*formularios);
-    libro = lee();
-    t = std::make_unique<Teclado>(abre("FrmMenu"));
-  }
-
-  static DatosEmpresa empresa(const QString& nombre) {
-    DatosEmpresa datos = empresaDePrueba();
-    datos.NombreEmpresa = nombre;
-    datos.Ano = "2024";
-    datos.Nif = "12345678";
-    return datos;
-  }
+  explicit PorElMenu(Hasta hasta, const DatosEmpresa& datos = empresaDePrueba())
+      : Escenario(hasta, datos) {}
 
   // An entry of the menu bar: Alt and the letter of its menu, down to it, Enter.
   void entrada(const char* nombre) {
@@ -107,15 +94,6 @@ class DiarioDelTrimestre : public testing::Test, protected Escenario {
     guion.esperaDialogo(dialogo, std::move(paso));
     entrada(nombre);
   }
-  // The grid on a line of an asiento, counted from 0.
-  void enLinea(int asiento, int linea) {
-    herramienta("MnuLocAsiento", [&](Teclado& busca) {
-      rellena(busca, {{"TxtAsiento", QString::number(asiento)}});
-      acepta(busca);
-    });
-    t->llega("GrdApuntes");
-    for (; linea > 0; --linea) t->tecla(Qt::Key_Down);
-  }
   // Goes from field to field by Tab; a field's old text is selected when it is entered.
   static void rellena(Teclado& d, const std::vector<std::pair<const char*, QString>>& campos) {
     for (const auto& [campo, texto] : campos) {
@@ -127,6 +105,38 @@ class DiarioDelTrimestre : public testing::Test, protected Escenario {
   static void acepta(Teclado& d) {
     d.llega("CmdAceptar");
     d.intro();
+  }
+
+  std::unique_ptr<Teclado> t;  // in the main window
+};
+
+class DiarioDelTrimestre : public PorElMenu {
+ protected:
+  DiarioDelTrimestre() : PorElMenu(Empresa, empresa("Comercial Ejemplo")) {
+    reloj.ponEn(QDate(2024, 4, 2));
+    altaSubcuentasTrimestre(*ctx.motor.Workspaces(0).OpenDatabase(ctx.sesion.rutaEmpresa()));
+    asientaDiarioTrimestre(ctx.motor, ctx.sesion.rutaEmpresa());
+    registraFormularios(*formularios);
+    libro = lee();
+    t = std::make_unique<Teclado>(abre("FrmMenu"));
+  }
+
+  static DatosEmpresa empresa(const QString& nombre) {
+    DatosEmpresa datos = empresaDePrueba();
+    datos.NombreEmpresa = nombre;
+    datos.Ano = "2024";
+    datos.Nif = "12345678";
+    return datos;
+  }
+
+  // The grid on a line of an asiento, counted from 0.
+  void enLinea(int asiento, int linea) {
+    herramienta("MnuLocAsiento", [&](Teclado& busca) {
+      rellena(busca, {{"TxtAsiento", QString::number(asiento)}});
+      acepta(busca);
+    });
+    t->llega("GrdApuntes");
+    for (; linea > 0; --linea) t->tecla(Qt::Key_Down);
   }
   // Accepts while another station holds the file, and then with a full disk: either is told, with
   // nothing written, `texto` in `campo` as it was and the buttons usable.
@@ -232,6 +242,5 @@ class DiarioDelTrimestre : public testing::Test, protected Escenario {
   }
   const Rejilla& rejilla() const { return t->control<Rejilla>("GrdApuntes"); }
 
-  std::unique_ptr<Teclado> t;
   std::map<int, Linea> libro;
 };

@@ -79,7 +79,7 @@ void tecleaPlanTrimestre(Contexto& ctx, Guion& guion, Teclado& menu) {
 }
 
 Formulario& empiezaEmpresa(Contexto& ctx, Guion& guion, const QString& empresa,
-                           const std::function<void(Formulario&)>& mirar) {
+                           const std::function<void(Formulario&)>& mirar, const QString& plan) {
   const auto abierta = [&](const char* nombre) -> Formulario& {
     Formulario* forma = ctx.formularios->abierto(QString::fromLatin1(nombre));
     if (!forma) qFatal("%s isn't open", nombre);
@@ -96,9 +96,10 @@ Formulario& empiezaEmpresa(Contexto& ctx, Guion& guion, const QString& empresa,
   Teclado seleccion(abierta("FrmSeleccion"));
   guion.esperaDialogo("FrmEmpresas", [&](Teclado& alta) {
     abierta("FrmEmpresas");
-    tecleaEmpresa(alta, guion, empresa, [&](Teclado& plan) {
+    tecleaEmpresa(alta, guion, empresa, [&](Teclado& crear) {
       abierta("FrmCrearPlan");
-      plan.mnemonico(u'a');
+      for (const QChar letra : plan) crear.mnemonico(letra);
+      crear.mnemonico(u'a');
     });
   });
   seleccion.mnemonico(u'n');

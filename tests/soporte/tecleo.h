@@ -28,9 +28,11 @@ void tecleaLinea(Teclado& teclado, Guion& guion, const Sesion& sesion, const Lin
 
 // What a new user does: the start form, the first installation, a company of 3 and 8 digits with
 // the defaults of its screen and the standing plan, and into the main window, which is returned.
-// The folder must be empty. `mirar` is shown each form on the way, ready for a picture.
+// The folder must be empty. `mirar` is shown each form on the way, ready for a picture; `plan` are
+// the letters that choose another plan.
 Formulario& empiezaEmpresa(Contexto& ctx, Guion& guion, const QString& empresa,
-                           const std::function<void(Formulario&)>& mirar = {});
+                           const std::function<void(Formulario&)>& mirar = {},
+                           const QString& plan = {});
 
 // In the dialog of a new company: its name, and the plan asked for, which `plan` then creates.
 void tecleaEmpresa(Teclado& alta, Guion& guion, const QString& empresa,
