@@ -94,6 +94,15 @@ int RowSet::positionOf(qint64 key) {
   return static_cast<int>(keys_->size()) + static_cast<int>(late - tail_.begin());
 }
 
+// Where nobody has written anything it needn't be looked up which table they wrote.
+bool RowSet::isCurrent() {
+  const Stamp all = connection_->store().stamp({});
+  if (all == moment_) return true;
+  if (stamp_ != stamp()) return false;
+  moment_ = all;
+  return true;
+}
+
 void RowSet::discardOld() {
   const bool current = isCurrent();  // which looks at the file
   checkFile();
@@ -140,6 +149,7 @@ void RowSet::readRows(int first, int end) {
     wanted.push_back(at);
     keys.push_back(key(at));
   }
+  if (keys.empty()) return;
   auto next = wanted.begin();
   plan().reader->rows(keys, [&](Key found, Row&& row) {
     while (key(*next) != found) near_.emplace(*next++, std::nullopt);

@@ -69,7 +69,7 @@ class RowSet {
 
  private:
   Stamp stamp() const { return connection_->store().stamp(plan().tables); }
-  bool isCurrent() const { return stamp_ == stamp(); }
+  bool isCurrent();
   void readWhole();
   void readOtherKeys();
   void discardOld();
@@ -88,6 +88,7 @@ class RowSet {
   std::vector<Row> whole_;  // of a source without keys
 
   Stamp stamp_;
+  Stamp moment_;  // of all tables, when the stamp was seen to be that of these rows
   quint64 edition_ = 0;
   std::unordered_map<int, std::optional<Row>> near_;
   int windowFirst_ = -1;

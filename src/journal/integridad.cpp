@@ -35,18 +35,19 @@ void unificaFechas(Database& empresa, int anoActual, QDate hoy, const Avance& av
   if (diario->Eof()) return;
   diario->MoveLast();
   const int total = diario->RecordCount();
+  FieldRef numero = diario->Fields("NAsiento"), dia = diario->Fields("Fecha");
   QString ultimo;
   QString fecha;
   for (diario->MoveFirst(); !diario->Eof(); diario->MoveNext()) {
     avance(diario->AbsolutePosition(), total);
-    const QString asiento = diario->Fields("NAsiento").text();
+    const QString asiento = numero.text();
     if (asiento != ultimo) {
       ultimo = asiento;
-      const QString suya = Format(diario->Fields("Fecha").Value(), QStringLiteral("dd/mm/yyyy"));
+      const QString suya = Format(dia.Value(), QStringLiteral("dd/mm/yyyy"));
       fecha = NormalizaFecha(suya.left(6) + QString::number(anoActual), anoActual, hoy);
     }
     diario->Edit();
-    diario->Fields("Fecha") = fecha;
+    dia = fecha;
     diario->Update();
   }
 }
@@ -73,17 +74,18 @@ int renumeraDiario(Database& empresa, int desde, const Avance& avance) {
   if (!diario->Eof()) {
     diario->MoveLast();
     const int total = diario->RecordCount();
+    FieldRef numero = diario->Fields("NAsiento"), apunte = diario->Fields("ApunteIVA");
     QString ultimo = QStringLiteral("0");
     for (diario->MoveFirst(); !diario->Eof(); diario->MoveNext()) {
       avance(diario->AbsolutePosition(), total);
-      const QString asiento = diario->Fields("NAsiento").text();
+      const QString asiento = numero.text();
       if (asiento != ultimo) {
         ultimo = asiento;
         ++siguiente;
       }
-      const QString codigo = diario->Fields("ApunteIVA").display();
+      const QString codigo = apunte.display();
       diario->Edit();
-      diario->Fields("NAsiento") = siguiente - 1;
+      numero = siguiente - 1;
       diario->Update();
       if (!codigo.isEmpty()) renumeraRegistro(empresa, codigo, siguiente - 1);
     }

@@ -274,6 +274,7 @@ qint64 FileStore::changedRows() const {
 }
 
 void FileStore::forgetStatements() {
+  recent_ = {};
   std::erase_if(prepared_, [](const auto& entry) {
     if (!entry.second.busy) sqlite3_finalize(entry.second.handle);
     return !entry.second.busy;
@@ -321,11 +322,11 @@ Statement FileStore::prepareOwn(const QString& sql, Doing doing) {
   // The library undoes a whole group when it is stopped in the middle of a change.
   stoppable_ = doing == Doing::Reading || !inGroup_;
   workSince_.start();
-  const auto found = prepared_.find(sql);
-  if (found != prepared_.end() && !found->second.busy) {
-    found->second.busy = true;
-    found->second.lastUse = ++uses_;
-    return Statement(*this, found->second.handle, doing, &found->second);
+  Prepared* const found = known(sql);
+  if (found && !found->busy) {
+    found->busy = true;
+    found->lastUse = ++uses_;
+    return Statement(*this, found->handle, doing, found);
   }
   sqlite3_stmt* handle = nullptr;
   const QByteArray utf8 = sql.toUtf8();
@@ -333,11 +334,22 @@ Statement FileStore::prepareOwn(const QString& sql, Doing doing) {
                                       SQLITE_PREPARE_PERSISTENT, &handle, nullptr);
   returned();
   if (code != SQLITE_OK) fail(code, doing, QString::fromUtf8(sqlite3_errmsg(db_)));
-  if (found != prepared_.end()) return Statement(*this, handle, doing, nullptr);
+  if (found) return Statement(*this, handle, doing, nullptr);
   if (prepared_.size() >= kPreparedKept) dropOldestPrepared();
   Prepared& entry = prepared_[sql];
   entry = {handle, true, ++uses_};
   return Statement(*this, handle, doing, &entry);
+}
+
+Prepared* FileStore::known(const QString& sql) {
+  for (const Recent& recent : recent_)
+    if (recent.prepared && recent.sql.constData() == sql.constData() &&
+        recent.sql.size() == sql.size())
+      return recent.prepared;
+  const auto found = prepared_.find(sql);
+  if (found == prepared_.end()) return nullptr;
+  recent_[nextRecent_++ % recent_.size()] = {sql, &found->second};
+  return &found->second;
 }
 
 void FileStore::dropOldestPrepared() {
@@ -347,6 +359,7 @@ void FileStore::dropOldestPrepared() {
         (oldest == prepared_.end() || it->second.lastUse < oldest->second.lastUse))
       oldest = it;
   if (oldest == prepared_.end()) return;
+  recent_ = {};
   sqlite3_finalize(oldest->second.handle);
   prepared_.erase(oldest);
 }

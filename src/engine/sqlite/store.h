@@ -4,6 +4,7 @@
 // still be trusted, and holds the group of updates. Nothing outside this folder uses it.
 #pragma once
 
+#include <array>
 #include <memory>
 #include <optional>
 #include <QElapsedTimer>
@@ -139,6 +140,16 @@ class FileStore : public Store {
   std::unique_ptr<Hold> hold() override { return std::make_unique<Reading>(*this); }
 
  private:
+  // The text of the last writing of its kind, and what it was for.
+  struct Written {
+    QString table;
+    QStringList columns;
+    QString sql;
+    QString nextRowSql;  // of an insertion, where the engine deals out the row numbers
+    std::shared_ptr<const Schema> schema;
+    bool ofKey = false;  // some of the columns are of the primary key
+  };
+
   static int onBusy(void* store, int tries);
   static int onProgress(void* store);
   bool goOn(const std::function<bool(Wait&)>& question);
@@ -153,10 +164,11 @@ class FileStore : public Store {
   void lookAtFile();
   void mendSums();
   void lookAtDataVersion(Statement& statement);
+  Prepared* known(const QString& sql);
   void dropOldestPrepared();
   void write(const QString& sql, const QList<Variant>& values);
-  const QString& insertSql(const QString& table, const QStringList& columns);
-  const QString& updateSql(const QString& table, const QStringList& columns);
+  const Written& inserting(const QString& table, const QStringList& columns);
+  const Written& updating(const QString& table, const QStringList& columns);
   void checkKey(const QString& table, Key key, const Values& values);
   void checkTwin(const QString& table, const QString& column, const QString& value, Key key);
 
@@ -188,16 +200,18 @@ class FileStore : public Store {
   QElapsedTimer looked_;
   qint64 lookEvery_ = 0;  // nanoseconds
 
-  // The text of the last writing of its kind, and what it was for.
-  struct Written {
-    QString table;
-    QStringList columns;
-    QString sql;
-  };
   Written updating_, inserting_;
 
   std::shared_ptr<const Schema> schema_;
   GroupSums sums_{*this};
   std::unordered_map<QString, Prepared> prepared_;
   quint64 uses_ = 0;
+  // Those asked for lately, known again by the place of their text, which stays theirs while it is
+  // kept here: a tool asks for the same few with each row.
+  struct Recent {
+    QString sql;
+    Prepared* prepared = nullptr;
+  };
+  std::array<Recent, 8> recent_;
+  std::size_t nextRecent_ = 0;
 };

@@ -68,67 +68,77 @@ void FileStore::write(const QString& sql, const QList<Variant>& values) {
   prepareOwn(sql, Doing::Writing).bind(values).execute();
 }
 
-// Tools write the same columns row after row: the text made last is kept.
-const QString& FileStore::insertSql(const QString& table, const QStringList& columns) {
-  if (table == inserting_.table && columns == inserting_.columns) return inserting_.sql;
+// Tools write the same columns row after row: the texts made last are kept.
+const FileStore::Written& FileStore::inserting(const QString& table, const QStringList& columns) {
+  const auto now = schema();
+  if (table == inserting_.table && columns == inserting_.columns && now == inserting_.schema)
+    return inserting_;
+  const bool numbered = ownRowNumbers(*now, table);
   QStringList names, marks;
-  for (const QString& column : columns) {
-    names += bracketed(column);
-    marks += u'?' + QString::number(names.size());
-  }
+  if (numbered) names += QStringLiteral("rowid");
+  for (const QString& column : columns) names += bracketed(column);
+  for (qsizetype i = 1; i <= names.size(); ++i) marks += u'?' + QString::number(i);
   QString sql = QStringLiteral("INSERT INTO ") + bracketed(table);
-  sql += columns.isEmpty()
+  sql += names.isEmpty()
              ? QStringLiteral(" DEFAULT VALUES")
              : QStringLiteral(" (") + names.join(QStringLiteral(", ")) +
                    QStringLiteral(") VALUES (") + marks.join(QStringLiteral(", ")) + u')';
-  inserting_ = {table, columns, sql};
-  return inserting_.sql;
+  inserting_ = {table, columns, sql, numbered ? nextRowSql(table) : QString(), now, true};
+  return inserting_;
 }
 
 Key FileStore::insert(const QString& table, const Values& values) {
   if (groupChanges_ >= kManyRows) sums_.gather();
   checkKey(table, 0, values);
   sums_.refuseTooLarge(table, values);
-  QStringList columns;
+  const Written& written = inserting(table, values.keys());
   QList<Variant> bound;
   Key key = 0;
-  if (ownRowNumbers(*schema(), table)) {
-    Statement next = prepare(nextRowSql(table));
+  if (!written.nextRowSql.isEmpty()) {
+    Statement next = prepare(written.nextRowSql);
     next.bind(1, table).step();
     key = next.integer(0);
-    columns += QStringLiteral("rowid");
     bound = {key};
   }
-  columns += values.keys();
   for (const Variant& value : values) bound += value;
-  write(insertSql(table, columns), bound);
+  write(written.sql, bound);
   touched(table);
   if (key == 0) key = lastRowNumber();
   sums_.moved({}, sums_.countsOf(table, key));
   return key;
 }
 
-const QString& FileStore::updateSql(const QString& table, const QStringList& columns) {
-  if (table == updating_.table && columns == updating_.columns) return updating_.sql;
+const FileStore::Written& FileStore::updating(const QString& table, const QStringList& columns) {
+  const auto now = schema();
+  if (table == updating_.table && columns == updating_.columns && now == updating_.schema)
+    return updating_;
   QStringList sets;
   for (const QString& column : columns)
     sets += bracketed(column) + QStringLiteral(" = ?") + QString::number(sets.size() + 2);
-  updating_ = {table, columns,
+  const QStringList primary = now->primaryColumns(table);
+  const bool ofKey = std::any_of(primary.begin(), primary.end(),
+                                 [&](const QString& column) { return columns.contains(column); });
+  updating_ = {table,
+               columns,
                QStringLiteral("UPDATE ") + bracketed(table) + QStringLiteral(" SET ") +
-                   sets.join(QStringLiteral(", ")) + QStringLiteral(" WHERE rowid = ?1")};
-  return updating_.sql;
+                   sets.join(QStringLiteral(", ")) + QStringLiteral(" WHERE rowid = ?1"),
+               {},
+               now,
+               ofKey};
+  return updating_;
 }
 
 bool FileStore::update(const QString& table, Key key, const Values& values) {
   if (groupChanges_ >= kManyRows) sums_.gather();
-  checkKey(table, key, values);
-  sums_.refuseTooLarge(table, values);
   if (values.isEmpty()) return true;
   const QStringList columns = values.keys();
+  const Written& written = updating(table, columns);
+  if (written.ofKey) checkKey(table, key, values);
+  sums_.refuseTooLarge(table, values);
   QList<Variant> bound{key};
   for (const Variant& value : values) bound += value;
   const auto before = sums_.countsOf(table, key, columns);
-  write(updateSql(table, columns), bound);
+  write(written.sql, bound);
   if (changedRows() == 0) return false;
   touched(table);
   sums_.moved(before, sums_.countsOf(table, key, columns));
