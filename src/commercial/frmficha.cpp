@@ -38,9 +38,13 @@ C& FrmFicha::control(const char* nombre) const {
 void FrmFicha::conecta(std::vector<Campo> campos, std::vector<QWidget*> otros) {
   campos_ = std::move(campos);
   otros_ = std::move(otros);
+  // A card is there to be read while it is closed.
+  QPalette legible = palette();
+  legible.setColor(QPalette::Disabled, QPalette::Text, legible.color(QPalette::Text));
   for (const Campo& campo : campos_) {
     if (campo.importe) importe(campo.control);
     alCambiar(campo.control, [this] { alMostrar(); });
+    campo.control->setPalette(legible);
   }
   auto& lista = control<Rejilla>("GrdLista");
   lista.enlazar(DtaBase_, {{"Codigo", "Código", 12}, {"Descripcion", "Descripción", 40}});
@@ -109,17 +113,45 @@ std::vector<std::pair<QString, QString>> FrmFicha::lista(const QString& tabla) {
 
 void FrmFicha::muestra() {
   if (estado_ != Estado::Consulta) return;
+  try {
+    muestraRegistro();
+  } catch (const ErrorEjecucion& error) {
+    // Another station has taken the record away: the one that follows it comes in its place.
+    if (error.numero() != err::kRegistroEliminado) throw;
+    relee(DtaBase_.Recordset().AbsolutePosition());
+  }
+}
+
+void FrmFicha::muestraRegistro() {
   const bool hay = hayFilas();
-  for (const auto& [campo, nombre, importe] : campos_) {
+  vaciaOtros();
+  for (auto& [campo, nombre, importe, mostrado] : campos_) {
     const Variant valor = hay ? DtaBase_.Fields(QLatin1String(nombre)).Value() : Variant();
     campo->setText(importe ? Format(valor, sesion().MascaraImporte).trimmed() : valor.display());
     campo->setCursorPosition(0);
+    mostrado = campo->text();
   }
   const ::Recordset* filas = DtaBase_.isOpen() ? &DtaBase_.Recordset() : nullptr;
   control<QLabel>("LblPosicion")
       .setText(hay ? QString("%1/%2").arg(filas->AbsolutePosition() + 1).arg(filas->rowTotal())
                    : "0/0");
   alMostrar();
+}
+
+// What no field of the table keeps is nothing of the next record's.
+void FrmFicha::vaciaOtros() {
+  for (QWidget* otro : otros_) {
+    if (auto* texto = qobject_cast<QLineEdit*>(otro)) texto->clear();
+    if (auto* opciones = qobject_cast<QComboBox*>(otro)) opciones->setCurrentIndex(-1);
+  }
+}
+
+// The table as it stands now, at a place of it or at its end.
+void FrmFicha::relee(int posicion) {
+  DtaBase_.Refresh();
+  if (hayFilas())
+    DtaBase_.setAbsolutePosition(std::min(posicion, DtaBase_.Recordset().rowTotal() - 1));
+  muestra();
 }
 
 void FrmFicha::EsconderCampos() {
@@ -158,6 +190,7 @@ void FrmFicha::pon(Estado estado) {
 void FrmFicha::CmdNuevo_Click() {
   pon(Estado::Alta);
   for (const Campo& campo : campos_) campo.control->clear();
+  vaciaOtros();
   alNuevo();
   enfocar(campos_.front().control);
 }
@@ -167,15 +200,19 @@ void FrmFicha::CmdEditar_Click() {
   enfocar(campos_.front().control);
 }
 
+// Of a record that stands, what was changed alone: an amount has more decimals in the file than the
+// mask shows, and another station may have changed another field meanwhile.
 void FrmFicha::escribe() {
-  if (estado_ == Estado::Alta) {
+  const bool alta = estado_ == Estado::Alta;
+  if (alta) {
     DtaBase_.AddNew();
   } else {
     DtaBase_.Edit();
   }
-  completa(DtaBase_, [this] {
-    for (const auto& [campo, nombre, importe] : campos_) {
+  completa(DtaBase_, [this, alta] {
+    for (const auto& [campo, nombre, importe, mostrado] : campos_) {
       const QString texto = campo->text();
+      if (!alta && texto == mostrado) continue;
       DtaBase_.Fields(QLatin1String(nombre)) = texto.isEmpty() ? Variant()
                                                : importe
                                                    ? importeEscrito(texto, sesion().MascaraImporte)
@@ -197,8 +234,9 @@ void FrmFicha::CmdGuardar_Click() {
 }
 
 void FrmFicha::CmdCancelar_Click() {
-  pon(Estado::Consulta);
+  estado_ = Estado::Consulta;
   muestra();
+  pon(Estado::Consulta);
   control("CmdNuevo").setFocus();
 }
 
@@ -206,10 +244,7 @@ void FrmFicha::CmdElimina_Click() {
   if (!pregunta("Desea eliminar el registro actual", "Atención")) return;
   const int posicion = DtaBase_.Recordset().AbsolutePosition();
   DtaBase_.Delete();
-  DtaBase_.Refresh();
-  if (hayFilas())
-    DtaBase_.setAbsolutePosition(std::min(posicion, DtaBase_.Recordset().rowTotal() - 1));
-  muestra();
+  relee(posicion);
   pon(Estado::Consulta);
   if (!hayFilas()) control("CmdNuevo").setFocus();
 }

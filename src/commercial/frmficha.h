@@ -21,8 +21,9 @@ class FrmFicha : public Formulario {
  protected:
   struct Campo {
     QLineEdit* control;
-    const char* campo;     // of the table
-    bool importe = false;  // by the company's mask
+    const char* campo;      // of the table
+    bool importe = false;   // by the company's mask
+    QString mostrado = {};  // what the record had shown
   };
 
   explicit FrmFicha(Contexto& contexto);
@@ -48,6 +49,9 @@ class FrmFicha : public Formulario {
   bool hayFilas() const;
   void abre(const QString& condicion = {});
   void muestra();
+  void muestraRegistro();
+  void vaciaOtros();
+  void relee(int posicion);
   void pon(Estado estado);
   void escribe();
   void CmdNuevo_Click();

@@ -19,6 +19,5 @@ FrmGesFacCli::~FrmGesFacCli() = default;
 void FrmGesFacCli::Form_Load() {
   for (const auto& [codigo, nombre] : lista("clientes"))
     ui_->TxtProveNombre->addItem(nombre, codigo);
-  ui_->TxtProveNombre->setCurrentIndex(-1);
   FrmFicha::Form_Load();
 }

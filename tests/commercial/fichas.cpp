@@ -3,6 +3,7 @@
 
 #include "soporte/escenario.h"
 #include "soporte/gestion.h"
+#include "soporte/otropuesto.h"
 
 namespace {
 
@@ -21,6 +22,14 @@ class Fichas : public testing::Test, protected Escenario {
       todos.push_back(fila);
     }
     return todos;
+  }
+  void cambiaEnGestion(const QString& campo, const Variant& valor) {
+    const auto base = ctx.motor.Workspaces(0).OpenDatabase(ctx.sesion.DirDatos + "Gestion.MDB");
+    const auto filas = base->OpenRecordset("articulos");
+    filas->Edit();
+    filas->Fields(campo) = valor;
+    filas->Update();
+    motor.flush();
   }
   static void enEstado(const Teclado& t, bool consulta, bool hay = true) {
     const std::tuple<const char*, bool> debidos[] = {{"CmdNuevo", consulta},
@@ -123,11 +132,20 @@ TEST_F(Fichas, SeDanDeAltaSeCambianYSeEliminan) {
   t.escribe("TxtNombre", "Cola blanca");
   t.mnemonico('C');
   EXPECT_EQ(t.textoDe("TxtNombre"), "Cola");
+  // What isn't touched stays as it is in the file, whatever the mask shows of it and whoever
+  // changed it meanwhile.
   t.mnemonico('D');
   t.escribe("TxtNombre", "Cola roja");
+  cambiaEnGestion("MargenPorcentaje", 33.3333);
   guion.esperaPregunta("Desea guardar los cambios", true);
   t.mnemonico('G');
-  EXPECT_EQ(articulos("Descripcion"), (std::vector<QStringList>{{"Cola roja"}}));
+  EXPECT_EQ(t.textoDe("TxtPorcentaje"), "33,33");
+  t.mnemonico('D');
+  t.escribe("TxtCosto", "2");
+  guion.esperaPregunta("Desea guardar los cambios", true);
+  t.mnemonico('G');
+  EXPECT_EQ(articulos("Descripcion, Costo, MargenPorcentaje"),
+            (std::vector<QStringList>{{"Cola roja", "2", "33,3333"}}));
   guion.esperaPregunta("Desea eliminar el registro actual", false, "Atención");
   t.mnemonico('E');
   EXPECT_EQ(articulos("Codigo").size(), 1u);
@@ -136,6 +154,23 @@ TEST_F(Fichas, SeDanDeAltaSeCambianYSeEliminan) {
   EXPECT_TRUE(articulos("Codigo").empty());
   enEstado(t, true, false);
   EXPECT_EQ(t.textoDe("TxtNombre"), "");
+}
+
+// It can't be saved, and giving it up shows the one that follows it.
+TEST_F(Fichas, UnaQueSeVaMientrasSeCambiaNoDejaLoEscrito) {
+  creaGestion(motor, ctx.sesion.DirDatos);
+  Teclado t(abre("FrmArticulos"));
+  t.mnemonico('D');
+  t.escribe("TxtNombre", "Nadie");
+  OtroPuesto(carpetaDatos() + "/Gestion.MDB").ejecuta("DELETE FROM articulos WHERE Codigo='0003';");
+  guion.esperaPregunta("Desea guardar los cambios", true);
+  guion.esperaMensaje("Error 3167: " + ErrorEjecucion(err::kRegistroEliminado).descripcion());
+  t.mnemonico('G');
+  enEstado(t, false);
+  t.mnemonico('C');
+  enEstado(t, true);
+  EXPECT_EQ(t.textoDe("TxtNombre"), "Clavos");
+  EXPECT_EQ(t.textoDe("LblPosicion"), "1/2");
 }
 
 TEST_F(Fichas, LasFacturasRecorrenLosArticulosYSinFicheroSoloSeSale) {
@@ -154,6 +189,12 @@ TEST_F(Fichas, LasFacturasRecorrenLosArticulosYSinFicheroSoloSeSale) {
   EXPECT_EQ(t.forma().windowTitle(), "Gestión de facturas a clientes");
   EXPECT_EQ(t.textoDe("TxtNombre"), "Barniz");
   EXPECT_EQ(t.textoDe("LblPosicion"), "1/3");
+  // What was typed for one invoice is nothing of the next one's.
+  t.mnemonico('N');
+  t.elige("TxtProveNombre", "Bar D'Ors");
+  EXPECT_EQ(t.textoDe("TxtProveCodigo"), "C1");
+  t.mnemonico('C');
+  EXPECT_EQ(t.textoDe("TxtProveCodigo") + t.textoDe("TxtProveNombre"), "");
 }
 
 }  // namespace
