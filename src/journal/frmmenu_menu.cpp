@@ -18,7 +18,9 @@ bool FrmMenu::hayEmpresa() {
 
 // True when the condition of an entry holds, once the user has read or answered its notice.
 bool FrmMenu::permiteEntrada(const EntradaMenu& entrada) {
-  if (pideEmpresa(entrada) && !hayEmpresa()) return false;
+  // What is for a company that can't be opened still is for one.
+  const bool deAlguna = entrada.accion == AccionMenu::Sale && sesion().EmpresaActual.isEmpty();
+  if ((pideEmpresa(entrada) || deAlguna) && !hayEmpresa()) return false;
   const QString aviso = entrada.aviso.toString();
   const QString titulo = entrada.titulo.toString();
   switch (entrada.condicion) {

@@ -218,7 +218,7 @@ TEST_F(FrmMenuVentana, TieneLosBotonesDeBusquedaSobreSusColumnas) {
 // A catalogue without companies is where everybody begins.
 TEST(FrmMenuSinEmpresa, SaysWhatIsMissingInsteadOfFailing) {
   Escenario e(Escenario::Catalogo);
-  registraJournal(*e.formularios);
+  registraFormularios(*e.formularios);
   Teclado t(e.abre<FrmMenu>());
   const auto espera = [&] {
     e.guion.esperaMensaje(
@@ -231,7 +231,8 @@ TEST(FrmMenuSinEmpresa, SaysWhatIsMissingInsteadOfFailing) {
     espera();
     t.pulsa(boton);
   }
-  for (const char* entrada : {"MnuRenumeraDiario", "MnuDuplicaAsiento", "MnuEliminarapunte"}) {
+  for (const char* entrada :
+       {"MnuRenumeraDiario", "MnuDuplicaAsiento", "MnuEliminarapunte", "MnuCopiasSeguridad"}) {
     espera();
     t.control<QAction>(entrada).trigger();
   }
