@@ -79,9 +79,12 @@ std::optional<QString> CajasQt::ensenaAbrir(QWidget* padre, const QString& titul
 
 std::optional<QString> CajasQt::ensenaGuardar(QWidget* padre, const QString& titulo,
                                               const QString& propuesto, const QString& filtro) {
-  const QString fichero =
-      QFileDialog::getSaveFileName(padre, titulo, QDir(carpeta_).filePath(propuesto), filtro);
-  if (fichero.isEmpty()) return std::nullopt;
+  QFileDialog caja(padre, titulo, QDir(carpeta_).filePath(propuesto), filtro);
+  caja.setAcceptMode(QFileDialog::AcceptSave);
+  // A name typed without it gets it before the user is asked whether that file may go.
+  caja.setDefaultSuffix(QFileInfo(propuesto).suffix());
+  if (caja.exec() != QDialog::Accepted) return std::nullopt;
+  const QString fichero = caja.selectedFiles().constFirst();
   carpeta_ = QFileInfo(fichero).path();
   return fichero;
 }

@@ -105,17 +105,17 @@ TEST_F(Vista, GuardaYExporta) {
                {Qt::Key_E, Qt::ControlModifier, ".xlsx", "PK"},
                {Qt::Key_E, Qt::ControlModifier | Qt::ShiftModifier, ".csv", "\xEF\xBB\xBF"}};
   for (const auto& c : casos) {
-    e.guion.esperaFichero(carpeta.filePath("libro"));
+    QFile f(carpeta.filePath("libro") + c.extension);
+    e.guion.esperaFichero(f.fileName());
     t.tecla(c.tecla, c.con);
     espera();
     EXPECT_EQ(e.guion.propuesto, QString("Libro diario - Prueba - 2003") + c.extension);
-    QFile f(carpeta.filePath("libro") + c.extension);
     ASSERT_TRUE(f.open(QIODevice::ReadOnly)) << c.extension;
     EXPECT_TRUE(f.readAll().startsWith(c.comienzo)) << c.extension;
     EXPECT_EQ(estado(), "Guardado en " + f.fileName());
   }
   // Stopped on its way, refused at the picker, or by the disk.
-  e.guion.esperaFichero(carpeta.filePath("otro"));
+  e.guion.esperaFichero(carpeta.filePath("otro.pdf"));
   vista->findChild<QAction*>("CmdPdf")->trigger();
   vista->findChild<QPushButton*>("CmdDetener")->click();
   EXPECT_EQ(estado(), "Detenido");

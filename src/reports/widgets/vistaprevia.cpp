@@ -348,11 +348,10 @@ QString VistaPrevia::pideFichero(const QString& titulo, const QString& extension
   if (tarea_) return {};
   static const QRegularExpression prohibidos(QStringLiteral("[\\\\/:*?\"<>|]"));
   const QString nombre = nombreDelLibro().replace(prohibidos, QStringLiteral(" ")).simplified();
-  auto ruta = ctx_.cajas->guardarFichero(this, titulo, nombre + u'.' + extension,
-                                         QStringLiteral("%1 (*.%2)").arg(clase, extension));
-  if (!ruta || ruta->isEmpty()) return {};
-  if (QFileInfo(*ruta).suffix().isEmpty()) *ruta += u'.' + extension;
-  return *ruta;
+  return ctx_.cajas
+      ->guardarFichero(this, titulo, nombre + u'.' + extension,
+                       QStringLiteral("%1 (*.%2)").arg(clase, extension))
+      .value_or(QString());
 }
 
 void VistaPrevia::guardaPdf() {
