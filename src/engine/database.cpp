@@ -1,6 +1,7 @@
 #include <algorithm>
 
 #include "engine/dbengine.h"
+#include "engine/foreign.h"
 #include "engine/recordsetimpl.h"
 
 namespace {
@@ -171,6 +172,11 @@ QStringList Database::QueryDefs() const {
     for (const QueryDef& query : definitions->queries()) names += query.Name;
     return names;
   });
+}
+
+void dropForeignTriggers(Database& books) {
+  define(*books.connection(),
+         [](const Definitions&) -> Change { return ForeignTriggersDropped{}; });
 }
 
 void Database::deleteQuery(const QString& name) {

@@ -79,5 +79,7 @@ struct QueryMade {
 struct QueryDropped {
   QString name;
 };
+// What another tool has left to act by itself whenever rows change.
+struct ForeignTriggersDropped {};
 using Change = std::variant<TableMade, TableDropped, IndexMade, IndexesKept, SumsKept, QueryMade,
-                            QueryDropped>;
+                            QueryDropped, ForeignTriggersDropped>;

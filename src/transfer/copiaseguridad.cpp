@@ -10,6 +10,7 @@
 #include "common/ficherotemporal.h"
 #include "common/rutas.h"
 #include "engine/dbengine.h"
+#include "engine/foreign.h"
 #include "engine/store.h"
 #include "transfer/archivozip.h"
 #include "transfer/tramos.h"
@@ -80,6 +81,7 @@ void restauraCopia(DBEngine& motor, const QString& archivo, const QString& rutaE
   {
     const auto base = motor.Workspaces(0).OpenDatabase(sacado.ruta());
     compruebaEmpresa(*base);
+    dropForeignTriggers(*base);
     ponNombre(*base, empresa);
     motor.flush();
   }

@@ -126,6 +126,11 @@ TEST_F(Copias, DeOtroProgramaODeOtraEmpresaTomaElNombreDeLaAbierta) {
   // As another tool packs it: with its folder, in other letters, among other files.
   QDir(usb.path()).mkdir("Libros");
   QFile::copy(fichero(), usb.filePath("Libros/CONTA.MDB"));
+  // With something in it that would go on for ever as soon as its name is changed.
+  sqlite(usb.filePath("Libros/CONTA.MDB"),
+         "CREATE TRIGGER \"sin \"\"fin\" AFTER UPDATE ON Empresa BEGIN UPDATE Diario SET Saldo = "
+         "(WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n) SELECT max(i) FROM n); "
+         "END");
   QFile::copy(fichero("Otra"), usb.filePath("leeme.txt"));
   ASSERT_EQ(orden("zip", {"-rq", "info.zip", "Libros", "leeme.txt"}), 0);
   abreEmpresa("Otra");

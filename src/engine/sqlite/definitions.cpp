@@ -2,6 +2,7 @@
 // over them.
 #include <algorithm>
 
+#include "engine/sqlite/emitter.h"
 #include "engine/sqlite/runningsums.h"
 #include "engine/sqlite/schema.h"
 #include "engine/sqlite/store.h"
@@ -132,6 +133,13 @@ class Definer {
     store_.execute(QStringLiteral("DROP VIEW IF EXISTS ") + bracketed(dropped.name));
     store_.definitionsChanged();
     remakeViews(store_);
+  }
+
+  void operator()(const ForeignTriggersDropped&) {
+    const QStringList names = store_.schema()->foreignTriggers();
+    for (const QString& name : names)
+      store_.execute(QStringLiteral("DROP TRIGGER ") + lang::quotedName(name));
+    store_.definitionsChanged();
   }
 
  private:

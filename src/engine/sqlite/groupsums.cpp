@@ -53,7 +53,7 @@ void GroupSums::gather() {
   }
   const auto schema = store_.schema();
   const auto& all = schema->runningSums();
-  if (all.empty() || schema->hasForeignTriggers()) return;
+  if (all.empty() || !schema->foreignTriggers().isEmpty()) return;
   readings_.clear();
   changes_.clear();
   for (const Catalog::RunningSums& sums : all) changes_.push_back(sumsChange(sums));

@@ -115,7 +115,7 @@ Schema::Schema(FileStore& store) {
         views_ += name.toCaseFolded();
       } else if (all.text(0) == QLatin1String("trigger")) {
         triggers_ += all.text(2);
-        foreignTriggers_ = foreignTriggers_ || !own::isOwn(name);
+        if (!own::isOwn(name)) foreignTriggers_ += name;
       } else if (name == QLatin1String(own::kProperties)) {
         hasOwn_ = true;
       } else if (own::isOwn(name)) {

@@ -39,8 +39,8 @@ class Schema : public Definitions {
   const std::vector<RunningSums>& brokenSums() const { return brokenSums_; }
   bool hasView(const QString& query) const { return views_.contains(query.toCaseFolded()); }
   bool hasOwnTables() const { return hasOwn_; }
-  // Whether another tool has put triggers of its own into the file.
-  bool hasForeignTriggers() const { return foreignTriggers_; }
+  // The names of the triggers that another tool has put into the file.
+  const QStringList& foreignTriggers() const { return foreignTriggers_; }
   // Whether one of the columns is the row number itself, in a file of another tool.
   bool rowNumberIsColumn(const QString& table) const;
 
@@ -53,11 +53,11 @@ class Schema : public Definitions {
 
   std::vector<RunningSums> brokenSums_;
   QSet<QString> ownTables_, triggers_;  // names; whole statements
+  QStringList foreignTriggers_;
   QStringList views_;                   // folded names
   QStringList rowNumberTables_;         // folded names
   QHash<QString, QString> properties_;  // "Objeto\nPropiedad"
   bool hasOwn_ = false;
-  bool foreignTriggers_ = false;
 };
 
 // The definition of a table as the file's own statement.
