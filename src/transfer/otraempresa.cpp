@@ -1,5 +1,6 @@
 #include "transfer/otraempresa.h"
 
+#include <algorithm>
 #include <QDir>
 #include <QFileInfo>
 
@@ -12,49 +13,24 @@ namespace {
 
 constexpr int kNombreEmpresa = 1;
 
-// In this order, and before the tables that they read.
-constexpr const char* kConsultas[] = {
-    "SqlDiarioBuscaDescuadres",
-    "SqlDiarioPrincipal",
-    "SqlDiarioSaldosCuentasMeses",
-    "SqlSumaDiario",
-    "SqlSumaDiarioPorAsientos",
-    "SqlDiarioPrincipalBlanco",
-    "SqlSumasSaldosN1",
-    "SqlSumasSaldosN2",
-    "SqlSumasSaldosN3",
-    "SqlSumasSaldosN4",
-    "SqlIva",
-    "SqlAcumulados",
-    "SqlSubcuentas con saldo",
-    "SqlSubcuentasSaldosCuentas",
-    "SqlDiarioSaldosCuentasTotal",
-    "SqlPerdidasyGanancias",
-    "SqlBalance",
-    "Sql347",
-    "SqlRecibos",
-    "SqlRegularizaStock",
-};
-
-// The tables; without a choice of their own they never stay.
-struct Tabla {
+// The tables that are asked for one by one. No other ever stays, whichever part of the program made
+// it: what the bank wrote and who declares are nobody's who was sent the plan.
+constexpr struct {
   const char* nombre;
-  bool PartesExportadas::*elegida = nullptr;
-};
-constexpr Tabla kTablas[] = {
-    {"ActPas"},
-    {"Conceptos"},
-    {"Cuentas"},
-    {"Empresa"},
-    {"Nivel01"},
-    {"Nivel02"},
-    {"TipoRecibos"},
-    {"TiposIVA"},
+  bool PartesExportadas::*elegida;
+} kElegibles[] = {
     {"Subcuentas", &PartesExportadas::plan},
     {"Diario", &PartesExportadas::diario},
     {"RSIVA", &PartesExportadas::iva},
     {"Recibos", &PartesExportadas::recibos},
 };
+
+bool seQueda(const QString& tabla, const PartesExportadas& partes) {
+  return std::ranges::any_of(kElegibles, [&](const auto& elegible) {
+    return partes.*elegible.elegida &&
+           tabla.compare(QLatin1String(elegible.nombre), Qt::CaseInsensitive) == 0;
+  });
+}
 
 }  // namespace
 
@@ -90,11 +66,11 @@ void dejaLoElegido(DBEngine& motor, const QString& fichero, const PartesExportad
                    const Advance& avance) {
   ignorando([&] {
     const auto base = motor.Workspaces(0).OpenDatabase(fichero);
-    for (const char* consulta : kConsultas)
-      ignorando([&] { base->deleteQuery(QString::fromLatin1(consulta)); });
-    for (const Tabla& tabla : kTablas)
-      if (!tabla.elegida || !(partes.*tabla.elegida))
-        ignorando([&] { base->deleteTable(QString::fromLatin1(tabla.nombre)); });
+    // Before the tables that they read.
+    for (const QString& consulta : base->QueryDefs())
+      ignorando([&] { base->deleteQuery(consulta); });
+    for (const QString& tabla : base->TableDefs())
+      if (!seQueda(tabla, partes)) ignorando([&] { base->deleteTable(tabla); });
     motor.flush();
   });
   ignorando([&] { motor.CompactDatabase(fichero, fichero, avance); });
