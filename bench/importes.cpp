@@ -28,25 +28,7 @@ constexpr const char* kLineas =
 // Writes the journal as ContaPlus keeps it; the folder.
 QString carpetaContaplus(const Libros& l) {
   const QString carpeta = l.carpeta() + "Plus" + QString::number(l.lineas());
-  EscritorDbf tabla({{"ASIEN", 'N', 6},
-                     {"FECHA", 'D', 8},
-                     {"SUBCTA", 'C', 12},
-                     {"CONTRA", 'C', 12},
-                     {"PTADEBE", 'N', 16, 2},
-                     {"CONCEPTO", 'C', 25},
-                     {"PTAHABER", 'N', 16, 2},
-                     {"FACTURA", 'N', 8},
-                     {"BASEIMPO", 'N', 16, 2},
-                     {"IVA", 'N', 5, 2},
-                     {"RECEQUIV", 'N', 5, 2},
-                     {"DOCUMENTO", 'C', 10},
-                     {"DEPARTA", 'C', 3},
-                     {"CLAVE", 'C', 6},
-                     {"ESTADO", 'C', 1},
-                     {"SERIE", 'C', 1},
-                     {"EURODEBE", 'N', 16, 2},
-                     {"EUROHABER", 'N', 16, 2},
-                     {"BASEEURO", 'N', 16, 2}});
+  EscritorDbf tabla(columnasDeDiario());
   Directo directo(l.rutaSistema());
   sqlite3_stmt* lineas = directo.prepara(kLineas);
   const auto texto = [&](int columna) {

@@ -1,5 +1,6 @@
 // The books of other packages brought into the quarter's, by keys.
 #include <QFile>
+#include <QProcess>
 #include <QProgressBar>
 
 #include "common/rutas.h"
@@ -30,27 +31,7 @@ class Importar : public DiarioDelTrimestre {
         .graba(donde + "EMP01/Subcta.dbf");
     return rutaPrograma(donde + "Contaplw.exe");
   }
-  static EscritorDbf diarioContaplus() {
-    return EscritorDbf({{"ASIEN", 'N', 6},
-                        {"FECHA", 'D', 8},
-                        {"SUBCTA", 'C', 12},
-                        {"CONTRA", 'C', 12},
-                        {"PTADEBE", 'N', 16, 2},
-                        {"CONCEPTO", 'C', 25},
-                        {"PTAHABER", 'N', 16, 2},
-                        {"FACTURA", 'N', 8},
-                        {"BASEIMPO", 'N', 16, 2},
-                        {"IVA", 'N', 5, 2},
-                        {"RECEQUIV", 'N', 5, 2},
-                        {"DOCUMENTO", 'C', 10},
-                        {"DEPARTA", 'C', 3},
-                        {"CLAVE", 'C', 6},
-                        {"ESTADO", 'C', 1},
-                        {"SERIE", 'C', 1},
-                        {"EURODEBE", 'N', 16, 2},
-                        {"EUROHABER", 'N', 16, 2},
-                        {"BASEEURO", 'N', 16, 2}});
-  }
+  static EscritorDbf diarioContaplus() { return EscritorDbf(columnasDeDiario()); }
   static QList<QByteArray> linea(const QByteArray& asiento, const QByteArray& subcuenta,
                                  const QByteArray& debe, const QByteArray& haber,
                                  const QByteArray& serie = {}) {
@@ -193,6 +174,54 @@ TEST_F(Importar, ContaplusNiegaLoQueFaltaYDejaLoEscrito) {
   comprueba();
   EXPECT_EQ(valor("Select Asiento from Empresa"), "501");
   EXPECT_EQ(valor("Select NLinDiario from Empresa"), QString::number(libro.rbegin()->first + 1));
+}
+
+// Another station posts line by line while the journal comes in.
+TEST_F(Importar, LoQueOtroPuestoAsientaEntretantoQueda) {
+  constexpr int kLineas = 12'000;
+  const QString programa = instalaContaplus();
+  EscritorDbf diario = diarioContaplus();
+  for (int i = 0; i < kLineas; ++i) {
+    const QByteArray asiento = QByteArray::number(500 + i / 2);
+    diario.registro(linea(asiento, "57000001", i % 2 ? "0.00" : "0.10", i % 2 ? "0.10" : "0.00"));
+  }
+  diario.graba(carpetaDatos() + "/GrupoSP/EMP01/diario.DBF");
+  motor.flush();
+  QProcess otro;
+  otro.start("sqlite3", {"-batch", rutaSistema(ctx.sesion.rutaEmpresa())});
+  otro.write(".timeout 20000\n");
+  for (int i = 0; i < 2000; ++i)
+    otro.write(
+        "BEGIN IMMEDIATE; INSERT INTO Diario(NLinea, NAsiento, Fecha, Subcuenta, Descripcion, DH, "
+        "Importe) SELECT NLinDiario, 400, (SELECT max(Fecha) FROM Diario), '57000001', 'Otro', "
+        "'D', 1 FROM Empresa; UPDATE Empresa SET NLinDiario = NLinDiario + 1; COMMIT;\n"
+        ".print hecho\n.shell sleep 0.01\n");
+  ASSERT_TRUE(otro.waitForReadyRead());
+  herramienta("MnuImportContaplus", [&](Teclado& d) {
+    eligeContaplus(d, programa, "01 - Señores");
+    marca(d, {"ChkDiario"});
+    guion.esperaMensaje("Proceso terminado con exito", "Fín", [&] {
+      otro.kill();
+      otro.waitForFinished();
+    });
+    acepta(d);
+  });
+  t->tecla(Qt::Key_F5);
+  EXPECT_EQ(otro.readAllStandardError(), "");
+  const auto cuenta = [this](const QString& cuales) {
+    return valor("Select Count(NLinea) from Diario where " + cuales).toLongLong();
+  };
+  EXPECT_EQ(cuenta("Descripcion='Importado'"), kLineas);
+  EXPECT_GE(cuenta("Descripcion='Otro'"), otro.readAllStandardOutput().count("hecho"));
+  const auto limite = [this](const char* cual, const char* de) {
+    return valor(QString("Select %1(NLinea) from Diario where Descripcion='%2'").arg(cual, de));
+  };
+  EXPECT_GT(cuenta("Descripcion='Otro' and NLinea>" + limite("Min", "Importado") + " and NLinea<" +
+                   limite("Max", "Importado")),
+            0);
+  libro = lee();
+  EXPECT_EQ(valor("Select NLinDiario from Empresa"), QString::number(libro.rbegin()->first + 1));
+  comprueba();
 }
 
 TEST_F(Importar, ContanetTraeSusCuatroFicheros) {

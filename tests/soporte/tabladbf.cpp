@@ -15,6 +15,18 @@ QByteArray enBytes(quint32 numero, qsizetype cuantos) {
 
 }  // namespace
 
+const QList<ColumnaDbf>& columnasDeDiario() {
+  static const QList<ColumnaDbf> columnas{
+      {"ASIEN", 'N', 6},        {"FECHA", 'D', 8},        {"SUBCTA", 'C', 12},
+      {"CONTRA", 'C', 12},      {"PTADEBE", 'N', 16, 2},  {"CONCEPTO", 'C', 25},
+      {"PTAHABER", 'N', 16, 2}, {"FACTURA", 'N', 8},      {"BASEIMPO", 'N', 16, 2},
+      {"IVA", 'N', 5, 2},       {"RECEQUIV", 'N', 5, 2},  {"DOCUMENTO", 'C', 10},
+      {"DEPARTA", 'C', 3},      {"CLAVE", 'C', 6},        {"ESTADO", 'C', 1},
+      {"SERIE", 'C', 1},        {"EURODEBE", 'N', 16, 2}, {"EUROHABER", 'N', 16, 2},
+      {"BASEEURO", 'N', 16, 2}};
+  return columnas;
+}
+
 EscritorDbf& EscritorDbf::registro(const QList<QByteArray>& celdas, bool borrado) {
   registros_ += borrado ? '*' : ' ';
   for (qsizetype i = 0; i < columnas_.size(); ++i) {

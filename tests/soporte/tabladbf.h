@@ -12,6 +12,9 @@ struct ColumnaDbf {
   int decimales = 0;
 };
 
+// Those of ContaPlus's journal, up to the last that is read.
+const QList<ColumnaDbf>& columnasDeDiario();
+
 class EscritorDbf {
  public:
   explicit EscritorDbf(const QList<ColumnaDbf>& columnas) : columnas_(columnas) {}

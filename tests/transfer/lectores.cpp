@@ -1,7 +1,6 @@
 // What other packages wrote, read cell by cell: tables and texts as they come, and damaged ones.
 #include <gtest/gtest.h>
 
-#include <shapefil.h>
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
@@ -72,20 +71,6 @@ TEST_F(Lectores, UnaTablaDaSusCeldasComoSon) {
   EXPECT_EQ(numeroDeError([&] { tabla.valor(5); }), err::kElementoNoEncontrado);
   EXPECT_EQ(numeroDeError([&] { tabla.valor("Serie"); }), err::kElementoNoEncontrado);
   EXPECT_FALSE(tabla.siguiente());
-}
-
-// One made by the library's own writer reads the same.
-TEST_F(Lectores, UnaTablaDeOtroEscritor) {
-  DBFHandle otra = DBFCreate(QFile::encodeName(ruta("Otra.dbf")).constData());
-  DBFAddField(otra, "NOMBRE", FTString, 10, 0);
-  DBFAddField(otra, "IMPORTE", FTDouble, 12, 2);
-  DBFWriteStringAttribute(otra, 0, 0, "Caja");
-  DBFWriteDoubleAttribute(otra, 0, 1, 12.34);
-  DBFClose(otra);
-  TablaDbf tabla(carpeta_.path(), "otra.DBF");
-  ASSERT_TRUE(tabla.siguiente());
-  EXPECT_EQ(tabla.valor("Nombre"), Variant("Caja"));
-  EXPECT_EQ(tabla.valor("Importe"), Variant(12.34));
 }
 
 TEST_F(Lectores, CadaTablaEnSuPaginaDeCodigos) {
