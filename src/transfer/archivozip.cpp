@@ -30,6 +30,11 @@ using Entrada = std::unique_ptr<zip_file_t, Cierra>;
   throw ErrorEjecucion(err::kArchivoNoSirve, motivo);
 }
 
+// Told by the folder: the file has a name for the time being.
+[[noreturn]] void sinSitio(const QString& destino) {
+  throw ErrorEjecucion(err::kSinEspacio, rutaPrograma(QFileInfo(destino).path()));
+}
+
 QString textoDe(zip_error_t& error) {
   return QString::fromUtf8(zip_error_strerror(&error));
 }
@@ -149,7 +154,7 @@ qint64 medida(zip_t* z, zip_uint64_t indice, const QString& destino) {
     noSirve(QStringLiteral("está protegido con una contraseña"));
   const qint64 libre = QStorageInfo(QFileInfo(destino).path()).bytesAvailable();
   if (libre >= 0 && datos.size > static_cast<zip_uint64_t>(std::max<qint64>(0, libre - kHolgura)))
-    throw ErrorEjecucion(err::kSinEspacio, rutaPrograma(destino));
+    sinSitio(destino);
   return static_cast<qint64>(datos.size);
 }
 
@@ -182,13 +187,11 @@ void descomprime(const QString& archivo, const QString& nombre, const QString& d
     if (hecho == 0 && !QByteArrayView(trozo).first(n).startsWith(kMarcaDeBase))
       noSirve(QStringLiteral("su fichero %1 no es una base de datos").arg(nombre));
     if (n == 0) break;
-    if (fichero.write(trozo.constData(), n) != n)
-      throw ErrorEjecucion(err::kSinEspacio, rutaPrograma(destino));
+    if (fichero.write(trozo.constData(), n) != n) sinSitio(destino);
     hecho += n;
     avance(static_cast<int>(kPartes * static_cast<double>(hecho) / static_cast<double>(total)),
            kPartes);
   }
   fichero.close();
-  if (fichero.error() != QFileDevice::NoError)
-    throw ErrorEjecucion(err::kSinEspacio, rutaPrograma(destino));
+  if (fichero.error() != QFileDevice::NoError) sinSitio(destino);
 }

@@ -55,12 +55,14 @@ class Copia {
     if (!intenta([&] { nuevas.Update(); })) nuevas.CancelUpdate();
   }
 
+  // A disk that is full takes with it rows that were copied before: there is no going on.
   template <class Paso>
   bool intenta(Paso&& paso) {
     try {
       paso();
       return true;
     } catch (const ErrorEjecucion& e) {
+      if (esDelFichero(e.numero())) throw;
       if (!marcha_.omite(e)) throw Abandonado();
       return false;
     }

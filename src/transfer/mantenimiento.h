@@ -25,7 +25,8 @@ struct Reindexado {
 struct MarchaReindexado {
   std::function<void(int tabla)> tabla;  // which of kTablasReindexadas it begins
   Advance fila;                          // how far in it
-  // A row, or a value of one, can't be taken over: true leaves it out and goes on.
+  // A row, or a value of one, can't be taken over: true leaves it out and goes on. What the disk
+  // refuses isn't asked about.
   std::function<bool(const ErrorEjecucion&)> omite;
 };
 inline constexpr int kTablasReindexadas = 8;

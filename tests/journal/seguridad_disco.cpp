@@ -98,7 +98,7 @@ void reindexaTienda(const Tajo& t) {
   const QString nuevo = t.ruta("Tienda").replace("Conta.MDB", "Conta2.MDB");
   const auto leida =
       reindexa(t.motor, {t.ruta("Tienda"), nuevo, 3, 8},
-               {[](int) {}, [](int, int) {}, [](const ErrorEjecucion&) { return false; }});
+               {[](int) {}, [](int, int) {}, [](const ErrorEjecucion&) { return true; }});
   if (leida) t.motor.ReplaceDatabase(nuevo, t.ruta("Tienda"), *leida);
   t.motor.DeleteDatabase(nuevo);
 }
