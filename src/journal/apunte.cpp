@@ -208,9 +208,12 @@ void ApuntesEnSerie::cierra() {
   contadores_->Edit();
   completa(*contadores_, [this] {
     FieldRef siguiente = contadores_->Fields(QStringLiteral("NLinDiario"));
-    // Another station may have gone on from there, if a failure let it in.
-    if (siguiente.toLong() == linea_ + quedan_) siguiente = linea_;
-    if (!asiento_.isNull()) contadores_->Fields(QStringLiteral("Asiento")) = asiento_;
+    // Another station may have gone on from there, if a failure let it in; and a failure that undid
+    // the lines has put the number back.
+    const qint64 tomado = siguiente.toLong();
+    if (tomado == linea_ + quedan_) siguiente = linea_;
+    if (tomado >= linea_ + quedan_ && !asiento_.isNull())
+      contadores_->Fields(QStringLiteral("Asiento")) = asiento_;
   });
   quedan_ = 0;
   asiento_ = Variant();

@@ -8,6 +8,25 @@
 
 namespace {
 
+// A full disk takes lines with it that were written before.
+TEST(ApuntesEnSerieTest, LoQueSeDeshaceNoCuenta) {
+  Libros libros;
+  const QString contadores = "Select NLinDiario, Asiento from Empresa";
+  const QStringList antes = libros.filas(contadores);
+  const auto empresa = libros.abre();
+  {
+    ApuntesEnSerie serie(*empresa);
+    Apunte apunte;
+    apunte.NAsiento = 500;
+    apunte.DH = "D";
+    apunte.Importe = 1;
+    serie.graba(apunte);
+    libros.motor.discard();
+  }
+  EXPECT_EQ(libros.filas(contadores), antes);
+  EXPECT_EQ(libros.filas("Select Count(*) from Diario"), QStringList("0"));
+}
+
 TEST(ApunteTest, UnaLineaQueNoEntraNiGastaNumeroNiPisaOtra) {
   Libros libros;
   DataControl diario(libros.motor), empresa(libros.motor);
