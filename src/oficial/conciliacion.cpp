@@ -24,7 +24,6 @@ const QString kCuentas = QStringLiteral("CuentasBanco");
 const QString kExtractos = QStringLiteral("ExtractosBanco");
 const QString kReglas = QStringLiteral("ReglasBanco");
 constexpr int kLargoDeConcepto = 255;
-constexpr int kLargoDeRegla = 60;
 
 [[noreturn]] void rehusa(const QString& texto) {
   throw ErrorEjecucion(err::kLlamadaNoValida, texto);
@@ -41,14 +40,9 @@ QString importeDe(qint64 centimos) {
 // Runs a change that stands as a whole or not at all.
 template <class Cambio>
 void deUnaVez(DBEngine& motor, Cambio&& cambio) {
-  motor.flush();
-  try {
-    cambio();
-  } catch (...) {
-    motor.discard();
-    throw;
-  }
-  ponEnDisco(motor);
+  DBEngine::Whole entero(motor);
+  cambio();
+  entero.commit();
 }
 
 Variant texto(const QString& valor) {
@@ -83,13 +77,39 @@ MovimientoGuardado movimientoDe(const RowReader& r) {
   m.referencia2 = r.text(9);
   m.ordinal = static_cast<int>(r.number(10));
   m.concepto = r.text(11);
-  m.apunte = m.guardado = static_cast<int>(r.number(12));
+  m.apunte = m.guardado = r.isNull(12) ? kSinApunte : static_cast<int>(r.number(12));
   return m;
 }
 
 const QString kColumnas = QStringLiteral(
     "Numero, Ccc, Operacion, Valor, Comun, Propio, Importe, Documento, Referencia1, Referencia2, "
     "Ordinal, Concepto, Apunte");
+
+void leeMovimientos(Database& empresa, Conciliacion& c) {
+  if (!tieneTablaOficial(empresa, kMovimientos)) return;
+  RowReader ano(empresa, QStringLiteral("Select Año from Empresa"));
+  const int suyo = ano.next() ? static_cast<int>(ano.number(0)) : 0;
+  for (RowReader r(empresa, QStringLiteral("Select %1 from %2 where Ccc=%3")
+                                .arg(kColumnas, kMovimientos, entreComillas(c.ccc)));
+       r.next();) {
+    c.movimientos.push_back(movimientoDe(r));
+    c.movimientos.back().deOtroAno = c.movimientos.back().operacion.year() != suyo;
+  }
+  std::ranges::stable_sort(c.movimientos, {}, &MovimientoGuardado::operacion);
+}
+
+void leeApuntes(Database& empresa, Conciliacion& c) {
+  if (c.subcuenta.isEmpty()) return;
+  for (RowReader r(empresa, QStringLiteral("Select NLinea, NAsiento, Fecha, Descripcion, Importe, "
+                                           "Punteo from Diario where Subcuenta=") +
+                                entreComillas(c.subcuenta));
+       r.next();) {
+    if (r.isNull(2)) continue;
+    c.apuntes.push_back({static_cast<int>(r.number(0)), static_cast<int>(r.number(1)),
+                         r.value(2).date(), r.text(3), centimosDe(r.number(4)), r.text(5), 0});
+  }
+  std::ranges::stable_sort(c.apuntes, {}, &ApunteBanco::fecha);
+}
 
 void graba(Recordset& filas, const QString& ccc, const MovimientoBanco& m, int numero) {
   const std::pair<const char*, Variant> valores[] = {
@@ -104,8 +124,7 @@ void graba(Recordset& filas, const QString& ccc, const MovimientoBanco& m, int n
       {"Referencia1", texto(m.referencia1)},
       {"Referencia2", texto(m.referencia2)},
       {"Ordinal", m.ordinal},
-      {"Concepto", texto(m.concepto.left(kLargoDeConcepto))},
-      {"Apunte", 0}};
+      {"Concepto", texto(m.concepto.left(kLargoDeConcepto))}};
   filas.AddNew();
   completa(filas, [&] {
     for (const auto& [campo, valor] : valores) filas.Fields(QLatin1String(campo)) = valor;
@@ -116,11 +135,11 @@ QString deCuenta(const QString& tabla, const QString& ccc) {
   return QStringLiteral("Select * from %1 where Ccc=%2").arg(tabla, entreComillas(ccc));
 }
 
-// The statement that was read last of an account, if any; `desde`, `hasta` by its days.
 struct Extracto {
   QDate desde, hasta;
   qint64 inicial = 0, final = 0;
 };
+// Those of an account, by their last day.
 std::vector<Extracto> extractosDe(Database& empresa, const QString& ccc) {
   std::vector<Extracto> extractos;
   const auto filas = leeTablaOficial(empresa, kExtractos, deCuenta(kExtractos, ccc));
@@ -181,24 +200,39 @@ std::unique_ptr<Recordset> filaDe(Database& empresa, const MovimientoGuardado& m
 
 void apuntaEn(Database& empresa, const MovimientoGuardado& m, int linea, const QDate& fecha) {
   const auto fila = filaDe(empresa, m);
-  if (fila->Fields(QStringLiteral("Apunte")).toLong() != m.guardado)
+  const FieldRef suyo = fila->Fields(QStringLiteral("Apunte"));
+  if ((suyo.isNull() ? kSinApunte : suyo.toLong()) != m.guardado)
     rehusa(QStringLiteral("el movimiento del %1 ya se ha conciliado").arg(diaDe(m.operacion)));
   fila->Edit();
   completa(*fila, [&] {
-    fila->Fields(QStringLiteral("Apunte")) = linea;
+    fila->Fields(QStringLiteral("Apunte")) = linea == kSinApunte ? Variant() : Variant(linea);
     fila->Fields(QStringLiteral("Conciliado")) = fecha.isValid() ? Variant(fecha) : Variant();
   });
+}
+
+// The lines that movements were accepted with, whoever did it.
+QSet<int> lineasProbadas(Database& empresa) {
+  QSet<int> lineas;
+  for (RowReader r(empresa,
+                   QStringLiteral("Select Apunte from MovimientosBanco where Apunte is not Null"));
+       r.next();)
+    lineas.insert(static_cast<int>(r.number(0)));
+  return lineas;
 }
 
 std::unique_ptr<Recordset> lineaDeDiario(Database& empresa, int linea) {
   return empresa.OpenRecordset(QStringLiteral("Select * from Diario where NLinea=%1").arg(linea));
 }
 
+[[noreturn]] void rehusaCambiada(const ApunteBanco& a) {
+  rehusa(QStringLiteral("la partida del asiento %1 ha cambiado").arg(a.asiento));
+}
+
 void marca(Database& empresa, const Conciliacion& c, const ApunteBanco& a, const QString& letra) {
   const auto linea = lineaDeDiario(empresa, a.linea);
   if (linea->Eof() || linea->Fields(QStringLiteral("Subcuenta")).display() != c.subcuenta ||
       centimosDe(linea->Fields(QStringLiteral("Importe")).number()) != a.centimos)
-    rehusa(QStringLiteral("la partida del asiento %1 ha cambiado").arg(a.asiento));
+    rehusaCambiada(a);
   linea->Edit();
   completa(*linea, [&] { linea->Fields(QStringLiteral("Punteo")) = texto(letra); });
 }
@@ -282,6 +316,11 @@ QStringList palabrasDe(const QString& texto) {
   return limpio.split(u' ', Qt::SkipEmptyParts);
 }
 
+std::unique_ptr<Recordset> filasDeRegla(Database& empresa, const QString& palabras) {
+  return empresa.OpenRecordset(QStringLiteral("Select * from ReglasBanco where Palabras=") +
+                               entreComillas(palabras));
+}
+
 int asientaUno(Recordset& diario, Recordset& contadores, const MovimientoGuardado& m,
                const QStringList& subcuentas, const QString& letra) {
   const int asiento = tomaAsiento(contadores);
@@ -307,11 +346,11 @@ int asientaUno(Recordset& diario, Recordset& contadores, const MovimientoGuardad
 
 Importacion importaNorma43(DBEngine& motor, Database& empresa, const LecturaNorma43& leido) {
   if (!leido.errores.isEmpty()) rehusa(leido.errores.first().entero());
-  for (const QString& tabla : {kMovimientos, kCuentas, kExtractos})
-    aseguraTablaOficial(empresa, tabla);
   Importacion hecha;
   for (const AvisoDeLinea& aviso : leido.avisos) hecha.avisos += aviso.entero();
   deUnaVez(motor, [&] {
+    for (const QString& tabla : {kMovimientos, kCuentas, kExtractos})
+      aseguraTablaOficial(empresa, tabla);
     QSet<QString> guardados;
     int numero = 0;
     for (RowReader r(empresa, QStringLiteral("Select %1 from %2").arg(kColumnas, kMovimientos));
@@ -355,8 +394,8 @@ void ponSubcuentaDeBanco(DBEngine& motor, Database& empresa, const QString& ccc,
   for (const auto& [otra, suya] : cuentasDeBanco(empresa))
     if (otra != ccc && suya == subcuenta)
       rehusa(QStringLiteral("la subcuenta %1 es de la cuenta %2").arg(subcuenta, otra));
-  aseguraTablaOficial(empresa, kCuentas);
   deUnaVez(motor, [&] {
+    aseguraTablaOficial(empresa, kCuentas);
     apuntaCuenta(empresa, ccc);
     const auto filas = empresa.OpenRecordset(deCuenta(kCuentas, ccc));
     filas->Edit();
@@ -370,32 +409,20 @@ Conciliacion leeConciliacion(Database& empresa, const QString& ccc) {
   c.ccc = ccc;
   for (const auto& [cuenta, subcuenta] : cuentasDeBanco(empresa))
     if (cuenta == ccc) c.subcuenta = subcuenta;
-  QHash<int, int> probados;  // line, movement
-  if (tieneTablaOficial(empresa, kMovimientos))
-    for (RowReader r(empresa, QStringLiteral("Select %1 from %2 where Ccc=%3")
-                                  .arg(kColumnas, kMovimientos, entreComillas(ccc)));
-         r.next();) {
-      c.movimientos.push_back(movimientoDe(r));
-      if (c.movimientos.back().apunte != 0)
-        probados.insert(c.movimientos.back().apunte, c.movimientos.back().numero);
-    }
-  QSet<int> lineas;
-  if (!c.subcuenta.isEmpty())
-    for (RowReader r(empresa,
-                     QStringLiteral("Select NLinea, NAsiento, Fecha, Descripcion, Importe, "
-                                    "Punteo from Diario where Subcuenta=") +
-                         entreComillas(c.subcuenta));
-         r.next();) {
-      const int linea = static_cast<int>(r.number(0));
-      lineas.insert(linea);
-      if (r.isNull(2)) continue;
-      c.apuntes.push_back({linea, static_cast<int>(r.number(1)), r.value(2).date(), r.text(3),
-                           centimosDe(r.number(4)), r.text(5), probados.value(linea)});
-    }
-  for (MovimientoGuardado& m : c.movimientos)
-    if (!lineas.contains(m.apunte)) m.apunte = 0;
-  std::ranges::stable_sort(c.movimientos, {}, &MovimientoGuardado::operacion);
-  std::ranges::stable_sort(c.apuntes, {}, &ApunteBanco::fecha);
+  if (const std::vector<Extracto> extractos = extractosDe(empresa, ccc); !extractos.empty())
+    c.periodo = {std::ranges::min(extractos, {}, &Extracto::desde).desde, extractos.back().hasta,
+                 extractos.back().final};
+  leeMovimientos(empresa, c);
+  leeApuntes(empresa, c);
+  QHash<int, ApunteBanco*> porLinea;
+  for (ApunteBanco& a : c.apuntes) porLinea.insert(a.linea, &a);
+  for (MovimientoGuardado& m : c.movimientos) {
+    ApunteBanco* const suyo = porLinea.value(m.apunte);
+    if (suyo && suyo->centimos == m.centimos)
+      suyo->movimiento = m.numero;
+    else
+      m.apunte = kSinApunte;
+  }
   return c;
 }
 
@@ -403,26 +430,34 @@ std::vector<Pareja> empareja(const Conciliacion& conciliacion, int dias) {
   return Emparejador(conciliacion).hasta(dias);
 }
 
-void aceptaParejas(DBEngine& motor, Database& empresa, const Conciliacion& c,
+void aceptaParejas(DBEngine& motor, Database& empresa, Conciliacion& c,
                    const std::vector<Pareja>& parejas, const Punteo& punteo) {
   deUnaVez(motor, [&] {
+    const QSet<int> probadas = lineasProbadas(empresa);
     for (const auto& [m, a] : parejas) {
+      if (probadas.contains(c.apuntes[a].linea)) rehusaCambiada(c.apuntes[a]);
       marca(empresa, c, c.apuntes[a], punteo.marca);
       apuntaEn(empresa, c.movimientos[m], c.apuntes[a].linea, punteo.fecha);
     }
   });
+  for (const auto& [m, a] : parejas) {
+    c.movimientos[m].apunte = c.movimientos[m].guardado = c.apuntes[a].linea;
+    c.apuntes[a].movimiento = c.movimientos[m].numero;
+    c.apuntes[a].punteo = punteo.marca;
+  }
 }
 
-void deshaceConciliacion(DBEngine& motor, Database& empresa, const MovimientoGuardado& m) {
-  if (m.apunte == 0) return;
+void deshaceConciliacion(DBEngine& motor, Database& empresa, Conciliacion& c, int movimiento) {
+  MovimientoGuardado& m = c.movimientos[movimiento];
+  if (m.apunte == kSinApunte) return;
+  const auto suyo = std::ranges::find(c.apuntes, m.apunte, &ApunteBanco::linea);
   deUnaVez(motor, [&] {
-    const auto linea = lineaDeDiario(empresa, m.apunte);
-    if (!linea->Eof()) {
-      linea->Edit();
-      completa(*linea, [&] { linea->Fields(QStringLiteral("Punteo")) = Variant(); });
-    }
-    apuntaEn(empresa, m, 0, {});
+    marca(empresa, c, *suyo, {});
+    apuntaEn(empresa, m, kSinApunte, {});
   });
+  m.apunte = m.guardado = kSinApunte;
+  suyo->movimiento = 0;
+  suyo->punteo.clear();
 }
 
 void asientaMovimientos(DBEngine& motor, Database& empresa, const Conciliacion& c,
@@ -431,55 +466,59 @@ void asientaMovimientos(DBEngine& motor, Database& empresa, const Conciliacion& 
   deUnaVez(motor, [&] {
     const auto diario = empresa.OpenRecordset(QStringLiteral("Diario"), Opening::FirstRows);
     const auto contadores = empresa.OpenRecordset(QStringLiteral("Empresa"));
-    const auto ano = contadores->Fields(QStringLiteral("Año")).toLong();
     for (const auto& [lugar, subcuenta] : contrapartidas) {
       const MovimientoGuardado& m = c.movimientos[lugar];
       compruebaSubcuenta(empresa, subcuenta);
+      if (subcuenta == c.subcuenta) rehusa(QStringLiteral("la contrapartida es la del banco"));
       if (!m.pendiente())
         rehusa(QStringLiteral("el movimiento del %1 ya se ha conciliado").arg(diaDe(m.operacion)));
-      if (m.operacion.year() != ano)
-        rehusa(QStringLiteral("el movimiento del %1 no es del año %2")
-                   .arg(diaDe(m.operacion))
-                   .arg(ano));
+      if (m.deOtroAno)
+        rehusa(QStringLiteral("el movimiento del %1 no es del año de la empresa")
+                   .arg(diaDe(m.operacion)));
       const int linea = asientaUno(*diario, *contadores, m, {c.subcuenta, subcuenta}, punteo.marca);
       apuntaEn(empresa, m, linea, punteo.fecha);
     }
   });
 }
 
-QString subcuentaPorRegla(Database& empresa, const QString& concepto) {
-  const QStringList suyas = palabrasDe(concepto);
-  QString subcuenta;
-  qsizetype letras = 0;
+ReglasBanco::ReglasBanco(Database& empresa) {
   const auto filas = leeTablaOficial(empresa, kReglas,
                                      QStringLiteral("Select * from ReglasBanco order by Palabras"));
-  for (; filas && !filas->Eof(); filas->MoveNext()) {
-    const QString regla = filas->Fields(QStringLiteral("Palabras")).display();
-    const QStringList palabras = palabrasDe(regla);
-    const bool todas = !palabras.isEmpty() && std::ranges::all_of(palabras, [&](const QString& p) {
-      return suyas.contains(p);
-    });
-    if (!todas || regla.size() <= letras) continue;
-    letras = regla.size();
-    subcuenta = filas->Fields(QStringLiteral("Subcuenta")).display();
-  }
-  return subcuenta;
+  for (; filas && !filas->Eof(); filas->MoveNext())
+    reglas_.push_back({filas->Fields(QStringLiteral("Palabras")).display(),
+                       filas->Fields(QStringLiteral("Subcuenta")).display()});
+  std::ranges::stable_sort(reglas_, std::greater(),
+                           [](const ReglaBanco& regla) { return regla.palabras.size(); });
 }
 
-void recuerdaRegla(DBEngine& motor, Database& empresa, const QString& palabras,
-                   const QString& subcuenta) {
-  const QString regla = palabrasDe(palabras).join(u' ').left(kLargoDeRegla);
-  if (regla.isEmpty()) rehusa(QStringLiteral("la regla no tiene palabras"));
-  compruebaSubcuenta(empresa, subcuenta);
-  aseguraTablaOficial(empresa, kReglas);
+std::optional<ReglaBanco> ReglasBanco::para(const QString& concepto) const {
+  const QStringList suyas = palabrasDe(concepto);
+  const auto regla = std::ranges::find_if(reglas_, [&](const ReglaBanco& una) {
+    return std::ranges::all_of(una.palabras.split(u' '),
+                               [&](const QString& p) { return suyas.contains(p); });
+  });
+  return regla == reglas_.end() ? std::nullopt : std::optional(*regla);
+}
+
+void recuerdaRegla(DBEngine& motor, Database& empresa, const ReglaBanco& regla) {
+  const QString palabras = palabrasDe(regla.palabras).join(u' ').left(kLargoDeRegla);
+  if (palabras.isEmpty()) rehusa(QStringLiteral("la regla no tiene palabras"));
+  compruebaSubcuenta(empresa, regla.subcuenta);
   deUnaVez(motor, [&] {
-    const auto filas = empresa.OpenRecordset(
-        QStringLiteral("Select * from ReglasBanco where Palabras=") + entreComillas(regla));
+    aseguraTablaOficial(empresa, kReglas);
+    const auto filas = filasDeRegla(empresa, palabras);
     filas->Eof() ? filas->AddNew() : filas->Edit();
     completa(*filas, [&] {
-      filas->Fields(QStringLiteral("Palabras")) = regla;
-      filas->Fields(QStringLiteral("Subcuenta")) = subcuenta;
+      filas->Fields(QStringLiteral("Palabras")) = palabras;
+      filas->Fields(QStringLiteral("Subcuenta")) = regla.subcuenta;
     });
+  });
+}
+
+void olvidaRegla(DBEngine& motor, Database& empresa, const QString& palabras) {
+  deUnaVez(motor, [&] {
+    const auto filas = filasDeRegla(empresa, palabras);
+    if (!filas->Eof()) filas->Delete();
   });
 }
 
@@ -493,19 +532,16 @@ QString palabrasDeConcepto(const QString& concepto) {
   return elegidas.join(u' ').left(kLargoDeRegla);
 }
 
-std::optional<CuadreBanco> cuadreDe(Database& empresa, const Conciliacion& c) {
-  const std::vector<Extracto> extractos = extractosDe(empresa, c.ccc);
-  if (extractos.empty()) return std::nullopt;
+std::optional<CuadreBanco> cuadreDe(const Conciliacion& c) {
+  if (!c.periodo) return std::nullopt;
   CuadreBanco cuadre;
-  cuadre.hasta = extractos.back().hasta;
-  cuadre.banco = extractos.back().final;
-  cuadre.desde = std::ranges::min(extractos, {}, &Extracto::desde).desde;
+  cuadre.banco = c.periodo->saldo;
   for (const MovimientoGuardado& m : c.movimientos)
-    if (m.pendiente()) cuadre.soloBanco += m.centimos;
+    if (m.sinAsentar()) cuadre.soloBanco += m.centimos;
   for (const ApunteBanco& a : c.apuntes) {
-    if (a.fecha > cuadre.hasta) continue;
+    if (a.fecha > c.periodo->hasta) continue;
     cuadre.libros += a.centimos;
-    if (a.movimiento == 0 && a.fecha >= cuadre.desde) cuadre.soloLibros += a.centimos;
+    if (a.movimiento == 0 && a.fecha >= c.periodo->desde) cuadre.soloLibros += a.centimos;
   }
   return cuadre;
 }

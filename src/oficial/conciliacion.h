@@ -1,8 +1,8 @@
 // Reconciliation: the bank's movements, kept in the company's file as they were read, and the lines
 // of the bank's subcuenta that they prove.
 //
-// A movement remembers the line that it was accepted with. One whose line is gone is pending again.
-// Each change here is one: what fails leaves nothing of itself.
+// A movement remembers the line that it was accepted with. One whose line is gone, or no longer has
+// its amount, is pending again. Each change here is one: what fails leaves nothing of itself.
 #pragma once
 
 #include <optional>
@@ -12,12 +12,17 @@
 class Database;
 class DBEngine;
 
+// Lines count from 0.
+constexpr int kSinApunte = -1;
+
 struct MovimientoGuardado : MovimientoBanco {
-  int numero = 0;
-  int apunte = 0;    // NLinea of its line; 0 while pending
-  int guardado = 0;  // the same as the file has it, even if the line is gone
+  int numero = 0;             // from 1
+  int apunte = kSinApunte;    // NLinea of its line
+  int guardado = kSinApunte;  // the same as the file has it, even if the line is gone
+  bool deOtroAno = false;     // it is posted in another company's books
   // One of no amount only carries text: there is nothing to prove.
-  bool pendiente() const { return apunte == 0 && centimos != 0; }
+  bool pendiente() const { return apunte == kSinApunte && centimos != 0; }
+  bool sinAsentar() const { return pendiente() && !deOtroAno; }
 };
 
 struct ApunteBanco {
@@ -46,9 +51,16 @@ QList<QPair<QString, QString>> cuentasDeBanco(Database& empresa);
 void ponSubcuentaDeBanco(DBEngine& motor, Database& empresa, const QString& ccc,
                          const QString& subcuenta);
 
+// The days that the statements of an account cover, and their last balance.
+struct PeriodoBanco {
+  QDate desde, hasta;
+  qint64 saldo = 0;
+};
+
 // The bank's side and the books', both by date.
 struct Conciliacion {
   QString ccc, subcuenta;
+  std::optional<PeriodoBanco> periodo;  // nothing without a statement
   std::vector<MovimientoGuardado> movimientos;
   std::vector<ApunteBanco> apuntes;
 };
@@ -69,15 +81,16 @@ struct Punteo {
   QString marca;
   QDate fecha;
 };
-// 5 when one of them is no longer as it was read.
-void aceptaParejas(DBEngine& motor, Database& empresa, const Conciliacion& conciliacion,
+// 5 when one of them is no longer as it was read. What was read is brought up to date.
+void aceptaParejas(DBEngine& motor, Database& empresa, Conciliacion& conciliacion,
                    const std::vector<Pareja>& parejas, const Punteo& punteo);
-// Takes the mark off again.
-void deshaceConciliacion(DBEngine& motor, Database& empresa, const MovimientoGuardado& movimiento);
+// Takes the mark of a movement's line off again; `movimiento` is its place.
+void deshaceConciliacion(DBEngine& motor, Database& empresa, Conciliacion& conciliacion,
+                         int movimiento);
 
 // An asiento of two lines for each movement, at its day, and the movement accepted with its line. 5
-// for a subcuenta that isn't in the plan, a movement that is no longer pending or one of another
-// year than the company's.
+// for a subcuenta that isn't in the plan or is the bank's own, a movement that is no longer pending
+// or one of another year than the company's.
 struct Contrapartida {
   int movimiento = 0;  // its place
   QString subcuenta;
@@ -87,20 +100,31 @@ void asientaMovimientos(DBEngine& motor, Database& empresa, const Conciliacion& 
 
 // What is remembered of concepts: all the words of a rule stand in them. The rule with most letters
 // wins.
-QString subcuentaPorRegla(Database& empresa, const QString& concepto);
-void recuerdaRegla(DBEngine& motor, Database& empresa, const QString& palabras,
-                   const QString& subcuenta);
+struct ReglaBanco {
+  QString palabras, subcuenta;
+};
+class ReglasBanco {
+ public:
+  ReglasBanco() = default;
+  explicit ReglasBanco(Database& empresa);
+  std::optional<ReglaBanco> para(const QString& concepto) const;
+
+ private:
+  std::vector<ReglaBanco> reglas_;  // the longest first
+};
+// 5 for a rule without words or a subcuenta that isn't in the plan.
+void recuerdaRegla(DBEngine& motor, Database& empresa, const ReglaBanco& regla);
+void olvidaRegla(DBEngine& motor, Database& empresa, const QString& palabras);
+constexpr int kLargoDeRegla = 60;
 // The first words of a concept that aren't its numbers: what a rule may well be made of.
 QString palabrasDeConcepto(const QString& concepto);
 
 // The balance at the bank's last day beside that of the books.
 struct CuadreBanco {
-  QDate desde;  // the first statement's first day
-  QDate hasta;
   qint64 banco = 0, libros = 0;
-  qint64 soloBanco = 0;   // movements without a line
-  qint64 soloLibros = 0;  // lines up to that day without a movement, since the first one
+  qint64 soloBanco = 0;   // movements of the year without a line
+  qint64 soloLibros = 0;  // lines of those days without a movement
   qint64 diferencia() const { return banco - libros; }
 };
 // Nothing for an account without a statement.
-std::optional<CuadreBanco> cuadreDe(Database& empresa, const Conciliacion& conciliacion);
+std::optional<CuadreBanco> cuadreDe(const Conciliacion& conciliacion);

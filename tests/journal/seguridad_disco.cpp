@@ -11,6 +11,7 @@
 #include "journal/apunte.h"
 #include "journal/integridad.h"
 #include "journal/masivos.h"
+#include "oficial/conciliacion.h"
 #include "soporte/disco.h"
 #include "soporte/estadolibros.h"
 #include "soporte/libros.h"
@@ -103,6 +104,34 @@ void reindexaTienda(const Tajo& t) {
   t.motor.DeleteDatabase(nuevo);
 }
 
+// A statement is read, its lines accepted, and what isn't in the books posted.
+void concilia(const Tajo& t) {
+  const auto empresa = t.abre("Tienda");
+  LecturaNorma43 leido;
+  CuentaBanco& cuenta = leido.cuentas.emplace_back();
+  cuenta.ccc = "99910025110000123456";
+  cuenta.desde = QDate(2024, 1, 1);
+  cuenta.hasta = QDate(2024, 12, 31);
+  for (int mes = 1; mes <= 12; ++mes) {
+    MovimientoBanco m;
+    m.operacion = m.valor = QDate(2024, mes, mes);
+    m.centimos = mes % 3 ? 10 : 7;
+    cuenta.movimientos.push_back(m);
+  }
+  importaNorma43(t.motor, *empresa, leido);
+  t.guardado();
+  ponSubcuentaDeBanco(t.motor, *empresa, cuenta.ccc, "57200001");
+  t.guardado();
+  Conciliacion c = leeConciliacion(*empresa, cuenta.ccc);
+  const std::vector<Pareja> parejas = empareja(c);
+  EXPECT_GT(parejas.size(), 1u);
+  aceptaParejas(t.motor, *empresa, c, parejas, {"X", QDate(2024, 12, 31)});
+  t.guardado();
+  asientaMovimientos(t.motor, *empresa, c, {{2, "43000001"}, {5, "43000001"}},
+                     {"X", QDate(2024, 12, 31)});
+  t.guardado();
+}
+
 constexpr Trabajo kTrabajos[] = {
     {"Asienta", [](const Tajo& t) { asienta(*t.abre("Tienda"), 4, [&] { t.guarda(); }); }},
     {"Renumera", [](const Tajo& t) { renumeraDiario(*t.abre("Tienda"), 1, t.cada(40)); }},
@@ -110,6 +139,7 @@ constexpr Trabajo kTrabajos[] = {
      [](const Tajo& t) { unificaFechas(*t.abre("Tienda"), 2025, QDate(2025, 1, 1), t.cada(40)); }},
     {"Cambia", [](const Tajo& t) { cambia(t, false); }},
     {"Elimina", [](const Tajo& t) { cambia(t, true); }},
+    {"Concilia", concilia, true},
     {"Copia", [](const Tajo& t) { t.motor.CopyDatabase(t.ruta("Tienda"), t.ruta("Copia")); }, true},
     {"CopiaEncima", [](const Tajo& t) { t.motor.CopyDatabase(t.ruta("Tienda"), t.ruta("Otra")); },
      true},
@@ -141,6 +171,7 @@ class SeguridadDisco : public testing::TestWithParam<Trabajo> {
     static const QString ruta = [] {
       Libros libros;
       libros.creaEmpresa(Libros::datosPorDefecto("Otra", 3, 8));
+      altaSubcuentasTrimestre(*libros.abre());
       asienta(*libros.abre(), kLineas, [] {});
       libros.motor.flush();
       copia(rutaSistema(libros.dirDatos()), carpeta.path());

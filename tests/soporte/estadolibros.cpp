@@ -10,6 +10,9 @@ constexpr const char* kContenido =
     "SELECT * FROM Diario ORDER BY NLinea; SELECT * FROM RSIVA ORDER BY Codigo; "
     "SELECT Asiento, NLinDiario, NLinIVAS, NLinIVAR FROM Empresa";
 
+// The bank's movements with their lines; a complaint, and always the same, where none was read yet.
+constexpr const char* kBanco = "SELECT Numero, Apunte FROM MovimientosBanco ORDER BY Numero";
+
 // The sums that a company keeps against a recount of its lines, both ways.
 constexpr const char* kSumas =
     "CREATE TEMP TABLE cuenta AS SELECT count(*) AS n, "
@@ -67,7 +70,7 @@ QStringList empresas(const QString& carpeta) {
 QString contenidoDeLibros(const QString& carpeta) {
   QStringList todo;
   for (const QString& ruta : empresas(carpeta))
-    todo << ruta.mid(carpeta.size()) << pregunta(ruta, kContenido);
+    todo << ruta.mid(carpeta.size()) << pregunta(ruta, kContenido) << pregunta(ruta, kBanco);
   return todo.join(u'\n');
 }
 
