@@ -1,19 +1,14 @@
 #include "oficial/revision.h"
 
-#include <xlsxwriter.h>
 #include <algorithm>
 #include <map>
 #include <optional>
-#include <QFile>
 #include <QHash>
 #include <QRegularExpression>
 #include <QSet>
-#include <QTemporaryDir>
 #include <vector>
 
-#include "common/errorejecucion.h"
 #include "common/formato.h"
-#include "common/rutas.h"
 #include "engine/dbengine.h"
 #include "engine/rowreader.h"
 #include "engine/store.h"
@@ -34,6 +29,7 @@ struct FilaRevisada {
 
 struct Plan {
   QString nombre, nif, pais;
+  QString textos;  // where an account of the bank may be written, apart from each other
 };
 
 // A line with something wrong with itself.
@@ -55,7 +51,9 @@ struct Libros {
   QHash<QString, QHash<QString, qint64>> porFactura;  // by register code and subcuenta
   std::vector<LineaRara> fueraDeAno;
 
-  QString importe(qint64 centimos) const { return Format(double(centimos) / 100, mascara); }
+  QString importe(qint64 centimos) const {
+    return Format(double(centimos) / 100, mascara).trimmed();
+  }
   QString conNombre(const QString& subcuenta) const {
     const auto fila = plan.find(subcuenta);
     return fila == plan.end() ? subcuenta : subcuenta + u' ' + fila->second.nombre;
@@ -63,10 +61,11 @@ struct Libros {
 };
 
 void leePlan(Libros& l) {
-  for (RowReader r(l.empresa,
-                   QStringLiteral("Select Subcuenta, Descripcion, Nif, Pais from Subcuentas"));
+  for (RowReader r(l.empresa, QStringLiteral("Select Subcuenta, Descripcion, Nif, Pais, Direccion, "
+                                             "Gerente from Subcuentas"));
        r.next();)
-    l.plan[r.text(0)] = {r.text(1), r.text(2), r.text(3)};
+    l.plan[r.text(0)] = {r.text(1), r.text(2), r.text(3),
+                         QStringList{r.text(1), r.text(4), r.text(5)}.join(u'|')};
 }
 
 void leeRegistro(Libros& l) {
@@ -109,10 +108,21 @@ void leeDiario(Libros& l) {
 using Hallazgos = QList<Hallazgo>;
 
 Hallazgo enSubcuenta(const QString& subcuenta, const QString& texto) {
-  return {{}, texto, 0, false, subcuenta};
+  return {{}, texto, Sitio::Subcuenta, subcuenta, 0};
 }
-Hallazgo enAsiento(int asiento, const QString& texto, bool factura = false) {
-  return {{}, texto, asiento, factura, {}};
+Hallazgo enExtracto(const QString& subcuenta, const QString& texto) {
+  return {{}, texto, Sitio::Extracto, subcuenta, 0};
+}
+Hallazgo enDeclarante(const QString& texto) {
+  return {{}, texto, Sitio::Declarante, {}, 0};
+}
+Hallazgo enAsiento(int asiento, const QString& texto) {
+  return {{}, texto, Sitio::Asiento, {}, asiento};
+}
+// A row of the registers that no asiento bears stands by its code.
+Hallazgo enFactura(const FilaRevisada& fila, const QString& texto) {
+  return {
+      {}, texto, fila.asiento != 0 ? Sitio::Factura : Sitio::Registro, fila.codigo, fila.asiento};
 }
 
 Hallazgos nifs(const Libros& l) {
@@ -131,15 +141,39 @@ Hallazgos nifs(const Libros& l) {
   }
   const QString declarante = Declarante(l.empresa)["Nif"];
   if (compruebaNif(declarante) == Comprobacion::Malo)
-    lista += enSubcuenta(
-        {}, QStringLiteral("El NIF del declarante, %1, no es correcto").arg(declarante));
+    lista +=
+        enDeclarante(QStringLiteral("El NIF del declarante, %1, no es correcto").arg(declarante));
   return lista;
 }
 
+// The accounts that are written into a name or an address: an IBAN, or twenty figures.
+QStringList cuentasEscritas(const QString& texto) {
+  static const QRegularExpression cuenta(
+      QStringLiteral("(?<![A-Z])ES ?\\d(?:[ ./-]?\\d){15,27}|"
+                     "(?<!\\d)\\d(?:[ ./-]?\\d){19}(?![ ./-]?\\d)"),
+      QRegularExpression::CaseInsensitiveOption);
+  QStringList cuentas;
+  for (auto it = cuenta.globalMatch(texto); it.hasNext();) cuentas += it.next().captured();
+  return cuentas;
+}
+
+bool esCuentaMala(const QString& cuenta) {
+  const bool conPais = cuenta.front().isLetter();
+  return (conPais ? compruebaIBAN(cuenta) : compruebaCCC(cuenta)) == Comprobacion::Malo;
+}
+
 Hallazgos ibans(const Libros& l) {
+  Hallazgos lista;
+  for (const auto& [codigo, fila] : l.plan)
+    for (const QString& cuenta : cuentasEscritas(fila.textos))
+      if (esCuentaMala(cuenta))
+        lista += enSubcuenta(
+            codigo,
+            QStringLiteral("%1: la cuenta %2 no es correcta").arg(l.conNombre(codigo), cuenta));
   const QString iban = Declarante(l.empresa)["Iban"];
-  if (compruebaIBAN(iban) != Comprobacion::Malo) return {};
-  return {enSubcuenta({}, QStringLiteral("El IBAN del declarante, %1, no es correcto").arg(iban))};
+  if (compruebaIBAN(iban) == Comprobacion::Malo)
+    lista += enDeclarante(QStringLiteral("El IBAN del declarante, %1, no es correcto").arg(iban));
+  return lista;
 }
 
 Hallazgos repetidas(const Libros& l) {
@@ -152,11 +186,9 @@ Hallazgos repetidas(const Libros& l) {
     QSet<int> asientos;  // an invoice of several rates is several rows of one asiento
     for (const FilaRevisada* f : filas) {
       if (!asientos.isEmpty() && !asientos.contains(f->asiento))
-        lista += enAsiento(f->asiento,
-                           QStringLiteral("La factura %1 de %2 está también en el asiento %3")
-                               .arg(f->factura, l.conNombre(f->tercero))
-                               .arg(filas.front()->asiento),
-                           true);
+        lista += enFactura(*f, QStringLiteral("La factura %1 de %2 está también en el asiento %3")
+                                   .arg(f->factura, l.conNombre(f->tercero))
+                                   .arg(filas.front()->asiento));
       asientos.insert(f->asiento);
     }
   }
@@ -165,11 +197,16 @@ Hallazgos repetidas(const Libros& l) {
 
 Hallazgos huecos(const Libros& l) {
   QStringList facturas;
+  QHash<QString, const FilaRevisada*> filas;
   for (const FilaRevisada& f : l.registro)
-    if (f.codigo.startsWith(u'R') && f.tercero != f.cuentas[0]) facturas += f.factura;
+    if (f.codigo.startsWith(u'R') && f.tercero != f.cuentas[0]) {
+      facturas += f.factura;
+      filas.insert(f.factura, &f);
+    }
   Hallazgos lista;
-  for (const QString& hueco : huecosDeSerie(facturas, l.ano))
-    lista += enSubcuenta({}, QStringLiteral("Falta la factura ") + hueco);
+  for (const auto& [antes, falta] : huecosDeSerie(facturas, l.ano))
+    lista += enFactura(*filas.value(antes),
+                       QStringLiteral("Falta la factura %1, tras la %2").arg(falta, antes));
   return lista;
 }
 
@@ -181,11 +218,9 @@ Hallazgos registroYDiario(const Libros& l) {
     for (const QString& cuenta : QSet<QString>(f.cuentas.begin(), f.cuentas.end()))
       suma += lineas.value(cuenta);
     if (suma != f.cuota)
-      lista += enAsiento(
-          f.asiento,
-          QStringLiteral("Registro %1, factura %2: la cuota es %3 y sus partidas suman %4")
-              .arg(f.codigo, f.factura, l.importe(f.cuota), l.importe(suma)),
-          true);
+      lista += enFactura(
+          f, QStringLiteral("Registro %1, factura %2: la cuota es %3 y sus partidas suman %4")
+                 .arg(f.codigo, f.factura, l.importe(f.cuota), l.importe(suma)));
   }
   return lista;
 }
@@ -210,7 +245,7 @@ Hallazgos signos(const Libros& l) {
     const QChar lado = ladoDe(subcuenta);
     const bool alReves = (lado == u'D' && saldo < 0) || (lado == u'H' && saldo > 0);
     if (alReves)
-      lista += enSubcuenta(
+      lista += enExtracto(
           subcuenta, QStringLiteral("%1: saldo %2 de %3")
                          .arg(l.conNombre(subcuenta),
                               saldo < 0 ? QStringLiteral("acreedor") : QStringLiteral("deudor"),
@@ -223,13 +258,17 @@ Hallazgos sinNombre(const Libros& l) {
   Hallazgos lista;
   for (const auto& [subcuenta, saldo] : l.saldos) {
     const auto fila = l.plan.find(subcuenta);
-    if (fila != l.plan.end() && !fila->second.nombre.trimmed().isEmpty()) continue;
-    lista +=
-        enAsiento(l.primeros.value(subcuenta),
-                  (fila == l.plan.end()
-                       ? QStringLiteral("Hay partidas de la subcuenta «%1», que no existe")
-                       : QStringLiteral("Hay partidas de la subcuenta «%1», que no tiene nombre"))
-                      .arg(subcuenta));
+    if (subcuenta.isEmpty())
+      lista += enAsiento(l.primeros.value(subcuenta), QStringLiteral("Una partida no tiene "
+                                                                     "subcuenta"));
+    else if (fila == l.plan.end())
+      lista += enExtracto(
+          subcuenta,
+          QStringLiteral("Hay partidas de la subcuenta «%1», que no existe").arg(subcuenta));
+    else if (fila->second.nombre.trimmed().isEmpty())
+      lista += enSubcuenta(
+          subcuenta,
+          QStringLiteral("Hay partidas de la subcuenta «%1», que no tiene nombre").arg(subcuenta));
   }
   return lista;
 }
@@ -266,9 +305,9 @@ Hallazgos sinLinea(const Libros& l) {
   }
   Hallazgos lista;
   for (const auto& [subcuenta, saldo] : sueltas)
-    lista += enSubcuenta(subcuenta,
-                         QStringLiteral("%1: no está en ninguna línea del balance ni de resultados")
-                             .arg(l.conNombre(subcuenta)));
+    lista += enExtracto(subcuenta,
+                        QStringLiteral("%1: no está en ninguna línea del balance ni de resultados")
+                            .arg(l.conNombre(subcuenta)));
   return lista;
 }
 
@@ -338,59 +377,28 @@ QList<Hallazgo> revisa(Database& empresa, int ano, const QString& mascara) {
   return lista;
 }
 
-QStringList huecosDeSerie(const QStringList& facturas, int ano) {
-  std::map<std::pair<QString, QString>, std::map<qint64, int>> series;
+QList<HuecoDeSerie> huecosDeSerie(const QStringList& facturas, int ano) {
+  struct Una {
+    int cifras;
+    QString factura;
+  };
+  std::map<std::pair<QString, QString>, std::map<qint64, Una>> series;
   for (const QString& factura : facturas)
     if (const auto n = numeroDe(factura.trimmed().toUpper(), ano))
-      series[{n->antes, n->despues}][n->numero] = n->cifras;
-  QStringList huecos;
+      series[{n->antes, n->despues}][n->numero] = {n->cifras, factura};
+  QList<HuecoDeSerie> huecos;
   for (const auto& [serie, numeros] : series) {
     const auto texto = [&](qint64 numero, int cifras) {
       return serie.first + QString::number(numero).rightJustified(cifras, u'0') + serie.second;
     };
     for (auto it = numeros.begin(); std::next(it) != numeros.end(); ++it) {
       const qint64 desde = it->first + 1, hasta = std::next(it)->first - 1;
+      const auto& [cifras, factura] = it->second;
       if (desde > hasta) continue;
-      huecos += desde == hasta
-                    ? texto(desde, it->second)
-                    : texto(desde, it->second) + QStringLiteral(" a ") + texto(hasta, it->second);
+      huecos.append({factura, desde == hasta ? texto(desde, cifras)
+                                             : texto(desde, cifras) + QStringLiteral(" a ") +
+                                                   texto(hasta, cifras)});
     }
   }
   return huecos;
-}
-
-void escribeRevision(const QString& ruta, const QList<Hallazgo>& hallazgos, const QString& titulo) {
-  const QTemporaryDir carpeta;
-  const QString borrador = carpeta.filePath(QStringLiteral("revision.xlsx"));
-  lxw_workbook* const libro = workbook_new(QFile::encodeName(borrador).constData());
-  lxw_worksheet* const hoja = workbook_add_worksheet(libro, "Revisión");
-  lxw_format* const negrita = workbook_add_format(libro);
-  format_set_bold(negrita);
-  const struct {
-    const char* titulo;
-    double ancho;
-  } columnas[] = {
-      {"Control", 26}, {"Asiento", 10}, {"Subcuenta", 12}, {"Qué se ha encontrado", 90}};
-  const auto escribe = [&](lxw_row_t fila, lxw_col_t columna, const QString& texto,
-                           lxw_format* formato) {
-    worksheet_write_string(hoja, fila, columna, texto.toUtf8().constData(), formato);
-  };
-  escribe(0, 0, titulo, negrita);
-  lxw_col_t columna = 0;
-  for (const auto& una : columnas) {
-    worksheet_set_column(hoja, columna, columna, una.ancho, nullptr);
-    escribe(1, columna++, QString::fromUtf8(una.titulo), negrita);
-  }
-  worksheet_freeze_panes(hoja, 2, 0);
-  lxw_row_t fila = 2;
-  for (const Hallazgo& h : hallazgos) {
-    escribe(fila, 0, h.control, nullptr);
-    if (h.asiento != 0) worksheet_write_number(hoja, fila, 1, h.asiento, nullptr);
-    escribe(fila, 2, h.subcuenta, nullptr);
-    escribe(fila++, 3, h.texto, nullptr);
-  }
-  QFile hecho(borrador);
-  if (workbook_close(libro) != LXW_NO_ERROR || !hecho.open(QIODevice::ReadOnly))
-    throw ErrorEjecucion(err::kErrorDeRuta, rutaPrograma(ruta));
-  escribeFichero(ruta, hecho.readAll());
 }
