@@ -7,7 +7,7 @@
 #include "common/rutas.h"
 #include "engine/dbengine.h"
 #include "engine/filas.h"
-#include "reports/informe.h"
+#include "reports/exporta.h"
 #include "reports/widgets/vistaprevia.h"
 #include "toolkit/contexto.h"
 
@@ -66,17 +66,32 @@ QString HojaImpresa::escribe() const {
   return ruta;
 }
 
+Informe HojaImpresa::informe(const QString& plantilla, Informe::Destino destino) const {
+  Informe informe(ctx_.motor, *ctx_.reloj, std::move(destino));
+  informe.ReportFileName =
+      ctx_.sesion.DirDatos + QStringLiteral("Impresos\\") + plantilla + QStringLiteral(".rpt");
+  informe.DataFiles(0) = escribe();
+  return informe;
+}
+
 void HojaImpresa::muestra(const QString& titulo, const QString& plantilla,
                           const QString& limites) const {
   try {
-    Informe informe(ctx_.motor, *ctx_.reloj, destinoDePantalla(ctx_, padre_));
+    Informe informe = this->informe(plantilla, destinoDePantalla(ctx_, padre_));
     informe.WindowTitle = titulo;
-    informe.ReportFileName =
-        ctx_.sesion.DirDatos + QStringLiteral("Impresos\\") + plantilla + QStringLiteral(".rpt");
-    informe.DataFiles(0) = escribe();
     informe.ParameterFields(0) = QStringLiteral("Limites;") + limites + QStringLiteral(";True");
     informe.PrintReport();
   } catch (const ErrorEjecucion& e) {
     avisaDeFallo(ctx_, padre_, e);
   }
+}
+
+void HojaImpresa::guardaXlsx(const QString& ruta, const QString& plantilla) const {
+  Informe::Destino fichero;
+  fichero.impresoras = [] { return QStringList(QStringLiteral("XLSX")); };
+  fichero.muestra = [&ruta](std::shared_ptr<reports::Documento> documento, const QString&) {
+    const auto tarea = reports::exportaXlsx(std::move(documento), ruta);
+    while (tarea->paso()) continue;
+  };
+  informe(plantilla, fichero).PrintReport();
 }

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "common/variant.h"
+#include "reports/informe.h"
 
 struct Contexto;
 class QWidget;
@@ -24,9 +25,12 @@ class HojaImpresa {
   // Shows the book; `plantilla` is the bare name of its template. What fails is told as for any
   // book.
   void muestra(const QString& titulo, const QString& plantilla, const QString& limites) const;
+  // The same rows as a workbook, without showing them: whole, or 75. `ruta` is a system path.
+  void guardaXlsx(const QString& ruta, const QString& plantilla) const;
 
  private:
   QString escribe() const;
+  Informe informe(const QString& plantilla, Informe::Destino destino) const;
 
   Contexto& ctx_;
   QWidget* padre_;
