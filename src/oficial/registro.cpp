@@ -8,7 +8,9 @@
 #include "oficial/frmlibrosregistro.h"
 #include "oficial/frmmodelo303.h"
 #include "oficial/frmmodelo347.h"
+#include "oficial/frmnorma43.h"
 #include "oficial/frmplan2007.h"
+#include "oficial/frmrevision.h"
 #include "oficial/frmtiposporfechas.h"
 #include "toolkit/registro.h"
 
@@ -23,4 +25,6 @@ void registraOficial(Registro& registro) {
   registro.registra<FrmInmuebles347>();
   registro.registra<FrmLibrosRegistro>();
   registro.registra<FrmConversion2007>();
+  registro.registra<FrmNorma43>();
+  registro.registra<FrmRevision>();
 }

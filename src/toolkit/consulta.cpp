@@ -32,6 +32,8 @@ constexpr DestinoConsulta kSubcuentas[] = {
     {accion::kIntracomunitarioSoportado, "FrmIVAIntercomunitario", "TxtIVASoportado"},
     {accion::kIntracomunitarioRERepercutido, "FrmIVAIntercomunitario", "TxtRERepercutido"},
     {accion::kIntracomunitarioRESoportado, "FrmIVAIntercomunitario", "TxtRESoportado"},
+    {accion::kBanco, "FrmNorma43", "TxtSubcuenta"},
+    {accion::kBancoContrapartida, "FrmNorma43", "TxtContrapartida"},
 };
 
 constexpr DestinoConsulta kTiposIVA[] = {

@@ -51,6 +51,8 @@ inline constexpr int kIntracomunitarioRepercutido = 81;
 inline constexpr int kIntracomunitarioSoportado = 82;
 inline constexpr int kIntracomunitarioRERepercutido = 83;
 inline constexpr int kIntracomunitarioRESoportado = 84;
+inline constexpr int kBanco = 91;
+inline constexpr int kBancoContrapartida = 92;
 // Of FrmTiposIVA.
 inline constexpr int kTipoDeIVA = 21;
 inline constexpr int kTipoDeIntracomunitario = 22;

@@ -40,6 +40,8 @@ class Cuaderno {
       if (xml.name() == u"c") {
         nombre = xml.attributes().value("r").toString();
         texto = xml.attributes().value("t") == u"s";
+      } else if (xml.name() == u"t") {
+        lista.insert(nombre, '\'' + xml.readElementText() + '\'');
       } else if (xml.name() == u"v") {
         const QString valor = xml.readElementText();
         lista.insert(nombre, texto ? '\'' + textos_.value(valor.toInt()) + '\'' : valor);
