@@ -5,20 +5,10 @@
 #include <signal.h>
 #include <sys/resource.h>
 
-#include <QApplication>
-#include <QMenu>
-
-#include <map>
-#include <optional>
-
-#include "common/formato.h"
-#include "common/rutas.h"
 #include "engine/libroendisco.h"
 #include "soporte/escenario.h"
 #include "soporte/libros.h"
-#include "soporte/tecleo.h"
 #include "start/menu/tablamenu.h"
-#include "toolkit/rejilla.h"
 
 using Filas = std::vector<QStringList>;
 
@@ -62,8 +52,9 @@ struct Linea {
 // A company in the main window: its menu and its dialogs by keys.
 class PorElMenu : public testing::Test, protected Escenario {
  protected:
-  explicit PorElMenu(Hasta hasta, const DatosEmpresa& datos = empresaDePrueba())
-      : Escenario(hasta, datos) {}
+  explicit PorElMenu(Hasta hasta, const DatosEmpresa& datos = empresaDePrueba(),
+                     const QString& carpeta = {})
+      : Escenario(hasta, datos, carpeta) {}
 
   // An entry of the menu bar: Alt and the letter of its menu, down to it, Enter.
   void entrada(const char* nombre) {
@@ -120,6 +111,8 @@ class DiarioDelTrimestre : public PorElMenu {
     libro = lee();
     t = std::make_unique<Teclado>(abre("FrmMenu"));
   }
+  // Without books yet, in a folder that is empty.
+  explicit DiarioDelTrimestre(const QString& carpeta) : PorElMenu(Carpetas, {}, carpeta) {}
 
   static DatosEmpresa empresa(const QString& nombre) {
     DatosEmpresa datos = empresaDePrueba();

@@ -2,12 +2,8 @@
 // them, reckoned from lines and balances that the test keeps for itself.
 #pragma once
 
-#include <map>
-#include <vector>
-
 #include "escenarios/herramientas.h"
 #include "soporte/libroimpreso.h"
-#include "soporte/textos.h"
 
 // An amount as the books print it.
 inline QString impreso(double importe) {
@@ -31,6 +27,7 @@ Saldos saldosDe(const std::vector<Linea>& lineas);
 class LibrosImpresos : public DiarioDelTrimestre {
  protected:
   LibrosImpresos() { ponPlantillas(ctx); }
+  explicit LibrosImpresos(const QString& carpeta) : DiarioDelTrimestre(carpeta) {}
 
   void dialogo(const char* entrada, const QString& titulo,
                const std::function<void(Teclado&)>& paso);

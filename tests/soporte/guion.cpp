@@ -1,13 +1,6 @@
 #include "soporte/guion.h"
 
-#include <gtest/gtest.h>
-
-#include <QApplication>
-#include <QDialog>
-#include <QPointer>
-
-#include "engine/dbengine.h"
-#include "soporte/teclado.h"
+#include "soporte/escenario.h"
 
 QString Guion::nombre(Clase clase, const QString& texto) {
   static const char* const nombres[] = {"mensaje", "pregunta", "entrada",
@@ -139,6 +132,7 @@ void Guion::ensenaModal(QDialog& dialogo) {
     activar(dialogo);
     Teclado teclado(dialogo);
     paso->conducir(teclado);
+    if (vivo) mirar(*vivo);
   }
   if (vivo && vivo->isVisible()) {
     ADD_FAILURE_AT(paso->sitio.file_name(), int(paso->sitio.line()))

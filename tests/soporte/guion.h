@@ -45,6 +45,10 @@ class Guion : public Cajas {
   bool agotado() const;
   // The name that was proposed for the file last written.
   QString propuesto;
+  // Is shown each dialog as its step has left it.
+  std::function<void(QWidget&)> mirar = [](QWidget&) {};
+  QString libros;  // the folder where the books that are read are left too, numbered
+  int leidos = 0;
 
  protected:
   void ensenaMensaje(QWidget* padre, const QString& texto, const QString& titulo,

@@ -1,17 +1,8 @@
 #include "soporte/libroimpreso.h"
 
-#include <gtest/gtest.h>
-
-#include <QApplication>
-#include <QProcess>
-#include <QTemporaryDir>
-
-#include "common/rutas.h"
 #include "reports/widgets/vistaprevia.h"
-#include "soporte/guion.h"
-#include "soporte/teclado.h"
+#include "soporte/escenario.h"
 #include "start/programas.h"
-#include "toolkit/contexto.h"
 
 QStringList LibroImpreso::lineas() const {
   QStringList todas;
@@ -72,5 +63,8 @@ LibroImpreso leeVista(Guion& guion) {
   const QTemporaryDir carpeta;
   const QString titulo = vistaAbierta() ? vistaAbierta()->windowTitle() : QString();
   guardaVista(guion, carpeta.filePath("libro.pdf"));
+  if (!guion.libros.isEmpty())
+    QFile::copy(carpeta.filePath("libro.pdf"),
+                QString("%1/%2 %3").arg(guion.libros).arg(++guion.leidos).arg(guion.propuesto));
   return {titulo, paginasDePdf(carpeta.filePath("libro.pdf"))};
 }
