@@ -1,7 +1,5 @@
 #include "accounts/crearplan.h"
 
-#include <gtest/gtest.h>
-
 #include "accounts/plangeneral.h"
 #include "soporte/libros.h"
 

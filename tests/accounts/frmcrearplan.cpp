@@ -1,9 +1,6 @@
 // Filling a plan by its dialog: the standing plan, another company's, and a company being created.
-#include <gtest/gtest.h>
 
 #include "accounts/plan.h"
-#include "company/registro.h"
-#include "engine/dbengine.h"
 
 namespace {
 

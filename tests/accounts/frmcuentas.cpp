@@ -1,8 +1,6 @@
 // Creating and changing cuentas, with their levels, and the lists they are deleted from.
-#include <gtest/gtest.h>
 
 #include "accounts/plan.h"
-#include "toolkit/rejilla.h"
 
 namespace {
 

@@ -1,8 +1,6 @@
 // Creating and changing subcuentas by the keyboard.
-#include <gtest/gtest.h>
 
 #include "accounts/plan.h"
-#include "toolkit/rejilla.h"
 
 namespace {
 

@@ -1,12 +1,6 @@
 // The plan browser over the main window: searching, moving, delivering the code, and its buttons.
-#include <gtest/gtest.h>
-
-#include <QLineEdit>
 
 #include "accounts/plan.h"
-#include "journal/registro.h"
-#include "soporte/tecleo.h"
-#include "toolkit/rejilla.h"
 
 namespace {
 

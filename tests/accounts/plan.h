@@ -2,7 +2,6 @@
 // otherwise has no cuenta.
 #pragma once
 
-#include "accounts/registro.h"
 #include "soporte/escenario.h"
 
 class EscenarioPlan : public Escenario {

@@ -1,12 +1,6 @@
 // The plan of 2007 as it is sown.
 #include "accounts/plan2007.h"
 
-#include <gtest/gtest.h>
-
-#include <QHash>
-#include <QSet>
-
-#include "company/datosempresa.h"
 #include "soporte/libros.h"
 
 namespace {
@@ -82,13 +76,9 @@ TEST_F(Sembrado, UnaEmpresaVaciaPasaASerDe2007) {
 TEST_F(Sembrado, LoQueEstaSeQuedaSiNoSePideOtraCosa) {
   const auto cuentas = empresa->OpenRecordset("Cuentas");
   for (const auto& [codigo, nombre] :
-       {std::pair("210", "Gastos de I+D"), {"270", "Gastos de formalización"}}) {
-    cuentas->AddNew();
-    cuentas->Fields("Cuenta") = codigo;
-    cuentas->Fields("Descripcion") = nombre;
-    cuentas->Fields("SubGrupoN") = QString(codigo).left(2);
-    cuentas->Update();
-  }
+       {std::pair("210", "Gastos de I+D"), {"270", "Gastos de formalización"}})
+    anade(*cuentas,
+          {{"Cuenta", codigo}, {"Descripcion", nombre}, {"SubGrupoN", QString(codigo).left(2)}});
   estrenaPlan2007(*empresa, Modelo2007::Normal, 3, {2024, 1, 2});
   EXPECT_EQ(cuenta("210"), "Gastos de I+D");
   EXPECT_FALSE(plan2007De(*empresa).sigue);

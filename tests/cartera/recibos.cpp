@@ -1,12 +1,7 @@
 // How a recibo, which has no key, is found among the others.
 #include "cartera/recibos.h"
 
-#include <gtest/gtest.h>
-
-#include "engine/datacontrol.h"
-#include "soporte/errores.h"
 #include "soporte/libros.h"
-#include "soporte/textos.h"
 
 namespace {
 

@@ -1,11 +1,5 @@
 // Each screen has its controls under their fixed names: other forms and the look-ups reach them so.
-#include <gtest/gtest.h>
 
-#include <QDirIterator>
-#include <QFile>
-#include <QRegularExpression>
-
-#include "engine/dbengine.h"
 #include "soporte/escenario.h"
 #include "soporte/gestion.h"
 #include "start/creaini.h"

@@ -1,11 +1,6 @@
 // The house's own rules, checked on its source: who includes whom, what core may not see, how long
 // a file may be, and what must not be written.
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <QDirIterator>
-#include <QFile>
-#include <QRegularExpression>
+#include "soporte/prueba.h"
 
 namespace {
 

@@ -1,11 +1,9 @@
 // Amounts and dates as they are shown, and what is made of those that are typed.
-#include "common/formato.h"
 
 #include <cmath>
 
 #include "common/funciones.h"
-#include "soporte/errores.h"
-#include "soporte/textos.h"
+#include "soporte/prueba.h"
 
 namespace {
 

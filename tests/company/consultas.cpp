@@ -1,5 +1,4 @@
 // What the stored queries of invoices, receipts and stock show, row by row.
-#include <gtest/gtest.h>
 
 #include "soporte/libros.h"
 

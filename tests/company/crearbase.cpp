@@ -1,15 +1,7 @@
 #include "company/crearbase.h"
 
-#include <gtest/gtest.h>
-
-#include <QDir>
-#include <QFile>
-#include <QProcess>
-
-#include "common/rutas.h"
 #include "company/alta.h"
 #include "company/sesionempresa.h"
-#include "soporte/errores.h"
 #include "soporte/libros.h"
 #include "soporte/otropuesto.h"
 #include "start/creaini.h"
@@ -236,13 +228,7 @@ TEST(CrearBase, UnFicheroAntiguoTomaLosIndicesDeUnoNuevo) {
   Libros libros;
   const QString ruta = libros.dirDatos() + "Vieja.MDB", sistema = rutaSistema(ruta);
   CrearBase(libros.motor, ruta, 3, 8, 0);
-  const auto pregunta = [&](const QString& sql) {
-    QProcess herramienta;
-    herramienta.start("sqlite3", {sistema, sql});
-    herramienta.waitForFinished();
-    return QString::fromUtf8(herramienta.readAllStandardOutput() +
-                             herramienta.readAllStandardError());
-  };
+  const auto pregunta = [&](const QString& sql) { return preguntaFuera(sistema, sql); };
   const QString cuales =
       "SELECT sql FROM sqlite_schema WHERE type = 'index' AND sql NOT NULL ORDER BY sql";
   const QString nuevos = pregunta(cuales);

@@ -1,11 +1,6 @@
 // Creating a company and changing its settings.
 #include "company/frmempresas.h"
 
-#include <QTabBar>
-#include <QTabWidget>
-#include <QTest>
-
-#include "engine/dbengine.h"
 #include "soporte/escenario.h"
 
 namespace {

@@ -1,5 +1,4 @@
 // Statements and stored queries through recordsets, Data controls and forward readers.
-#include <QSignalSpy>
 
 #include "engine/rowreader.h"
 #include "libroendisco.h"
@@ -27,12 +26,8 @@ TEST_F(Consultas, LosNombresVanComoLosBuscaQuienLeeYLosCodigosComoSuIndice) {
   const QStringList deseado = {"Alba", "alba 2", "Álbum", "ALBUM 3", "cántara", "canto", "Canto",
                                "Nube", "nuez",   "Ñandú", "ñu",      "oca",     "Óscar", "perro"};
   const auto nombres = db->OpenRecordset("Nombres");
-  for (qsizetype i = enOrden.size(); i-- > 0;) {
-    nombres->AddNew();
-    nombres->Fields("Codigo") = QString("%1").arg(i);
-    nombres->Fields("Nombre") = enOrden[i];
-    nombres->Update();
-  }
+  for (qsizetype i = enOrden.size(); i-- > 0;)
+    anade(*nombres, {{"Codigo", QString::number(i)}, {"Nombre", enOrden[i]}});
   const auto leidos = [&](const QString& orden) {
     QStringList lista;
     const auto rs = db->OpenRecordset("Select Codigo, Nombre from Nombres order by " + orden);
@@ -55,12 +50,7 @@ TEST_F(Consultas, SeAnadeYModificaPorUnaConColumnasCalculadas) {
   EXPECT_EQ(control.Fields("Subcuenta").Size(), 9);
   QSignalSpy anadida(&control, &DataControl::rowAdded),
       cambiada(&control, &DataControl::rowChanged);
-  control.AddNew();
-  control.Fields("NLinea") = 1;
-  control.Fields("NAsiento") = 7;
-  control.Fields("DH") = "H";
-  control.Fields("Importe") = "-12,5";
-  control.Update();
+  anade(control.Recordset(), {{"NLinea", 1}, {"NAsiento", 7}, {"DH", "H"}, {"Importe", "-12,5"}});
   control.MoveFirst();
   EXPECT_EQ(control.Fields("Debe").display(), "");
   EXPECT_EQ(control.Fields("Haber").number(), -12.5);

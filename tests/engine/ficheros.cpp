@@ -4,7 +4,6 @@
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
-#include <QScopeGuard>
 
 #include "engine/connection.h"
 #include "engine/sqlite/store.h"

@@ -2,28 +2,18 @@
 // the other programs and stations that share it.
 #pragma once
 
-#include <gtest/gtest.h>
-
-#include <QProcess>
-#include <QTemporaryDir>
-
 #include "engine/datacontrol.h"
 #include "engine/dbengine.h"
-#include "soporte/errores.h"
 #include "soporte/otropuesto.h"
-#include "soporte/textos.h"
+#include "soporte/prueba.h"
 
 inline const QString kLocale = QStringLiteral(";LANGID=0x0409;CP=1252;COUNTRY=0");
 
 // A place for a file, and a tool that reads it.
 struct FicheroEnDisco {
-  // What a plain tool of the file's library prints for a statement: another program altogether.
   QString herramienta(const QString& sql, const QStringList& opciones = {},
                       const QString& otroFichero = {}) const {
-    QProcess p;
-    p.start("sqlite3", opciones + QStringList{otroFichero.isEmpty() ? ruta : otroFichero, sql});
-    p.waitForFinished();
-    return QString::fromUtf8(p.readAllStandardOutput() + p.readAllStandardError()).trimmed();
+    return preguntaFuera(otroFichero.isEmpty() ? ruta : otroFichero, sql, opciones);
   }
 
   QTemporaryDir carpeta;
@@ -41,14 +31,12 @@ class LibroEnDisco : public testing::Test, protected BaseEnDisco {
   // One line through an open recordset; the fields not named stay as the table has them.
   static void anota(Recordset& rs, int linea, int asiento, const QString& subcuenta,
                     const QString& dh, const Variant& importe) {
-    rs.AddNew();
-    rs.Fields("NLinea") = linea;
-    rs.Fields("NAsiento") = asiento;
-    rs.Fields("Fecha") = QDate(2003, 1 + linea % 12, 15);
-    rs.Fields("Subcuenta") = subcuenta;
-    rs.Fields("DH") = dh;
-    rs.Fields("Importe") = importe;
-    rs.Update();
+    anade(rs, {{"NLinea", linea},
+               {"NAsiento", asiento},
+               {"Fecha", QDate(2003, 1 + linea % 12, 15)},
+               {"Subcuenta", subcuenta},
+               {"DH", dh},
+               {"Importe", importe}});
   }
 
  protected:

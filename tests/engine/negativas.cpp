@@ -1,14 +1,12 @@
 // Each call across the engine's border refused in turn: whatever another station or a failing disk
 // does to an action, wherever it strikes, the books hold all of it or nothing, what is open shows
 // what they hold, and the action can be made again.
-#include <gtest/gtest.h>
 
 #include "engine/datacontrol.h"
 #include "engine/dbengine.h"
 #include "engine/filas.h"
-#include "soporte/errores.h"
 #include "soporte/mapas.h"
-#include "soporte/textos.h"
+#include "soporte/prueba.h"
 
 namespace {
 

@@ -1,6 +1,4 @@
 // Several stations on one file: waits, locks, and what each sees of the others.
-#include <QSignalSpy>
-#include <QTest>
 
 #include "engine/wait.h"
 #include "libroendisco.h"

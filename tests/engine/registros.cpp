@@ -99,16 +99,12 @@ TEST_F(Registros, UnaClaveEsLaMismaEnMayusculasYEnMinusculas) {
                    {{"NombreEmpresa", FieldType::Text, 50, {}, true}},
                    {{"NombreEmpresa", true, true, {"NombreEmpresa"}}}});
   const auto rs = db->OpenRecordset("Empresas");
-  const auto anade = [&](const char* nombre) {
-    return numeroDeError([&] {
-      rs->AddNew();
-      rs->Fields(0) = nombre;
-      rs->Update();
-    });
+  const auto alta = [&](const char* nombre) {
+    return numeroDeError([&] { anade(*rs, {{"NombreEmpresa", nombre}}); });
   };
-  EXPECT_EQ(anade("Peña e Hijos"), 0);
-  EXPECT_EQ(anade("PEÑA E HIJOS"), err::kClaveDuplicada);
-  EXPECT_EQ(anade("Pena e Hijos"), 0);
+  EXPECT_EQ(alta("Peña e Hijos"), 0);
+  EXPECT_EQ(alta("PEÑA E HIJOS"), err::kClaveDuplicada);
+  EXPECT_EQ(alta("Pena e Hijos"), 0);
   rs->MoveFirst();
   rs->Edit();
   rs->Fields(0) = "PEÑA e Hijos";

@@ -1,5 +1,4 @@
 // Running sums against a recount of the lines, whatever was done to them and by whom.
-#include <QRandomGenerator>
 
 #include "engine/connection.h"
 #include "engine/sqlite/store.h"

@@ -1,6 +1,5 @@
 // Finding one's way in the quarter's books: locating, ticking off, looking at an asiento, picking a
 // day and reckoning beside the entry line, by keys.
-#include "common/errorejecucion.h"
 #include "escenarios/herramientas.h"
 
 namespace {

@@ -1,7 +1,5 @@
 // The cartera over the quarter's books, by keys: recibos typed, looked for, changed, posted,
 // printed and deleted.
-#include <QComboBox>
-#include <QScrollBar>
 
 #include "escenarios/herramientas.h"
 #include "soporte/libroimpreso.h"

@@ -1,5 +1,4 @@
 // What the year-end's screens refuse, and how a step that fails leaves the books and the screen.
-#include <QPushButton>
 
 #include "escenarios/herramientas.h"
 

@@ -1,12 +1,8 @@
 // What the screens do when a change can't be saved: another station reads on, or the disk
 // refuses it.
 #include <sys/resource.h>
-#include <QScopeGuard>
-#include <QTabWidget>
 
-#include "common/rutas.h"
 #include "journal/menuabierto.h"
-#include "soporte/otropuesto.h"
 
 namespace {
 
@@ -153,12 +149,9 @@ class Guardado : public MenuAbierto {
              }}};
   }
   QString fichero() const {
-    QProcess p;
-    p.start("sqlite3", {ruta(),
-                        "SELECT * FROM Diario; SELECT * FROM Empresa; SELECT * FROM Subcuentas; "
-                        "SELECT * FROM Recibos"});
-    p.waitForFinished();
-    return QString::fromUtf8(p.readAllStandardOutput() + p.readAllStandardError());
+    return preguntaFuera(ruta(),
+                         "SELECT * FROM Diario; SELECT * FROM Empresa; SELECT * FROM Subcuentas; "
+                         "SELECT * FROM Recibos");
   }
 };
 

@@ -1,8 +1,6 @@
 // Correcting the quarter's books: lines changed, deleted, found and ticked off, by keys.
 #include "escenarios/herramientas.h"
 
-#include "common/formato.h"
-
 namespace {
 
 const QString kAlDebe =

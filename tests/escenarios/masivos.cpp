@@ -1,6 +1,5 @@
 // Changing the quarter's books in bulk: duplicating, replacing, squaring, checking dates and
 // renumbering, by keys.
-#include "common/errorejecucion.h"
 #include "escenarios/herramientas.h"
 
 namespace {

@@ -1,12 +1,7 @@
 // The plan of accounts of a shop, from an empty folder to the one its first quarter needs and a
 // copy of it in a second company, by the keyboard alone.
-#include <QApplication>
-#include <QMenu>
 
 #include "soporte/escenario.h"
-#include "soporte/libros.h"
-#include "soporte/tecleo.h"
-#include "toolkit/rejilla.h"
 
 namespace {
 

@@ -1,12 +1,7 @@
 // What an invoice writes, row by row: the register, the lines of the asiento and the counters.
 #include "iva/grabaiva.h"
 
-#include <gtest/gtest.h>
-
-#include "engine/datacontrol.h"
-#include "soporte/errores.h"
 #include "soporte/libros.h"
-#include "soporte/textos.h"
 
 namespace {
 

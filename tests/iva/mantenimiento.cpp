@@ -1,14 +1,8 @@
 // The tools that put registers and journal in step, row by row.
 #include "iva/mantenimientoiva.h"
 
-#include <gtest/gtest.h>
-
-#include "common/errorejecucion.h"
-#include "common/rutas.h"
-#include "soporte/errores.h"
 #include "soporte/libros.h"
 #include "soporte/otropuesto.h"
-#include "soporte/textos.h"
 
 namespace {
 
@@ -19,13 +13,8 @@ const QString kContadores = "Select NLinIVAS, NLinIVAR from Empresa";
 
 class MantenimientoIVA : public testing::Test, protected Libros {
  protected:
-  using Valores = std::vector<std::pair<QString, Variant>>;
-
   void anade(const QString& tabla, const Valores& valores) {
-    const auto rs = base->OpenRecordset(tabla);
-    rs->AddNew();
-    for (const auto& [campo, valor] : valores) rs->Fields(campo) = valor;
-    rs->Update();
+    ::anade(*base->OpenRecordset(tabla), valores);
   }
   void fila(const char* codigo, int asiento, const char* fecha, const char* tercero,
             const char* contrapartida) {

@@ -1,9 +1,5 @@
 #include "journal/apunte.h"
 
-#include <gtest/gtest.h>
-
-#include "common/errorejecucion.h"
-#include "engine/datacontrol.h"
 #include "soporte/libros.h"
 
 namespace {
@@ -40,12 +36,7 @@ TEST(ApunteTest, UnaLineaQueNoEntraNiGastaNumeroNiPisaOtra) {
     apunte.Descripcion = "Cobro";
     apunte.DH = "D";
     apunte.Importe = importe;
-    try {
-      grabaApunte(diario, empresa, apunte);
-      return 0;
-    } catch (const ErrorEjecucion& e) {
-      return e.numero();
-    }
+    return numeroDeError([&] { grabaApunte(diario, empresa, apunte); });
   };
   EXPECT_EQ(graba("57000001", "1.250,50"), 0);
   EXPECT_EQ(graba("57000001", "--5"), err::kConversionDeDatos);

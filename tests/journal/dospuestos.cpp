@@ -1,11 +1,5 @@
 // Two stations that post to one company at the same time.
-#include <gtest/gtest.h>
 
-#include <QCoreApplication>
-#include <QProcess>
-
-#include "common/rutas.h"
-#include "engine/datacontrol.h"
 #include "journal/apunte.h"
 #include "soporte/libros.h"
 

@@ -1,10 +1,6 @@
 // The journal on show: moving in it, and acting on the line it stands on by the mouse.
-#include <QApplication>
-#include <QContextMenuEvent>
-#include <QMenu>
 
 #include "journal/menuabierto.h"
-#include "journal/registro.h"
 
 namespace {
 

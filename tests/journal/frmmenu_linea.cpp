@@ -1,10 +1,6 @@
 // The entry line, by its keys.
 #include "journal/menuabierto.h"
 
-#include <QWheelEvent>
-
-#include "common/formato.h"
-
 namespace {
 
 const QString kFecha = "02/01/2003";

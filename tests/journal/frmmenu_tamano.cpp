@@ -1,5 +1,4 @@
 // The main window at other sizes: its own and that of the letters.
-#include <QLineEdit>
 
 #include "journal/menuabierto.h"
 

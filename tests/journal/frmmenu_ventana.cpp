@@ -1,14 +1,7 @@
 // The main window around the books: its menu, its companies, its coming up and its end.
-#include <QAction>
-#include <QFile>
-#include <QHeaderView>
 
-#include "accounts/registro.h"
-#include "common/rutas.h"
 #include "common/version.h"
-#include "company/registro.h"
 #include "journal/menuabierto.h"
-#include "journal/registro.h"
 
 namespace {
 

@@ -3,8 +3,6 @@
 
 #include "journal/frmmenu.h"
 #include "soporte/escenario.h"
-#include "soporte/tecleo.h"
-#include "toolkit/rejilla.h"
 
 class MenuAbierto : public testing::Test, protected Escenario {
  protected:

@@ -1,18 +1,16 @@
 // The program killed in the middle of each tool that changes many lines.
-#include <gtest/gtest.h>
 
 #include <signal.h>
 #include <sqlite3.h>
 #include <unistd.h>
-#include <QRandomGenerator>
 
 #include "common/ignorar.h"
-#include "common/rutas.h"
 #include "engine/estacion.h"
 #include "engine/recordset.h"
 #include "journal/integridad.h"
 #include "journal/masivos.h"
 #include "soporte/libros.h"
+#include "soporte/otropuesto.h"
 
 namespace {
 
@@ -110,10 +108,7 @@ class Seguridad : public testing::Test {
     return rutaSistema(libros_.rutaEmpresa(empresa));
   }
   QString sqlite(const QString& sql, const QString& empresa = "Tienda") const {
-    QProcess p;
-    p.start("sqlite3", {fichero(empresa), sql});
-    p.waitForFinished();
-    return QString::fromUtf8(p.readAllStandardOutput() + p.readAllStandardError()).trimmed();
+    return preguntaFuera(fichero(empresa), sql);
   }
   int lineas(const QString& condicion, const QString& empresa = "Tienda") const {
     return sqlite("SELECT count(*) FROM Diario WHERE " + condicion, empresa).toInt();

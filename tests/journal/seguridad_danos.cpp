@@ -2,12 +2,7 @@
 // message, and what a repair declares sound is sound.
 //
 // LIBRANO_SOAK damages eighty times as many files as it says.
-#include <gtest/gtest.h>
 
-#include <QFile>
-#include <QRandomGenerator>
-
-#include "common/rutas.h"
 #include "company/consultas.h"
 #include "journal/apunte.h"
 #include "soporte/estadolibros.h"

@@ -2,12 +2,7 @@
 // lines, and of copies: what was acknowledged is there, and nothing is there by halves.
 //
 // With LIBRANO_SOAK eighty times as many cuts as it says, and every operation that can fail.
-#include <gtest/gtest.h>
 
-#include <QDirIterator>
-#include <QTemporaryDir>
-
-#include "common/rutas.h"
 #include "journal/apunte.h"
 #include "journal/integridad.h"
 #include "journal/masivos.h"

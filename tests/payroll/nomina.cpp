@@ -1,13 +1,8 @@
 // What a payroll comes to and writes, line by line.
 #include "payroll/nomina.h"
 
-#include <gtest/gtest.h>
-
-#include "engine/datacontrol.h"
 #include "journal/apunte.h"
-#include "soporte/errores.h"
 #include "soporte/libros.h"
-#include "soporte/textos.h"
 
 namespace {
 

@@ -1,11 +1,8 @@
 #include "reports/formula.h"
 
-#include <gtest/gtest.h>
-
-#include "common/errorejecucion.h"
 #include "reports/consulta.h"
 #include "reports/errores.h"
-#include "soporte/textos.h"
+#include "soporte/prueba.h"
 
 namespace {
 
@@ -15,15 +12,6 @@ QString condicionDe(const QString& texto, Clase clase) {
   return Formula(texto, clase).condicion([](const Formula::Referencia& c, bool) {
     return c.tabla.isEmpty() ? '@' + c.campo : c.tabla + '.' + c.campo;
   });
-}
-
-int falloDe(const std::function<void()>& paso) {
-  try {
-    paso();
-  } catch (const ErrorEjecucion& e) {
-    return e.numero();
-  }
-  return 0;
 }
 
 TEST(Formula, LasAceptadasSonCondiciones) {
@@ -64,13 +52,13 @@ TEST(Formula, LasRechazadasDanSuNumero) {
       "{T.A}=1 and {T.B}", "({T.A}=1)=({T.B}=2)", "{T.A}=1 {T.B}=2", "Sum({T.A},{T.B})>1",
       "Shell('x')=1", "Left({T.A},x)='1'", "{T.F}>=date(2004,2)", QString(500, '(') + "{T.A}=1"};
   for (const QString& texto : rechazadas)
-    EXPECT_EQ(falloDe([&] { condicionDe(texto, Clase::Lineas); }), err::kFormulaRechazada)
+    EXPECT_EQ(numeroDeError([&] { condicionDe(texto, Clase::Lineas); }), err::kFormulaRechazada)
         << qPrintable(texto);
   for (const char* texto : {"{T.F}>=date(2004,2,31)", "{T.F}>=date(2004,13,1)"})
-    EXPECT_EQ(falloDe([&] { condicionDe(texto, Clase::Lineas); }), err::kTiposNoCoinciden);
+    EXPECT_EQ(numeroDeError([&] { condicionDe(texto, Clase::Lineas); }), err::kTiposNoCoinciden);
   // The text of a date box.
   EXPECT_EQ(fechaDeFormula("01/02/2004"), "date(2004,2,1)");
-  EXPECT_EQ(falloDe([] { fechaDeFormula("hola"); }), err::kTiposNoCoinciden);
+  EXPECT_EQ(numeroDeError([] { fechaDeFormula("hola"); }), err::kTiposNoCoinciden);
 }
 
 TEST(Formula, diceLosCodigosPedidos) {
@@ -126,7 +114,7 @@ alto = 4
                             {"{Diario.X}=1 and {Niveles.X}=1", ""},
                             {"{@Dia}=1", ""},
                             {"", "Sum({Diario.Debe},{Diario.Mes})>5"}})
-    EXPECT_EQ(falloDe([&] { sentencia(falta.first, falta.second); }), err::kFormulaRechazada)
+    EXPECT_EQ(numeroDeError([&] { sentencia(falta.first, falta.second); }), err::kFormulaRechazada)
         << falta.first << falta.second;
 }
 

@@ -1,8 +1,5 @@
 // The ledger of a subcuenta on screen and on paper, and its accumulated months.
-#include <QTableWidget>
-#include <QTest>
 
-#include "engine/dbengine.h"
 #include "reports/listadoabierto.h"
 
 namespace {

@@ -1,8 +1,5 @@
 // What the dialogs of the official books do when there is no book to show.
-#include <QDir>
-#include <QFile>
 
-#include "common/rutas.h"
 #include "reports/errores.h"
 #include "reports/frmlistado.h"
 #include "reports/listadoabierto.h"

@@ -4,13 +4,8 @@
 #include <fcntl.h>
 #include <sqlite3.h>
 #include <unistd.h>
-#include <optional>
-#include <QDir>
-#include <QDirIterator>
-#include <QFile>
-#include <QMap>
+#include <QtCore>
 #include <stdexcept>
-#include <vector>
 
 namespace {
 

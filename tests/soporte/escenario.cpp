@@ -1,31 +1,11 @@
 #include "soporte/escenario.h"
 
-#include <QApplication>
-#include <QDir>
-#include <QDirIterator>
-#include <QFile>
-
-#include "accounts/registro.h"
-#include "cartera/registro.h"
-#include "commercial/registro.h"
 #include "common/cini.h"
-#include "common/rutas.h"
 #include "common/version.h"
 #include "company/alta.h"
-#include "company/registro.h"
 #include "company/sesionempresa.h"
-#include "engine/dbengine.h"
-#include "iva/registro.h"
-#include "journal/registro.h"
-#include "oficial/registro.h"
-#include "payroll/registro.h"
-#include "reports/registro.h"
-#include "soporte/libros.h"
 #include "start/creaini.h"
 #include "start/leeconfiguracion.h"
-#include "start/registro.h"
-#include "transfer/registro.h"
-#include "yearend/registro.h"
 
 namespace {
 const QString kAjustes = QStringLiteral("Config.ini");
@@ -172,13 +152,9 @@ QString Escenario::valor(const QString& fuente) const {
   return todas.empty() ? QString() : todas.front().value(0);
 }
 
-void Escenario::inserta(const QString& tabla,
-                        const std::vector<std::pair<QString, Variant>>& valores) {
+void Escenario::inserta(const QString& tabla, const Valores& valores) {
   const auto base = ctx.motor.Workspaces(0).OpenDatabase(ctx.sesion.rutaEmpresa());
-  const auto registros = base->OpenRecordset(tabla);
-  registros->AddNew();
-  for (const auto& [campo, valor] : valores) registros->Fields(campo) = valor;
-  registros->Update();
+  anade(*base->OpenRecordset(tabla), valores);
   ctx.motor.flush();
 }
 

@@ -6,19 +6,29 @@
 //   Teclado t(forma);
 #pragma once
 
-#include <gtest/gtest.h>
+#include <QtWidgets>
 
-#include <memory>
-#include <QTemporaryDir>
-#include <vector>
-
-#include "company/datosempresa.h"
-#include "engine/dbengine.h"
+#include "accounts/registro.h"
+#include "cartera/registro.h"
+#include "commercial/registro.h"
+#include "company/registro.h"
+#include "iva/registro.h"
+#include "journal/registro.h"
+#include "oficial/registro.h"
+#include "payroll/registro.h"
+#include "reports/registro.h"
 #include "soporte/guion.h"
+#include "soporte/libros.h"
+#include "soporte/otropuesto.h"
 #include "soporte/teclado.h"
+#include "soporte/tecleo.h"
+#include "start/registro.h"
 #include "toolkit/contexto.h"
 #include "toolkit/formulario.h"
 #include "toolkit/registro.h"
+#include "toolkit/rejilla.h"
+#include "transfer/registro.h"
+#include "yearend/registro.h"
 
 // The screens of all folders, as the program registers them.
 void registraFormularios(Registro& formularios);
@@ -74,7 +84,7 @@ class Escenario {
   // The first cell of the first row; empty without rows.
   QString valor(const QString& fuente) const;
   // Adds a row to a table of the open company: names and values by turns.
-  void inserta(const QString& tabla, const std::vector<std::pair<QString, Variant>>& valores);
+  void inserta(const QString& tabla, const Valores& valores);
   // Changes a field of the first row of a source of the open company.
   void cambia(const QString& fuente, const QString& campo, const Variant& valor);
   // The lines of Errores.txt.

@@ -1,8 +1,7 @@
 #include "soporte/estadolibros.h"
 
 #include <sqlite3.h>
-#include <QDirIterator>
-#include <QStringList>
+#include <QtCore>
 
 namespace {
 

@@ -1,13 +1,10 @@
 #include "soporte/libros.h"
 
-#include <QFile>
 #include <stdexcept>
 
 #include "accounts/crearplan.h"
 #include "common/ignorar.h"
-#include "common/rutas.h"
 #include "company/alta.h"
-#include "engine/datacontrol.h"
 #include "journal/apunte.h"
 #include "start/creaini.h"
 

@@ -2,13 +2,10 @@
 // companies in it.
 #pragma once
 
-#include <memory>
-#include <QList>
-#include <QStringList>
-#include <QTemporaryDir>
-
 #include "company/datosempresa.h"
+#include "engine/datacontrol.h"
 #include "engine/dbengine.h"
+#include "soporte/prueba.h"
 
 class Libros {
  public:

@@ -1,7 +1,5 @@
 #include "soporte/mapas.h"
 
-#include <algorithm>
-
 #include "common/errorejecucion.h"
 #include "engine/lang/resolve.h"
 

@@ -1,8 +1,16 @@
 // Another station on the same file.
 #pragma once
 
-#include <gtest/gtest.h>
-#include <QProcess>
+#include "soporte/prueba.h"
+
+// What a plain tool of the file's library prints for a statement: another program altogether.
+inline QString preguntaFuera(const QString& ruta, const QString& sql,
+                             const QStringList& opciones = {}) {
+  QProcess p;
+  p.start("sqlite3", opciones + QStringList{ruta, sql});
+  p.waitForFinished();
+  return QString::fromUtf8(p.readAllStandardOutput() + p.readAllStandardError()).trimmed();
+}
 
 // Another station: a plain tool that holds a transaction open until it is told to end.
 class OtroPuesto {

@@ -1,9 +1,6 @@
 #include "soporte/tabladbf.h"
 
-#include <QDir>
-#include <QFile>
-#include <QFileInfo>
-#include <QtEndian>
+#include <QtCore>
 
 namespace {
 

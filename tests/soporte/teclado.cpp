@@ -1,19 +1,6 @@
 #include "soporte/teclado.h"
 
-#include <gtest/gtest.h>
-
-#include <QAbstractButton>
-#include <QApplication>
-#include <QCheckBox>
-#include <QComboBox>
-#include <QDragEnterEvent>
-#include <QLineEdit>
-#include <QMimeData>
-#include <QRadioButton>
-#include <QTest>
-#include <QWindow>
-
-#include "toolkit/rejilla.h"
+#include "soporte/escenario.h"
 
 namespace {
 constexpr int kMitadDeMarca = 8;

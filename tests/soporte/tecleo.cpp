@@ -1,15 +1,7 @@
 #include "soporte/tecleo.h"
 
-#include <QRegularExpression>
-#include <QTimer>
-
 #include "common/sesion.h"
-#include "engine/dbengine.h"
 #include "soporte/escenario.h"
-#include "soporte/libros.h"
-#include "toolkit/contexto.h"
-#include "toolkit/formulario.h"
-#include "toolkit/registro.h"
 
 void tecleaLinea(Teclado& teclado, Guion& guion, const Sesion& sesion, const LineaDiario& linea,
                  bool nuevoAsiento) {

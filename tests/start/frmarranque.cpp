@@ -1,22 +1,12 @@
 // From the start of the program to the main window: presentation, login, reinitialisation.
 #include <zip.h>
-#include <QDir>
-#include <QFile>
-#include <QFileInfo>
-#include <QScrollBar>
-#include <QTableWidget>
-#include <QTimer>
 
-#include "common/rutas.h"
 #include "common/version.h"
-#include "company/registro.h"
-#include "engine/dbengine.h"
 #include "engine/libroendisco.h"
 #include "engine/version.h"
 #include "soporte/escenario.h"
 #include "start/creaini.h"
 #include "start/frmpresentacion.h"
-#include "start/registro.h"
 
 namespace {
 
@@ -188,12 +178,8 @@ TEST(FrmSeleccion, QuienEntraYConQue) {
     {
       const auto base = e.ctx.motor.Workspaces(0).OpenDatabase(e.ctx.sesion.rutaCatalogo());
       const auto usuarios = base->OpenRecordset("Usuarios");
-      for (const auto& [nombre, password] : {std::pair("Ana", "Secreto"), {"Luis", "otra"}}) {
-        usuarios->AddNew();
-        usuarios->Fields(0) = nombre;
-        usuarios->Fields(1) = password;
-        usuarios->Update();
-      }
+      for (const auto& [nombre, password] : {std::pair("Ana", "Secreto"), {"Luis", "otra"}})
+        anade(*usuarios, {{"Nombre", nombre}, {"Password", password}});
     }
     e.ponAjuste("Usuarios", "Permitir", c.permitir);
     e.ponAjuste("Entrada", "UltimoUsuario", "Administrador");

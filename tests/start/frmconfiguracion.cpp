@@ -1,18 +1,7 @@
 // The installation's settings, users and companies.
-#include <QDir>
-#include <QFile>
-#include <QFileInfo>
-#include <QFileSystemModel>
-#include <QTabWidget>
-#include <QTest>
-#include <QTreeView>
 
-#include "common/rutas.h"
-#include "engine/dbengine.h"
 #include "soporte/escenario.h"
 #include "start/creaini.h"
-#include "start/registro.h"
-#include "toolkit/rejilla.h"
 
 namespace {
 

@@ -1,22 +1,13 @@
 // The files around the program: their names, its settings and log, and other programs.
 #include "start/programas.h"
 
-#include <gtest/gtest.h>
-
 #include <sys/wait.h>
 #include <unistd.h>
 #include <csignal>
-#include <QDir>
-#include <QFile>
-#include <QFileInfo>
-#include <QTemporaryDir>
-#include <QTest>
 
 #include "common/cini.h"
 #include "common/funciones.h"
-#include "common/rutas.h"
-#include "soporte/errores.h"
-#include "soporte/textos.h"
+#include "soporte/prueba.h"
 #include "start/instancia.h"
 
 namespace {

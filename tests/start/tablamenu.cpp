@@ -1,10 +1,6 @@
 #include "start/menu/tablamenu.h"
 
-#include <gtest/gtest.h>
-
-#include <QFile>
-#include <QFileInfo>
-#include <QSet>
+#include "soporte/prueba.h"
 
 // The window is built from the table without further checks, so a slip in it would be a menu that
 // nobody can reach or a button that does nothing.

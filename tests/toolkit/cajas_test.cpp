@@ -1,21 +1,6 @@
 // What the user really sees: boxes with Spanish buttons, modal dialogs, progress, drawings.
 #include "toolkit/cajas.h"
 
-#include <gtest/gtest.h>
-
-#include <QAbstractButton>
-#include <QApplication>
-#include <QDirIterator>
-#include <QInputDialog>
-#include <QLabel>
-#include <QMessageBox>
-#include <QPainter>
-#include <QProgressBar>
-#include <QTest>
-#include <QTimer>
-
-#include "common/rutas.h"
-#include "engine/dbengine.h"
 #include "engine/libroendisco.h"
 #include "toolkit/cajasqt.h"
 #include "toolkit/espera.h"

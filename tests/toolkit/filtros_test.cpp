@@ -1,7 +1,7 @@
 // Which keys a field takes, by the text after the key.
 #include "toolkit/filtros.h"
 
-#include "soporte/textos.h"
+#include "soporte/prueba.h"
 
 namespace {
 

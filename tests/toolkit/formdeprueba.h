@@ -1,14 +1,6 @@
 // A small form that writes down what happens to it.
 #pragma once
 
-#include <QCheckBox>
-#include <QComboBox>
-#include <QLineEdit>
-#include <QMenuBar>
-#include <QPushButton>
-#include <QRadioButton>
-#include <QVBoxLayout>
-
 #include "soporte/escenario.h"
 
 class FormDePrueba : public Formulario {

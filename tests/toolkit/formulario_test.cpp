@@ -1,8 +1,5 @@
 // The life of a form: loading, failing, showing others, taking the place of others.
 #include <gtest/gtest-spi.h>
-#include <gtest/gtest.h>
-
-#include <QPointer>
 
 #include "toolkit/consulta.h"
 #include "toolkit/formdeprueba.h"

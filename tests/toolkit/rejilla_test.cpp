@@ -1,18 +1,5 @@
 // Grids and combos over real files: who follows whom, and what editing writes.
-#include "toolkit/rejilla.h"
-#include "engine/dbengine.h"
 
-#include <gtest/gtest.h>
-
-#include <QContextMenuEvent>
-#include <QRegularExpression>
-#include <QScrollBar>
-#include <QSignalSpy>
-#include <QTest>
-
-#include "common/formato.h"
-#include "common/rutas.h"
-#include "engine/datacontrol.h"
 #include "engine/libroendisco.h"
 #include "toolkit/comboenlazado.h"
 #include "toolkit/decimales.h"

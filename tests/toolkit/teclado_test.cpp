@@ -1,7 +1,4 @@
 // The common keyboard: filters, Enter, selection, and when a field counts as left.
-#include <gtest/gtest.h>
-
-#include <QClipboard>
 
 #include "toolkit/formdeprueba.h"
 

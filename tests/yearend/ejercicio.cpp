@@ -1,12 +1,8 @@
 // The steps of the year-end, row by row.
 #include "yearend/ejercicio.h"
 
-#include <gtest/gtest.h>
-
 #include "journal/apunte.h"
-#include "soporte/errores.h"
 #include "soporte/libros.h"
-#include "soporte/textos.h"
 
 namespace {
 
@@ -17,16 +13,13 @@ class Ejercicio : public testing::Test, protected Libros {
   // Lines "subcuenta importe", posted in one asiento; the amount's sign is its side.
   void asienta(const QStringList& lineas) {
     const auto diario = empresa->OpenRecordset("Diario");
-    for (const QString& linea : lineas) {
-      diario->AddNew();
-      diario->Fields("NLinea") = -1 - diario->rowTotal();
-      diario->Fields("NAsiento") = 1;
-      diario->Fields("Fecha") = "02/05/2024";
-      diario->Fields("Subcuenta") = linea.section(' ', 0, 0);
-      diario->Fields("DH") = linea.contains(" -") ? "H" : "D";
-      diario->Fields("Importe") = linea.section(' ', 1);
-      diario->Update();
-    }
+    for (const QString& linea : lineas)
+      anade(*diario, {{"NLinea", -1 - diario->rowTotal()},
+                      {"NAsiento", 1},
+                      {"Fecha", "02/05/2024"},
+                      {"Subcuenta", linea.section(' ', 0, 0)},
+                      {"DH", linea.contains(" -") ? "H" : "D"},
+                      {"Importe", linea.section(' ', 1)}});
   }
   QStringList lineas(const QString& tipo) {
     return filas(
@@ -49,12 +42,8 @@ class Ejercicio : public testing::Test, protected Libros {
 
 TEST_F(Ejercicio, LasExistenciasCambianDeValorEnCuatroLineas) {
   const auto subcuentas = empresa->OpenRecordset("Subcuentas");
-  for (const char* codigo : {"30000001", "30000002", "31000001"}) {
-    subcuentas->AddNew();
-    subcuentas->Fields("Subcuenta") = codigo;
-    subcuentas->Fields("Cuenta") = QString(codigo).left(3);
-    subcuentas->Update();
-  }
+  for (const char* codigo : {"30000001", "30000002", "31000001"})
+    anade(*subcuentas, {{"Subcuenta", codigo}, {"Cuenta", QString(codigo).left(3)}});
   EXPECT_EQ(valorDeExistencias(*empresa), 0);
   // Twice the same amount on one subcuenta and side is one; 31 is no merchandise.
   asienta({"30000001 100,5", "30000001 100,5", "30000001 -100,5", "30000001 40", "31000001 9"});

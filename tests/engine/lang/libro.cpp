@@ -1,7 +1,5 @@
 #include "engine/lang/libro.h"
 
-#include <QFile>
-
 #include "company/crearbase.h"
 
 namespace {

@@ -1,7 +1,5 @@
 // What a plan promises besides its rows: how it is read, what it keeps of the statement, and that
 // no way of reading changes a total.
-#include <QRandomGenerator>
-#include <QRegularExpression>
 
 #include "company/consultas.h"
 #include "engine/lang/libro.h"

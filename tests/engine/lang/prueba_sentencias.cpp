@@ -1,6 +1,5 @@
 // Statements as a bookkeeper reads them: each case of tests/datos/sentencias gives a source and the
 // rows that must come out of it.
-#include <QFile>
 
 #include "engine/lang/libro.h"
 
