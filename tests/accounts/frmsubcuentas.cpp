@@ -7,32 +7,6 @@ namespace {
 const char* const kFaltaCuenta =
     "La cuenta no existe en el plan de cuentas, ¿ Desea crear una cuenta ?";
 
-TEST(FrmSubCuentas, ElPuntoSeCompletaYLaFichaSeAbreConLaFilaRecienEscrita) {
-  EscenarioPlan e;
-  Teclado t = e.abreCon("FrmSubCuentas", 1);
-  EXPECT_EQ(t.forma().windowTitle(), "Alta de subcuenta");
-  t.teclea("43.7");
-  t.intro();
-  EXPECT_EQ(t.textoDe("TxtSubcuenta"), "43000007");
-  EXPECT_EQ(t.enfocado(), "TxtDescripcion");
-  t.teclea("Viveros Norte");
-  e.guion.esperaDialogo("FrmDatosAuxiliares", [](Teclado& d) {
-    EXPECT_EQ(d.textoDe("TxtSubcuenta"), "43000007");
-    EXPECT_EQ(d.textoDe("TxtDescripcion"), "Viveros Norte");
-    for (const char* texto :
-         {"Mayor, 1", "Soria", "42001", "Soria", "España", "B42", "975", "976", "Eva"}) {
-      d.teclea(texto);
-      d.intro();
-    }
-    EXPECT_EQ(d.enfocado(), "CmdAceptar");
-    d.intro();
-  });
-  t.mnemonico('a');
-  EXPECT_FALSE(e.abierto("FrmSubCuentas"));
-  EXPECT_EQ(e.fila("Select * from Subcuentas where Subcuenta='43000007'"),
-            "43000007|430|Viveros Norte|Mayor, 1|Soria|42001|Soria|España|B42|975|976|Eva");
-}
-
 // The same refusal, whatever takes the focus away: nothing may be written by the click that did it.
 TEST(FrmSubCuentas, UnaCuentaQueFaltaYNoSeCreaDejaElCampoVacioYNoEscribeNada) {
   const struct {

@@ -2,6 +2,11 @@
 
 namespace {
 
+// A title as long as they may be.
+const QString kLargo =
+    "Letra 8, aceptada y domiciliada en el banco, por el último plazo de las mesas y sillas del "
+    "comedor";
+
 double importe(const QString& texto) {
   return texto.isEmpty() ? 0 : Variant(texto).number();
 }
@@ -130,7 +135,7 @@ void UnAno::recibos() {
                    {"TxtCuenta", "43.2"},
                    {"TxtFactura", "92"},
                    {"TxtTipo", "Letra"},
-                   {"TxtTitulo", "Vence el año que viene"},
+                   {"TxtTitulo", kLargo},
                    {"TxtContrapartida", "572.1"},
                    {"TxtImporte", "300"}});
     guion.esperaDialogo("FrmRecibosImpresos", [&](Teclado& d) {
@@ -138,6 +143,17 @@ void UnAno::recibos() {
       EXPECT_EQ(listado.linea("Total mes 7"), "Total mes 7/2024 1.450,00 0,00");
       EXPECT_EQ(listado.linea("Total mes 8"), "Total mes 8/2024 0,00 974,40");
       EXPECT_EQ(listado.linea("Total recibos"), "Total recibos 1.450,00 974,40");
+      EXPECT_EQ(listado.linea("31/07"),
+                "31/07/2024 Papelera del Norte, S.A. Letra De su Fra.A-118 A-118 Letra " +
+                    nombres["57200001"] + " 1.450,00");
+      EXPECT_EQ(listado.linea("15/01"), QString());
+      // To its end, a long title goes on in the next line.
+      d.enfoca("TxtHasta");
+      rellena(d, {{"TxtHasta", "15/01/2025"}});
+      const QString todo = lanza(d, "Listado de diario", "Desde : 01/01/2024 ~ Hasta : 15/01/2025")
+                               .lineas()
+                               .join(u' ');
+      for (const QString& palabra : kLargo.split(' ')) EXPECT_TRUE(todo.contains(palabra));
       d.escape();
     });
     lista.pulsa("CmdImpresos");
@@ -152,31 +168,51 @@ void UnAno::recibos() {
   anota(125, "31/07/2024", "Letra De su Fra.A-118", {{"40000003", 1450}, {"57200001", -1450}});
   anota(126, "31/08/2024", "Cobro fra. 91", {{"57200002", 974.4}, {"43000001", -974.4}});
   comprueba();
-  EXPECT_EQ(valor("Select Titulo from Recibos"), "Vence el año que viene");
+  EXPECT_EQ(valor("Select Titulo from Recibos"), kLargo);
 }
 
+// By the keyboard: a check mark put with the space bar goes on to its subcuenta; Enter passes it
+// by.
 void UnAno::nomina(int asiento, const QString& fecha) {
   guion.esperaDialogo("FrmNomina", [&](Teclado& d) {
-    rellena(d,
-            {{"TxtFecha", fecha}, {"TxtSubSueldoBruto", "640.1"}, {"TxtImpSueldoBruto", "1500"}});
-    const struct {
-      const char *casilla, *subcuenta, *codigo;
-      Campos importes;
-    } conceptos[] = {
-        {"ChkSSCargoEmpresa",
-         "TxtSubSSCargoEmpresa",
-         "642.1",
-         {{"TxtImpSScargoEmpresa", "400.1"}, {"TxtSSCargoTrabajador", "95.2"}}},
-        {"ChkOrganismosSSACreedora", "TxtSubOrganismosSSAcreedora", "476.1", {}},
-        {"ChkRetenciones", "TxtSubRetenciones", "4751.1", {{"TxtImpImportes", "225"}}}};
-    for (const auto& c : conceptos) {
-      d.pulsa(c.casilla);
-      EXPECT_EQ(d.enfocado(), c.subcuenta);
-      rellena(d, {{c.subcuenta, c.codigo}});
-      rellena(d, c.importes);
-    }
-    rellena(d, {{"TxtsubCaja", "572.1"}});
-    acepta(d);
+    EXPECT_EQ(d.forma().windowTitle(), "Asiento contable de tipo nomina ( Automátizado )");
+    EXPECT_EQ(d.textoDe("TxtApunteN"), "<Auto>");
+    const auto enter = [&](const QString& texto) {
+      d.teclea(texto);
+      d.intro();
+    };
+    const auto escrito = [&](double importe) { return Format(importe, ctx.sesion.MascaraImporte); };
+    EXPECT_EQ(d.enfocado(), "TxtFecha");
+    for (const QString& texto : {fecha, QString(), QString("640.1"), QString("1500")}) enter(texto);
+    EXPECT_EQ(d.textoDe("LblSubSueldoBruto"), "Sueldos y salarios");
+    EXPECT_EQ(d.enfocado(), "ChkSSCargoEmpresa");
+    EXPECT_EQ(d.textoDe("TxtImpCaja"), escrito(1500));
+    d.tecla(Qt::Key_Space);
+    EXPECT_EQ(d.enfocado(), "TxtSubSSCargoEmpresa");
+    for (const char* texto : {"642.1", "400.1", "95.2"}) enter(texto);
+    EXPECT_EQ(d.textoDe("TxtImpOrganismosSSAcreedora"), escrito(495.3));
+    d.tecla(Qt::Key_Space);
+    for (const char* texto : {"476.1", ""}) enter(texto);
+    EXPECT_EQ(d.enfocado(), "ChkRetenciones");
+    d.tecla(Qt::Key_Space);
+    // Looked for by name, in the plan.
+    guion.esperaDialogo("FrmVisualizaPlan", [](Teclado& plan) {
+      plan.llega("TxtBusquedaCuentas");
+      plan.teclea("H.P. ret");
+      plan.intro();
+    });
+    d.tecla(Qt::Key_F2);
+    EXPECT_EQ(d.textoDe("LblSubRetenciones"), "H.P. retenciones I.R.P.F.");
+    for (const char* texto : {"", "225"}) enter(texto);
+    EXPECT_EQ(d.enfocado(), "ChkAnticipos");
+    d.intro();
+    d.intro();
+    EXPECT_EQ(d.enfocado(), "TxtsubCaja");
+    enter("572.1");
+    enter("1");  // a net can't be forced
+    EXPECT_EQ(d.textoDe("TxtImpCaja"), escrito(1179.8));
+    EXPECT_EQ(d.enfocado(), "CmdAceptar");
+    d.intro();
   });
   t->pulsa("Command13");
   for (const auto& [texto, importe] :
@@ -190,8 +226,8 @@ void UnAno::nomina(int asiento, const QString& fecha) {
 
 void UnAno::regularizaExistencias() {
   herramienta("MnuRegularizacionStock", [&](Teclado& stocks) {
-    EXPECT_EQ(stocks.textoDe("TxtExistenciasIniciales"), "500,25 ");
-    EXPECT_EQ(stocks.textoDe("TxtExistenciasFinales"), "0,00 ");
+    EXPECT_EQ(stocks.textoDe("TxtExistenciasIniciales"), "500,25 €");
+    EXPECT_EQ(stocks.textoDe("TxtExistenciasFinales"), "");
     EXPECT_EQ(stocks.textoDe("TxtSubcuentaCompras"), "61000001");
     EXPECT_EQ(stocks.textoDe("LblSubcuentaCompras"), "Variación de existencias");
     EXPECT_EQ(stocks.textoDe("TxtFechaAsiento"), kFin);
@@ -359,7 +395,7 @@ void UnAno::reabreYVuelveACerrar() {
 
 void UnAno::abreElSiguiente() {
   pasaA(kSiguiente);
-  EXPECT_EQ(valor("Select Titulo from Recibos"), "Vence el año que viene");
+  EXPECT_EQ(valor("Select Titulo from Recibos"), kLargo);
   const auto cierre = libro;
   libro.clear();
   herramienta("MnuApertura", [&](Teclado& apertura) {
@@ -418,6 +454,9 @@ void UnAno::recorre() {
   creaLaEmpresa();
   tecleaElTrimestre();
   facturas();
+  // Shown with a currency sign, with brackets for negatives, and with nothing for zero.
+  ctx.sesion.MascaraImporte = "#,##0.00 €;(#,##0.00 €);#";
+  t->control<Rejilla>("GrdApuntes").setMascara(ctx.sesion.MascaraImporte);
   recibos();
   nomina(127, "30/06/2024");
   nomina(128, "31/12/2024");

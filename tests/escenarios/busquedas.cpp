@@ -158,29 +158,6 @@ TEST_F(Busquedas, EncuentranLoPunteado) {
   comprueba();
 }
 
-TEST_F(Busquedas, VanDelExtractoASuAsiento) {
-  t->teclea("572.2");
-  guion.esperaDialogo("FrmExtractosPantalla", [&](Teclado& extracto) {
-    guion.esperaDialogo("FrmAsiento", [](Teclado& asiento) {
-      EXPECT_EQ(asiento.textoDe("TxtAsiento"), "29");
-      EXPECT_EQ(asiento.forma().windowTitle(), "27/01/2024");
-      const auto& lineas = asiento.control<Rejilla>("GridAsiento");
-      EXPECT_EQ(lineas.filas(), 2);
-      EXPECT_EQ(lineas.texto(1, 3), "-682,96");
-      asiento.llega("CmdVerAsiento");
-      asiento.intro();
-    });
-    extracto.llega("GridExtracto");
-    extracto.tecla(Qt::Key_Home, Qt::ControlModifier);
-    extracto.control<Rejilla>("GridExtracto").dobleClic();
-    EXPECT_FALSE(extracto.forma().isVisible());
-  });
-  t->intro();
-  t->tecla(Qt::Key_F3);
-  EXPECT_EQ(t->textoDe("TxtAsiento"), "29");
-  EXPECT_EQ(rejilla().filas(), 2);
-}
-
 TEST_F(Busquedas, EscribenElDiaDondeSePidio) {
   const auto alDiaSiguiente = [](Teclado& dias) {
     dias.llega("Calendario");

@@ -2,7 +2,6 @@
 // printed and deleted.
 
 #include "escenarios/herramientas.h"
-#include "soporte/libroimpreso.h"
 
 namespace {
 
@@ -16,7 +15,6 @@ const QString kLargo =
 class CarteraDeEfectos : public DiarioDelTrimestre {
  protected:
   CarteraDeEfectos() {
-    ponPlantillas(ctx);
     cambia("Select * from TipoRecibos", "Tipo", "Letra");
     recibo("10/05/2024", "43000001", "57200001", 100, "A", "Letra 7");
     recibo("15/04/2024", "40000001", "57200002", 250.5, "C", "Pagaré");
@@ -171,37 +169,6 @@ TEST_F(CarteraDeEfectos, UnReciboDesdeElAltaHastaElDiario) {
             QStringList({"Z1", "C"}));
 }
 
-TEST_F(CarteraDeEfectos, ElListadoPorMeses) {
-  lista([&](Teclado& d) {
-    guion.esperaDialogo("FrmRecibosImpresos", [&](Teclado& i) {
-      EXPECT_EQ(i.textoDe("TxtDesde"), "01/01/2024");
-      rellena(i, {{"TxtHasta", "150524"}});
-      i.pulsa("CmdAceptar");
-      const LibroImpreso libro = leeVista(guion);
-      EXPECT_EQ(libro.titulo, "Listado de diario");
-      activar(i.forma());
-      const auto hay = [&](const QString& comienzo) { return libro.linea(comienzo); };
-      EXPECT_EQ(hay("Desde"), "Desde : 01/01/2024 ~ Hasta : 15/05/2024");
-      EXPECT_EQ(hay("15/04"),
-                "15/04/2024 Suministros Ebro, S.L. Pagaré F-1 Letra Caja Rural c/c 250,50");
-      EXPECT_EQ(hay("Total mes 4"), "Total mes 4/2024 250,50 0,00");
-      EXPECT_EQ(hay("Total mes 5"), "Total mes 5/2024 0,00 100,00");
-      EXPECT_EQ(hay("Total recibos"), "Total recibos 250,50 100,00");
-      EXPECT_EQ(hay("20/05"), QString());
-      // To its end, a long title goes on in the next line.
-      i.enfoca("TxtHasta");
-      rellena(i, {{"TxtHasta", "3112"}});
-      i.pulsa("CmdAceptar");
-      const QString todo = leeVista(guion).lineas().join(' ');
-      activar(i.forma());
-      for (const QString& palabra : kLargo.split(' ')) EXPECT_TRUE(todo.contains(palabra));
-      i.escape();
-    });
-    d.pulsa("CmdImpresos");
-    d.escape();
-  });
-}
-
 // What is edited in the grid of kinds is what the combo offers; the rows without a text aren't.
 TEST_F(CarteraDeEfectos, LosTiposSeEscribenYSeEligen) {
   lista([&](Teclado& d) {
@@ -303,42 +270,6 @@ TEST_F(CarteraDeEfectos, UnaAceptacionQueFallaSePuedeRepetir) {
   libro[312] = {121, "15/04/2024", "40000001", "Pagaré", 99};
   libro[313] = {121, "15/04/2024", "57200002", "Pagaré", -99};
   comprueba();
-}
-
-// Shown with a currency sign, with brackets for negatives, or with nothing for zero.
-TEST_F(CarteraDeEfectos, BajoCualquierMascara) {
-  int asiento = 121, numero = 312;
-  for (const char* mascara : {"#,##0.00 €;(#,##0.00 €)", "#,###", "\"Pts\" #,##0.0"}) {
-    ctx.sesion.MascaraImporte = mascara;
-    lista([&](Teclado& d) {
-      const QString visto = d.control<Rejilla>("Grid").texto(0, 6);
-      guion.esperaDialogo("FrmRecibos", [&](Teclado& r) {
-        EXPECT_EQ(r.textoDe("TxtImporte"), visto);
-        acepta(r);
-      });
-      d.control<Rejilla>("Grid").mover(Rejilla::Primera);
-      guion.esperaDialogo("FrmRecibos", [&](Teclado& r) {
-        rellena(r, {{"TxtTitulo", "Otro"}});
-        acepta(r);
-      });
-      d.pulsa("CmdModifica");
-      d.pulsa("CmdContabiliza");
-      d.escape();
-    });
-    const struct {
-      QString fecha, subcuenta, banco;
-      double importe;
-    } recibos[] = {{"15/04/2024", "40000001", "57200002", 250.5},
-                   {"10/05/2024", "57200001", "43000001", 100},
-                   {"20/05/2024", "57200001", "43000002", 75}};
-    const auto& r = recibos[asiento - 121];
-    libro[numero++] = {asiento, r.fecha, r.subcuenta, "Otro", r.importe};
-    libro[numero++] = {asiento++, r.fecha, r.banco, "Otro", -r.importe};
-    EXPECT_EQ(lee(), libro) << mascara;
-  }
-  EXPECT_EQ(filas("Select TipoFactura, FacturaZuri, ApunteIVA, ApunteCartera from Diario where "
-                  "NAsiento=122"),
-            Filas(2, {"A", "Z1", "", ""}));
 }
 
 }  // namespace

@@ -161,48 +161,4 @@ TEST_F(FinDeAno, CadaPasoQueFallaSePuedeRepetir) {
   EXPECT_EQ(limite(), "30/06/2024");
 }
 
-// Shown with a currency sign, with brackets for negatives, or with nothing for zero.
-TEST_F(FinDeAno, BajoCualquierMascara) {
-  creaEmpresa(empresa("Otra"));
-  const auto cuadra = [&] { return valor("Select Sum(Importe) from Diario"); };
-  double existencias = 0;
-  for (const char* mascara : {"#,###", "#,##0.00 €;(#,##0.00 €)"}) {
-    SCOPED_TRACE(mascara);
-    ctx.sesion.MascaraImporte = mascara;
-    herramienta("MnuRegularizacionStock", [&](Teclado& d) {
-      EXPECT_EQ(d.textoDe("TxtExistenciasIniciales"), Format(existencias, mascara));
-      EXPECT_EQ(d.textoDe("TxtExistenciasFinales"), Format(0.0, mascara));
-      d.escribe("TxtExistenciasFinales", "1500");
-      d.llega("GridExtracto");
-      d.tecla(Qt::Key_End);
-      guion.esperaMensaje("Proceso realizado con exito", "Regularización de Stocks");
-      acepta(d);
-    });
-    existencias = 1500;  // the lines of nothing are rows too
-    EXPECT_EQ(valor("Select Sum(Importe) from Diario where Subcuenta='30000002'"), "1500");
-    EXPECT_NEAR(Variant(cuadra()).number(), 0, 0.001);
-  }
-  herramienta("MnuRegularizacionPG", [](Teclado& d) { acepta(d); });
-  herramienta("MnuCierre", [](Teclado& d) { acepta(d); });
-  EXPECT_EQ(filas("Select Subcuenta from SqlDiarioSaldosCuentasTotal where SaldoFinal > 0.001 or "
-                  "SaldoFinal < -0.001")
-                .size(),
-            0u);
-  const auto cierre = filas("Select Subcuenta, Importe from Diario where TipoDiario='C'");
-  cierra();
-  abreEmpresa("Otra");
-  t = std::make_unique<Teclado>(abre("FrmMenu"));
-  ctx.sesion.MascaraImporte = "#,##0.00 €;(#,##0.00 €)";
-  herramienta("MnuApertura", [](Teclado& d) {
-    d.elige("TxtEmpresaCerrada", "Comercial Ejemplo");
-    acepta(d);
-  });
-  const auto apertura = filas("Select Subcuenta, Importe from Diario");
-  ASSERT_EQ(apertura.size(), cierre.size());
-  for (size_t i = 0; i < cierre.size(); ++i) {
-    EXPECT_EQ(apertura[i][0], cierre[i][0]);
-    EXPECT_EQ(Variant(apertura[i][1]).number(), -Variant(cierre[i][1]).number());
-  }
-}
-
 }  // namespace

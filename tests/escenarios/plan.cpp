@@ -84,6 +84,7 @@ void altaPorNombre(EscenarioPlanTecleado& e) {
 void altaConCuentaYFicha(EscenarioPlanTecleado& e) {
   e.guion.esperaPregunta(kNoExiste, true, "Error");
   e.guion.esperaDialogo("FrmSubCuentas", [&](Teclado& alta) {
+    EXPECT_EQ(alta.forma().windowTitle(), "Alta de subcuenta");
     e.guion.esperaPregunta("La cuenta no existe en el plan de cuentas, ¿ Desea crear una cuenta ?",
                            true, "Error");
     e.guion.esperaDialogo("FrmCuentas", [](Teclado& cuenta) {
@@ -95,16 +96,22 @@ void altaConCuentaYFicha(EscenarioPlanTecleado& e) {
     alta.intro();
     alta.intro();
     e.guion.esperaDialogo("FrmDatosAuxiliares", [](Teclado& ficha) {
-      ficha.llega("TxtNif");
-      ficha.teclea("B09000001");
-      ficha.mnemonico('a');
+      EXPECT_EQ(ficha.textoDe("TxtSubcuenta"), "43800001");
+      EXPECT_EQ(ficha.textoDe("TxtDescripcion"), "Muñoz, anticipos");
+      for (const char* texto :
+           {"Mayor, 1", "Soria", "42001", "Soria", "España", "B42", "975", "976", "Eva"}) {
+        ficha.teclea(texto);
+        ficha.intro();
+      }
+      EXPECT_EQ(ficha.enfocado(), "CmdAceptar");
+      ficha.intro();
     });
     tecleaNombre(alta, "Muñoz, anticipos");
   });
   e.escribe("438.1");
   EXPECT_EQ(e.t.textoDe("TxtNombreCuenta"), "Muñoz, anticipos");
-  EXPECT_EQ(e.filas("Select Cuenta, Nif from Subcuentas where Subcuenta='43800001'"),
-            std::vector({QStringList({"438", "B09000001"})}));
+  EXPECT_EQ(e.filas("Select * from Subcuentas where Subcuenta='43800001'").at(0).join('|'),
+            "43800001|438|Muñoz, anticipos|Mayor, 1|Soria|42001|Soria|España|B42|975|976|Eva");
 }
 
 // What is in use may not be deleted, nor goes what the user thinks better of.

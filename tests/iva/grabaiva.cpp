@@ -130,14 +130,7 @@ TEST_F(GrabaIVA, UnFalloDejaLoAnterior) {
   }
 }
 
-TEST(FacturaIVA, TitulosYTextos) {
-  for (const auto libro : {LibroIVA::Soportado, LibroIVA::Repercutido}) {
-    for (const bool modificacion : {false, true}) {
-      const QString titulo = tituloDe({libro, modificacion});
-      EXPECT_EQ(claseDe(titulo).libro, libro);
-      EXPECT_EQ(claseDe(titulo).modificacion, modificacion);
-    }
-  }
+TEST(FacturaIVA, ElOpuestoDeUnTexto) {
   EXPECT_EQ(opuestoSegunBase("-16,00", "100,00 ", kMascara), "--16,00");
   const QString parentesis = "#,##0.00;(#,##0.00)";
   EXPECT_EQ(opuesto("(16,00)", parentesis), "16,00");

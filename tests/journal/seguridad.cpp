@@ -9,6 +9,7 @@
 #include "engine/recordset.h"
 #include "journal/integridad.h"
 #include "journal/masivos.h"
+#include "soporte/estadolibros.h"
 #include "soporte/libros.h"
 #include "soporte/otropuesto.h"
 
@@ -101,7 +102,8 @@ class Seguridad : public testing::Test {
            QString::number(kLineas) +
            ") INSERT INTO Diario(NLinea,NAsiento,Fecha,Subcuenta,Descripcion,DH,Importe) "
            "SELECT i, 10+i/3, date('2024-01-01','+'||(i/6)||' days'), '57200001', 'Viejo', "
-           "iif(i%3,'H','D'), iif(i%3,-5,10) FROM n");
+           "iif(i%3,'H','D'), iif(i%3,-5,10) FROM n; UPDATE Empresa SET NLinDiario=" +
+           QString::number(kLineas));
   }
 
   QString fichero(const QString& empresa = "Tienda") const {
@@ -115,24 +117,7 @@ class Seguridad : public testing::Test {
   }
 
   // Nothing is harmed, and the sums that the program keeps are those of the lines.
-  void compruebaSano(const QString& empresa = "Tienda") const {
-    EXPECT_EQ(sqlite("PRAGMA integrity_check", empresa), "ok");
-    DBEngine otro;
-    const auto base = otro.Workspaces(0).OpenDatabase(fichero(empresa));
-    const auto sumas =
-        base->OpenRecordset("Select * from SqlSumaDiarioPorAsientos order by NAsiento");
-    QStringList porAsiento;
-    for (; !sumas->Eof(); sumas->MoveNext()) {
-      porAsiento += QString("%1|%2|%3")
-                        .arg(sumas->Fields(0).toLong())
-                        .arg(sumas->Fields(1).toLong())
-                        .arg(sumas->Fields(2).toLong());
-    }
-    EXPECT_EQ(porAsiento.join('\n'),
-              sqlite("SELECT NAsiento, CAST(sum(iif(DH='D',Importe,0)) AS INTEGER), "
-                     "CAST(sum(iif(DH='D',0,Importe)) AS INTEGER) FROM Diario GROUP BY NAsiento",
-                     empresa));
-  }
+  void compruebaSano() const { EXPECT_EQ(quejasDeLibros(rutaSistema(libros_.dirDatos())), ""); }
 
   // Kills the tool at a line; what was on the disk by then is there.
   void mata(const Herramienta& herramienta, int guardada, int muerte) {
@@ -173,7 +158,6 @@ TEST_F(Seguridad, UnTrasladoCortadoNoPierdeElAsiento) {
     SCOPED_TRACE(corte);
     Estacion(fichero()).corre(QString("traslada ") + corte);
     compruebaSano();
-    compruebaSano("Sucursal");
     EXPECT_EQ(lineas("1"), aqui);
     EXPECT_EQ(
         lineas("Fecha LIKE date('2024-01-01', '+'||(NLinea%1500/6)||' days')||'%'", "Sucursal"),

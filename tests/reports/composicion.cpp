@@ -154,30 +154,6 @@ TEST_F(Composicion, CortesSumasYCabeceras) {
   EXPECT_TRUE(renglones(*junto, 3).endsWith("total 43000001 -5,00\npagina -16,00\n"));
 }
 
-// Whatever is written while a book is open is in its next page, counted anew.
-TEST_F(Composicion, SigueASuFichero) {
-  const auto libro = abre(kBandas);
-  libro->cuenta();
-  EXPECT_EQ(libro->paginas(), 5);
-  libros.motor.flush();
-  DBEngine otro;  // another station
-  for (DBEngine* motor : {&otro, &libros.motor}) {
-    const int version = libro->version();
-    DataControl diario(*motor);
-    diario.bind(libros.rutaEmpresa(), "Select * from Diario where Subcuenta='57200001'");
-    diario.Edit();
-    diario.Fields("Importe") = diario.Fields("Importe").number() + 100;
-    diario.Update();
-    motor->flush();
-    EXPECT_NE(libro->pagina(3), nullptr);
-    EXPECT_GT(libro->version(), version);
-  }
-  libro->cuenta();
-  EXPECT_EQ(libro->paginas(), 5);
-  EXPECT_TRUE(renglones(*libro, 5).endsWith("total 57200001 197,00\ntodo 192,00\npagina -6,00\n"))
-      << qPrintable(renglones(*libro, 5));
-}
-
 // Bands that depend on the row, lines that go on, and totals by a value whatever the order of the
 // rows.
 TEST_F(Composicion, CondicionesYResumenes) {

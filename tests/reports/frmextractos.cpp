@@ -121,6 +121,10 @@ TEST_F(Extractos, PunteanBuscanYVanAlAsiento) {
   dialogo("MnuExtractos", "FrmExtractosPantalla", [&](Teclado& t) {
     guion.esperaDialogo("FrmAsiento", [](Teclado& asiento) {
       EXPECT_EQ(asiento.textoDe("TxtAsiento"), "2");
+      EXPECT_EQ(asiento.forma().windowTitle(), "10/01/2003");
+      const auto& lineas = asiento.control<Rejilla>("GridAsiento");
+      EXPECT_EQ(lineas.filas(), 2);
+      EXPECT_EQ(lineas.texto(1, 3), "-100,00");
       asiento.pulsa("CmdSalir");
     });
     t.tecla(Qt::Key_Up);
