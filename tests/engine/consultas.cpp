@@ -50,7 +50,11 @@ TEST_F(Consultas, SeAnadeYModificaPorUnaConColumnasCalculadas) {
   EXPECT_EQ(control.Fields("Subcuenta").Size(), 9);
   QSignalSpy anadida(&control, &DataControl::rowAdded),
       cambiada(&control, &DataControl::rowChanged);
-  anade(control.Recordset(), {{"NLinea", 1}, {"NAsiento", 7}, {"DH", "H"}, {"Importe", "-12,5"}});
+  control.AddNew();
+  for (const auto& [campo, valor] :
+       Valores{{"NLinea", 1}, {"NAsiento", 7}, {"DH", "H"}, {"Importe", "-12,5"}})
+    control.Fields(campo) = valor;
+  control.Update();
   control.MoveFirst();
   EXPECT_EQ(control.Fields("Debe").display(), "");
   EXPECT_EQ(control.Fields("Haber").number(), -12.5);
