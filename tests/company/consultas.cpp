@@ -1,4 +1,4 @@
-// What the stored queries of invoices, receipts and stock show, row by row.
+// What the stored queries of invoices and balances show, row by row.
 
 #include "soporte/libros.h"
 
@@ -10,8 +10,6 @@ class Consultas : public testing::Test, protected Libros {
     anade("Subcuentas", {"40000001", "400", "Suministros Ebro, S.L.", "Calle Mayor, 1"});
     anade("Subcuentas", {"43000001", "430", "Almacenes Ruiz"});
     anade("Subcuentas", {"57200001", "572", "Banco Duero"});
-    anade("Subcuentas", {"30000001", "300", "Mercaderías"});
-    anade("Subcuentas", {"30000002", "300", "Envases"});
   }
   // A row of texts from the first field on; an empty one leaves its field alone.
   void anade(const QString& tabla, const QStringList& textos) {
@@ -50,24 +48,6 @@ TEST_F(Consultas, ElRegistroDeIvaYLaDeclaracionAnual) {
   compara("Sql347",
           {"40000001|Suministros Ebro, S.L.|1|F-2|150,5|16|0|Calle Mayor, 1|-|-|-|-|-|-|-|-",
            "43000001|Almacenes Ruiz|3|1|-200|16|4|-|-|-|-|-|-|-|-|-"});
-}
-
-TEST_F(Consultas, LosRecibosConSusDosNombres) {
-  const QStringList recibo = {"30/04/2024", "43000001", "Recibo 1", "F1", "Letra",
-                              "57200001",   "120,5",    "Cargo",    "Z9"};
-  anade("Recibos", recibo);
-  anade("Recibos", recibo);
-  const QString fila =
-      "30/04/2024|43000001|Almacenes Ruiz|Recibo 1|F1|Letra|57200001|Banco Duero|120,5|Z9|Cargo";
-  compara("SqlRecibos", {fila, fila});
-}
-
-TEST_F(Consultas, LasExistenciasTambienSinMovimientos) {
-  anade("Diario", {"0", "1", "02/01/2024", "30000001", "Compra", "D", "100"});
-  anade("Diario", {"1", "1", "02/01/2024", "57200001", "Compra", "H", "-100"});
-  anade("Diario", {"2", "2", "03/01/2024", "30000001", "Venta", "H", "-40"});
-  compara("SqlRegularizaStock", {"30000001|Mercaderías|D|100|100|0",
-                                 "30000001|Mercaderías|H|-40|0|-40", "30000002|Envases|-|-|0|-"});
 }
 
 TEST_F(Consultas, UnApunteSinSubcuentaOSinNivelFaltaEnSusBalances) {

@@ -43,6 +43,11 @@ void UnAno::tecleaElTrimestre() {
   });
   EXPECT_EQ(rejilla().filas(), 312);
   EXPECT_EQ(filas("Select Asiento, NLinDiario from Empresa"), (Filas{{"121", "312"}}));
+  // Neither ticked off nor of an invoice, and of the year itself.
+  EXPECT_EQ(filas("Select NLinea from Diario where Punteo is null and ApunteIVA is null and "
+                  "TipoDiario='1'")
+                .size(),
+            312u);
   comprueba();
   // On the screen, subcuenta by subcuenta, and by stored query.
   for (const QStringList& saldo : leeCsv("trimestre/saldos-trimestre.csv")) {

@@ -21,32 +21,6 @@ class FrmMenuLinea : public MenuAbierto {
   FrmMenu& menu;
 };
 
-TEST_F(FrmMenuLinea, AsientaConTeclasYConBotones) {
-  linea("57000001", "1234,5", {}, kFecha);
-  EXPECT_EQ(t->enfocado(), "TxtSubcuenta");
-  EXPECT_EQ(t->textoDe("TxtSubcuenta"), "57000001");
-  EXPECT_EQ(totales("Asiento"), QStringList({"1.234,50 ", "0,00 ", "1.234,50 "}));
-  linea("43000001", {}, "1000");
-  EXPECT_EQ(totales("Cuenta"), QStringList({"0,00 ", "-1.000,00", "-1.000,00"}));
-  // The same line again on each side, by the buttons: nothing of it was cleared.
-  t->pulsa("CmdLinDebe");
-  t->pulsa("CmdLinHaber");
-
-  EXPECT_EQ(
-      filas("Select NLinea, NAsiento, Fecha, Subcuenta, Descripcion, DH, Importe, Punteo, "
-            "TipoDiario from Diario order by NLinea"),
-      (std::vector<QStringList>{{"0", "1", kFecha, "57000001", "Apunte", "D", "1234,5", "", "1"},
-                                {"1", "1", kFecha, "43000001", "Apunte", "H", "-1000", "", "1"},
-                                {"2", "1", kFecha, "43000001", "Apunte", "D", "1000", "", "1"},
-                                {"3", "1", kFecha, "43000001", "Apunte", "H", "-1000", "", "1"}}));
-  EXPECT_EQ(filas("Select NLinea from Diario where ApunteIVA is null").size(), 4u);
-  EXPECT_EQ(contador("NLinDiario"), "4");
-  EXPECT_EQ(contador("Asiento"), "2");
-  EXPECT_EQ(totales("Total"), QStringList({"2.234,50 ", "-2.000,00", "234,50 "}));
-  EXPECT_EQ(totales("Cuenta"), QStringList({"1.000,00 ", "-2.000,00", "-1.000,00"}));
-  EXPECT_EQ(totales("Marcado"), totales("Asiento"));
-}
-
 TEST_F(FrmMenuLinea, NiegaUnaLineaIncompleta) {
   linea("57000001", "100", {}, kFecha);
   vacia("TxtConcepto");

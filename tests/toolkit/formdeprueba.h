@@ -35,9 +35,7 @@ class FormDePrueba : public Formulario {
 
   using Formulario::alPulsar;
   using Formulario::alSalir;
-  using Formulario::alTeclear;
   using Formulario::enfocar;
-  using Formulario::fecha;
   using Formulario::importe;
   using Formulario::mensaje;
   using Formulario::mostrar;

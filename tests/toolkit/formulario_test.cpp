@@ -60,25 +60,6 @@ TEST(Formulario, CargaUnaVezYSeActivaCadaVezQueSeMuestra) {
   EXPECT_EQ(p.e.formularios->abierto("FormDePrueba"), &p.f);
 }
 
-TEST(Formulario, LosCodigosDelDialogoSePonenAntesYSeQuitanDespues) {
-  PruebaDeDos p;
-  Sesion& s = p.e.ctx.sesion;
-  const auto codigos = [&s] { return QString("%1 %2").arg(s.CodigoLlamada).arg(s.ValorElegido); };
-  const auto mira = [&](const QString& esperados) {
-    p.e.guion.esperaDialogo("FrmIVASR", [&, esperados](Teclado& d) {
-      EXPECT_EQ(codigos(), esperados);
-      d.escape();
-    });
-  };
-  mira("6 27");
-  p.f.mostrar("FrmIVASR", 6, "27");
-  EXPECT_EQ(codigos(), "0 ");
-  s.ValorElegido = "queda";
-  mira("7 queda");
-  p.f.mostrar("FrmIVASR", 7);
-  EXPECT_EQ(codigos(), "0 queda");
-}
-
 TEST(Formulario, CambiarCierraLosAbiertosYElProgramaNoAcaba) {
   PruebaDeDos p;
   const QPointer<Formulario> vieja(&p.f);

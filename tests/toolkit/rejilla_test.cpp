@@ -55,23 +55,6 @@ struct PruebaDeRejilla {
   }
 };
 
-TEST(Rejilla, MuestraCadaTipoASuModo) {
-  using Tipo = Columna::Tipo;
-  PruebaDeRejilla p("SqlDiarioPrincipalBlanco",
-                    {{.campo = "Fecha", .titulo = "", .tipo = Tipo::Fecha},
-                     {.campo = "Descripcion", .titulo = ""},
-                     {.campo = "Debe", .titulo = "", .tipo = Tipo::Importe},
-                     {.campo = "Haber", .titulo = "", .tipo = Tipo::Importe},
-                     {.campo = "NoHay", .titulo = ""}});
-  p.e.inserta("Diario",
-              {{"NLinea", 0}, {"Fecha", QDate(2003, 2, 1)}, {"DH", "D"}, {"Importe", 1234.5}});
-  p.e.inserta("Diario", {{"NLinea", 1}, {"Descripcion", "x"}, {"DH", "H"}, {"Importe", -2.0}});
-  p.f.Dta.Refresh();
-  EXPECT_EQ(p.g.alDia().filas(), 2);
-  EXPECT_EQ(p.fila(0), (Lista{"01/02/2003", "", "1.234,50 ", "", ""}));
-  EXPECT_EQ(p.fila(1), (Lista{"", "x", "", "-2,00", ""}));
-}
-
 TEST(Rejilla, PideElAnchoDeSusColumnasConCualquierLetra) {
   for (const double veces : {1.0, 1.5}) {
     const LetraAumentada letra(veces);
@@ -205,27 +188,6 @@ TEST(Rejilla, LosDecimalesDeUnaColumnaEstanUnosBajoOtros) {
     EXPECT_EQ(sitios.size(), 1) << mascara;
     EXPECT_EQ(enCampos.size(), 1) << mascara;
   }
-}
-
-TEST(Rejilla, DaSenalesDeTeclasYRaton) {
-  PruebaDeRejilla p;
-  Lista senales;
-  const auto anota = [&](const char* cual) { return [&senales, cual] { senales << cual; }; };
-  QObject::connect(&p.g, &Rejilla::intro, anota("intro"));
-  QObject::connect(&p.g, &Rejilla::mas, anota("mas"));
-  QObject::connect(&p.g, &Rejilla::espacio, anota("espacio"));
-  QObject::connect(&p.g, &Rejilla::dobleClic, anota("doble"));
-  QObject::connect(&p.g, &Rejilla::botonDerecho, anota("derecho"));
-  p.t.intro();
-  p.t.teclea("+ a");
-  p.t.dobleClic("Grid");
-  const QPoint donde = p.g.visualRect(p.g.model()->index(1, 0)).center();
-  QContextMenuEvent menu(QContextMenuEvent::Mouse, donde, p.g.viewport()->mapToGlobal(donde));
-  QCoreApplication::sendEvent(p.g.viewport(), &menu);
-  EXPECT_EQ(senales, (Lista{"intro", "mas", "espacio", "doble", "derecho"}));
-  EXPECT_EQ(p.g.filaActual(), 1);
-  p.t.tab();  // leaves the grid
-  EXPECT_NE(p.t.enfocado(), "Grid");
 }
 
 // --- editing in place

@@ -44,20 +44,6 @@ TEST(Campos, FiltranLoQueEntraPorTeclasOSePega) {
   EXPECT_EQ(pega(" 4567 "), "4567");
 }
 
-TEST(Campos, LaReaccionDelFormularioVeLaTeclaAntesQueElFiltro) {
-  Prueba p;
-  p.f.soloNumero(p.f.TxtA);
-  p.f.alTeclear(p.f.TxtA, [](Tecla& tecla) {
-    if (tecla.texto == '*') tecla.tragar();
-    if (tecla.texto == 'o') tecla.texto = '0';
-  });
-  p.t.escribe("TxtA", "1*o");
-  EXPECT_EQ(p.t.textoDe("TxtA"), "10");
-  p.t.tecla(Qt::Key_Backspace);
-  EXPECT_EQ(p.t.textoDe("TxtA"), "1");
-  EXPECT_EQ(p.f.pitidos(), 0);
-}
-
 TEST(Campos, IntroPasaAlSiguienteYLoSelecciona) {
   Prueba p;
   p.f.TxtB->setText("dos");
@@ -194,17 +180,4 @@ TEST(Salir, NoLoEsLoQueVuelveAlMismoCampo) {
   }
 }
 
-TEST(Salir, UnaFechaSeCompletaYEnfocarSeleccionaLoQueHay) {
-  Prueba p;
-  p.e.ctx.sesion.AnoActual = 2003;
-  p.f.fecha(p.f.TxtA);
-  p.t.escribe("TxtA", "1502");
-  p.t.tab();
-  EXPECT_EQ(p.t.textoDe("TxtA"), "15/02/2003");
-  p.f.enfocar(p.f.TxtA);
-  EXPECT_EQ(p.f.TxtA->selectedText(), "15/02/2003");
-  p.f.lee();
-  p.t.tab();
-  EXPECT_EQ(p.f.lee(), (Lista{"sale TxtA", "entra TxtB"}));
-}
 }  // namespace
