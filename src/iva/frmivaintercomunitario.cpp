@@ -96,7 +96,7 @@ void FrmIVAIntercomunitario::CmdAceptar_Click() {
   try {
     grabaIntracomunitaria(factura(), mascara,
                           {DtaIVA_, menu.DtaDiarioLista(), menu.DtaEmpresaActual()}, grabado);
-    ponEnDisco(ctx.motor);
+    ctx.cajas->guardaPendiente(this);  // given up, what was typed still stands
   } catch (const ErrorEjecucion& error) {
     avisarError(error.numero(), textoDeFallo(error, grabado), QStringLiteral("CmdAceptar_Click"));
     return;

@@ -322,7 +322,7 @@ void FrmIVASR::CmdAceptar_Click() {
     grabaFactura(factura(), clase, sesion().MascaraImporte,
                  {DtaIVA_, ctx.principal->DtaDiarioLista(), ctx.principal->DtaEmpresaActual()},
                  grabado);
-    ponEnDisco(ctx.motor);
+    ctx.cajas->guardaPendiente(this);  // given up, what was typed still stands
   } catch (const ErrorEjecucion& error) {
     avisarError(error.numero(), textoDeFallo(error, grabado), QStringLiteral("CmdAceptar_Click"));
     // The lines that came before the failure are taken away when it is accepted again.

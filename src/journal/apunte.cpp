@@ -121,6 +121,10 @@ int proximoAsiento(Recordset& empresa) {
   return mira(empresa);
 }
 
+bool esSuyoElNumero(const AsientoGrabado& grabado, const DataControl& empresa) {
+  return !grabado.asiento.isEmpty() && grabado.asiento.toLong() < empresa.Fields(kAsiento).toLong();
+}
+
 QString textoDeFallo(const ErrorEjecucion& error, const AsientoGrabado& grabado,
                      const QString& parte) {
   if (grabado.apuntes == 0) return error.descripcion();

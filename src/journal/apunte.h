@@ -105,6 +105,8 @@ struct AsientoGrabado {
   QString asiento;  // empty until it has a number
   int apuntes = 0;  // lines written
 };
+// Whether its number is its own: after a failure that undid its lines the next one gets it.
+bool esSuyoElNumero(const AsientoGrabado& grabado, const DataControl& empresa);
 // What the user reads of one that failed: the error and, if lines of it stand, where to look for
 // them. `parte` says what isn't whole.
 //   textoDeFallo(error, grabado, "La nómina no está entera")

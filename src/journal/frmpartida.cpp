@@ -53,6 +53,7 @@ void FrmPartida::Form_Load() {
 
 void FrmPartida::Form_Activate() {
   const DataControl& diario = ctx.principal->DtaDiarioLista();
+  linea_ = diario.Fields("NLinea").display();
   ui_->TxtSubcuenta->setText(diario.Fields("Subcuenta").display());
   FechaVieja = Format(diario.Fields("Fecha").Value(), "dd/mm/yyyy");
   ui_->TxtFecha->setText(FechaVieja);
@@ -126,12 +127,18 @@ void FrmPartida::guardaEn(const QString& signo) {
 
   Principal& menu = *ctx.principal;
   DataControl& diario = menu.DtaDiarioLista();
+  // Accepted again after it was given up, it is still the line that it was opened for.
+  if (diario.Fields("NLinea").display() != linea_) {
+    diario.FindFirst("NLinea = " + linea_);
+    if (diario.Recordset().NoMatch()) throw ErrorEjecucion(err::kRegistroEliminado);
+  }
   cambiaApunte(diario, apunteEn(signo.at(0), linea, mascara));
   diario.MoveLast();
   menu.ATotal();
   menu.ACuenta();
   menu.AAsiento();
   Comprueba();
+  ctx.cajas->guardaPendiente(this);  // given up, what was typed still stands
   descargar();
 }
 

@@ -40,5 +40,6 @@ class FrmPartida : public Formulario {
   DataControl DtaConceptos_;
   QString FechaVieja;
   QString AsientoViejo;
+  QString linea_;  // its NLinea
   QString DHViejo;
 };

@@ -136,7 +136,8 @@ void FrmNomina::CmdAceptar_Click() {
     });
   } catch (const ErrorEjecucion& error) {
     // Accepted again it goes on with the number that it has taken.
-    if (!grabado.asiento.isEmpty()) ui_->TxtApunteN->setText(grabado.asiento);
+    if (esSuyoElNumero(grabado, ctx.principal->DtaEmpresaActual()))
+      ui_->TxtApunteN->setText(grabado.asiento);
     avisarError(error.numero(),
                 textoDeFallo(error, grabado, QStringLiteral("La nómina no está entera")),
                 QStringLiteral("CmdAceptar_Click"));

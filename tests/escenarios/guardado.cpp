@@ -70,11 +70,11 @@ class Guardado : public MenuAbierto {
              }},
             {"partida",
              [=, this](const Eleccion& elige) {
-               enDialogo("FrmPartida", [](Teclado& d) {
+               enDialogo("FrmPartida", [&](Teclado& d) {
                  d.escribe("TxtDebeHaber", "8");
-                 d.pulsa("CmdAceptar");
+                 elige(ya);
+                 acepta(d);
                });
-               elige(ya);
                t->pulsa("CmdModificaApunte");
              }},
             {"borrado",
@@ -179,6 +179,38 @@ TEST_F(Guardado, LoQueOtroNoDejaGuardarSeReintentaOSeDescartaPeroNuncaSePierdeSi
     EXPECT_TRUE(guion.agotado());
     EXPECT_NE(fichero(), antes);
   }
+}
+
+TEST_F(Guardado, LoDescartadoSePuedeAceptarDeNuevoComoSiNada) {
+  const auto dosVeces = [this](const char* nombre, const std::function<void(Teclado&)>& rellena) {
+    guion.esperaDialogo(nombre, [this, rellena](Teclado& d) {
+      rellena(d);
+      auto otro = lector();
+      guion.esperaEleccion(false);
+      d.pulsa("CmdAceptar");
+      EXPECT_TRUE(guion.agotado());
+      otro.reset();
+      d.pulsa("CmdAceptar");
+    });
+  };
+  // The line that the dialog was opened for, and no other.
+  t->control<Rejilla>("GrdApuntes").mover(Rejilla::Primera);
+  dosVeces("FrmPartida", [](Teclado& d) { d.escribe("TxtDebeHaber", "8"); });
+  t->pulsa("CmdModificaApunte");
+  EXPECT_EQ(filas("Select Importe from Diario order by NLinea"),
+            (std::vector<QStringList>{{"8"}, {"-90"}, {"5"}}));
+  // A number that was given back is taken anew.
+  dosVeces("FrmNomina", [](Teclado& d) {
+    for (const auto& [campo, texto] : {std::pair("TxtFecha", "3103"),
+                                       {"TxtSubSueldoBruto", "43000001"},
+                                       {"TxtImpSueldoBruto", "10"},
+                                       {"TxtsubCaja", "57200001"}})
+      d.escribe(campo, texto);
+  });
+  formularios->mostrar("FrmNomina");
+  EXPECT_EQ(filas("Select NAsiento from Diario where NLinea > 2"),
+            (std::vector<QStringList>{{"3"}, {"3"}}));
+  EXPECT_EQ(contador("Asiento"), "4");
 }
 
 // Nothing of it is left behind, and what was typed stands to be accepted again.
