@@ -154,8 +154,11 @@ TEST_F(FilasConOtras, PorSusClavesSonLasQueSalenLeidasEnteras) {
       "Diario as D inner join %1 as C on D.Subcuenta = C.Codigo and D.NAsiento > 9",
       "(Diario as D left join Propias as P on D.Subcuenta = P.Codigo) inner join %1 as C on "
       "P.Codigo = C.Codigo"};
-  const char* const restos[] = {"", "order by C.Nombre desc", "order by D.NAsiento",
+  const char* const restos[] = {"",
+                                "order by C.Nombre desc",
+                                "order by D.NAsiento",
                                 "where C.Nombre like '*u*' order by D.Importe desc",
+                                "where C.Nombre is null or C.Nombre <> 'uno'",
                                 "where D.NAsiento > 3 and D.DH = 'D' order by D.Subcuenta"};
   for (const char* tabla : {"Propias", "Distintas", "Parciales", "Dobles", "Numeros"}) {
     const bool propia = tabla == std::string("Propias");

@@ -17,33 +17,36 @@ const Catalog::Column* columnAmong(const std::vector<const Source*>& sources, co
   return nullptr;
 }
 
-// Whether a condition asks that a column of `looked` is the same as one of the others.
-bool equates(const Expr& condition, const Source& looked, int column,
-             const std::vector<const Source*>& others) {
-  if (condition.kind != Kind::Binary || condition.op != Op::Equal) return false;
-  if (looked.table->columns[static_cast<size_t>(column)].foreign) return false;
+// What a condition asks a column of `looked` to be equal to, if it is a column of the others.
+ExprPtr equated(const Expr& condition, const Source& looked, int column,
+                const std::vector<const Source*>& others) {
+  if (condition.kind != Kind::Binary || condition.op != Op::Equal) return nullptr;
+  if (looked.table->columns[static_cast<size_t>(column)].foreign) return nullptr;
   const auto isKey = [&](const Expr& expr) {
     return expr.kind == Kind::Column && expr.source == looked.id && expr.column == column;
   };
   for (const size_t key : {0, 1}) {
-    const Catalog::Column* other = columnAmong(others, *condition.args[1 - key]);
-    if (isKey(*condition.args[key]) && other && !other->foreign) return true;
+    const ExprPtr& other = condition.args[1 - key];
+    const Catalog::Column* found = columnAmong(others, *other);
+    if (isKey(*condition.args[key]) && found && !found->foreign) return other;
   }
-  return false;
+  return nullptr;
+}
+
+// The same of a join's whole condition.
+ExprPtr equated(const From& join, int column) {
+  const auto others = sourcesOf(std::as_const(*join.left));
+  for (const ExprPtr& condition : conjuncts(join.on))
+    if (ExprPtr other = equated(*condition, join.right->source, column, others)) return other;
+  return nullptr;
 }
 
 bool looksUp(const From& join) {
   if (join.right->kind != From::Kind::Source || !join.right->source.table || !join.on) return false;
-  const Source& looked = join.right->source;
-  const auto others = sourcesOf(std::as_const(*join.left));
-  const auto conditions = conjuncts(join.on);
-  const auto& keys = looked.table->uniqueKeys;
+  const auto& keys = join.right->source.table->uniqueKeys;
   return std::any_of(keys.begin(), keys.end(), [&](const std::vector<int>& key) {
-    return std::all_of(key.begin(), key.end(), [&](int column) {
-      return std::any_of(conditions.begin(), conditions.end(), [&](const ExprPtr& condition) {
-        return equates(*condition, looked, column, others);
-      });
-    });
+    return std::all_of(key.begin(), key.end(),
+                       [&](int column) { return equated(join, column) != nullptr; });
   });
 }
 
@@ -52,6 +55,22 @@ bool looksUp(const From& join) {
 const Source* rowSource(const From& from) {
   if (from.kind == From::Kind::Source) return from.source.table ? &from.source : nullptr;
   return from.kind != From::Kind::Cross && looksUp(from) ? rowSource(*from.left) : nullptr;
+}
+
+std::vector<Lookup> innerLookups(const From& from) {
+  std::vector<Lookup> all;
+  for (const From* join = &from; join->kind != From::Kind::Source; join = join->left.get()) {
+    const Source& looked = join->right->source;
+    if (join->kind != From::Kind::Inner || !looked.table) continue;
+    for (const std::vector<int>& key : looked.table->uniqueKeys) {
+      if (key.size() != 1) continue;
+      if (ExprPtr by = equated(*join, key[0])) {
+        all.push_back({&looked, columnOf(looked, key[0]), std::move(by)});
+        break;
+      }
+    }
+  }
+  return all;
 }
 
 std::vector<int> needless(const Query& query) {

@@ -15,6 +15,16 @@ QString columnAlias(qsizetype index) {
   return u'c' + QString::number(index);
 }
 
+bool readsOnly(const Expr& expr, int source) {
+  bool some = false;
+  const bool others = anyPart(expr, [&](const Expr& part) {
+    const bool column = part.kind == Expr::Kind::Column;
+    some = some || column;
+    return column && part.source != source;
+  });
+  return some && !others;
+}
+
 }  // namespace
 
 int Parameters::own(const Variant& value) {
@@ -39,7 +49,23 @@ QString Emitter::whole(const Query& query) {
 
 QString Emitter::keys(const Query& query) {
   open(query);
-  return QStringLiteral("SELECT ") + rowNumber(*rowSource(*query.from)) + rest(query, true);
+  return QStringLiteral("SELECT ") + rowNumber(*rowSource(*query.from)) +
+         rest(query, true, lookedUpOnce(query));
+}
+
+// Conditions on what is looked up choose its rows once, and not again for each row that finds them.
+QString Emitter::lookedUpOnce(const Query& query) {
+  QString sql;
+  for (const Lookup& lookup : innerLookups(*query.from)) {
+    ExprPtr own;
+    for (const ExprPtr& part : conjuncts(query.where))
+      if (readsOnly(*part, lookup.source->id)) own = both(own, part);
+    if (!own) continue;
+    sql += QStringLiteral(" AND ") + groupKey(*lookup.by) + QStringLiteral(" IN (SELECT ") +
+           value(*lookup.key) + QStringLiteral(" FROM ") + source(*lookup.source) +
+           QStringLiteral(" WHERE ") + condition(*own) + u')';
+  }
+  return sql;
 }
 
 QString Emitter::likelyKeys(const Query& query) {
@@ -80,12 +106,12 @@ QString Emitter::outputs(const Query& query, bool named) {
          all.join(QStringLiteral(", "));
 }
 
-QString Emitter::rest(const Query& query, bool ordered) {
+QString Emitter::rest(const Query& query, bool ordered, const QString& besides) {
   ExprPtr conditions;
   QString sql = QStringLiteral(" FROM ") + from(*query.from, conditions);
   conditions = both(conditions, query.where);
   if (query.singles) conditions = both(conditions, query.having);
-  if (conditions) sql += QStringLiteral(" WHERE ") + condition(*conditions);
+  if (conditions) sql += QStringLiteral(" WHERE ") + condition(*conditions) + besides;
   if (!query.singles) sql += grouping(query);
   return ordered ? sql + orderBy(query) : sql;
 }

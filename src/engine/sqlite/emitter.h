@@ -39,7 +39,9 @@ class Emitter {
  private:
   void open(const Query& query);
   QString outputs(const Query& query, bool named);
-  QString rest(const Query& query, bool ordered);
+  QString lookedUpOnce(const Query& query);
+  // `besides` are conditions that follow from those of the query.
+  QString rest(const Query& query, bool ordered, const QString& besides = {});
   QString grouping(const Query& query);
   QString from(const From& from, ExprPtr& conditions);
   QString nested(const From& from);
