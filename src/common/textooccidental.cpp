@@ -34,6 +34,9 @@ char16_t letraOccidental(char16_t byte) {
 }  // namespace
 
 QString leeTexto(QByteArrayView bytes) {
+  // Most texts read the same in all pages.
+  if (std::none_of(bytes.begin(), bytes.end(), [](char c) { return c & 0x80; }))
+    return QString::fromLatin1(bytes);
   QStringDecoder utf8(QStringDecoder::Utf8);
   QString texto = utf8(bytes);
   return utf8.hasError() ? leeTexto(bytes, PaginaDeCodigos::Occidental) : texto;

@@ -145,40 +145,56 @@ void importaPlan(Tarea& tarea, const QString& ruta) {
 
 // --- journal ------------------------------------------------------------------------------------
 
-// A value as its column will have it; Null for one that it doesn't take, if that is passed over.
-Variant comprobado(Tarea& tarea, Recordset& filas, const char* campo, const Variant& valor) {
-  Variant suyo;
-  const FieldRef columna = filas.Fields(QLatin1String(campo));
-  tarea.cepo([&] { suyo = convertTo(columna.Type(), columna.Size(), valor); });
-  return suyo;
-}
+struct Columna {
+  Columna(Recordset& filas, const char* campo)
+      : tipo(filas.Fields(QLatin1String(campo)).Type()),
+        ancho(filas.Fields(QLatin1String(campo)).Size()) {}
+  FieldType tipo;
+  int ancho;
+};
 
-Apunte apunteDe(Tarea& tarea, Recordset& diario, const Registro& registro) {
-  const auto de = [&](const char* campo, const Variant& valor) {
-    return comprobado(tarea, diario, campo, valor);
+// Those that a line is checked against, looked up once for all lines.
+struct ColumnasDiario {
+  explicit ColumnasDiario(Recordset& diario)
+      : NAsiento(diario, "NAsiento"),
+        Fecha(diario, "Fecha"),
+        Subcuenta(diario, "Subcuenta"),
+        Descripcion(diario, "Descripcion"),
+        TipoDiario(diario, "TipoDiario"),
+        Importe(diario, "Importe") {}
+  Columna NAsiento, Fecha, Subcuenta, Descripcion, TipoDiario, Importe;
+};
+
+Apunte apunteDe(Tarea& tarea, const ColumnasDiario& diario, const Registro& registro) {
+  // A value as its column will have it; Null for one that it doesn't take, if that is passed over.
+  const auto de = [&](const Columna& columna, const Variant& valor) {
+    Variant suyo;
+    tarea.cepo([&] { suyo = convertTo(columna.tipo, columna.ancho, valor); });
+    return suyo;
   };
   Apunte apunte;
-  apunte.NAsiento = de("NAsiento", registro.numero(6));
-  apunte.Fecha = de("Fecha", registro.campo(1));
-  apunte.Subcuenta = de("Subcuenta", registro.campo(2));
-  apunte.Descripcion = de("Descripcion", registro.campo(7));
+  apunte.NAsiento = de(diario.NAsiento, registro.numero(6));
+  apunte.Fecha = de(diario.Fecha, registro.campo(1));
+  apunte.Subcuenta = de(diario.Subcuenta, registro.campo(2));
+  apunte.Descripcion = de(diario.Descripcion, registro.campo(7));
   if (!registro.campo(4).isEmpty()) apunte.Punteo = "X";
-  apunte.TipoDiario = de("TipoDiario", registro.campo(5));
+  apunte.TipoDiario = de(diario.TipoDiario, registro.campo(5));
   apunte.DH = registro.campo(8) == QLatin1String("1") ? "D" : "H";
   // Kept: the sign stands as it is, since the file has that of the haber already.
   const QString& mascara = tarea.destino.mascara;
-  apunte.Importe = de("Importe", importeEscrito(importe(registro.campo(9), mascara), mascara));
+  apunte.Importe = de(diario.Importe, importeEscrito(importe(registro.campo(9), mascara), mascara));
   return apunte;
 }
 
 void importaDiario(Tarea& tarea, const QString& ruta) {
   constexpr int kCampos = 22;
   ApuntesEnSerie serie(tarea.empresa);
+  const ColumnasDiario columnas(serie.diario());
   const Avance entreSeries = [&](int posicion, int total) {
     if (!serie.abierta()) tarea.avance(posicion, total);
   };
   recorre(tarea, ruta, {kCampos, 50, 75, entreSeries}, [&](const Registro& registro) {
-    tarea.cepo([&] { serie.graba(apunteDe(tarea, serie.diario(), registro)); });
+    tarea.cepo([&] { serie.graba(apunteDe(tarea, columnas, registro)); });
   });
   serie.cierra();
 }
