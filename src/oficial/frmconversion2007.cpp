@@ -70,7 +70,17 @@ Modelo2007 FrmConversion2007::modelo() const {
 
 void FrmConversion2007::propone() {
   const auto empresa = ctx.motor.Workspaces(0).OpenDatabase(sesion().rutaEmpresa());
+  QHash<QString, FilaConversion> antes;
+  for (const FilaConversion& fila : std::as_const(filas_))
+    if (tecleadas_.contains(fila.codigo)) antes.insert(fila.codigo, fila);
   filas_ = proponeConversion(*empresa, modelo());
+  // What was typed is as good for the other model, or will be told.
+  for (FilaConversion& fila : filas_) {
+    const auto suya = antes.constFind(fila.codigo);
+    if (suya == antes.cend()) continue;
+    fila.nuevo = suya->nuevo;
+    fila.seBorra = suya->seBorra;
+  }
   ensena();
 }
 
@@ -113,6 +123,7 @@ void FrmConversion2007::cambiada(QTableWidgetItem* celda) {
   const auto i = ui_->GrdConversion->item(celda->row(), kCodigo)->data(Qt::UserRole).toLongLong();
   FilaConversion& fila = filas_[i];
   const QString escrito = celda->text().trimmed();
+  tecleadas_.insert(fila.codigo);
   fila.seBorra = escrito == QLatin1String("-") || escrito == kSeBorra;
   // A bare cuenta takes the ending of the old code with it.
   const bool cuenta =
@@ -152,8 +163,11 @@ void FrmConversion2007::CmdIgual_Click() {
   if (nuevo.isEmpty()) return mensaje("Decida primero el código nuevo de esta línea", "Atención");
   const bool cuatro = nuevo != codigoConvertido(viejo, nuevo.left(3));
   for (FilaConversion& fila : filas_)
-    if (fila.codigo != viejo && fila.codigo.left(3) == viejo.left(3))
-      fila.nuevo = codigoConvertido(fila.codigo, nuevo.left(cuatro ? 4 : 3)), fila.seBorra = false;
+    if (fila.codigo != viejo && fila.codigo.left(3) == viejo.left(3)) {
+      fila.nuevo = codigoConvertido(fila.codigo, nuevo.left(cuatro ? 4 : 3));
+      fila.seBorra = false;
+      tecleadas_.insert(fila.codigo);
+    }
   ensena();
 }
 

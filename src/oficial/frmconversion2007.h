@@ -3,6 +3,7 @@
 #pragma once
 
 #include <memory>
+#include <QSet>
 
 #include "oficial/conversion.h"
 #include "toolkit/formulario.h"
@@ -36,6 +37,7 @@ class FrmConversion2007 : public Formulario {
 
   std::unique_ptr<Ui::FrmConversion2007> ui_;
   QList<FilaConversion> filas_;
-  Convertido hecho_;  // once it is made
+  QSet<QString> tecleadas_;  // the codes that the user has decided
+  Convertido hecho_;         // once it is made
   bool ensenando_ = false;
 };

@@ -101,6 +101,8 @@ TEST_F(ALaLeyDeHoy, SeConvierteLaEmpresaYSalenSusEstados) {
     d.teclea("203");  // a bare cuenta takes the ending along
     d.intro();
     EXPECT_EQ(tabla.item(0, 4)->text(), "20300001");
+    // What was decided stays when the other model is looked at.
+    for (const char* modelo : {"OptModelo_0", "OptModelo_1"}) d.pulsa(modelo);
     // Another that nobody uses goes, by one key for all of them.
     EXPECT_EQ(d.textoDe("LblResumen").section("   ", 2), "Se borran: 0   Por decidir: 1");
     d.mnemonico('O');
