@@ -80,7 +80,7 @@ void FrmModelo347::Form_Load() {
        {"Nombre", 24},
        {"Prov.", 5, false, "Código de provincia, 99 fuera de España"},
        {"País", 5},
-       {"Falta", 22},
+       {"Nota", 22},
        {"Año", 12, true},
        {"1T", 12, true},
        {"2T", 12, true},
@@ -94,7 +94,10 @@ void FrmModelo347::Form_Load() {
        .editable = [](int, int columna) { return datoDe(columna).has_value(); },
        .escribe = [this](int fila, int columna,
                          const QString& texto) { escribe(fila, columna, texto); },
-       .avisa = [](int, int columna) { return columna == Nota; }});
+       .avisa =
+           [this](int fila, int columna) {
+             return columna == Nota && !modelo_->terceros()[size_t(fila)].faltas().isEmpty();
+           }});
   lee();
   ui_->GrdTerceros->setFocus();
 }
