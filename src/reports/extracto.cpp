@@ -30,7 +30,8 @@ void escribeSaldos(Database& empresa, const QString& subcuenta, const QString& m
     const Variant haber = lineas->Fields(Haber).Value();
     const double importe =
         (debe.isNull() ? 0 : debe.number()) + (haber.isNull() ? 0 : haber.number());
-    saldo += mascara.isEmpty() ? importe : Variant(Format(importe, mascara)).number();
+    saldo += mascara.isEmpty() ? importe
+                               : ImporteDe(Format(importe, mascara), mascara).value_or(importe);
     // A balance that stands already isn't written again: most lines of a ledger never change.
     if (lineas->Fields(Saldo).Value() == Variant(saldo)) continue;
     lineas->Edit();

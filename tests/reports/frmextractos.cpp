@@ -184,6 +184,9 @@ TEST_F(Extractos, SumanMesAMes) {
         {2, {"FEB", "50,00", "0,00", "50,00", "20,00"}},
         {12, {"DIC", "0,00", "0,00", "0,00", "20,00"}}});
   // What the mask writes is what is summed, whatever it looks like.
+  ctx.sesion.MascaraImporte = "#,### \"Fr\"";
+  dialogo("MnuExtractos", "FrmExtractosPantalla", [](Teclado& t) { t.escape(); });
+  EXPECT_EQ(saldos("57000001"), QStringList({"-30", "20"}));
   ctx.sesion.MascaraImporte = "#,### €;(#,### €)";
   mira(
       {{1, {"ENE", "€", "(30 €)", "(30 €)", "(30 €)"}}, {2, {"FEB", "50 €", "€", "50 €", "20 €"}}});
