@@ -187,6 +187,7 @@ void UnAno::nomina(int asiento, const QString& fecha) {
       d.intro();
     };
     const auto escrito = [&](double importe) { return Format(importe, ctx.sesion.MascaraImporte); };
+    EXPECT_EQ(d.textoDe("TxtImpRenumeracionesPP"), escrito(0));
     EXPECT_EQ(d.enfocado(), "TxtFecha");
     for (const QString& texto : {fecha, QString(), QString("640.1"), QString("1500")}) enter(texto);
     EXPECT_EQ(d.textoDe("LblSubSueldoBruto"), "Sueldos y salarios");
@@ -231,7 +232,7 @@ void UnAno::nomina(int asiento, const QString& fecha) {
 
 void UnAno::regularizaExistencias() {
   herramienta("MnuRegularizacionStock", [&](Teclado& stocks) {
-    EXPECT_EQ(stocks.textoDe("TxtExistenciasIniciales"), "500,25 €");
+    EXPECT_EQ(stocks.textoDe("TxtExistenciasIniciales"), "500,25 Fr");
     EXPECT_EQ(stocks.textoDe("TxtExistenciasFinales"), "");
     EXPECT_EQ(stocks.textoDe("TxtSubcuentaCompras"), "61000001");
     EXPECT_EQ(stocks.textoDe("LblSubcuentaCompras"), "Variación de existencias");
@@ -459,8 +460,8 @@ void UnAno::recorre() {
   creaLaEmpresa();
   tecleaElTrimestre();
   facturas();
-  // Shown with a currency sign, with brackets for negatives, and with nothing for zero.
-  ctx.sesion.MascaraImporte = "#,##0.00 €;(#,##0.00 €);#";
+  // Shown with letters behind, with brackets for negatives, and with nothing for zero.
+  ctx.sesion.MascaraImporte = "#,##0.00 \"Fr\";(#,##0.00 \"Fr\");#";
   t->control<Rejilla>("GrdApuntes").setMascara(ctx.sesion.MascaraImporte);
   recibos();
   nomina(127, "30/06/2024");

@@ -99,7 +99,7 @@ void altaConCuentaYFicha(EscenarioPlanTecleado& e) {
       EXPECT_EQ(ficha.textoDe("TxtSubcuenta"), "43800001");
       EXPECT_EQ(ficha.textoDe("TxtDescripcion"), "Muñoz, anticipos");
       for (const char* texto :
-           {"Mayor, 1", "Soria", "42001", "Soria", "España", "B42", "975", "976", "Eva"}) {
+           {"Mayor, 1", "Soria", "42200", "Almazán", "España", "B42", "975", "976", "Eva"}) {
         ficha.teclea(texto);
         ficha.intro();
       }
@@ -111,7 +111,7 @@ void altaConCuentaYFicha(EscenarioPlanTecleado& e) {
   e.escribe("438.1");
   EXPECT_EQ(e.t.textoDe("TxtNombreCuenta"), "Muñoz, anticipos");
   EXPECT_EQ(e.filas("Select * from Subcuentas where Subcuenta='43800001'").at(0).join('|'),
-            "43800001|438|Muñoz, anticipos|Mayor, 1|Soria|42001|Soria|España|B42|975|976|Eva");
+            "43800001|438|Muñoz, anticipos|Mayor, 1|Soria|42200|Almazán|España|B42|975|976|Eva");
 }
 
 // What is in use may not be deleted, nor goes what the user thinks better of.

@@ -216,6 +216,11 @@ TEST_F(Vista, SigueALosLibros) {
   diario.Edit();
   diario.Fields("Importe") = diario.Fields("Importe").number() + 0.1;
   diario.Update();
+  Teclado(*vista).tecla(Qt::Key_Home);
+  espera();
+  EXPECT_TRUE(textosDe(*Teclado(*vista).control<VistaPagina>("Vista").pagina())
+                  .join(u' ')
+                  .contains("Descuadrado en 0,10"));
   EXPECT_EQ(leeVista(e.guion).lineas().filter("Descuadrado en 0,10").size(), 1);
 }
 
