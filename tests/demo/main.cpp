@@ -2,6 +2,7 @@
 // through. In the folder LIBRANO_DEMO it leaves the program's data, the screens met on the way and
 // the books as PDF.
 #include "escenarios/ano.h"
+#include "soporte/gestion.h"
 
 namespace {
 
@@ -51,7 +52,12 @@ std::vector<Pantalla> pantallas() {
           {"Frm347", 0, "", true, [](Teclado& t) { t.escribe("TxtImporte", "100"); }},
           {"FrmIVARenumera"},
           {"FrmEliminaAsientosIVA"},
-          {"FrmIVARevisarBases"}};
+          {"FrmIVARevisarBases"},
+          {"FrmImportarContaplus"},
+          {"FrmImportarContanet"},
+          {"FrmCompruebaEmpresa"},
+          {"FrmArticulos"},
+          {"FrmGesFacCli"}};
 }
 
 // Keeps the form as pictures, at the usual size of letters and dots and at twice as many dots.
@@ -103,6 +109,7 @@ TEST_F(Demostracion, UnAnoYLasDemasPantallas) {
   recorre();
   pasaA(kAno);
   mirar(t->forma());
+  creaGestion(motor, ctx.sesion.DirDatos);
   for (const Pantalla& p : pantallas()) muestra(p);
 }
 
