@@ -63,7 +63,7 @@ std::unique_ptr<Database> FrmModelo303::empresa() {
 void FrmModelo303::Form_Load() {
   ui_->GrdCasillas->enlazar(
       {{"Casilla", 6, true},
-       {"Concepto", 50},
+       {"Concepto", 41},
        {"Registros", 13, true, "Lo que suman las facturas, o lo que se calcula"},
        {"A mano", 13, true, "Cuenta en lugar de lo de los registros. Supr lo quita"},
        {"Total", 13, true}},
