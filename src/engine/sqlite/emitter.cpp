@@ -197,13 +197,22 @@ QStringList Emitter::orderTerms(const Query& query) {
   return terms;
 }
 
+// Whether a key is told by those before it: a name by the code that it was looked up with.
+bool Emitter::follows(const Expr& key, const Query& query, const QStringList& before) {
+  const auto lookups = innerLookups(*query.from);
+  return std::any_of(lookups.begin(), lookups.end(), [&](const Lookup& lookup) {
+    return readsOnly(key, lookup.source->id) && before.contains(groupKey(*lookup.by));
+  });
+}
+
 // What makes the order of rows a matter of the books alone and never of the way they were read.
 QStringList Emitter::tieTerms(const Query& query) {
   QStringList terms;
   if (query.distinct) {
     for (const Output& output : query.outputs) terms << groupKey(*output.expr);
   } else if (query.grouped) {
-    for (const ExprPtr& key : query.groupBy) terms << groupKey(*key);
+    for (const ExprPtr& key : query.groupBy)
+      if (!follows(*key, query, terms)) terms << groupKey(*key);
   } else if (const Source* rows = rowSource(*query.from)) {
     terms << rowNumber(*rows);
   } else {
