@@ -4,7 +4,6 @@
 
 #include "common/formato.h"
 #include "engine/dbengine.h"
-#include "journal/apunte.h"
 #include "journal/widgets/lineaapunte.h"
 #include "journal/widgets/trabajoendiario.h"
 #include "oficial/modelo303.h"
@@ -161,7 +160,7 @@ QString FrmDatosRegistros::celda(int fila, int columna) const {
 void FrmDatosRegistros::escribe(int fila, int columna, const QString& texto) {
   const auto lugar = size_t(visibles_[size_t(fila)]);
   escribeDato(*empresa(), lineas_[lugar], QLatin1String(dato(columna).campo), texto);
-  ponEnDisco(ctx.motor);
+  guardaCelda(*this, ctx, [this] { lee(); });
   avisos_[lugar] = avisosDe(lineas_[lugar], tipos_);
   ui_->LblAviso->setText(avisos_[lugar].join(QStringLiteral(". ")));
 }

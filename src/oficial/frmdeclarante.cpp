@@ -1,7 +1,6 @@
 #include "oficial/frmdeclarante.h"
 
 #include "engine/dbengine.h"
-#include "journal/apunte.h"
 #include "oficial/identificadores.h"
 #include "ui_frmdeclarante.h"
 
@@ -51,6 +50,6 @@ void FrmDeclarante::CmdAceptar_Click() {
   ui_->GrdDatos->cierraCelda();
   const auto empresa = ctx.motor.Workspaces(0).OpenDatabase(sesion().rutaEmpresa());
   declarante_->graba(*empresa);
-  ponEnDisco(ctx.motor);
+  ctx.cajas->guardaPendiente(this);  // given up, what was typed still stands
   descargar();
 }

@@ -6,7 +6,6 @@
 #include "accounts/plan2007.h"
 #include "common/comillas.h"
 #include "common/formato.h"
-#include "journal/apunte.h"
 #include "oficial/widgets/hojaimpresa.h"
 #include "toolkit/registro.h"
 #include "ui_frmestados.h"
@@ -181,7 +180,7 @@ void FrmEstados::escribe(int fila, const QString& texto) {
   }
   const auto empresa = ctx.motor.Workspaces(0).OpenDatabase(sesion().rutaEmpresa());
   escribeDesglose(*empresa, {cual_, linea(fila).orden, desde(), hasta()}, importe);
-  ponEnDisco(ctx.motor);
+  guardaCelda(*this, ctx, [this] { muestra(); });
   // The editor still stands in the grid: its rows may change once it has gone.
   QMetaObject::invokeMethod(
       this, [this] { protege([this] { muestra(); }, "GrdEstado_AfterUpdate"); },

@@ -1,7 +1,6 @@
 #include "oficial/frminmuebles347.h"
 
 #include "engine/dbengine.h"
-#include "journal/apunte.h"
 #include "oficial/inmuebles347.h"
 #include "oficial/modelo347fichero.h"
 #include "toolkit/rejilla.h"
@@ -44,7 +43,7 @@ void FrmInmuebles347::CmdProponer_Click() {
   const auto empresa = ctx.motor.Workspaces(0).OpenDatabase(sesion().rutaEmpresa());
   const Modelo347 modelo(*empresa, sesion().AnoActual);
   const int cuantos = modelo.proponeInmuebles(*empresa);
-  ponEnDisco(ctx.motor);
+  ctx.cajas->guardaPendiente(this);
   DtaInmuebles_.Refresh();
   if (cuantos == 0)
     mensaje("Cada arrendatario que se declara tiene ya su local", "Locales arrendados");

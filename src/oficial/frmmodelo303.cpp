@@ -5,7 +5,6 @@
 #include "common/formato.h"
 #include "common/version.h"
 #include "engine/dbengine.h"
-#include "journal/apunte.h"
 #include "oficial/declarante.h"
 #include "oficial/widgets/hojaimpresa.h"
 #include "ui_frmmodelo303.h"
@@ -160,7 +159,7 @@ void FrmModelo303::escribe(int fila, const QString& texto) {
   }
   const auto base = empresa();
   hoja_->escribe(*base, hoja_->casillas()[size_t(visibles_[size_t(fila)])].numero, valor);
-  ponEnDisco(ctx.motor);
+  guardaCelda(*this, ctx, [this] { lee(); });
   muestraResultado();
 }
 
@@ -261,7 +260,7 @@ void FrmModelo303::CmdPresentar_Click() {
     return;
   const auto base = empresa();
   hoja_->presenta(*base, tipo());
-  ponEnDisco(ctx.motor);
+  ctx.cajas->guardaPendiente(this);
 }
 
 void FrmModelo303::CmdImprimir_Click() {

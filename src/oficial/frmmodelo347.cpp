@@ -2,7 +2,6 @@
 
 #include "common/formato.h"
 #include "engine/dbengine.h"
-#include "journal/apunte.h"
 #include "oficial/registrofijo.h"
 #include "oficial/widgets/hojaimpresa.h"
 #include "ui_frmmodelo347.h"
@@ -154,7 +153,7 @@ QString FrmModelo347::celda(int fila, int columna) const {
 
 void FrmModelo347::escribe(int fila, int columna, const QString& texto) {
   modelo_->escribe(*empresa(), size_t(fila), *datoDe(columna), texto);
-  ponEnDisco(ctx.motor);
+  guardaCelda(*this, ctx, [this] { lee(); });
   muestraTotales();
 }
 

@@ -3,7 +3,6 @@
 #include "common/formato.h"
 #include "engine/dbengine.h"
 #include "iva/tiposfechas.h"
-#include "journal/apunte.h"
 #include "toolkit/rejilla.h"
 #include "ui_frmtiposporfechas.h"
 
@@ -43,7 +42,7 @@ void FrmTiposPorFechas::CmdPoner_Click() {
   const auto empresa = ctx.motor.Workspaces(0).OpenDatabase(sesion().rutaEmpresa());
   const QDate dia = Variant(ui_->TxtFecha->text()).date();
   const TiposPuestos puestos = ponTiposEnVigor(*empresa, TiposPorFechas(*empresa), dia);
-  ponEnDisco(ctx.motor);
+  ctx.cajas->guardaPendiente(this);
   QString texto = puestos.codigos.isEmpty()
                       ? QStringLiteral("Los tipos en vigor ya están en la tabla de tipos de IVA")
                       : QStringLiteral("Tipos puestos en los códigos ") +

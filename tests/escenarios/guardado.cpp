@@ -3,6 +3,7 @@
 #include <sys/resource.h>
 
 #include "journal/menuabierto.h"
+#include "oficial/widgets/tablahoja.h"
 
 namespace {
 
@@ -211,6 +212,48 @@ TEST_F(Guardado, LoDescartadoSePuedeAceptarDeNuevoComoSiNada) {
   EXPECT_EQ(filas("Select NAsiento from Diario where NLinea > 2"),
             (std::vector<QStringList>{{"3"}, {"3"}}));
   EXPECT_EQ(contador("Asiento"), "4");
+}
+
+// A cell shows what the file holds, a dialog keeps what was typed.
+TEST_F(Guardado, LoDescartadoDeUnaCeldaDejaDeVerseEnElla) {
+  const auto escribe = [](Teclado& d, const char* rejilla, int fila, int columna) {
+    auto& tabla = d.control<TablaHoja>(rejilla);
+    tabla.setFocus();
+    tabla.irA(fila, columna);
+    d.teclea("7");
+    d.tecla(Qt::Key_Return);
+    return tabla.textoDe(fila, columna);
+  };
+  guion.esperaDialogo("FrmModelo303", [&](Teclado& d) {
+    constexpr int kAMano = 3;
+    auto& casillas = d.control<TablaHoja>("GrdCasillas");
+    int fila = 0;
+    while (casillas.textoDe(fila, 0) != "110") ASSERT_LT(++fila, casillas.model()->rowCount());
+    const QString antes = casillas.textoDe(fila, kAMano);
+    auto otro = lector();
+    guion.esperaEleccion(false);
+    escribe(d, "GrdCasillas", fila, kAMano);
+    reposar();
+    EXPECT_TRUE(guion.agotado());
+    EXPECT_EQ(casillas.textoDe(fila, kAMano), antes);
+    otro.reset();
+    EXPECT_EQ(escribe(d, "GrdCasillas", fila, kAMano), "7,00");
+    reposar();
+    EXPECT_EQ(casillas.textoDe(fila, kAMano), "7,00");
+    d.escape();
+  });
+  formularios->mostrar("FrmModelo303");
+  guion.esperaDialogo("FrmDeclarante", [&](Teclado& d) {
+    const QString escrito = escribe(d, "GrdDatos", 0, 1);
+    auto otro = lector();
+    guion.esperaEleccion(false);
+    d.pulsa("CmdAceptar");
+    EXPECT_TRUE(guion.agotado());
+    EXPECT_EQ(d.control<TablaHoja>("GrdDatos").textoDe(0, 1), escrito);
+    otro.reset();
+    d.pulsa("CmdAceptar");
+  });
+  formularios->mostrar("FrmDeclarante");
 }
 
 // Nothing of it is left behind, and what was typed stands to be accepted again.

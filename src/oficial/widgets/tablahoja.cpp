@@ -6,6 +6,7 @@
 #include <QPointer>
 
 #include "common/errorejecucion.h"
+#include "common/ignorar.h"
 #include "toolkit/formulario.h"
 
 class TablaHoja::Modelo : public QAbstractTableModel {
@@ -181,4 +182,18 @@ void TablaHoja::keyPressEvent(QKeyEvent* evento) {
 void TablaHoja::currentChanged(const QModelIndex& actual, const QModelIndex& anterior) {
   QTableView::currentChanged(actual, anterior);
   if (actual.row() != anterior.row()) Q_EMIT filaCambiada(actual.row());
+}
+
+void guardaCelda(Formulario& forma, Contexto& contexto, std::function<void()> relee) {
+  const auto guarda = [&forma, &contexto, relee = std::move(relee)] {
+    try {
+      contexto.cajas->guardaPendiente(&forma);
+    } catch (const ErrorEjecucion&) {
+      ignorando(relee);
+      throw;
+    }
+  };
+  QMetaObject::invokeMethod(
+      &forma, [&forma, guarda] { forma.protege(guarda, "Celda_AfterUpdate"); },
+      Qt::QueuedConnection);
 }

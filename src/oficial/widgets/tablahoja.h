@@ -8,6 +8,9 @@
 #include <QTableView>
 #include <vector>
 
+class Formulario;
+struct Contexto;
+
 struct ColumnaHojaPantalla {
   QString titulo;
   int ancho = 10;  // in digits
@@ -57,3 +60,7 @@ class TablaHoja : public QTableView {
   class Modelo;
   Modelo* modelo_;
 };
+
+// Saves what was typed into a cell of a form's table, once the editor has gone. What can't be saved
+// is told; given up, the form reads its rows anew.
+void guardaCelda(Formulario& forma, Contexto& contexto, std::function<void()> relee);
