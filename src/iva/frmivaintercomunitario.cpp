@@ -25,6 +25,7 @@ FrmIVAIntercomunitario::FrmIVAIntercomunitario(Contexto& contexto)
                              .descripcion = *ui_->TXTIVADescripcion,
                              .porcenIVA = *ui_->TxtPorcenIVA,
                              .porcenRE = *ui_->TxtPorcenRec,
+                             .aviso = *ui_->LblAvisoTipo,
                              .accion = accion::kTipoDeIntracomunitario});
   const struct {
     QLineEdit* codigo;
@@ -45,7 +46,8 @@ FrmIVAIntercomunitario::FrmIVAIntercomunitario(Contexto& contexto)
   fecha(ui_->TxtFecha);
   sinSeleccion(ui_->TxtNumFactura);
   alEntrar(ui_->TxtNumFactura, [this] { ui_->TxtNumFactura->end(false); });
-  alSalir(ui_->TxtIva, [this] { tipo_->deja(); });
+  alSalir(ui_->TxtFecha, [this] { tipo_->avisa(ui_->TxtFecha->text()); });
+  alSalir(ui_->TxtIva, [this] { TxtIva_LostFocus(); });
   conectaImporte(*this, ctx, *ui_->TxtImporteIva);
   conectaImporte(*this, ctx, *ui_->TxtRecargo);
   alPulsar(ui_->CmdAceptar, [this] { CmdAceptar_Click(); });
@@ -67,6 +69,10 @@ void FrmIVAIntercomunitario::Form_Activate() {
   ui_->TxtIVASoportado->setText(soportado);
   ui_->TxtRESoportado->setText(soportado);
   for (const auto& cuenta : cuentas_) cuenta->deja();
+}
+
+void FrmIVAIntercomunitario::TxtIva_LostFocus() {
+  if (tipo_->deja()) tipo_->avisa(ui_->TxtFecha->text());
 }
 
 FacturaIntracomunitaria FrmIVAIntercomunitario::factura() const {

@@ -25,6 +25,7 @@ class FrmIVAIntercomunitario : public Formulario {
   void Form_Activate() override;
 
  private:
+  void TxtIva_LostFocus();
   void CmdAceptar_Click();
   FacturaIntracomunitaria factura() const;
 

@@ -54,6 +54,7 @@ FrmIVASR::FrmIVASR(Contexto& contexto)
                                                             .descripcion = *ui_->TXTIVADescripcion,
                                                             .porcenIVA = *ui_->TxtPorcenIVA,
                                                             .porcenRE = *ui_->TxtPorcenRec,
+                                                            .aviso = *ui_->LblAvisoTipo,
                                                             .accion = accion::kTipoDeIVA});
 
   soloNumero(ui_->TxtNOrden);
@@ -264,16 +265,9 @@ void FrmIVASR::TxtCuentaRecargo_LostFocus() {
   enfocar(ui_->TxtCuentaRecargo);
 }
 
-// Told and never refused: an old rate stays right where an operation of its time is rectified.
 void FrmIVASR::avisaDeTipo() {
-  const QString fecha = ui_->TxtFecha->text(), mascara = sesion().MascaraImporte;
-  const bool rectifica = ImporteDe(ui_->TxtBase->text(), mascara).value_or(0) < 0;
-  QString aviso;
-  if (EsFecha(fecha) && !rectifica) {
-    if (!tipos_) tipos_.emplace(*ctx.motor.Workspaces(0).OpenDatabase(sesion().rutaEmpresa()));
-    aviso = tipos_->aviso(tipo_->porcenIVA(), tipo_->porcenREC(), Variant(fecha).date());
-  }
-  ui_->LblAvisoTipo->setText(aviso);
+  const bool rectifica = ImporteDe(ui_->TxtBase->text(), sesion().MascaraImporte).value_or(0) < 0;
+  tipo_->avisa(rectifica ? QString() : ui_->TxtFecha->text());
 }
 
 QString FrmIVASR::cero() const {

@@ -7,11 +7,9 @@
 #pragma once
 
 #include <memory>
-#include <optional>
 
 #include "engine/datacontrol.h"
 #include "iva/facturaiva.h"
-#include "iva/tiposfechas.h"
 #include "toolkit/formulario.h"
 
 namespace Ui {
@@ -60,7 +58,6 @@ class FrmIVASR : public Formulario {
   std::unique_ptr<CampoSubcuenta> recargo_;
   std::unique_ptr<CampoSubcuenta> contrapartida_;
   DataControl DtaIVA_;
-  std::optional<TiposPorFechas> tipos_;
   QString totalCalculado_;  // what the box of the total shows while nobody has typed in it
   QString FacturaZuri_;
   QString EmpresaZuri_;

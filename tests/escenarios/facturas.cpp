@@ -329,6 +329,7 @@ TEST_F(Facturas, UnaAdquisicionIntracomunitaria) {
     guion.esperaMensaje("No se puede realizar una partida si no tiene IVA", "Error");
     acepta(d);
     EXPECT_EQ(d.textoDe("TxtPorcenRec"), "4 %");
+    EXPECT_TRUE(d.textoDe("LblAvisoTipo").contains(", no el 20/03/2024"));
     EXPECT_EQ(d.textoDe("TxtImporteIva"), "0,00 ");
     d.enfoca("TxtFecha");
     rellena(d, {{"TxtImporteIva", "160"}, {"TxtRecargo", "40"}});

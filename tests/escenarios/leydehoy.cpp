@@ -114,6 +114,7 @@ class LeyDeHoy : public PorElMenu {
       });
     herramienta("MnuIntercomunitario", [&](Teclado& d) {
       rellena(d, {{"TxtFecha", "2203"}, {"TxtIva", "09"}, {"TxtImporteIva", "84"}});
+      EXPECT_EQ(d.textoDe("LblAvisoTipo"), "");
       acepta(d);
     });
   }

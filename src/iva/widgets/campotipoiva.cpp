@@ -5,6 +5,8 @@
 
 #include "common/comillas.h"
 #include "common/conversion.h"
+#include "common/formato.h"
+#include "engine/dbengine.h"
 #include "toolkit/formulario.h"
 
 CampoTipoIVA::CampoTipoIVA(Formulario& forma, Contexto& contexto, Opciones opciones)
@@ -31,4 +33,13 @@ bool CampoTipoIVA::deja() {
   o_.porcenIVA.setText(numberText(porcenIVA_) + QStringLiteral(" %"));
   o_.porcenRE.setText(numberText(porcenREC_) + QStringLiteral(" %"));
   return true;
+}
+
+void CampoTipoIVA::avisa(const QString& fecha) {
+  QString aviso;
+  if (EsFecha(fecha)) {
+    if (!tipos_) tipos_.emplace(*ctx_.motor.Workspaces(0).OpenDatabase(ctx_.sesion.rutaEmpresa()));
+    aviso = tipos_->aviso(porcenIVA_, porcenREC_, Variant(fecha).date());
+  }
+  o_.aviso.setText(aviso);
 }

@@ -4,7 +4,10 @@
 // Left with a code that isn't in the table, the table opens and writes the chosen one back.
 #pragma once
 
+#include <optional>
+
 #include "engine/datacontrol.h"
+#include "iva/tiposfechas.h"
 
 class Formulario;
 class QLabel;
@@ -18,6 +21,7 @@ class CampoTipoIVA {
     QLabel& descripcion;
     QLabel& porcenIVA;
     QLabel& porcenRE;
+    QLabel& aviso;
     int accion;  // under which the table answers: one of accion::k...
   };
   CampoTipoIVA(Formulario& forma, Contexto& contexto, Opciones opciones);
@@ -25,6 +29,10 @@ class CampoTipoIVA {
   // What leaving the field does. True if the rate was there: it is then the current one, as it
   // stands in the table today; otherwise the one before stays so.
   bool deja();
+  // Tells whether the current rate was in force on the invoice's date, and of a text that is no
+  // date nothing. Nothing is refused: an old rate stays right where an operation of its time is
+  // rectified.
+  void avisa(const QString& fecha);
 
   // The current rate, in percent; 0 before the first.
   double porcenIVA() const { return porcenIVA_; }
@@ -35,6 +43,7 @@ class CampoTipoIVA {
   Contexto& ctx_;
   Opciones o_;
   DataControl DtaTipos_;
+  std::optional<TiposPorFechas> tipos_;
   double porcenIVA_ = 0;
   double porcenREC_ = 0;
 };
