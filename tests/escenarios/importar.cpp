@@ -178,7 +178,7 @@ TEST_F(Importar, ContaplusNiegaLoQueFaltaYDejaLoEscrito) {
 
 // Another station posts line by line while the journal comes in.
 TEST_F(Importar, LoQueOtroPuestoAsientaEntretantoQueda) {
-  constexpr int kLineas = 12'000;
+  constexpr int kLineas = 18'000;  // several turns for the other one
   const QString programa = instalaContaplus();
   EscritorDbf diario = diarioContaplus();
   for (int i = 0; i < kLineas; ++i) {
