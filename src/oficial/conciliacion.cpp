@@ -7,7 +7,6 @@
 
 #include "common/comillas.h"
 #include "common/errorejecucion.h"
-#include "common/formato.h"
 #include "engine/dbengine.h"
 #include "engine/filas.h"
 #include "engine/rowreader.h"
@@ -33,10 +32,6 @@ QString diaDe(const QDate& fecha) {
   return fecha.toString(QStringLiteral("dd/MM/yyyy"));
 }
 
-QString importeDe(qint64 centimos) {
-  return Format(double(centimos) / 100, QStringLiteral("#,##0.00"));
-}
-
 // Runs a change that stands as a whole or not at all.
 template <class Cambio>
 void deUnaVez(DBEngine& motor, Cambio&& cambio) {
@@ -51,17 +46,7 @@ Variant texto(const QString& valor) {
 
 // Everything by which a movement is told from others.
 QString huella(const QString& ccc, const MovimientoBanco& m) {
-  return QStringList{ccc,
-                     m.operacion.toString(Qt::ISODate),
-                     m.valor.toString(Qt::ISODate),
-                     m.comun,
-                     m.propio,
-                     QString::number(m.centimos),
-                     m.documento,
-                     m.referencia1,
-                     m.referencia2,
-                     QString::number(m.ordinal)}
-      .join(u'|');
+  return ccc + u'|' + m.senas() + u'|' + QString::number(m.ordinal);
 }
 
 MovimientoGuardado movimientoDe(const RowReader& r) {
@@ -163,8 +148,8 @@ void grabaExtracto(Database& empresa, const CuentaBanco& cuenta, QStringList& av
   }
   if (anterior && anterior->final != cuenta.inicial)
     avisos += QStringLiteral("Cuenta %1: empieza con %2 y el extracto anterior acabó el %3 con %4")
-                  .arg(cuenta.ccc, importeDe(cuenta.inicial), diaDe(anterior->hasta),
-                       importeDe(anterior->final));
+                  .arg(cuenta.ccc, textoDeCentimos(cuenta.inicial), diaDe(anterior->hasta),
+                       textoDeCentimos(anterior->final));
   const auto filas = empresa.OpenRecordset(kExtractos);
   filas->AddNew();
   completa(*filas, [&] {

@@ -242,7 +242,7 @@ std::span<const DatoDeRegistro> datosDeRegistro() {
 
 QString valorDeDato(const LineaRegistro& l, const QString& campo, const QString& mascara) {
   const auto siNo = [](bool si) { return si ? QStringLiteral("S") : QString(); };
-  const auto importe = [&](qint64 centimos) { return Format(double(centimos) / 100, mascara); };
+  const auto importe = [&](qint64 centimos) { return textoDeCentimos(centimos, mascara); };
   const QHash<QString, QString> valores = {
       {QStringLiteral("TipoFactura"), l.tipoFactura},
       {QStringLiteral("Clave"), l.clave},

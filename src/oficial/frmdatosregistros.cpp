@@ -7,6 +7,7 @@
 #include "journal/widgets/lineaapunte.h"
 #include "journal/widgets/trabajoendiario.h"
 #include "oficial/modelo303.h"
+#include "oficial/registrofijo.h"
 #include "toolkit/protocolo.h"
 #include "ui_frmdatosregistros.h"
 
@@ -137,7 +138,7 @@ QString FrmDatosRegistros::celda(int fila, int columna) const {
   const auto lugar = size_t(visibles_[size_t(fila)]);
   const LineaRegistro& l = lineas_[lugar];
   const QString& mascara = ctx.sesion.MascaraImporte;
-  const auto importe = [&](qint64 centimos) { return Format(double(centimos) / 100, mascara); };
+  const auto importe = [&](qint64 centimos) { return textoDeCentimos(centimos, mascara); };
   switch (columna) {
     case Codigo:
       return l.codigo;

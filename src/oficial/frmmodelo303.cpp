@@ -6,6 +6,7 @@
 #include "common/version.h"
 #include "engine/dbengine.h"
 #include "oficial/declarante.h"
+#include "oficial/registrofijo.h"
 #include "oficial/widgets/hojaimpresa.h"
 #include "ui_frmmodelo303.h"
 
@@ -108,8 +109,8 @@ void FrmModelo303::lee() {
 }
 
 QString FrmModelo303::importe(const Casilla303& casilla, qint64 valor) const {
-  return Format(double(valor) / 100,
-                casilla.porcentaje ? QStringLiteral("0.00") : ctx.sesion.MascaraImporte);
+  return textoDeCentimos(valor,
+                         casilla.porcentaje ? QStringLiteral("0.00") : ctx.sesion.MascaraImporte);
 }
 
 void FrmModelo303::muestraResultado() {

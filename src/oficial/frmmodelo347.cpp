@@ -68,7 +68,7 @@ std::unique_ptr<Database> FrmModelo347::empresa() {
 }
 
 QString FrmModelo347::importe(qint64 centimos) const {
-  return Format(double(centimos) / 100, ctx.sesion.MascaraImporte).trimmed();
+  return textoDeCentimos(centimos, ctx.sesion.MascaraImporte).trimmed();
 }
 
 void FrmModelo347::Form_Load() {

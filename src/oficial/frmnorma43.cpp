@@ -6,6 +6,7 @@
 #include "common/formato.h"
 #include "common/ignorar.h"
 #include "engine/dbengine.h"
+#include "oficial/registrofijo.h"
 #include "toolkit/protocolo.h"
 #include "ui_frmnorma43.h"
 
@@ -197,7 +198,7 @@ void FrmNorma43::compone() {
 }
 
 QString FrmNorma43::importe(qint64 centimos) const {
-  return Format(double(centimos) / 100, ctx.sesion.MascaraImporte).trimmed();
+  return textoDeCentimos(centimos, ctx.sesion.MascaraImporte).trimmed();
 }
 
 QString FrmNorma43::estado(const Fila& fila) const {

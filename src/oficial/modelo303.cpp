@@ -5,7 +5,6 @@
 #include <map>
 
 #include "common/errorejecucion.h"
-#include "common/formato.h"
 #include "engine/dbengine.h"
 #include "engine/filas.h"
 #include "oficial/tablasoficiales.h"
@@ -50,10 +49,6 @@ QHash<QString, qint64> leeImportes(Database& empresa, const Periodo& periodo,
 bool esTipo(const CampoFijo& campo) {
   constexpr int kCifrasDeTipo = 5;
   return campo.longitud == kCifrasDeTipo;
-}
-
-QString importe(qint64 centimos) {
-  return Format(double(centimos) / 100, QStringLiteral("#,##0.00"));
 }
 
 }  // namespace
@@ -139,7 +134,7 @@ void Hoja303::reparte() {
     if (tipos.size() > 1)
       avisos_ +=
           QStringLiteral("En la casilla %1 hay más de un tipo: se pone el de mayor base, el %2 %")
-              .arg(c.numero, importe(c.calculado));
+              .arg(c.numero, textoDeCentimos(c.calculado));
   }
 }
 

@@ -222,17 +222,7 @@ void Lector::fin(const Campos& c) {
 
 void Lector::numera(CuentaBanco& cuenta) const {
   std::map<QString, int> iguales;
-  for (MovimientoBanco& m : cuenta.movimientos) {
-    const QStringList clave = {m.operacion.toString(Qt::ISODate),
-                               m.valor.toString(Qt::ISODate),
-                               m.comun,
-                               m.propio,
-                               QString::number(m.centimos),
-                               m.documento,
-                               m.referencia1,
-                               m.referencia2};
-    m.ordinal = iguales[clave.join(u'|')]++;
-  }
+  for (MovimientoBanco& m : cuenta.movimientos) m.ordinal = iguales[m.senas()]++;
 }
 
 // Some banks count this record too.
@@ -300,6 +290,18 @@ QString textoNorma43(const QByteArray& fichero) {
   if (texto.startsWith(QChar(QChar::ByteOrderMark))) texto.remove(0, 1);
   texto.replace(QLatin1String("\r\n"), QLatin1String("\n"));
   return texto.replace(u'\r', u'\n');
+}
+
+QString MovimientoBanco::senas() const {
+  return QStringList{operacion.toString(Qt::ISODate),
+                     valor.toString(Qt::ISODate),
+                     comun,
+                     propio,
+                     QString::number(centimos),
+                     documento,
+                     referencia1,
+                     referencia2}
+      .join(u'|');
 }
 
 LecturaNorma43 leeNorma43(const QByteArray& fichero) {

@@ -20,6 +20,9 @@ struct MovimientoBanco {
   QString concepto;  // all its notes, in their order
   // Two movements that are alike in everything are two: the first of a day is 0, its twin 1.
   int ordinal = 0;
+
+  // All by which movements are told apart, but for the ordinal.
+  QString senas() const;
 };
 
 struct CuentaBanco {

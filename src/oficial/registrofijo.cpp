@@ -4,6 +4,7 @@
 #include <QSaveFile>
 
 #include "common/errorejecucion.h"
+#include "common/formato.h"
 #include "common/rutas.h"
 #include "oficial/tablafija.h"
 
@@ -132,6 +133,10 @@ qint64 centimosDe(double importe) {
   if (std::abs(resto - 0.5) > 0.001) return std::llround(centimos);
   // Near a half, 15 digits drop what the binary form added: 1,005 is one and goes up.
   return std::llround(QString::number(centimos, 'g', 15).toDouble());
+}
+
+QString textoDeCentimos(qint64 centimos, const QString& mascara) {
+  return Format(double(centimos) / 100, mascara);
 }
 
 void escribeFichero(const QString& ruta, const QByteArray& contenido) {

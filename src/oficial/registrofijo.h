@@ -76,6 +76,8 @@ QString textoOficial(const QString& texto);
 // An amount in whole cents, half away from zero on its 15 significant digits. 6 beyond what an
 // official file can hold.
 qint64 centimosDe(double importe);
+// And as the user reads them.
+QString textoDeCentimos(qint64 centimos, const QString& mascara = QStringLiteral("#,##0.00"));
 
 // Writes a file whole or not at all; 75 when it can't be written. `ruta` is a system path.
 void escribeFichero(const QString& ruta, const QByteArray& contenido);

@@ -8,7 +8,6 @@
 #include <QSet>
 #include <vector>
 
-#include "common/formato.h"
 #include "engine/dbengine.h"
 #include "engine/rowreader.h"
 #include "engine/store.h"
@@ -51,9 +50,7 @@ struct Libros {
   QHash<QString, QHash<QString, qint64>> porFactura;  // by register code and subcuenta
   std::vector<LineaRara> fueraDeAno;
 
-  QString importe(qint64 centimos) const {
-    return Format(double(centimos) / 100, mascara).trimmed();
-  }
+  QString importe(qint64 centimos) const { return textoDeCentimos(centimos, mascara).trimmed(); }
   QString conNombre(const QString& subcuenta) const {
     const auto fila = plan.find(subcuenta);
     return fila == plan.end() ? subcuenta : subcuenta + u' ' + fila->second.nombre;
