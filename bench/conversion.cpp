@@ -11,11 +11,7 @@ namespace {
 using banco::Directo;
 using banco::Libros;
 using banco::libros;
-
-// It changes its journal, so it runs once on a copy of its own.
-void unaVez(benchmark::internal::Benchmark* b) {
-  b->Arg(100'000)->Arg(1'000'000)->UseRealTime()->Iterations(1);
-}
+using banco::unaVez;
 
 void convierte_librano(benchmark::State& estado) {
   DBEngine motor;

@@ -14,10 +14,7 @@ namespace {
 using banco::Directo;
 using banco::Libros;
 using banco::libros;
-
-void unaVez(benchmark::internal::Benchmark* b) {
-  b->Arg(100'000)->Arg(1'000'000)->UseRealTime()->Iterations(1)->Unit(benchmark::kMillisecond);
-}
+using banco::unaVez;
 
 // --- rebuilding
 // -----------------------------------------------------------------------------------

@@ -17,6 +17,7 @@ namespace {
 
 using banco::Directo;
 using banco::Libros;
+using banco::unaVez;
 using banco::Ventana;
 
 constexpr int kLineasPorSubcuenta = 20;
@@ -111,10 +112,6 @@ void directo(benchmark::State& estado) {
     sqlite3_reset(saldos);
     d.ejecuta("COMMIT");
   }
-}
-
-void unaVez(benchmark::internal::Benchmark* b) {
-  b->Arg(100'000)->Arg(1'000'000)->UseRealTime()->Iterations(1)->Unit(benchmark::kMillisecond);
 }
 
 BENCHMARK(cierreLibrano)->Name("cerrar el ejercicio/librano")->Apply(unaVez);

@@ -15,11 +15,7 @@ namespace {
 using banco::Directo;
 using banco::Libros;
 using banco::libros;
-
-// Each tool changes its journal, so it runs once on a copy of its own.
-void unaVez(benchmark::internal::Benchmark* b) {
-  b->Arg(100'000)->Arg(1'000'000)->UseRealTime()->Iterations(1);
-}
+using banco::unaVez;
 
 // A journal in which every asiento has to move: number 1 is gone.
 QString copiaDesordenada(const Libros& l, const QString& nombre) {

@@ -51,6 +51,10 @@ void tamanos(benchmark::internal::Benchmark* b) {
   b->Arg(10'000)->Arg(100'000)->Arg(1'000'000)->UseRealTime()->Unit(benchmark::kMillisecond);
 }
 
+void unaVez(benchmark::internal::Benchmark* b) {
+  b->Arg(100'000)->Arg(1'000'000)->UseRealTime()->Iterations(1)->Unit(benchmark::kMillisecond);
+}
+
 Libros& libros(const benchmark::State& estado) {
   return Libros::de(static_cast<int>(estado.range(0)));
 }

@@ -37,8 +37,10 @@ class Libros {
   DBEngine motor_;
 };
 
-// The lengths of a measure, and the journal of the one that is running.
+// The lengths of a measure, those of one that changes its journal and so runs once on a copy of its
+// own, and the journal of the one that is running.
 void tamanos(benchmark::internal::Benchmark* b);
+void unaVez(benchmark::internal::Benchmark* b);
 Libros& libros(const benchmark::State& estado);
 
 // The other side of each measure: the library alone, with statements prepared once.
