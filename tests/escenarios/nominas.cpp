@@ -3,13 +3,9 @@
 
 namespace {
 
-using Nominas = DiarioDelTrimestre;
-
-TEST_F(Nominas, LoQueSeRechazaDejaLoTecleado) {
-  guion.esperaDialogo("FrmNomina", [&](Teclado& d) {
-    guion.esperaMensaje("Le faltan datos de rellenar para la creación de la nomina", "Error");
-    d.pulsa("CmdAceptar");
-    EXPECT_EQ(d.enfocado(), "TxtImpSueldoBruto");
+class Nominas : public DiarioDelTrimestre {
+ protected:
+  void rellenaConAnticipo(Teclado& d) const {
     d.pulsa("ChkAnticipos");
     rellena(d, {{"TxtSubAnticipos", "57000001"},
                 {"TxtImpAnticipos", "100"},
@@ -17,6 +13,15 @@ TEST_F(Nominas, LoQueSeRechazaDejaLoTecleado) {
                 {"TxtFecha", "3103"},
                 {"TxtSubSueldoBruto", "64000001"},
                 {"TxtImpSueldoBruto", "1000"}});
+  }
+};
+
+TEST_F(Nominas, LoQueSeRechazaDejaLoTecleado) {
+  guion.esperaDialogo("FrmNomina", [&](Teclado& d) {
+    guion.esperaMensaje("Le faltan datos de rellenar para la creación de la nomina", "Error");
+    d.pulsa("CmdAceptar");
+    EXPECT_EQ(d.enfocado(), "TxtImpSueldoBruto");
+    rellenaConAnticipo(d);
     d.llega("ChkAnticipos");
     EXPECT_EQ(d.textoDe("TxtImpCaja"), "900,00 ");
     // Switched off its amount is zero, and the net follows at the next box that is left.
@@ -47,13 +52,7 @@ TEST_F(Nominas, LoQueSeRechazaDejaLoTecleado) {
 
 TEST_F(Nominas, UnaAceptacionQueFallaSePuedeRepetir) {
   guion.esperaDialogo("FrmNomina", [&](Teclado& d) {
-    d.pulsa("ChkAnticipos");
-    rellena(d, {{"TxtSubAnticipos", "57000001"},
-                {"TxtImpAnticipos", "100"},
-                {"TxtsubCaja", "57000001"},
-                {"TxtFecha", "3103"},
-                {"TxtSubSueldoBruto", "64000001"},
-                {"TxtImpSueldoBruto", "1000"}});
+    rellenaConAnticipo(d);
     d.llega("CmdAceptar");
     fallaAlAceptar(d, "TxtImpCaja", "900,00 ");
     EXPECT_EQ(d.textoDe("TxtApunteN"), "<Auto>");
