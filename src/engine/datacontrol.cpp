@@ -56,7 +56,7 @@ void DataControl::reread() {
 
 void DataControl::unbind() {
   // While somebody can still be told of a failure.
-  engine_.flush();
+  engine_.save();
   recordset_.reset();
   Q_EMIT refreshed();
 }

@@ -4,6 +4,7 @@
 #include <QDate>
 #include <QElapsedTimer>
 #include <QHash>
+#include <QScopedValueRollback>
 #include <QThread>
 #include <QTimer>
 #include <utility>
@@ -35,6 +36,8 @@ struct DBEngine::Private {
   qint64 longWork = kLongWork;  // of the group at hand
   bool refused = false;         // another station keeps it from saving
   bool undoneAsked = false;
+  std::function<void()> saver;
+  bool saving = false;  // it has been asked
   int longWorks = 0;
   QElapsedTimer putOff;  // since another station kept long work from saving
 
@@ -109,8 +112,8 @@ void DBEngine::waitNoMore() {
 }
 
 void DBEngine::commitFromLoop() {
-  if (d_->storeSettings->inWait || d_->settings->whole || d_->longWorks > 0)
-    return askForCommit(kRetry);
+  const bool inWork = d_->settings->whole || (d_->longWorks > 0 && !d_->saving);
+  if (d_->storeSettings->inWait || inWork) return askForCommit(kRetry);
   try {
     // Whoever is told of the first refusal isn't kept waiting by the others.
     const Brief quick(*this, d_->refused ? 0 : d_->storeSettings->lockTimeout);
@@ -149,6 +152,16 @@ void DBEngine::flush() {
   const bool wasRefused = std::exchange(d_->refused, !d_->changed.empty());
   if (first) std::rethrow_exception(first);
   if (wasRefused) Q_EMIT saved();
+}
+
+void DBEngine::setSaver(const std::function<void()>& saver) {
+  d_->saver = saver;
+}
+
+void DBEngine::save() {
+  if (!d_->saver) return flush();
+  const QScopedValueRollback<bool> asked(d_->saving, true);
+  d_->saver();
 }
 
 bool DBEngine::pending() const {
@@ -371,7 +384,7 @@ DBEngine::Brief::~Brief() {
 }
 
 DBEngine::Whole::Whole(DBEngine& engine) : engine_(engine) {
-  engine_.flush();
+  engine_.save();
   engine_.d_->settings->whole = true;
 }
 
@@ -387,7 +400,7 @@ DBEngine::Whole::~Whole() {
 
 void DBEngine::Whole::commit() {
   engine_.d_->settings->whole = false;
-  engine_.flush();
+  engine_.save();
   done_ = true;
 }
 

@@ -6,6 +6,7 @@
 // an error is raised, and every 200 milliseconds of long work.
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <QObject>
 #include <QStringList>
@@ -125,6 +126,11 @@ class DBEngine : public QObject {
   // Commits every open group now. Whatever hands control to somebody else calls it: boxes,
   // dialogs, the event loop, external programs.
   void flush();
+  // The same for work that goes on afterwards, or ends with it: where another station is in the way
+  // the saver is asked, who lets the user choose. 3059 if he gives it up; without one, as flush().
+  void save();
+  // Who is asked, from then on; it runs flush() until nothing is pending, or discard().
+  void setSaver(const std::function<void()>& saver);
   bool pending() const;  // changes wait to be written
   // Gives up what is pending: every open group is undone.
   void discard();
@@ -183,7 +189,7 @@ class DBEngine : public QObject {
     ~Whole();
     Whole(const Whole&) = delete;
     Whole& operator=(const Whole&) = delete;
-    void commit();  // 3186 and what else a commit raises; then it is undone
+    void commit();  // as save(); undone if it fails
 
    private:
     DBEngine& engine_;

@@ -75,7 +75,7 @@ bool duplicaAsiento(DBEngine& motor, Database& origen, Database& destino,
   }
   tomaContador(*contadores, QStringLiteral("Asiento"));
   if (duplicado.eliminar) {
-    motor.flush();
+    motor.save();  // nothing goes before its copy stands
     // The rows read at first: the copy may have got the same number, where one typed by hand had
     // run ahead of the counter.
     if (lineas->RecordCount() > 0) lineas->MoveFirst();

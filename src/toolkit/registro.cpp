@@ -20,9 +20,12 @@ Registro::Registro(Contexto& contexto) : contexto_(contexto) {
                        registro->avisarDeFallo(numero, descripcion);
                      }
                    });
+  contexto.motor.setSaver(
+      [&contexto] { contexto.cajas->guardaPendiente(QApplication::activeWindow()); });
 }
 
 Registro::~Registro() {
+  contexto_.motor.setSaver({});
   if (contexto_.formularios == this) contexto_.formularios = nullptr;
 }
 

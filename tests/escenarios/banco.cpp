@@ -73,6 +73,15 @@ TEST_F(Banco, ElExtractoSeConciliaConElDiarioDelTrimestre) {
     d.elige("TxtMarca", "*");
     rellena(d, {{"TxtFecha", "0102"}});
     d.enfoca("GrdMovimientos");
+    motor.setLockTimeout(30);
+    auto otro = std::make_unique<OtroPuesto>(rutaSistema(ctx.sesion.rutaEmpresa()));
+    otro->ejecuta("BEGIN; SELECT count(*) FROM Diario;");
+    guion.esperaEleccion(false);
+    d.intro();
+    EXPECT_TRUE(guion.agotado());
+    EXPECT_EQ(columna(d, 4), QStringList(9, "Propuesto").join(u' '));
+    EXPECT_EQ(d.textoDe("TxtFecha"), "01/02/2024");
+    guion.esperaEleccion(true, [&] { otro.reset(); });
     d.intro();
     d.intro();
     EXPECT_EQ(valor("Select Punteo from Diario where Subcuenta='57200001' and Importe=-2389.47"),

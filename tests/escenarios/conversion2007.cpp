@@ -5,6 +5,7 @@
 #include "escenarios/herramientas.h"
 #include "oficial/widgets/tablahoja.h"
 #include "soporte/libroimpreso.h"
+#include "soporte/otropuesto.h"
 
 namespace {
 
@@ -62,6 +63,16 @@ class ALaLeyDeHoy : public DiarioDelTrimestre {
     d.pulsa("CmdImprimir");
     EXPECT_EQ(leeVista(guion).linea("Total"), "Total " + sumas() + ' ' + sumas().chopped(5));
   }
+  // Somebody has a pager over the file, and the user gives the conversion up.
+  void seDescarta(Teclado& d) {
+    motor.setLockTimeout(30);
+    OtroPuesto otro(rutaSistema(ctx.sesion.rutaEmpresa()));
+    otro.ejecuta("BEGIN; SELECT count(*) FROM Diario;");
+    guion.esperaEleccion(false);
+    acepta(d);
+    EXPECT_TRUE(guion.agotado());
+    comprueba();
+  }
   // The figures of the quarter's official statements.
   void compruebaEstados() {
     herramienta("MnuBalancePymes", [&](Teclado& d) {
@@ -110,6 +121,8 @@ TEST_F(ALaLeyDeHoy, SeConvierteLaEmpresaYSalenSusEstados) {
     guion.esperaPregunta(pregunta, false, titulo);
     acepta(d);
     comprueba();
+    guion.esperaPregunta(pregunta, true, titulo);
+    seDescarta(d);
     int cambian = 1;  // 200, which was decided
     for (const QStringList& fila : filas("Select Cuenta from Subcuentas"))
       if (nuevas_.contains(fila[0])) ++cambian;
@@ -120,7 +133,7 @@ TEST_F(ALaLeyDeHoy, SeConvierteLaEmpresaYSalenSusEstados) {
                        "borradas: 1\nLa copia de antes es %3")
             .arg(cambian)
             .arg(lineas)
-            .arg(ctx.sesion.rutaEmpresa().replace("Conta.MDB", "Conta antes de 2007.MDB")),
+            .arg(ctx.sesion.rutaEmpresa().replace("Conta.MDB", "Conta antes de 2007 (2).MDB")),
         titulo);
     acepta(d);
     compruebaBalance(d);

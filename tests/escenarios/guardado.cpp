@@ -138,7 +138,8 @@ class Guardado : public MenuAbierto {
                ctx.sesion.CodigoLlamada = 1;
                formularios->mostrar("FrmRecibos");
              }},
-            {"subcuenta", [=, this](const Eleccion& elige) {
+            {"subcuenta",
+             [=, this](const Eleccion& elige) {
                enDialogo("FrmSubCuentas", [&](Teclado& d) {
                  d.escribe("TxtDescripcion", "Caja del mostrador");
                  elige(ya);
@@ -147,7 +148,53 @@ class Guardado : public MenuAbierto {
                ctx.sesion.CodigoLlamada = 2;
                ctx.sesion.ValorElegido = "57000001";
                formularios->mostrar("FrmSubCuentas");
+             }},
+            {"nómina",
+             [=, this](const Eleccion& elige) {
+               enDialogo("FrmNomina", [&](Teclado& d) {
+                 rellenaNomina(d);
+                 elige(ya);
+                 acepta(d);
+               });
+               formularios->mostrar("FrmNomina");
+             }},
+            {"duplicado",
+             [=, this](const Eleccion& elige) {
+               enDialogo("FrmDuplicarAsiento", [&](Teclado& d) {
+                 d.pulsa("ChkEliminaAsiento");
+                 elige(ya);
+                 acepta(d);
+               });
+               formularios->mostrar("FrmDuplicarAsiento");
+             }},
+            {"importación",
+             [=, this](const Eleccion& elige) {
+               QFile diario(carpetaDatos() + "/diario.csv");
+               ASSERT_TRUE(diario.open(QIODevice::WriteOnly));
+               diario.write("04/01/2003,57000001,,,1,90,Traída,1,7" + QByteArray(13, ','));
+               diario.close();
+               enDialogo("FrmImportarContanet", [&](Teclado& d) {
+                 d.pulsa("ChkDiario");
+                 d.escribe("TxtDiario", rutaPrograma(diario.fileName()));
+                 elige(ya);
+                 acepta(d);
+               });
+               formularios->mostrar("FrmImportarContanet");
+             }},
+            {"cierre", [=, this](const Eleccion& elige) {
+               enDialogo("FrmCierre", [&](Teclado& d) {
+                 elige(ya);
+                 acepta(d);
+               });
+               formularios->mostrar("FrmCierre");
              }}};
+  }
+  static void rellenaNomina(Teclado& d) {
+    for (const auto& [campo, texto] : {std::pair("TxtFecha", "3103"),
+                                       {"TxtSubSueldoBruto", "43000001"},
+                                       {"TxtImpSueldoBruto", "10"},
+                                       {"TxtsubCaja", "57200001"}})
+      d.escribe(campo, texto);
   }
   QString fichero() const {
     return preguntaFuera(ruta(),
@@ -201,13 +248,7 @@ TEST_F(Guardado, LoDescartadoSePuedeAceptarDeNuevoComoSiNada) {
   EXPECT_EQ(filas("Select Importe from Diario order by NLinea"),
             (std::vector<QStringList>{{"8"}, {"-90"}, {"5"}}));
   // A number that was given back is taken anew.
-  dosVeces("FrmNomina", [](Teclado& d) {
-    for (const auto& [campo, texto] : {std::pair("TxtFecha", "3103"),
-                                       {"TxtSubSueldoBruto", "43000001"},
-                                       {"TxtImpSueldoBruto", "10"},
-                                       {"TxtsubCaja", "57200001"}})
-      d.escribe(campo, texto);
-  });
+  dosVeces("FrmNomina", rellenaNomina);
   formularios->mostrar("FrmNomina");
   EXPECT_EQ(filas("Select NAsiento from Diario where NLinea > 2"),
             (std::vector<QStringList>{{"3"}, {"3"}}));

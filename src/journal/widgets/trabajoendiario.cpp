@@ -1,9 +1,7 @@
 #include "journal/widgets/trabajoendiario.h"
 
-#include <QApplication>
-
 #include "common/ignorar.h"
-#include "toolkit/cajas.h"
+#include "engine/dbengine.h"
 #include "toolkit/contexto.h"
 #include "toolkit/principal.h"
 #include "toolkit/progreso.h"
@@ -12,7 +10,7 @@ void trabajaEnDiario(Contexto& contexto, const std::function<void()>& trabajo) {
   try {
     trabajo();
     // Given up, it isn't told as done.
-    contexto.cajas->guardaPendiente(QApplication::activeWindow());
+    contexto.motor.save();
   } catch (...) {
     // What failed is what has to be told.
     ignorando([&] { contexto.principal->diarioCambiado(); });
