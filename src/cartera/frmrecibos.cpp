@@ -142,6 +142,7 @@ void FrmRecibos::guarda() {
 
 // False if it has failed, which has been told.
 bool FrmRecibos::contabiliza() {
+  const auto empresa = ctx.motor.Workspaces(0).OpenDatabase(sesion().rutaEmpresa());
   AsientoGrabado grabado;
   try {
     trabajaEnDiario(ctx, [&] {
@@ -155,10 +156,10 @@ bool FrmRecibos::contabiliza() {
                          .Importe = ui_->TxtImporte->text()},
                         sesion().MascaraImporte,
                         {DtaRecibos_, menu.DtaDiarioLista(), menu.DtaEmpresaActual()}, grabado);
-      ponEnDisco(ctx.motor);
     });
   } catch (const ErrorEjecucion& error) {
-    avisarError(error.numero(), textoDeFallo(error, grabado), QStringLiteral("CmdAceptar_Click"));
+    avisarError(error.numero(), textoDeFallo(error, *empresa, grabado),
+                QStringLiteral("CmdAceptar_Click"));
     return false;
   }
   return true;

@@ -94,16 +94,18 @@ void contabilizaRecibo(const ReciboTecleado& recibo, const QString& mascara,
     apunte.Subcuenta = linea.subcuenta;
     apunte.DH = linea.lado;
     apunte.Importe = linea.importe;
-    grabaApunte(tablas.diario, tablas.empresa, apunte);
-    ++grabado.apuntes;
+    grabado.apunta(grabaApunte(tablas.diario, tablas.empresa, apunte));
   }
   tomaAsiento(tablas.empresa);
   tablas.recibos.Delete();
 }
 
-QString textoDeFallo(const ErrorEjecucion& error, const AsientoGrabado& grabado) {
-  if (grabado.apuntes < 2)
-    return textoDeFallo(error, grabado, QStringLiteral("El recibo no está entero"));
+QString textoDeFallo(const ErrorEjecucion& error, Database& empresa,
+                     const AsientoGrabado& grabado) {
+  const bool estan =
+      grabado.apuntes == 2 && quedaAlgo(error, [&] { return quedanApuntes(empresa, grabado); });
+  if (!estan)
+    return textoDeFallo(error, empresa, grabado, QStringLiteral("El recibo no está entero"));
   return error.descripcion() + QStringLiteral(
                                    " El recibo está en el diario, en el asiento %1, y "
                                    "sigue en la cartera: elimínelo de ella.")

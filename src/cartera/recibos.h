@@ -11,6 +11,7 @@
 
 struct AsientoGrabado;
 class DataControl;
+class Database;
 class ErrorEjecucion;
 class Recordset;
 
@@ -70,4 +71,4 @@ void contabilizaRecibo(const ReciboTecleado& recibo, const QString& mascara,
                        const TablasRecibo& tablas, AsientoGrabado& grabado);
 
 // What the user reads of a posting that failed: the error, and how the books were left.
-QString textoDeFallo(const ErrorEjecucion& error, const AsientoGrabado& grabado);
+QString textoDeFallo(const ErrorEjecucion& error, Database& empresa, const AsientoGrabado& grabado);

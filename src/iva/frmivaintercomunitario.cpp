@@ -97,6 +97,7 @@ void FrmIVAIntercomunitario::CmdAceptar_Click() {
   if (claseDe(windowTitle()).modificacion) return descargar();
 
   Principal& menu = *ctx.principal;
+  const auto empresa = ctx.motor.Workspaces(0).OpenDatabase(sesion().rutaEmpresa());
   GrabadoIVA grabado;
   DtaIVA_.setDatabaseName(sesion().rutaEmpresa());
   try {
@@ -104,7 +105,8 @@ void FrmIVAIntercomunitario::CmdAceptar_Click() {
                           {DtaIVA_, menu.DtaDiarioLista(), menu.DtaEmpresaActual()}, grabado);
     ctx.cajas->guardaPendiente(this);  // given up, what was typed still stands
   } catch (const ErrorEjecucion& error) {
-    avisarError(error.numero(), textoDeFallo(error, grabado), QStringLiteral("CmdAceptar_Click"));
+    avisarError(error.numero(), textoDeFallo(error, *empresa, grabado),
+                QStringLiteral("CmdAceptar_Click"));
     return;
   }
   // The journal on show has the lines already; its totals follow.

@@ -310,6 +310,7 @@ void FrmIVASR::muestraCuentas(const FacturaIVA& factura) {
 
 void FrmIVASR::CmdAceptar_Click() {
   const ClaseDeFactura clase = claseDe(windowTitle());
+  const auto empresa = ctx.motor.Workspaces(0).OpenDatabase(sesion().rutaEmpresa());
   GrabadoIVA grabado;
   DtaIVA_.setDatabaseName(sesion().rutaEmpresa());
   try {
@@ -318,7 +319,8 @@ void FrmIVASR::CmdAceptar_Click() {
                  grabado);
     ctx.cajas->guardaPendiente(this);  // given up, what was typed still stands
   } catch (const ErrorEjecucion& error) {
-    avisarError(error.numero(), textoDeFallo(error, grabado), QStringLiteral("CmdAceptar_Click"));
+    avisarError(error.numero(), textoDeFallo(error, *empresa, grabado),
+                QStringLiteral("CmdAceptar_Click"));
     // The lines that came before the failure are taken away when it is accepted again.
     if (clase.modificacion) muestraAsiento(grabado.asiento);
     return;

@@ -1,16 +1,17 @@
 #include "iva/grabaiva.h"
 
+#include "common/comillas.h"
 #include "common/errorejecucion.h"
 #include "common/formato.h"
 #include "engine/datacontrol.h"
 #include "engine/filas.h"
+#include "engine/rowreader.h"
 #include "journal/apunte.h"
 
 namespace {
 
 void graba(const Apunte& apunte, const TablasIVA& tablas, GrabadoIVA& grabado) {
-  grabaApunte(tablas.diario, tablas.empresa, apunte);
-  ++grabado.apuntes;
+  grabado.apunta(grabaApunte(tablas.diario, tablas.empresa, apunte));
 }
 
 // The register as one row will be added to it: a long one need not be read for that.
@@ -170,6 +171,15 @@ void grabaParte(const FacturaIntracomunitaria& f, const Parte& parte, const QStr
   completa(tablas.registro, [&] { escribe(tablas.registro, fila); });
 }
 
+bool quedaAlgoDe(Database& empresa, const GrabadoIVA& grabado) {
+  const auto hay = [&](const QString& filas) {
+    return RowReader(empresa, QStringLiteral("Select * from ") + filas).next();
+  };
+  if (quedanApuntes(empresa, grabado)) return true;
+  if (grabado.borrada) return !hay(QStringLiteral("Diario where NLinea=%1").arg(*grabado.borrada));
+  return grabado.fila && hay(QStringLiteral("RSIVA where Codigo=") + entreComillas(grabado.codigo));
+}
+
 }  // namespace
 
 void grabaFactura(const FacturaIVA& factura, const ClaseDeFactura& clase, const QString& mascara,
@@ -177,8 +187,9 @@ void grabaFactura(const FacturaIVA& factura, const ClaseDeFactura& clase, const 
   if (clase.modificacion) {
     grabado.asiento = factura.AsientoContable;
     for (; !tablas.diario.Eof(); tablas.diario.MoveNext()) {
+      const auto linea = static_cast<int>(tablas.diario.Fields(QStringLiteral("NLinea")).toLong());
       tablas.diario.Delete();
-      grabado.lineasBorradas = true;
+      grabado.borrada = linea;
     }
   } else {
     abreRegistro(tablas.registro);
@@ -206,7 +217,7 @@ void grabaIntracomunitaria(const FacturaIntracomunitaria& factura, const QString
       mascara, tablas, grabado);
 }
 
-QString textoDeFallo(const ErrorEjecucion& error, const GrabadoIVA& grabado) {
+QString textoDeFallo(const ErrorEjecucion& error, Database& empresa, const GrabadoIVA& grabado) {
   QString texto = error.descripcion();
   if (error.numero() == err::kClaveDuplicada && !grabado.fila) {
     const bool soportado = grabado.codigo.startsWith(letraDe(LibroIVA::Soportado));
@@ -214,9 +225,7 @@ QString textoDeFallo(const ErrorEjecucion& error, const GrabadoIVA& grabado) {
                 .arg(soportado ? QStringLiteral("Soportado") : QStringLiteral("Repercutido"))
                 .arg(grabado.codigo.mid(1).toLongLong());
   }
-  if (grabado.fila || grabado.lineasBorradas || grabado.apuntes > 0) {
-    texto += QStringLiteral(" La factura no está entera en el diario: revise el asiento %1.")
-                 .arg(grabado.asiento);
-  }
-  return texto;
+  if (!quedaAlgo(error, [&] { return quedaAlgoDe(empresa, grabado); })) return texto;
+  return texto + QStringLiteral(" La factura no está entera en el diario: revise el asiento %1.")
+                     .arg(grabado.asiento);
 }

@@ -5,9 +5,13 @@
 // under one asiento.
 #pragma once
 
+#include <optional>
+
 #include "iva/facturaiva.h"
+#include "journal/apunte.h"
 
 class DataControl;
+class Database;
 class ErrorEjecucion;
 
 // The tables as the screens hold them open: RSIVA, the journal on show, the row of Empresa. The
@@ -19,12 +23,10 @@ struct TablasIVA {
 };
 
 // How far an accept has come, for who has to tell of its failure.
-struct GrabadoIVA {
-  QString codigo;               // of the register's row
-  QString asiento;              // empty until it has a number
-  bool lineasBorradas = false;  // a change has taken the old lines away
-  bool fila = false;            // the register's row is written
-  int apuntes = 0;              // lines written
+struct GrabadoIVA : AsientoGrabado {
+  QString codigo;              // of the register's row
+  std::optional<int> borrada;  // a line that a change has taken away with the other old ones
+  bool fila = false;           // the register's row is written
 };
 
 // Writes an invoice. A new one sets its register's counter to its order number as it stands, writes
@@ -61,4 +63,4 @@ void grabaIntracomunitaria(const FacturaIntracomunitaria& factura, const QString
                            const TablasIVA& tablas, GrabadoIVA& grabado);
 
 // What the user reads of an accept that failed: the error, and how the books were left.
-QString textoDeFallo(const ErrorEjecucion& error, const GrabadoIVA& grabado);
+QString textoDeFallo(const ErrorEjecucion& error, Database& empresa, const GrabadoIVA& grabado);

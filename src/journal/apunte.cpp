@@ -6,6 +6,7 @@
 #include "engine/datacontrol.h"
 #include "engine/dbengine.h"
 #include "engine/filas.h"
+#include "engine/rowreader.h"
 
 namespace {
 
@@ -125,9 +126,25 @@ bool esSuyoElNumero(const AsientoGrabado& grabado, const DataControl& empresa) {
   return !grabado.asiento.isEmpty() && grabado.asiento.toLong() < empresa.Fields(kAsiento).toLong();
 }
 
-QString textoDeFallo(const ErrorEjecucion& error, const AsientoGrabado& grabado,
+bool quedaAlgo(const ErrorEjecucion& error, const std::function<bool()>& queda) {
+  bool algo = !esDelFichero(error.numero());
+  ignorando([&] { algo = queda(); });
+  return algo;
+}
+
+bool quedanApuntes(Database& empresa, const AsientoGrabado& grabado) {
+  if (grabado.apuntes == 0) return false;
+  return RowReader(empresa, QStringLiteral("Select NLinea from Diario where NAsiento=%1 and "
+                                           "NLinea>=%2")
+                                .arg(grabado.asiento)
+                                .arg(grabado.primera))
+      .next();
+}
+
+QString textoDeFallo(const ErrorEjecucion& error, Database& empresa, const AsientoGrabado& grabado,
                      const QString& parte) {
-  if (grabado.apuntes == 0) return error.descripcion();
+  if (!quedaAlgo(error, [&] { return quedanApuntes(empresa, grabado); }))
+    return error.descripcion();
   return error.descripcion() +
          QStringLiteral(" %1 en el diario: revise el asiento %2.").arg(parte, grabado.asiento);
 }
@@ -147,14 +164,6 @@ QString codigoRegistro(QChar lado, const QString& orden) {
         err::kLlamadaNoValida,
         QStringLiteral("el número de orden %1 tiene más de diez cifras").arg(orden));
   return lado + orden.rightJustified(kCifras, u'0');
-}
-
-void ponEnDisco(DBEngine& motor) {
-  try {
-    motor.flush();
-  } catch (const ErrorEjecucion& error) {
-    if (error.numero() != err::kNoSePuedeGuardar) throw;
-  }
 }
 
 // --- in great number ----------------------------------------------------------------------------

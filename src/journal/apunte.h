@@ -4,6 +4,7 @@
 // begun, because from that moment no other station can take it.
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <QString>
 #include <vector>
@@ -12,7 +13,6 @@
 
 class Database;
 class DataControl;
-class DBEngine;
 class ErrorEjecucion;
 class Recordset;
 
@@ -104,13 +104,23 @@ int proximoAsiento(Recordset& empresa);
 struct AsientoGrabado {
   QString asiento;  // empty until it has a number
   int apuntes = 0;  // lines written
+  int primera = 0;  // the number of the first one
+
+  void apunta(int linea) {
+    if (apuntes++ == 0) primera = linea;
+  }
 };
+// Whether `queda`, which looks in the file, finds something of what was written before a failure: a
+// disk that takes nothing undoes it, and so does the user. What can't be looked at is told by the
+// failure.
+bool quedaAlgo(const ErrorEjecucion& error, const std::function<bool()>& queda);
+bool quedanApuntes(Database& empresa, const AsientoGrabado& grabado);
 // Whether its number is its own: after a failure that undid its lines the next one gets it.
 bool esSuyoElNumero(const AsientoGrabado& grabado, const DataControl& empresa);
 // What the user reads of one that failed: the error and, if lines of it stand, where to look for
 // them. `parte` says what isn't whole.
-//   textoDeFallo(error, grabado, "La nómina no está entera")
-QString textoDeFallo(const ErrorEjecucion& error, const AsientoGrabado& grabado,
+//   textoDeFallo(error, *empresa, grabado, "La nómina no está entera")
+QString textoDeFallo(const ErrorEjecucion& error, Database& empresa, const AsientoGrabado& grabado,
                      const QString& parte);
 
 // Takes the value of any counter of Empresa ("NLinDiario", "NLinIVAS"...) and moves it on by one.
@@ -121,7 +131,3 @@ int tomaContador(Recordset& empresa, const QString& contador);
 // typed, in ten digits. 5 for a number of more.
 //   codigoRegistro('S', "12") == "S0000000012"
 QString codigoRegistro(QChar lado, const QString& orden);
-
-// Puts what an accept has written on the disk, while its dialog can still tell of a failure. Where
-// another station is reading (3186) nothing is lost: the engine tries again, and tells it.
-void ponEnDisco(DBEngine& motor);

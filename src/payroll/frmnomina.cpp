@@ -5,6 +5,7 @@
 #include <QLineEdit>
 
 #include "common/formato.h"
+#include "common/ignorar.h"
 #include "engine/dbengine.h"
 #include "journal/apunte.h"
 #include "journal/widgets/camposubcuenta.h"
@@ -126,22 +127,23 @@ void FrmNomina::CmdAceptar_Click() {
     return rechaza(QStringLiteral("El apunte no puede ser creado, la causa: (esta descuadrado)"),
                    QStringLiteral("Asiento descuadrado"));
 
+  const auto empresa = ctx.motor.Workspaces(0).OpenDatabase(sesion().rutaEmpresa());
   AsientoGrabado grabado;
   try {
     trabajaEnDiario(ctx, [&] {
       Principal& menu = *ctx.principal;
       grabaNomina(n, sesion().MascaraImporte, menu.DtaDiarioLista(), menu.DtaEmpresaActual(),
                   grabado);
-      ponEnDisco(ctx.motor);
     });
   } catch (const ErrorEjecucion& error) {
     // Accepted again it goes on with the number that it has taken.
-    if (esSuyoElNumero(grabado, ctx.principal->DtaEmpresaActual()))
-      ui_->TxtApunteN->setText(grabado.asiento);
-    avisarError(error.numero(),
-                textoDeFallo(error, grabado, QStringLiteral("La nómina no está entera")),
-                QStringLiteral("CmdAceptar_Click"));
-    return;
+    ignorando([&] {
+      if (esSuyoElNumero(grabado, ctx.principal->DtaEmpresaActual()))
+        ui_->TxtApunteN->setText(grabado.asiento);
+    });
+    return avisarError(error.numero(),
+                       textoDeFallo(error, *empresa, grabado, "La nómina no está entera"),
+                       QStringLiteral("CmdAceptar_Click"));
   }
   descargar();
 }

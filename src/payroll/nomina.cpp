@@ -67,7 +67,6 @@ void grabaNomina(const Nomina& nomina, const QString& mascara, DataControl& diar
         (QLatin1String(concepto.prefijo) + nomina.NombreEmpleado).left(kLargoDeDescripcion);
     apunte.DH = concepto.alDebe ? "D" : "H";
     apunte.Importe = concepto.alDebe ? parte.Importe : 0 - parte.Importe;
-    grabaApunte(diario, empresa, apunte);
-    ++grabado.apuntes;
+    grabado.apunta(grabaApunte(diario, empresa, apunte));
   }
 }

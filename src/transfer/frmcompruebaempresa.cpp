@@ -23,7 +23,6 @@ void FrmCompruebaEmpresa::CmdAceptar_Click() {
     trabajaEnDiario(ctx, [&] {
       Progreso progreso(ctx, *ui_->Bar);
       compruebaImportes(*empresa, sesion().MascaraImporte, progreso.avance());
-      ponEnDisco(ctx.motor);
     });
   } catch (...) {
     ui_->Bar->hide();

@@ -38,7 +38,6 @@ void FrmImportarContanet::CmdAceptar_Click() {
     contanet::importa(
         *empresa, {elegida(filas_[0]), elegida(filas_[1]), elegida(filas_[2]), elegida(filas_[3])},
         {sesion().DigitosCuenta, sesion().DigitosSubcuenta, sesion().MascaraImporte}, avance);
-    ponEnDisco(ctx.motor);
   });
   descargar();
 }

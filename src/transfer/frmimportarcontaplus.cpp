@@ -71,6 +71,5 @@ void FrmImportarContaplus::importa() {
       contaplus::importaPlan(*empresa, carpeta, sesion().DigitosCuenta, avance);
     if (ui_->ChkDiario->isChecked()) contaplus::importaDiario(*empresa, carpeta, avance);
     if (ui_->ChkIva->isChecked()) contaplus::importaIVA(*empresa, carpeta, avance);
-    ponEnDisco(ctx.motor);
   });
 }

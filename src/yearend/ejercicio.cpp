@@ -89,8 +89,7 @@ void regularizaStocks(Database& empresa, const RegularizacionStocks& stocks, con
     apunte.DH = linea.lado;
     apunte.Importe = linea.importe;
     apunte.TipoDiario = "R";
-    grabaApunte(*diario, *contadores, apunte);
-    ++grabado.apuntes;
+    grabado.apunta(grabaApunte(*diario, *contadores, apunte));
   }
   tomaAsiento(*contadores);
 }
@@ -162,8 +161,7 @@ void abreEjercicio(Database& cerrada, Database& empresa, const PasoAnual& paso,
     apunte.EmpresaZuri = campo("EmpresaZuri");
     apunte.TipoFactura = campo("TipoFactura");
     apunte.TipoDiario = "A";
-    grabaApunte(*diario, *contadores, apunte);
-    ++grabado.apuntes;
+    grabado.apunta(grabaApunte(*diario, *contadores, apunte));
   });
 }
 

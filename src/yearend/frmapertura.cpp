@@ -41,7 +41,8 @@ void FrmApertura::CmdAceptar_Click() {
       abreEjercicio(*cerrada, *empresa, pasoTecleado(ctx, campos()), avance, grabado);
     });
   } catch (const ErrorEjecucion& error) {
-    return avisarError(error.numero(), textoDeFallo(error, grabado, "La apertura no está entera"),
+    return avisarError(error.numero(),
+                       textoDeFallo(error, *empresa, grabado, "La apertura no está entera"),
                        "CmdAceptar_Click");
   }
   descargar();

@@ -85,11 +85,10 @@ void FrmRegularizaStocks::CmdAceptar_Click() {
                         .descripcion = ui_->TxtDescripcion->text(),
                         .mascara = sesion().MascaraImporte},
                        grabado);
-      ponEnDisco(ctx.motor);
     });
   } catch (const ErrorEjecucion& error) {
     return avisarError(error.numero(),
-                       textoDeFallo(error, grabado, "La regularización no está entera"),
+                       textoDeFallo(error, *empresa, grabado, "La regularización no está entera"),
                        "CmdAceptar_Click");
   }
   mensaje("Proceso realizado con exito", "Regularización de Stocks");

@@ -1,6 +1,7 @@
 // What an invoice writes, row by row: the register, the lines of the asiento and the counters.
 #include "iva/grabaiva.h"
 
+#include "common/ignorar.h"
 #include "soporte/libros.h"
 
 namespace {
@@ -127,6 +128,35 @@ TEST_F(GrabaIVA, UnFalloDejaLoAnterior) {
     EXPECT_EQ(contadores(), caso.contadores) << caso.que;
     EXPECT_EQ(filas("Diario").size(), 2) << caso.que;
     EXPECT_EQ(filas("RSIVA").size(), 1) << caso.que;
+  }
+}
+
+TEST_F(GrabaIVA, LoDeshechoNoSeDiceEnElDiario) {
+  const ErrorEjecucion error(3043);
+  const auto texto = [&](const GrabadoIVA& g) { return textoDeFallo(error, *abre(), g); };
+  const FacturaIVA f = factura("1", "10,00 ", 16, 0);
+  GrabadoIVA grabado = acepta(f, kAltaS);
+  EXPECT_TRUE(
+      texto(grabado).endsWith(" La factura no está entera en el diario: revise el asiento "
+                              "1."));
+  motor.discard();
+  EXPECT_EQ(texto(grabado), error.descripcion());
+  // A change that has got no further than the old lines.
+  acepta(f, kAltaS);
+  motor.flush();
+  for (const bool seDeshace : {true, false}) {
+    diario.bind(rutaEmpresa(), "Select * from SqlDiarioPrincipalBlanco where NAsiento=1");
+    registro.bind(rutaEmpresa(), "Select * from RSIVA");
+    FacturaIVA cambiada = f;
+    cambiada.AsientoContable = "1";
+    if (!seDeshace) cambiada.NOrden = "00000000001";
+    grabado = {};
+    ignorando([&] {
+      grabaFactura(cambiada, {LibroIVA::Soportado, true}, kMascara, {registro, diario, empresa},
+                   grabado);
+    });
+    if (seDeshace) motor.discard();
+    EXPECT_EQ(texto(grabado) == error.descripcion(), seDeshace);
   }
 }
 

@@ -50,10 +50,7 @@ void trabajaPasoAnual(Contexto& contexto, std::initializer_list<QAbstractButton*
   };
   for (QAbstractButton* boton : botones) boton->setEnabled(false);
   try {
-    trabajaEnDiario(contexto, barra, [&](const Avance& avance) {
-      trabajo(avance);
-      ponEnDisco(contexto.motor);
-    });
+    trabajaEnDiario(contexto, barra, trabajo);
   } catch (...) {
     termina();
     throw;
