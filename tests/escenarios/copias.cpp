@@ -127,11 +127,16 @@ TEST_F(Copias, DeOtroProgramaODeOtraEmpresaTomaElNombreDeLaAbierta) {
   // As another tool packs it: with its folder, in other letters, among other files.
   QDir(usb.path()).mkdir("Libros");
   QFile::copy(fichero(), usb.filePath("Libros/CONTA.MDB"));
-  // With something in it that would go on for ever as soon as its name is changed.
+  // With something in it that would go on for ever as soon as its name is changed, and with more
+  // that passes for the engine's own.
+  const QString propios = "SELECT name FROM sqlite_schema WHERE type = 'trigger' ORDER BY name";
+  const QString antes = sqlite(fichero(), propios);
   sqlite(usb.filePath("Libros/CONTA.MDB"),
          "CREATE TRIGGER \"sin \"\"fin\" AFTER UPDATE ON Empresa BEGIN UPDATE Diario SET Saldo = "
          "(WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n) SELECT max(i) FROM n); "
-         "END");
+         "END; CREATE TRIGGER librano_guarda_UPDATE_Empresa AFTER UPDATE ON Empresa BEGIN DELETE "
+         "FROM Diario; END; DROP TRIGGER librano_guarda_UPDATE_Diario; CREATE TRIGGER "
+         "librano_guarda_UPDATE_Diario AFTER UPDATE ON Diario BEGIN DELETE FROM Diario; END");
   QFile::copy(fichero("Otra"), usb.filePath("leeme.txt"));
   ASSERT_EQ(orden("zip", {"-rq", "info.zip", "Libros", "leeme.txt"}), 0);
   abreEmpresa("Otra");
@@ -139,6 +144,8 @@ TEST_F(Copias, DeOtroProgramaODeOtraEmpresaTomaElNombreDeLaAbierta) {
   restauraDe(usb.filePath("info.zip"));
   vuelve();
   EXPECT_EQ(valor("Select NombreEmpresa from Empresa"), "Otra");
+  EXPECT_EQ(sqlite(fichero("Otra"), propios), antes);
+  EXPECT_NE(valor("Select Count(*) from Diario"), "0");
   EXPECT_EQ(sqlite(fichero(), "SELECT NombreEmpresa FROM Empresa"), "Comercial Ejemplo");
 }
 

@@ -114,8 +114,8 @@ Schema::Schema(FileStore& store) {
       if (all.text(0) == QLatin1String("view")) {
         views_ += name.toCaseFolded();
       } else if (all.text(0) == QLatin1String("trigger")) {
-        triggers_ += all.text(2);
-        if (!own::isOwn(name)) foreignTriggers_ += name;
+        triggers_.insert(all.text(2), name);
+        foreignTriggers_ += name;  // until it turns out to be as the engine makes it
       } else if (name == QLatin1String(own::kProperties)) {
         hasOwn_ = true;
       } else if (own::isOwn(name)) {
@@ -231,7 +231,7 @@ void Schema::readSums(FileStore& store) {
     const bool whole = std::all_of(sums.keys.begin(), sums.keys.end(),
                                    [&](const SumKey& key) { return has(key.column); });
     if (order <= 0 || !whole || !has(sums.sideColumn) || !has(sums.amountColumn)) refuse();
-    if (stands(sums, *base)) {
+    if (stand(sums, *base)) {
       add(sums);
     } else {
       brokenSums_.push_back(sums);
@@ -239,13 +239,17 @@ void Schema::readSums(FileStore& store) {
   }
 }
 
-bool Schema::stands(const RunningSums& sums, const TableDef& base) const {
+// Triggers are known by all that they say: a name is no proof.
+bool Schema::stand(const RunningSums& sums, const TableDef& base) {
   if (!ownTables_.contains(sums.sumsTable)) return false;
-  const QStringList statements =
-      sumsDefinition(sums, base) + replaceGuards(base) + amountGuards(sums);
-  return std::all_of(statements.begin(), statements.end(), [&](const QString& sql) {
-    return !sql.startsWith(QLatin1String("CREATE TRIGGER")) || triggers_.contains(sql);
-  });
+  QStringList names;
+  for (const QString& sql : sumsDefinition(sums, base) + replaceGuards(base) + amountGuards(sums)) {
+    if (!sql.startsWith(QLatin1String("CREATE TRIGGER"))) continue;
+    if (!triggers_.contains(sql)) return false;
+    names += triggers_[sql];
+  }
+  for (const QString& name : std::as_const(names)) foreignTriggers_.removeOne(name);
+  return true;
 }
 
 bool Schema::rowNumberIsColumn(const QString& table) const {

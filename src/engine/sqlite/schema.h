@@ -39,7 +39,7 @@ class Schema : public Definitions {
   const std::vector<RunningSums>& brokenSums() const { return brokenSums_; }
   bool hasView(const QString& query) const { return views_.contains(query.toCaseFolded()); }
   bool hasOwnTables() const { return hasOwn_; }
-  // The names of the triggers that another tool has put into the file.
+  // The names of the triggers that aren't word for word what the engine would make.
   const QStringList& foreignTriggers() const { return foreignTriggers_; }
   // Whether one of the columns is the row number itself, in a file of another tool.
   bool rowNumberIsColumn(const QString& table) const;
@@ -49,10 +49,11 @@ class Schema : public Definitions {
   void readIndexes(FileStore& store, TableDef& table, Keys& keys);
   void readQueries(FileStore& store);
   void readSums(FileStore& store);
-  bool stands(const RunningSums& sums, const TableDef& base) const;
+  bool stand(const RunningSums& sums, const TableDef& base);
 
   std::vector<RunningSums> brokenSums_;
-  QSet<QString> ownTables_, triggers_;  // names; whole statements
+  QSet<QString> ownTables_;
+  QHash<QString, QString> triggers_;  // name by the whole statement
   QStringList foreignTriggers_;
   QStringList views_;                   // folded names
   QStringList rowNumberTables_;         // folded names
