@@ -265,6 +265,20 @@ TEST_F(CarteraDeEfectos, UnaAceptacionQueFallaSePuedeRepetir) {
     });
     d.control<Rejilla>("Grid").mover(Rejilla::Ultima);
     d.pulsa("CmdContabiliza");
+    // Under a mask whose letters no number has, what is shown goes back as it came.
+    const QScopedValueRollback<QString> mascara(ctx.sesion.MascaraImporte, "#,##0.00 \"Drs\"");
+    for (const auto& [visto, escrito, importe] :
+         {std::tuple("75,00 Drs", "", "75"), {"75,00 Drs", "1234.5", "1234,5"}}) {
+      guion.esperaDialogo("FrmRecibos", [&](Teclado& r) {
+        EXPECT_EQ(r.textoDe("TxtImporte"), visto);
+        if (*escrito) rellena(r, {{"TxtImporte", escrito}});
+        acepta(r);
+      });
+      d.pulsa("CmdModifica");
+      EXPECT_EQ(valor("Select Importe from Recibos where CA='A' and Factura='F-1' and Subcuenta="
+                      "'43000002'"),
+                importe);
+    }
     d.escape();
   });
   libro[312] = {121, "15/04/2024", "40000001", "Pagaré", 99};
