@@ -39,7 +39,8 @@ struct DBEngine::Private {
   std::function<void()> saver;
   bool saving = false;  // it has been asked
   int longWorks = 0;
-  QElapsedTimer putOff;  // since another station kept long work from saving
+  bool partlySaved = false;  // the long work of which the rest is pending
+  QElapsedTimer putOff;      // since another station kept long work from saving
 
   std::vector<std::shared_ptr<Connection>> open() {
     std::vector<std::shared_ptr<Connection>> connections;
@@ -144,11 +145,20 @@ void DBEngine::flush() {
   for (const auto& connection : changed) {
     try {
       connection->commit();
-    } catch (const ErrorEjecucion&) {
-      if (!first) first = std::current_exception();
+    } catch (const ErrorEjecucion& e) {
+      if (first) continue;
+      // Whoever gives up the rest knows that it is only the rest.
+      const bool rest = d_->partlySaved && e.numero() == err::kNoSePuedeGuardar;
+      first = rest ? std::make_exception_ptr(ErrorEjecucion(
+                         e.numero(),
+                         connection->path() +
+                             QStringLiteral(". La primera parte de este trabajo ya está guardada")))
+                   : std::current_exception();
     }
-    if (connection->inGroup()) d_->changed.push_back(connection);
   }
+  for (const auto& connection : changed)
+    if (connection->inGroup()) d_->changed.push_back(connection);
+  d_->partlySaved = d_->partlySaved && !d_->changed.empty();
   const bool wasRefused = std::exchange(d_->refused, !d_->changed.empty());
   if (first) std::rethrow_exception(first);
   if (wasRefused) Q_EMIT saved();
@@ -171,11 +181,13 @@ bool DBEngine::pending() const {
 void DBEngine::discard() {
   const auto changed = std::exchange(d_->changed, {});
   for (const auto& connection : changed) connection->discard();
-  d_->refused = false;
+  d_->refused = d_->partlySaved = false;
 }
 
 DBEngine::LongWork::LongWork(DBEngine& engine) : engine_(engine) {
-  if (engine_.d_->longWorks++ == 0) engine_.d_->putOff.invalidate();
+  if (engine_.d_->longWorks++ > 0) return;
+  engine_.d_->putOff.invalidate();
+  engine_.d_->partlySaved = false;
 }
 
 DBEngine::LongWork::~LongWork() {
@@ -208,7 +220,9 @@ void DBEngine::commitLongWork() {
     d_->longWork = std::clamp(kWorkPerCommit * cost.elapsed(), kLongWork, kLongestWork);
     committed = true;
   }
-  if (committed) QThread::msleep(kPause);
+  if (!committed) return;
+  d_->partlySaved = d_->longWorks > 0;
+  QThread::msleep(kPause);
 }
 
 std::shared_ptr<Connection> DBEngine::connection(const QString& path) {

@@ -196,6 +196,29 @@ TEST_F(Puestos, UnTrabajoLargoNoSeQuedaAMediasPorUnLector) {
   lector.ejecuta("COMMIT;");
   engine.flush();
   EXPECT_EQ(herramienta("SELECT NLinDiario FROM Empresa"), "4");
+
+  // One who came in the middle leaves a part saved: what refuses the rest says so.
+  {
+    const DBEngine::LongWork trabajo(engine);
+    pon(5);
+    QThread::msleep(250);
+    engine.breathe();
+    lector.ejecuta("BEGIN; SELECT count(*) FROM Empresa;");
+    pon(6);
+  }
+  const auto negativa = [&] {
+    try {
+      engine.flush();
+    } catch (const ErrorEjecucion& e) {
+      return e.descripcion();
+    }
+    return QString();
+  };
+  EXPECT_TRUE(negativa().endsWith(". La primera parte de este trabajo ya está guardada"));
+  engine.discard();
+  EXPECT_EQ(herramienta("SELECT NLinDiario FROM Empresa"), "5");
+  pon(7);
+  EXPECT_FALSE(negativa().contains("guardada"));
 }
 
 TEST_F(Puestos, UnaConsultaSinFinSeDetieneYLoPendienteQueda) {
