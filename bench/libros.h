@@ -13,7 +13,8 @@
 namespace banco {
 
 // A company in a folder of its own, with `lineas` lines of a year in asientos of three that square,
-// dealt out among its subcuentas. Made once for each length and kept for the whole run.
+// dealt out among its subcuentas. Made once for each length and kept for the whole run; with
+// LIBRANO_LIBROS, an existing folder, its journals are kept there for other runs too.
 class Libros {
  public:
   static Libros& de(int lineas, int subcuentas = 600);
