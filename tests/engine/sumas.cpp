@@ -173,6 +173,12 @@ TEST_F(Sumas, UnGrupoLargoNoSeNota) {
   engine.flush();
   compara("con un disparador ajeno");
   EXPECT_EQ(herramienta("SELECT count(*) FROM Vistas"), "199");
+  herramienta(
+      "CREATE TRIGGER doble AFTER INSERT ON Diario WHEN NEW.NLinea < 5000 BEGIN INSERT INTO "
+      "Diario(NLinea) VALUES (NEW.NLinea + 5000); END");
+  for (int i = 1001; i <= 1100; ++i) anota(*rs, i, 12, "430", "D", i);
+  engine.flush();
+  compara("con líneas de un disparador ajeno");
 }
 
 // Each statement by another program; those that would replace lines unseen are refused whole.

@@ -44,6 +44,35 @@ std::string identity(const GroupSums::Count& count) {
   return text;
 }
 
+// As the file's own engine rounds, so that what is gathered is what a recount gives.
+qint64 millionths(double amount) {
+  constexpr double kWholeFrom = 4503599627370496.0;
+  const double millions = amount * 1e6;
+  if (std::abs(millions) > kWholeFrom) return static_cast<qint64>(millions);
+  return static_cast<qint64>(millions + (millions < 0 ? -0.5 : 0.5));
+}
+
+// Whether they could be told from the two values alone.
+bool tellFigures(const Variant& side, const Variant& amount, std::array<qint64, 5>& figures) {
+  const bool isAmount = amount.isNumber() || amount.isNull();
+  if (!isAmount || !(side.isText() || side.isNull())) return false;
+  const bool debit = side.isText() && side.text().compare(u'D', Qt::CaseInsensitive) == 0;
+  const qint64 value = amount.isNull() ? 0 : millionths(amount.number());
+  const bool isThere = !amount.isNull();
+  figures = {1, debit ? value : 0, debit ? 0 : value, !debit || isThere, debit || isThere};
+  return true;
+}
+
+bool tellKey(const SumKey& key, const Variant& value, Variant& told) {
+  if (key.isMonth() && value.isDate()) {
+    told = qint64{value.date().month()};
+    return true;
+  }
+  if (!value.isNull() && (key.isMonth() || !(value.isInteger() || value.isText()))) return false;
+  told = value;
+  return true;
+}
+
 }  // namespace
 
 void GroupSums::gather() {
@@ -104,6 +133,46 @@ std::vector<GroupSums::Count> GroupSums::countsOf(const QString& table, Key key,
     for (qsizetype i = 0; i < keys; ++i) count.keys.push_back(row.value(column++, FieldType::Long));
   }
   return counts;
+}
+
+// What isn't among the values stays as it is in `count`.
+bool GroupSums::tells(const Values& values, Count& count) const {
+  const auto schema = store_.schema();
+  const Catalog::RunningSums& sums = schema->runningSums()[static_cast<std::size_t>(count.sums)];
+  const auto side = values.constFind(sums.sideColumn), amount = values.constFind(sums.amountColumn);
+  const auto end = values.cend();
+  if ((side == end) != (amount == end)) return false;
+  if (side != end && !tellFigures(*side, *amount, count.figures)) return false;
+  for (qsizetype i = 0; i < sums.keys.size(); ++i) {
+    const auto value = values.constFind(sums.keys[i].column);
+    if (value != end && !tellKey(sums.keys[i], *value, count.keys[i])) return false;
+  }
+  return true;
+}
+
+std::vector<GroupSums::Count> GroupSums::countsWritten(const QString& table, Key key,
+                                                       const Values& values,
+                                                       const std::vector<Count>& before) {
+  std::vector<Count> now = before;
+  for (Count& count : now)
+    if (!tells(values, count)) return countsOf(table, key, values.keys());
+  return now;
+}
+
+std::vector<GroupSums::Count> GroupSums::countsAdded(const QString& table, Key key,
+                                                     const Values& values) {
+  if (!gathering_) return {};
+  const auto schema = store_.schema();
+  std::vector<Count> now;
+  for (const int place : reading(table, {}).sums) {
+    const Catalog::RunningSums& sums = schema->runningSums()[static_cast<std::size_t>(place)];
+    Count& count = now.emplace_back(Count{place, {}, QList<Variant>(sums.keys.size())});
+    const QStringList columns = sumsColumns(sums);
+    const bool all = std::all_of(columns.begin(), columns.end(),
+                                 [&](const QString& column) { return values.contains(column); });
+    if (!all || !tells(values, count)) return countsOf(table, key);
+  }
+  return now;
 }
 
 void GroupSums::moved(const std::vector<Count>& before, const std::vector<Count>& now) {

@@ -37,6 +37,11 @@ class GroupSums {
   // What a row of a table counts for in the sums that depend on some of the columns, or in all
   // without any. Nothing unless sums are gathered.
   std::vector<Count> countsOf(const QString& table, Key key, const QStringList& columns = {});
+  // The same for a row that has just been added with these values, and for one that counted for
+  // `before` until these were written. The row is only read where its values don't tell.
+  std::vector<Count> countsAdded(const QString& table, Key key, const Values& values);
+  std::vector<Count> countsWritten(const QString& table, Key key, const Values& values,
+                                   const std::vector<Count>& before);
   // The row has been written: what it counted for, and what it counts for now. Either is empty
   // where there was no row, or there is none any more.
   void moved(const std::vector<Count>& before, const std::vector<Count>& now);
@@ -59,6 +64,7 @@ class GroupSums {
     QString sql;
   };
   const Reading& reading(const QString& table, const QStringList& columns);
+  bool tells(const Values& values, Count& count) const;
   void add(const Count& count, int sign);
   void release();
 

@@ -308,6 +308,7 @@ void FileStore::configure() {
 // What reads the sums finds them brought up; what writes finds the file's triggers at work.
 Statement FileStore::prepare(const QString& sql, Doing doing) {
   Statement statement = prepareOwn(sql, doing);
+  if (statement.writes()) nextRow_ = {};
   if (!sums_.gathering()) return statement;
   if (statement.writes()) {
     sums_.stop();
@@ -397,6 +398,7 @@ void FileStore::begin(Doing doing) {
   gotLock();
   inGroup_ = true;
   groupChanges_ = 0;
+  nextRow_ = {};
   Statement version = prepare(QStringLiteral("PRAGMA data_version"), doing);
   lookAtDataVersion(version);
   version.reset();

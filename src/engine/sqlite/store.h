@@ -168,6 +168,7 @@ class FileStore : public Store {
   void dropOldestPrepared();
   void write(const QString& sql, const QList<Variant>& values);
   const Written& inserting(const QString& table, const QStringList& columns);
+  Key nextRow(const Written& written);
   const Written& updating(const QString& table, const QStringList& columns);
   void checkKey(const QString& table, Key key, const Values& values);
   void checkTwin(const QString& table, const QString& column, const QString& value, Key key);
@@ -201,6 +202,7 @@ class FileStore : public Store {
   qint64 lookEvery_ = 0;  // nanoseconds
 
   Written updating_, inserting_;
+  std::pair<QString, Key> nextRow_;  // of the table that the group has added a row to last
 
   std::shared_ptr<const Schema> schema_;
   GroupSums sums_{*this};

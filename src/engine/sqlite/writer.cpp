@@ -87,6 +87,14 @@ const FileStore::Written& FileStore::inserting(const QString& table, const QStri
   return inserting_;
 }
 
+// Within a group nobody else deals them out, so only the first is looked for.
+Key FileStore::nextRow(const Written& written) {
+  if (nextRow_.first == written.table) return nextRow_.second;
+  Statement next = prepare(written.nextRowSql);
+  next.bind(1, written.table).step();
+  return next.integer(0);
+}
+
 Key FileStore::insert(const QString& table, const Values& values) {
   if (groupChanges_ >= kManyRows) sums_.gather();
   checkKey(table, 0, values);
@@ -95,16 +103,17 @@ Key FileStore::insert(const QString& table, const Values& values) {
   QList<Variant> bound;
   Key key = 0;
   if (!written.nextRowSql.isEmpty()) {
-    Statement next = prepare(written.nextRowSql);
-    next.bind(1, table).step();
-    key = next.integer(0);
+    key = nextRow(written);
     bound = {key};
   }
   for (const Variant& value : values) bound += value;
   write(written.sql, bound);
   touched(table);
-  if (key == 0) key = lastRowNumber();
-  sums_.moved({}, sums_.countsOf(table, key));
+  if (key == 0)
+    key = lastRowNumber();
+  else if (schema()->foreignTriggers().isEmpty())  // which may add rows too
+    nextRow_ = {table, key + 1};
+  sums_.moved({}, sums_.countsAdded(table, key, values));
   return key;
 }
 
@@ -141,7 +150,7 @@ bool FileStore::update(const QString& table, Key key, const Values& values) {
   write(written.sql, bound);
   if (changedRows() == 0) return false;
   touched(table);
-  sums_.moved(before, sums_.countsOf(table, key, columns));
+  if (!before.empty()) sums_.moved(before, sums_.countsWritten(table, key, values, before));
   return true;
 }
 
