@@ -15,6 +15,12 @@ Recordset::Impl::Impl(std::shared_ptr<Connection> connection, const QString& sou
     const auto definitions = connection_->store().definitions();
     if (const TableDef* def = definitions->definition(rows.plan().baseTable)) fields_ = def->Fields;
   }
+  for (const OutputColumn& column : columns) {
+    const auto field = std::find_if(fields_.begin(), fields_.end(), [&](const Field& f) {
+      return !column.baseColumn.isEmpty() && f.Name == column.baseColumn;
+    });
+    baseFields_.push_back(field == fields_.end() ? -1 : static_cast<int>(field - fields_.begin()));
+  }
   first();
 }
 
@@ -100,11 +106,8 @@ const Row& Recordset::Impl::currentRow() {
 // --- Values
 
 const Field* Recordset::Impl::base(int ordinal) const {
-  const QString& name = column(ordinal).baseColumn;
-  if (name.isEmpty()) return nullptr;
-  for (const Field& field : fields_)
-    if (field.Name == name) return &field;
-  return nullptr;
+  const int field = baseFields_[static_cast<std::size_t>(ordinal)];
+  return field < 0 ? nullptr : &fields_[static_cast<std::size_t>(field)];
 }
 
 Variant Recordset::Impl::value(int ordinal) {

@@ -55,7 +55,8 @@ class Recordset::Impl {
   QString source_;
   Opening opening_;
   QHash<QString, int> ordinals_;
-  std::vector<Field> fields_;  // of the base table
+  std::vector<Field> fields_;    // of the base table
+  std::vector<int> baseFields_;  // for each column its place among them, or -1
 
   Place place_ = Place::Nowhere;
   int position_ = -1;

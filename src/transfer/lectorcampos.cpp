@@ -1,5 +1,6 @@
 #include "transfer/lectorcampos.h"
 
+#include <algorithm>
 #include <QFileInfo>
 
 #include "common/errorejecucion.h"
@@ -9,6 +10,7 @@
 namespace {
 
 constexpr int kFin = -1;
+constexpr char kFinDeTexto = '\x1A';  // ends a text file of DOS
 constexpr qint64 kBufer = 256 * 1024;
 constexpr qsizetype kLargoMaximo = 64 * 1024;  // of a field: beyond it a quote was never closed
 
@@ -31,7 +33,6 @@ LectorCampos::LectorCampos(const QString& ruta) : fichero_(rutaSistema(ruta)) {
 }
 
 int LectorCampos::mira() {
-  constexpr char kFinDeTexto = '\x1A';  // ends a text file of DOS
   if (at_ == bufer_.size()) {
     antes_ += bufer_.size();
     at_ = 0;
@@ -57,11 +58,11 @@ bool LectorCampos::fin() {
   return mira() == kFin;
 }
 
-void LectorCampos::anade(QByteArray& campo, int byte) const {
-  if (campo.size() == kLargoMaximo)
+void LectorCampos::anade(QByteArray& campo, QByteArrayView bytes) const {
+  if (campo.size() + bytes.size() > kLargoMaximo)
     throw ErrorEjecucion(err::kTextoDemasiadoLargo,
                          QString::fromLatin1(campo.left(20)) + QStringLiteral("..."));
-  campo += static_cast<char>(byte);
+  campo += bytes;
 }
 
 QByteArray LectorCampos::entrecomillado() {
@@ -70,7 +71,8 @@ QByteArray LectorCampos::entrecomillado() {
   for (int byte = toma(); byte != kFin; byte = toma()) {
     if (byte == '"' && mira() != '"') break;
     if (byte == '"') toma();
-    anade(campo, byte);
+    const char suyo = static_cast<char>(byte);
+    anade(campo, QByteArrayView(&suyo, 1));
   }
   // What stands between the quote and the comma belongs to nobody.
   while (mira() != kFin && mira() != ',' && !esSalto(mira())) toma();
@@ -79,7 +81,14 @@ QByteArray LectorCampos::entrecomillado() {
 
 QByteArray LectorCampos::suelto() {
   QByteArray campo;
-  while (mira() != kFin && mira() != ',' && !esSalto(mira())) anade(campo, toma());
+  while (mira() != kFin && mira() != ',' && !esSalto(mira())) {
+    // What the buffer has of it, in one go.
+    const QByteArrayView resto = QByteArrayView(bufer_).sliced(at_);
+    const auto acaba = [](char c) { return c == ',' || esSalto(c) || c == kFinDeTexto; };
+    const auto trozo = std::find_if(resto.begin(), resto.end(), acaba) - resto.begin();
+    anade(campo, resto.first(trozo));
+    at_ += trozo;
+  }
   return campo.trimmed();
 }
 

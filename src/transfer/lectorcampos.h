@@ -29,7 +29,7 @@ class LectorCampos {
   int mira();
   int toma();
   void saltaBlancos();
-  void anade(QByteArray& campo, int byte) const;
+  void anade(QByteArray& campo, QByteArrayView bytes) const;
   QByteArray entrecomillado();
   QByteArray suelto();
   bool saltaSeparador();  // whether it was a comma
