@@ -2,6 +2,7 @@
 
 #include "common/ignorar.h"
 #include "company/consultas.h"
+#include "company/indices.h"
 #include "company/semillas.h"
 #include "company/tablas.h"
 #include "engine/dbengine.h"
@@ -70,20 +71,6 @@ std::unique_ptr<Database> construye(DBEngine& motor, const QString& ruta, Obra o
   return base;
 }
 
-// The journal is read by asiento, by date and by subcuenta at every key, searched by marks and
-// amounts, and grows without end. Few of its lines bear a mark. An invoice is found by its asiento.
-void ponIndices(Database& base) {
-  base.keepIndexes(QStringLiteral("Diario"),
-                   {{{QStringLiteral("NAsiento")}},
-                    {{QStringLiteral("Subcuenta"), QStringLiteral("Fecha"),
-                      QStringLiteral("NAsiento"), QStringLiteral("NLinea")}},
-                    {{QStringLiteral("Fecha"), QStringLiteral("NAsiento")}},
-                    {{QStringLiteral("Punteo"), QStringLiteral("NAsiento")}, true},
-                    {{QStringLiteral("Importe")}}});
-  base.keepIndexes(QStringLiteral("Subcuentas"), {{{QStringLiteral("Descripcion")}}});
-  base.keepIndexes(QStringLiteral("RSIVA"), {{{QStringLiteral("Asiento")}}});
-}
-
 }  // namespace
 
 void aligeraBase(Database& base) {
@@ -107,9 +94,4 @@ void CrearBase(DBEngine& motor, const QString& ruta, int digitosCuenta, int digi
 void creaBaseVacia(DBEngine& motor, const QString& ruta, int digitosCuenta, int digitosSubcuenta) {
   construye(motor, ruta, {nullptr, digitosCuenta, digitosSubcuenta, false, {}});
   motor.flush();
-}
-
-void cuidaIndices(DBEngine& motor, const QString& ruta) {
-  const DBEngine::Brief sinEspera(motor, 0);
-  ignorando([&] { ponIndices(*motor.Workspaces(0).OpenDatabase(ruta)); });
 }

@@ -23,8 +23,3 @@ void CrearBase(DBEngine& motor, const QString& ruta, int digitosCuenta, int digi
 // sooner by aligeraBase once the rows are in.
 void creaBaseVacia(DBEngine& motor, const QString& ruta, int digitosCuenta, int digitosSubcuenta);
 void aligeraBase(Database& base);
-
-// Gives the file of a company that stands the indexes that a new one has, in the place of those
-// that it was made with. Where it has them already this takes no time. A file that can't be written
-// now, or that another station holds, stays as it is and is only slower to search.
-void cuidaIndices(DBEngine& motor, const QString& ruta);

@@ -13,9 +13,10 @@ class Wait {
   virtual ~Wait() = default;
   // Another station has held the file for so many milliseconds; asked every few. False gives up.
   virtual bool waiting(qint64 elapsed) = 0;
-  enum class Work { Reading, Copying, Repairing };
-  // A statement that only reads, a copy of a whole file or its repair has run for so many
-  // milliseconds; asked from half a second on. False stops it: 3059. A repair goes on anyway.
+  enum class Work { Reading, Copying, Repairing, Indexing };
+  // A statement that only reads, a copy of a whole file, its repair or the making of its indexes
+  // has run for so many milliseconds; asked from half a second on. False stops it: 3059. A repair
+  // and indexes go on anyway.
   virtual bool working(Work work, qint64 elapsed) = 0;
   // It is over, either way. Only after one of the others.
   virtual void over() = 0;

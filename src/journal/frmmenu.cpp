@@ -9,7 +9,7 @@
 #include "common/formato.h"
 #include "common/funciones.h"
 #include "common/ignorar.h"
-#include "company/crearbase.h"
+#include "company/indices.h"
 #include "company/sesionempresa.h"
 #include "engine/dbengine.h"
 #include "journal/widgets/camposubcuenta.h"

@@ -2,6 +2,7 @@
 
 #include "common/formato.h"
 #include "common/funciones.h"
+#include "company/indices.h"
 #include "engine/dbengine.h"
 
 QString avisoSinRegistro(Database& empresa, const QString& asientos) {
@@ -35,6 +36,7 @@ void unificaFechas(Database& empresa, int anoActual, QDate hoy, const Avance& av
   if (diario->Eof()) return;
   diario->MoveLast();
   const int total = diario->RecordCount();
+  IndicesAparte aparte(empresa, total, {QStringLiteral("Fecha")});
   FieldRef numero = diario->Fields("NAsiento"), dia = diario->Fields("Fecha");
   QString ultimo;
   QString fecha;
@@ -50,6 +52,7 @@ void unificaFechas(Database& empresa, int anoActual, QDate hoy, const Avance& av
     dia = fecha;
     diario->Update();
   }
+  aparte.repone();
 }
 
 namespace {
@@ -74,6 +77,7 @@ int renumeraDiario(Database& empresa, int desde, const Avance& avance) {
   if (!diario->Eof()) {
     diario->MoveLast();
     const int total = diario->RecordCount();
+    IndicesAparte aparte(empresa, total, {QStringLiteral("NAsiento")});
     FieldRef numero = diario->Fields("NAsiento"), apunte = diario->Fields("ApunteIVA");
     QString ultimo = QStringLiteral("0");
     for (diario->MoveFirst(); !diario->Eof(); diario->MoveNext()) {
@@ -89,6 +93,7 @@ int renumeraDiario(Database& empresa, int desde, const Avance& avance) {
       diario->Update();
       if (!codigo.isEmpty()) renumeraRegistro(empresa, codigo, siguiente - 1);
     }
+    aparte.repone();
   }
   const auto contadores = empresa.OpenRecordset(QStringLiteral("Select * from Empresa"));
   contadores->Edit();

@@ -62,6 +62,8 @@ bool Espera::working(Work work, qint64) {
       return sigue(QStringLiteral("Copiando los datos...  (Escape lo deja)"));
     case Work::Repairing:
       return sigue(QStringLiteral("Revisando los datos..."));
+    case Work::Indexing:
+      return sigue(QStringLiteral("Ordenando los datos..."));
     case Work::Reading:
       break;
   }

@@ -1,10 +1,14 @@
 #include "transfer/importarcontanet.h"
 
+#include <QFileInfo>
+
 #include "common/comillas.h"
 #include "common/formato.h"
 #include "common/funciones.h"
 #include "common/ignorar.h"
+#include "common/rutas.h"
 #include "company/datosempresa.h"
+#include "company/indices.h"
 #include "engine/dbengine.h"
 #include "engine/filas.h"
 #include "iva/filarsiva.h"
@@ -188,6 +192,9 @@ Apunte apunteDe(Tarea& tarea, const ColumnasDiario& diario, const Registro& regi
 
 void importaDiario(Tarea& tarea, const QString& ruta) {
   constexpr int kCampos = 22;
+  constexpr qint64 kBytesDeLinea = 100;  // about as many as one takes
+  IndicesAparte aparte(tarea.empresa,
+                       static_cast<int>(QFileInfo(rutaSistema(ruta)).size() / kBytesDeLinea));
   ApuntesEnSerie serie(tarea.empresa);
   const ColumnasDiario columnas(serie.diario());
   const Avance entreSeries = [&](int posicion, int total) {
@@ -197,6 +204,7 @@ void importaDiario(Tarea& tarea, const QString& ruta) {
     tarea.cepo([&] { serie.graba(apunteDe(tarea, columnas, registro)); });
   });
   serie.cierra();
+  aparte.repone();
 }
 
 // --- addresses ----------------------------------------------------------------------------------

@@ -7,6 +7,7 @@
 #include "common/ignorar.h"
 #include "common/rutas.h"
 #include "company/datosempresa.h"
+#include "company/indices.h"
 #include "engine/dbengine.h"
 #include "engine/filas.h"
 #include "engine/rowreader.h"
@@ -154,12 +155,14 @@ void contaplus::importaDiario(Database& empresa, const QString& carpeta, const A
   const QString nombre = QStringLiteral("Diario.dbf");
   TablaDbf tabla(carpeta, nombre);
   const ColumnasDiario columnas(tabla);
+  IndicesAparte aparte(empresa, tabla.total());
   ApuntesEnSerie serie(empresa);
   const Avance entreSeries = [&](int posicion, int total) {
     if (!serie.abierta()) avance(posicion, total);
   };
   recorre(tabla, nombre, entreSeries, [&] { serie.graba(apunteDe(tabla, columnas)); });
   serie.cierra();
+  aparte.repone();
 }
 
 void contaplus::importaIVA(Database& empresa, const QString& carpeta, const Avance& avance) {

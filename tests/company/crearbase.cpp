@@ -1,7 +1,9 @@
 #include "company/crearbase.h"
 
 #include "company/alta.h"
+#include "company/indices.h"
 #include "company/sesionempresa.h"
+#include "soporte/errores.h"
 #include "soporte/libros.h"
 #include "soporte/otropuesto.h"
 #include "start/creaini.h"
@@ -256,6 +258,50 @@ TEST(CrearBase, UnFicheroAntiguoTomaLosIndicesDeUnoNuevo) {
                        "ORDER BY NAsiento, rowid")
                   .contains("librano_Diario_Punteo_NAsiento"));
   cuidaIndices(libros.motor, ruta + "x");  // what isn't there is told by who opens it
+}
+
+// Indexes that wouldn't pay stay; those that go come back, with the lines written meanwhile, also
+// where the work was broken off.
+TEST(IndicesAparte, FaltanMientrasSeEscribeCasiTodoElDiario) {
+  Libros libros;
+  const QString ruta = libros.dirDatos() + "Grande.MDB", sistema = rutaSistema(ruta);
+  CrearBase(libros.motor, ruta, 3, 8, 0);
+  preguntaFuera(sistema,
+                "WITH n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 12000) INSERT INTO "
+                "Diario(NLinea, NAsiento, Fecha) SELECT i, i, '2024-01-01' FROM n");
+  const auto empresa = libros.motor.Workspaces(0).OpenDatabase(ruta);
+  const auto hay = [&] {
+    libros.motor.flush();
+    return preguntaFuera(sistema,
+                         "SELECT group_concat(substr(name, 16)) FROM (SELECT name FROM "
+                         "sqlite_schema WHERE name LIKE 'librano_Diario_%' ORDER BY name)");
+  };
+  const QString todos = hay();
+  EXPECT_EQ(todos.split(',').size(), 5);
+  {
+    const IndicesAparte pocas(*empresa, 11'999);
+    EXPECT_EQ(hay(), todos);
+  }
+  {
+    IndicesAparte aparte(*empresa, 12'000);
+    EXPECT_EQ(hay(), "");
+    aparte.repone();
+    EXPECT_EQ(hay(), todos);
+  }
+  const auto seRompe = [&] {
+    const IndicesAparte aparte(*empresa, 12'000, {"Fecha"});
+    EXPECT_EQ(hay(), "Importe,NAsiento,Punteo_NAsiento");
+    const auto diario = empresa->OpenRecordset("Diario");
+    diario->Edit();
+    diario->Fields("Fecha") = QDate(2024, 6, 15);
+    diario->Update();
+    diario->Edit();
+    diario->Fields("NAsiento") = "nada";
+  };
+  EXPECT_EQ(numeroDeError(seRompe), err::kConversionDeDatos);
+  EXPECT_EQ(hay(), todos);
+  EXPECT_EQ(preguntaFuera(sistema, "SELECT NLinea FROM Diario WHERE Fecha > '2024-06-01'"), "1");
+  EXPECT_EQ(preguntaFuera(sistema, "PRAGMA integrity_check"), "ok");
 }
 
 }  // namespace

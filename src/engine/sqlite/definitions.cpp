@@ -81,6 +81,7 @@ class Definer {
   }
 
   void operator()(const IndexesKept& kept) {
+    const FileStore::LongWork work(store_, Wait::Work::Indexing, 1);
     const QList<KeptIndex> before = store_.schema()->keptIndexes(kept.table);
     for (const KeptIndex& index : before)
       if (!kept.indexes.contains(index))

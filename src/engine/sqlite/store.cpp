@@ -151,7 +151,7 @@ bool FileStore::LongWork::goesOn() {
     answer = store_.goOn([&](Wait& wait) { return wait.working(work_, elapsed); });
   }
   told_ = since_.elapsed();  // what was painted took its time too
-  return answer || work_ == Wait::Work::Repairing;
+  return answer || work_ == Wait::Work::Repairing || work_ == Wait::Work::Indexing;
 }
 
 void FileStore::LongWork::tell() {
