@@ -85,6 +85,11 @@ std::vector<Catalog::Column> Database::columns(const QString& source) const {
   });
 }
 
+bool Database::readsKeptSums(const QString& source) const {
+  return guarded(*connection_,
+                 [&] { return connection_->sources().compiled(source).plan->keptSums; });
+}
+
 void Database::appendTable(const TableDef& table) {
   define(*connection_, [&](const Definitions& definitions) -> Change {
     checkName(table.Name);

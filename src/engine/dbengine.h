@@ -64,6 +64,9 @@ class Database {
   std::unique_ptr<Hold> hold() const;
   // The columns of a source, without reading any row.
   std::vector<Catalog::Column> columns(const QString& source) const;
+  // Whether what a source adds up and counts is read from kept sums: exact to the millionth, and
+  // not at the cost of the lines.
+  bool readsKeptSums(const QString& source) const;
 
   QString path() const;  // as given
   std::shared_ptr<Connection> connection() const { return connection_; }

@@ -12,6 +12,7 @@ constexpr std::size_t kKeySetsKept = 4;
 std::shared_ptr<const Plan> planOf(const lang::Query& query, Store& store) {
   auto plan = std::make_shared<Plan>();
   plan->keyed = lang::hasKeys(query);
+  plan->keptSums = query.keptSums;
   plan->updatable = plan->keyed && query.from->kind == lang::From::Kind::Source;
   const Catalog::Table* base = query.from->source.table.get();
   if (plan->updatable) plan->baseTable = base->name;

@@ -19,6 +19,7 @@ struct Plan {
   bool keyed = false;
   // The same of a table that stands alone: it is always read so, and may be written.
   bool updatable = false;
+  bool keptSums = false;  // read from kept sums
   QString baseTable;
   QStringList tables;  // of a keyed source: those that its rows show
   std::shared_ptr<Reader> reader;

@@ -127,8 +127,9 @@ struct Query {
   std::vector<Order> orderBy;
   bool distinct = false;
   bool grouped = false;
-  bool singles = false;  // each group is one row of kept sums: nothing is left to be added up
-  int literals = 0;      // taken out of the statement: what is run has as many values
+  bool keptSums = false;  // it reads sums that are kept, and no lines
+  bool singles = false;   // each group is one row of kept sums: nothing is left to be added up
+  int literals = 0;       // taken out of the statement: what is run has as many values
 };
 
 // The sources of a FROM in the order in which they are written.

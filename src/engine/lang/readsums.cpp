@@ -49,7 +49,8 @@ class Lines {
 
   // True when the query asks these lines for nothing that the sums don't tell.
   bool served(const Expr& expr) const {
-    if (expr.kind == Kind::Aggregate) return side(expr) != Side::None;
+    if (expr.kind == Kind::Aggregate)
+      return expr.aggregate == Agg::CountRows || side(expr) != Side::None;
     if (key(expr) >= 0) return true;
     if (owns(expr)) return false;
     return std::all_of(expr.args.begin(), expr.args.end(),
@@ -137,6 +138,21 @@ ExprPtr zero() {
   return made(std::move(expr));
 }
 
+// How many lines some rows stand for: none, where there are no rows.
+ExprPtr countOf(const Query& query, const ExprPtr& lines) {
+  if (query.singles) return lines;
+  Expr sum;
+  sum.kind = Kind::Aggregate;
+  sum.type = Type::Long;
+  sum.args = {lines};
+  Expr expr;
+  expr.kind = Kind::Call;
+  expr.function = Fn::Nz;
+  expr.type = Type::Long;
+  expr.args = {made(std::move(sum)), zero()};
+  return made(std::move(expr));
+}
+
 // Whether each row of the sums, with what it looks up, makes a group of its own: there is one for
 // each combination of keys, and the query groups by all of them.
 bool groupsAreRows(const Query& query, const Source& source, const Lines& lines, int keys) {
@@ -154,6 +170,7 @@ void readSums(Query& query, Source& source, const RunningSums& sums, int newId) 
   replacement.alias = source.alias;
   replacement.table = sumsTable(sums, source);
   const int keys = static_cast<int>(sums.keys.size());
+  query.keptSums = true;
   query.singles = groupsAreRows(query, source, lines, keys);
   const Agg adding = query.singles ? Agg::OneMillionths : Agg::SumMillionths;
   const ExprPtr count = columnOf(replacement, keys);
@@ -164,6 +181,8 @@ void readSums(Query& query, Source& source, const RunningSums& sums, int newId) 
 
   const auto read = [&](const Expr& expr) -> ExprPtr {
     if (const int key = lines.key(expr); key >= 0) return columnOf(replacement, key);
+    if (expr.kind == Kind::Aggregate && expr.aggregate == Agg::CountRows)
+      return countOf(query, count);
     switch (lines.side(expr)) {
       case Lines::Side::Debit:
         return total(adding, debit, debitLines, zero());

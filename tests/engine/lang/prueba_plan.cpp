@@ -101,7 +101,8 @@ TEST(Plan, LosTotalesSalenDeLasSumas) {
       {"Select * from SqlDiarioPrincipalBlanco where NAsiento = 12", "Diario", kLookUp},
       {"Select * from SqlDiarioPrincipalBlanco where Subcuenta = '43'", "Diario", kLookUp},
       {"Select Sum(Debe) as T from SqlDiarioPrincipal where Punteo='*'", "Diario", kLookUp},
-      {"Select Sum(Debe) as T, Count(*) as N from SqlDiarioPrincipal", "Diario"},
+      {"Select Sum(Debe) as T, Count(*) as N from SqlDiarioPrincipal", kDelDiario},
+      {"Select Sum(Debe) as T, Count(Debe) as N from SqlDiarioPrincipal", "Diario"},
   };
   QStringList own;
   for (const Consulta& query : consultasDeEmpresa()) own << QString::fromUtf8(query.nombre);
