@@ -3,7 +3,6 @@
 #include "common/errorejecucion.h"
 #include "reports/errores.h"
 #include "reports/expresiones.h"
-#include "reports/formula.h"
 
 namespace reports {
 namespace {
@@ -51,40 +50,50 @@ Consulta consultaDe(const Plantilla& plantilla, const QString& seleccion, const 
   const Formula lineas(seleccion), conjuntos(grupos, Formula::Clase::Grupos);
   const Origen& o = origenPara(plantilla, lineas.tablas() + conjuntos.tablas());
 
-  QStringList donde;
-  if (!o.donde.isEmpty()) donde << u'(' + o.donde + u')';
-  if (!lineas.vacia()) {
-    donde << lineas.condicion([&](const auto& campo, bool) { return expresionDe(o, campo); });
-  }
-  const QString teniendo = conjuntos.condicion([&](const auto& campo, bool agrupa) {
+  Consulta c;
+  c.origen = o;
+  c.columnas = partesDe(o.columnas);
+  c.codigos = lineas.codigos();
+  c.condiciones = lineas.partes([&](const auto& campo, bool) { return expresionDe(o, campo); });
+  if (!o.donde.isEmpty()) c.condiciones.insert(c.condiciones.begin(), {u'(' + o.donde + u')', {}});
+  c.teniendo = conjuntos.condicion([&](const auto& campo, bool agrupa) {
     QString e = expresionDe(o, campo);
     if (agrupa && !agrupaPor(o, e))
       rechaza(QStringLiteral("el libro no agrupa por ") + campo.campo);
     return e;
   });
 
-  QString resto = QStringLiteral(" FROM ") + o.desde;
-  if (!donde.isEmpty()) resto += QStringLiteral(" WHERE ") + donde.join(QStringLiteral(" AND "));
-  if (!o.agrupado.isEmpty()) resto += QStringLiteral(" GROUP BY ") + o.agrupado;
-  if (!teniendo.isEmpty()) resto += QStringLiteral(" HAVING ") + teniendo;
-  if (!o.orden.isEmpty()) resto += QStringLiteral(" ORDER BY ") + o.orden;
-  Consulta c;
-  c.origen = o;
-  c.columnas = partesDe(o.columnas);
-  c.resto = resto;
-  c.codigos = lineas.codigos();
   return c;
 }
 
-QString Consulta::sentenciaDe(const QStringList& lista) const {
-  return QStringLiteral("SELECT ") + lista.join(QStringLiteral(", ")) + resto;
+QString Consulta::sentenciaDe(const QString& lista, const QString& ademas,
+                              const QString& cola) const {
+  QStringList donde;
+  for (const Formula::Parte& p : condiciones) donde << p.condicion;
+  if (!ademas.isEmpty()) donde << ademas;
+  QString todo = QStringLiteral("SELECT ") + lista + QStringLiteral(" FROM ") + origen.desde;
+  if (!donde.isEmpty()) todo += QStringLiteral(" WHERE ") + donde.join(QStringLiteral(" AND "));
+  return todo + cola;
 }
 
-QString Consulta::sentenciaCorta(const std::vector<int>& solo, std::vector<int>* sitio) const {
+QString Consulta::sentenciaDe(const QStringList& lista, const QString& ademas) const {
+  QString cola;
+  if (!origen.agrupado.isEmpty()) cola += QStringLiteral(" GROUP BY ") + origen.agrupado;
+  if (!teniendo.isEmpty()) cola += QStringLiteral(" HAVING ") + teniendo;
+  if (!origen.orden.isEmpty()) cola += QStringLiteral(" ORDER BY ") + origen.orden;
+  return sentenciaDe(lista.join(QStringLiteral(", ")), ademas, cola);
+}
+
+QString Consulta::sentencia(const QString& ademas) const {
+  return sentenciaDe(columnas, ademas);
+}
+
+QString Consulta::sentenciaCorta(const std::vector<int>& solo, std::vector<int>* sitio,
+                                 const QString& ademas) const {
   const auto cuantas = static_cast<size_t>(columnas.size());
   sitio->clear();
   if (solo.empty() || !origen.agrupado.isEmpty() || columnas.contains(QStringLiteral("*")))
-    return sentencia();
+    return sentencia(ademas);
   std::vector<bool> entra(cuantas, false);
   for (const int c : solo) entra[size_t(c)] = true;
   // An expression brings along the columns that it calls by the names they are given here.
@@ -105,7 +114,7 @@ QString Consulta::sentenciaCorta(const std::vector<int>& solo, std::vector<int>*
     (*sitio)[c] = static_cast<int>(pedidas.size());
     pedidas << columnas[int(c)];
   }
-  return sentenciaDe(pedidas);
+  return sentenciaDe(pedidas, ademas);
 }
 
 }  // namespace reports

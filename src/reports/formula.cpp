@@ -1,6 +1,6 @@
 #include "reports/formula.h"
 
-#include <vector>
+#include <QHash>
 
 #include "common/errorejecucion.h"
 #include "common/variant.h"
@@ -367,6 +367,30 @@ QString emite(const Nodo& n, const Formula::Traduce& traduce) {
   }
 }
 
+// What the rows meet that a comparison leaves out: its contrary, or one side that is Null.
+QStringList fueraDe(const Nodo& n, const Formula::Traduce& traduce) {
+  static const QHash<QString, QString> contrarios{{QStringLiteral("<"), QStringLiteral(">=")},
+                                                  {QStringLiteral("<="), QStringLiteral(">")},
+                                                  {QStringLiteral(">"), QStringLiteral("<=")},
+                                                  {QStringLiteral(">="), QStringLiteral("<")}};
+  if (n.clase != Nodo::Clase::Comparacion || !contrarios.contains(n.texto)) return {};
+  const QString izquierda = emite(*n.hijos[0], traduce), derecha = emite(*n.hijos[1], traduce);
+  QStringList todas{u'(' + izquierda + u' ' + contrarios[n.texto] + u' ' + derecha + u')'};
+  for (const QString& lado : {izquierda, derecha}) {
+    const bool constante = n.hijos[lado == izquierda ? 0 : 1]->constante();
+    if (!constante) todas << u'(' + lado + QStringLiteral(" Is Null)");
+  }
+  return todas;
+}
+
+void reparte(const Nodo& n, const Formula::Traduce& traduce, std::vector<Formula::Parte>& partes) {
+  if (n.clase == Nodo::Clase::Logica && n.texto == u"and") {
+    for (const Puntero& h : n.hijos) reparte(*h, traduce, partes);
+  } else {
+    partes.push_back({emite(n, traduce), fueraDe(n, traduce)});
+  }
+}
+
 void reune(const Nodo& n, QStringList& tablas) {
   if (n.clase == Nodo::Clase::Campo && !n.campo.tabla.isEmpty() &&
       !tablas.contains(n.campo.tabla, Qt::CaseInsensitive)) {
@@ -410,6 +434,12 @@ QString Formula::codigos() const {
 
 QString Formula::condicion(const Traduce& traduce) const {
   return raiz_ ? emite(*raiz_, traduce) : QString();
+}
+
+std::vector<Formula::Parte> Formula::partes(const Traduce& traduce) const {
+  std::vector<Parte> todas;
+  if (raiz_) reparte(*raiz_, traduce, todas);
+  return todas;
 }
 
 QString fechaDeFormula(const QString& texto) {

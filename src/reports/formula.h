@@ -17,6 +17,7 @@
 #include <QDate>
 #include <QString>
 #include <QStringList>
+#include <vector>
 
 class Formula {
  public:
@@ -45,6 +46,17 @@ class Formula {
   // The condition for WHERE or HAVING; empty for no selection.
   //   Formula("{D.Fecha}>=date(2004,1,31)").condicion(t) == "([D].[Fecha] >= #1/31/2004#)"
   QString condicion(const Traduce& traduce) const;
+
+  // One of the conditions that a selection joins with "and", and the simpler ones of which any row
+  // that it leaves out meets some; none of these where that can't be told.
+  struct Parte {
+    QString condicion;
+    QStringList fuera;
+  };
+  //   Formula("{D.Fecha}>=date(2004,1,31)").partes(t) ==
+  //       {{"([D].[Fecha] >= #1/31/2004#)", {"([D].[Fecha] < #1/31/2004#)", "([D].[Fecha] Is
+  //       Null)"}}}
+  std::vector<Parte> partes(const Traduce& traduce) const;
 
   struct Nodo;
 

@@ -105,7 +105,7 @@ alto = 4
   EXPECT_EQ(
       sentencia("{diario.subcuenta}>='1' and {@MES}=2", "Sum({Diario.Debe},{Diario.Subcuenta})>5"),
       "SELECT Subcuenta, Sum(Debe) AS D FROM Meses WHERE (Mes < 13) AND "
-      "(((Meses.Subcuenta) >= '1') and ((Meses.Mes) = 2)) GROUP BY Year(X), [meses.subcuenta] "
+      "((Meses.Subcuenta) >= '1') AND ((Meses.Mes) = 2) GROUP BY Year(X), [meses.subcuenta] "
       "HAVING "
       "(Sum([Diario].[Debe]) > 5) ORDER BY 1");
   EXPECT_EQ(sentencia("{Niveles.NNivel}='1'"),
