@@ -27,6 +27,8 @@ void Documento::empieza(Contenido contenido) {
   cursorCuenta_.reset();
   compone_.reset();
   cursorPaginas_.reset();
+  grupos_.reset();
+  porFilas_ = false;
   recientes_.clear();
   contenido_ = std::move(contenido);
   muestra_ = std::make_unique<Muestra>(contenido_.datos.mascara);
@@ -43,25 +45,44 @@ void Documento::alDia() {
   ++version_;
 }
 
+void Documento::empiezaCuenta() {
+  const std::vector<int> columnas = columnasDeCuenta(plantilla_, fuente());
+  if (!porFilas_) grupos_ = Grupos::de(plantilla_, fuente());
+  if (grupos_) {
+    cursorCuenta_ = std::make_unique<CursorDeGrupos>(fuente(), grupos_, columnas);
+    compone_.reset();
+    cursorPaginas_.reset();
+  } else {
+    cursorCuenta_ = std::make_unique<CursorAvance>(fuente(), std::vector<int>(), columnas);
+  }
+  cuenta_ = std::make_unique<Paginador>(plantilla_, *muestra_, *cursorCuenta_);
+}
+
+// False where the groups told of rows that aren't there: they are counted one by one then.
+bool Documento::acabaCuenta() {
+  contado_ = !grupos_ || cuenta_->fila() == grupos_->filas();
+  leidas_ = cursorCuenta_->leidas();
+  cuenta_.reset();
+  cursorCuenta_.reset();
+  if (contado_) return true;
+  porFilas_ = true;
+  grupos_.reset();
+  compone_.reset();
+  cursorPaginas_.reset();
+  marcas_.resize(1);
+  return false;
+}
+
 bool Documento::cuenta(qint64 filas) {
   alDia();
   if (contado_) return true;
-  if (!cuenta_) {
-    cursorCuenta_ = std::make_unique<CursorAvance>(fuente(), std::vector<int>(),
-                                                   columnasDeCuenta(plantilla_, fuente()));
-    cuenta_ = std::make_unique<Paginador>(plantilla_, *muestra_, *cursorCuenta_);
-  }
+  if (!cuenta_) empiezaCuenta();
   const qint64 hasta = cuenta_->fila() + filas;
   while (filas < 0 || cuenta_->fila() < hasta) {
-    if (!cuenta_->pagina(nullptr)) {
-      contado_ = true;
-      cuenta_.reset();
-      cursorCuenta_.reset();
-      break;
-    }
+    if (!cuenta_->pagina(nullptr)) return acabaCuenta() || cuenta(filas);
     marcas_.push_back(cuenta_->marca());
   }
-  return contado_;
+  return false;
 }
 
 std::shared_ptr<const Pagina> Documento::pagina(int numero) {
@@ -86,13 +107,19 @@ std::shared_ptr<const Pagina> Documento::compon(int numero) {
     if (p->numero == numero) return p;
   }
   if (!compone_) {
-    cursorPaginas_ = std::make_unique<CursorSuelto>(fuente());
+    if (grupos_) {
+      cursorPaginas_ = std::make_unique<CursorPorGrupos>(fuente(), grupos_);
+    } else {
+      cursorPaginas_ = std::make_unique<CursorSuelto>(fuente());
+    }
     compone_ = std::make_unique<Paginador>(plantilla_, *muestra_, *cursorPaginas_);
   }
   const auto pagina = std::make_shared<Pagina>();
   Dibujante dibujante(plantilla_, datos(), *muestra_, tipografia_);
   dibujante.empieza(*pagina, numero, total);
-  compone_->situa(marcas_[size_t(numero) - 1], numero);
+  Marca& marca = marcas_[size_t(numero) - 1];
+  if (grupos_) grupos_->completa(plantilla_, *cursorPaginas_, marca);
+  compone_->situa(marca, numero);
   compone_->pagina(&dibujante);
   recientes_.prepend(pagina);
   if (recientes_.size() > kRecientes) recientes_.removeLast();

@@ -8,6 +8,7 @@
 
 #include "engine/store.h"
 #include "reports/dibujante.h"
+#include "reports/grupos.h"
 
 namespace reports {
 
@@ -47,9 +48,13 @@ class Documento {
   bool cuenta(qint64 filas = -1);
   bool contado() const { return contado_; }
   int paginas() const { return static_cast<int>(marcas_.size()); }  // counted so far
+  // How many rows the counting has read one by one: few, where the file's sums tell the rest.
+  qint64 filasLeidas() const { return cursorCuenta_ ? cursorCuenta_->leidas() : leidas_; }
 
  private:
   void empieza(Contenido contenido);
+  void empiezaCuenta();
+  bool acabaCuenta();
   std::shared_ptr<const Pagina> compon(int numero);
 
   Plantilla plantilla_;
@@ -61,10 +66,13 @@ class Documento {
 
   std::vector<Marca> marcas_;  // where each counted page begins
   bool contado_ = false;
-  std::unique_ptr<CursorAvance> cursorCuenta_;
+  std::shared_ptr<const Grupos> grupos_;  // none where rows are counted
+  bool porFilas_ = false;                 // groups and rows didn't agree
+  std::unique_ptr<Cursor> cursorCuenta_;
   std::unique_ptr<Paginador> cuenta_;
+  qint64 leidas_ = 0;
 
-  std::unique_ptr<CursorSuelto> cursorPaginas_;
+  std::unique_ptr<Cursor> cursorPaginas_;
   std::unique_ptr<Paginador> compone_;
   QList<std::shared_ptr<const Pagina>> recientes_;
   int totalRecientes_ = 0;  // the total that they show

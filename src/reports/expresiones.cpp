@@ -79,6 +79,13 @@ QString aliasDe(const QString& expresion) {
   return comoDe(t) == t.end() ? QString() : t.back().text.toString();
 }
 
+QString sinAlias(const QString& expresion) {
+  const Tokens t = palabrasDe(expresion);
+  const auto como = comoDe(t);
+  if (como == t.end()) return expresion;
+  return expresion.left(como->text.data() - QStringView(expresion).data()).trimmed();
+}
+
 bool nombra(const QString& expresion, const QString& nombre) {
   const Tokens t = palabrasDe(expresion);
   return std::any_of(t.begin(), comoDe(t), [&](const Token& uno) {

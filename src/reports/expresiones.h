@@ -14,6 +14,9 @@ QStringList partesDe(const QString& lista);
 // The name given by AS, empty without one.
 QString aliasDe(const QString& expresion);
 
+// The expression without it.
+QString sinAlias(const QString& expresion);
+
 // Whether an expression uses a name, other than to give it.
 bool nombra(const QString& expresion, const QString& nombre);
 

@@ -156,7 +156,7 @@ Variant CursorAvance::celdaAnterior(int ordinal) const {
   return anterior_[static_cast<size_t>(ordinal)];
 }
 
-double CursorSuelto::numeroCelda(int ordinal) const {
+double Cursor::numeroCelda(int ordinal) const {
   const Variant v = celda(ordinal);
   return v.isNull() ? 0 : v.number();
 }

@@ -52,6 +52,8 @@ class Fuente {
                                    std::vector<int>* sitio = nullptr) const;
   std::shared_ptr<Recordset> registros() const;
   Database& base() const { return *base_; }
+  const Consulta& consulta() const { return consulta_; }
+  bool fija() const { return fijas_ != nullptr; }
 
  private:
   struct Tabla {
@@ -83,6 +85,11 @@ class Cursor {
   // Makes a row the current one; false past the last, whose values stay reachable as the previous
   // row's. A forward cursor only goes from each row to the next.
   virtual bool situa(qint64 fila) = 0;
+  // How many rows from the current one on are laid out alike, in the same groups: a run, of which
+  // only what it adds up to is known, and what decides about the first.
+  virtual qint64 iguales() const { return 1; }
+  // Rows that a forward cursor has read so far.
+  virtual qint64 leidas() const { return 0; }
 
   Variant valor(int ordinal) const;
   Variant valorAnterior(int ordinal) const;
@@ -92,8 +99,8 @@ class Cursor {
  protected:
   virtual Variant celda(int ordinal) const = 0;
   virtual Variant celdaAnterior(int ordinal) const = 0;
-  virtual QString textoCelda(int ordinal) const = 0;
-  virtual double numeroCelda(int ordinal) const = 0;
+  virtual QString textoCelda(int ordinal) const { return celda(ordinal).display(); }
+  virtual double numeroCelda(int ordinal) const;
   const Fuente& fuente_;
 };
 
@@ -103,6 +110,7 @@ class CursorAvance : public Cursor {
  public:
   CursorAvance(const Fuente& fuente, std::vector<int> retiene, const std::vector<int>& solo = {});
   bool situa(qint64 fila) override;
+  qint64 leidas() const override { return fin_ ? fila_ : fila_ + 1; }
 
  protected:
   Variant celda(int ordinal) const override { return lectura_->valor(sitio(ordinal)); }
@@ -136,8 +144,6 @@ class CursorSuelto : public Cursor {
  protected:
   Variant celda(int ordinal) const override { return registros_->cell(fila_, ordinal); }
   Variant celdaAnterior(int ordinal) const override { return registros_->cell(fila_ - 1, ordinal); }
-  QString textoCelda(int ordinal) const override { return celda(ordinal).display(); }
-  double numeroCelda(int ordinal) const override;
 
  private:
   std::shared_ptr<Recordset> registros_;

@@ -31,6 +31,7 @@ Paginador::Paginador(const Plantilla& plantilla, const Muestra& muestra, Cursor&
 
 void Paginador::situa(const Marca& marca, int numeroDePagina) {
   fila_ = marca.fila;
+  sumadas_ = marca.sumadas;
   paso_ = marca.paso;
   sumas_ = marca.sumas;
   sumas_.resize(plantilla_.acumuladores.size());
@@ -63,7 +64,6 @@ bool Paginador::pagina(Lienzo* lienzo) {
       return false;
     }
     if (a.tipo == Accion::Tipo::Detalle) {
-      ++fila_;
       paso_ = 0;
       cargada_ = false;
     }
@@ -141,16 +141,27 @@ int Paginador::altoDetalle() const {
   return plantilla_.detalle.alto + (largo_ ? plantilla_.detalleLargo.alto : 0);
 }
 
+// How far down a line may reach. Any may be its group's last, and its total must not stand alone on
+// the next page.
+int Paginador::limiteDetalle() const {
+  const int pie = grupos() > 0 ? plantilla_.grupos.back().pie.alto : 0;
+  return plantilla_.altoPapel - plantilla_.abajo - plantilla_.piePagina.alto - reserva_ - pie;
+}
+
+// The due row, and how many of its run fit under it.
+qint64 Paginador::seguidas() const {
+  const qint64 iguales = cursor_.iguales();
+  const int alto = altoDetalle();
+  if (iguales == 1 || alto == 0) return iguales;
+  return 1 + std::clamp<qint64>((limiteDetalle() - y_) / alto - 1, 0, iguales - 1);
+}
+
 bool Paginador::cabe(const Accion& a) const {
   if (!puesto_) return true;
+  if (a.tipo == Accion::Tipo::Detalle) return y_ + altoDetalle() <= limiteDetalle();
   int limite = plantilla_.altoPapel - plantilla_.abajo - plantilla_.piePagina.alto;
   if (a.tipo == Accion::Tipo::PieInforme) return y_ + plantilla_.pieInforme.alto <= limite;
   limite -= reserva_;
-  if (a.tipo == Accion::Tipo::Detalle) {
-    // Any line may be its group's last, and its total must not stand alone on the next page.
-    const int pie = grupos() > 0 ? plantilla_.grupos.back().pie.alto : 0;
-    return y_ + altoDetalle() + pie <= limite;
-  }
   if (a.tipo == Accion::Tipo::Resumen) {
     int alto = 0;
     for (const Resumen& r : plantilla_.resumenes) {
@@ -182,11 +193,15 @@ void Paginador::ejecuta(const Accion& a) {
       reinicia(a.grupo);
       pon(plantilla_.grupos[size_t(a.grupo)].cabecera, Fila::Actual);
       break;
-    case Accion::Tipo::Detalle:
-      suma();
+    case Accion::Tipo::Detalle: {
+      const qint64 filas = seguidas();
+      suma(filas);
       pon(plantilla_.detalle, Fila::Actual);
       if (largo_) pon(plantilla_.detalleLargo, Fila::Actual);
+      y_ += static_cast<int>(filas - 1) * altoDetalle();
+      fila_ += filas;
       break;
+    }
     case Accion::Tipo::PieInforme:
       if (fila_ == 0) pon(plantilla_.vacio, Fila::Ninguna);
       pon(plantilla_.pieInforme, fila_ == 0 ? Fila::Ninguna : Fila::Anterior);
@@ -218,7 +233,10 @@ void Paginador::reinicia(int ambito) {
   }
 }
 
-void Paginador::suma() {
+// What a run adds up to is known of the whole of it only.
+void Paginador::suma(qint64 filas) {
+  if (filas < cursor_.iguales()) return;
+  sumadas_ = fila_ + filas;
   std::vector<Resumido*> lineas;
   for (size_t r = 0; r < resumidos_.size(); ++r) {
     const Resumen& resumen = plantilla_.resumenes[r];

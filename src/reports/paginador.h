@@ -3,6 +3,7 @@
 // Rows go through the bands in one pass: headings of the groups that open, the line, footers of the
 // groups that close, and at each page end the sums carried to the next. The state at a page's head
 // is a small mark, so any page can be laid out alone once the pages before it have been counted.
+// Rows that a cursor gives as a run are laid out as they would be one by one, but all at once.
 // Nothing is drawn here: each band is told to a Lienzo, and counting has none.
 #pragma once
 
@@ -27,6 +28,7 @@ using Resumidos = std::map<Clave, Resumido>;
 struct Marca {
   qint64 fila = 0;
   int paso = 0;
+  qint64 sumadas = 0;                // rows that are in the sums: those of a run only as a whole
   std::vector<qint64> sumas;         // by accumulator, in millionths
   std::vector<Resumidos> resumidos;  // by summary
 };
@@ -57,7 +59,7 @@ class Paginador {
 
   // The state before the next page, and going to one. Only a cursor of any row can go to a page
   // other than the first.
-  Marca marca() const { return {fila_, paso_, sumas_, resumidos_}; }
+  Marca marca() const { return {fila_, paso_, sumadas_, sumas_, resumidos_}; }
   void situa(const Marca& marca, int numeroDePagina);
 
   // Lays out the next page, onto `lienzo` unless it is null; false when it was the last one.
@@ -80,6 +82,8 @@ class Paginador {
   int abiertos() const;
   int lineasDeResumen(int grupo) const;
   int altoDetalle() const;
+  int limiteDetalle() const;
+  qint64 seguidas() const;
   bool cabe(const Accion& a) const;
   void ejecuta(const Accion& a);
   void abrePagina();
@@ -90,7 +94,7 @@ class Paginador {
   bool cumple(const Banda& banda) const;
   Clave clave(int ordinal, bool numerica) const;
   void reinicia(int ambito);
-  void suma();
+  void suma(qint64 filas);
 
   const Plantilla& plantilla_;
   const Muestra& muestra_;
@@ -105,6 +109,7 @@ class Paginador {
   std::vector<std::vector<int>> columnasDeResumen_;
 
   qint64 fila_ = 0;
+  qint64 sumadas_ = 0;
   int paso_ = 0;
   bool cargada_ = false;
   bool hayFila_ = false;

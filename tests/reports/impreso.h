@@ -7,22 +7,25 @@
 // Opens the book of a template over a company's file. `plantilla` is a file of impresos, or the
 // full path of another one.
 inline void abreInforme(DBEngine& motor, const QString& fichero, const QString& plantilla,
-                        Informe::Destino destino) {
+                        Informe::Destino destino, const QString& seleccion = {}) {
   const Reloj reloj;
   const QString impresos = rutaPrograma(LIBRANO_FUENTES) + "\\impresos\\";
   Informe informe(motor, reloj, std::move(destino));
   informe.WindowTitle = "Listado de diario";
   informe.ReportFileName = plantilla.contains('\\') ? plantilla : impresos + plantilla;
   informe.DataFiles(0) = fichero;
+  informe.SelectionFormula = seleccion;
   informe.PrintReport();
 }
 
 inline std::shared_ptr<reports::Documento> abreLibro(DBEngine& motor, const QString& fichero,
-                                                     const QString& plantilla) {
+                                                     const QString& plantilla,
+                                                     const QString& seleccion = {}) {
   std::shared_ptr<reports::Documento> abierto;
   abreInforme(motor, fichero, plantilla,
               {[] { return QStringList("PDF"); },
-               [&](auto documento, const QString&) { abierto = std::move(documento); }});
+               [&](auto documento, const QString&) { abierto = std::move(documento); }},
+              seleccion);
   return abierto;
 }
 
