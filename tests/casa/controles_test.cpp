@@ -20,24 +20,16 @@ class Mirada : public Guion {
 
 QList<std::pair<QString, QStringList>> catalogo() {
   QList<std::pair<QString, QStringList>> lista;
-  QFile fichero(LIBRANO_DATOS "/controles.txt");
-  if (!fichero.open(QIODevice::ReadOnly)) return lista;
-  for (const QString& linea : QString::fromUtf8(fichero.readAll()).split('\n')) {
-    if (linea.isEmpty() || linea.startsWith('#')) continue;
+  for (const QString& linea : lineasDeDatos("controles.txt"))
     lista.append({linea.section(": ", 0, 0), linea.section(": ", 1).split(' ')});
-  }
   return lista;
 }
 
 // All code of the program in one text.
-QString fuentes() {
+QString todoElCodigo() {
   QString texto;
-  QDirIterator it(LIBRANO_FUENTES "/src", {"*.cpp", "*.h"}, QDir::Files,
-                  QDirIterator::Subdirectories);
-  while (it.hasNext()) {
-    QFile fichero(it.next());
-    if (fichero.open(QIODevice::ReadOnly)) texto += QString::fromUtf8(fichero.readAll());
-  }
+  QDirIterator it(rutaFuente("src"), {"*.cpp", "*.h"}, QDir::Files, QDirIterator::Subdirectories);
+  while (it.hasNext()) texto += QString::fromUtf8(contenidoDe(it.next()));
   return texto;
 }
 
@@ -45,7 +37,7 @@ QString fuentes() {
 QMultiHash<QString, QString> destinosDeConsultas() {
   static const QRegularExpression fila(R"re(\{(?:\d+|accion::k\w+),\s*"(Frm\w+)",\s*"(\w+)"\})re");
   QMultiHash<QString, QString> destinos;
-  const QString texto = fuentes();
+  const QString texto = todoElCodigo();
   for (auto it = fila.globalMatch(texto); it.hasNext();) {
     const auto hallada = it.next();
     destinos.insert(hallada.captured(1), hallada.captured(2));
@@ -99,7 +91,7 @@ TEST(Controles, LasPantallasSeLlamanPorSuNombre) {
   QStringList conocidos = nombres;
   for (const EntradaMenu& entrada : menuPrincipal()) conocidos << entrada.destino.toString();
   static const QRegularExpression entreComillas(R"re("(Frm\w+)")re");
-  const QString texto = fuentes();
+  const QString texto = todoElCodigo();
   QSet<QString> llamados;
   for (auto it = entreComillas.globalMatch(texto); it.hasNext();)
     llamados.insert(it.next().captured(1));

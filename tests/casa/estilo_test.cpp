@@ -31,12 +31,11 @@ struct Fichero {
 QList<Fichero> ficheros(const QStringList& raices, const QStringList& filtros) {
   QList<Fichero> lista;
   for (const QString& raiz : raices) {
-    const QString base = QStringLiteral(LIBRANO_FUENTES "/");
+    const QString base = rutaFuente({});
     QDirIterator it(base + raiz, filtros, QDir::Files, QDirIterator::Subdirectories);
     while (it.hasNext()) {
-      QFile f(it.next());
-      if (!f.open(QIODevice::ReadOnly)) continue;
-      lista.append({f.fileName().mid(base.size()), QString::fromUtf8(f.readAll()).split('\n')});
+      const QString ruta = it.next();
+      lista.append({ruta.mid(base.size()), QString::fromUtf8(contenidoDe(ruta)).split('\n')});
     }
   }
   return lista;

@@ -45,9 +45,7 @@ TEST(CrearBase, ElEsquemaEsElDelContrato) {
     }
     EXPECT_LE(tabla.Indexes.size(), 1U);
   }
-  QFile esquema(LIBRANO_DATOS "/esquema.txt");
-  ASSERT_TRUE(esquema.open(QIODevice::ReadOnly));
-  EXPECT_EQ(texto.split('\n'), QString::fromUtf8(esquema.readAll()).split('\n'));
+  EXPECT_EQ(texto.split('\n'), QString::fromUtf8(contenidoDe(rutaDato("esquema.txt"))).split('\n'));
 }
 
 TEST(CrearBase, FilasDeUnaEmpresaNuevaYDeUnaReconstruccion) {
@@ -58,8 +56,7 @@ TEST(CrearBase, FilasDeUnaEmpresaNuevaYDeUnaReconstruccion) {
   const auto reconstruida = libros.motor.Workspaces(0).OpenDatabase(ruta);
   const struct {
     const char* tabla;
-    int nueva;
-    int reconstruida;
+    int nueva, reconstruida;
   } casos[] = {{"Empresa", 1, 0},        {"Conceptos", 99, 0}, {"TiposIVA", 99, 0},
                {"TipoRecibos", 198, 99}, {"Nivel01", 7, 7},    {"Nivel02", 64, 64},
                {"ActPas", 2, 2},         {"Subcuentas", 7, 0}, {"Cuentas", 0, 0},
@@ -106,8 +103,8 @@ TEST(CreaEmpresa, UnValorMaloSePierdeSoloEl) {
 
   const QString catalogo = libros.dirDatos() + "Inicio.mdb";
   EXPECT_EQ(numeroDeError([&] { CrearInicio(libros.motor, catalogo); }), err::kBaseYaExiste);
-  const auto base = libros.motor.Workspaces(0).OpenDatabase(catalogo);
-  EXPECT_EQ(base->OpenRecordset("Empresas")->rowTotal(), 2);
+  libros.motor.flush();
+  EXPECT_EQ(preguntaFuera(rutaSistema(catalogo), "SELECT count(*) FROM Empresas"), "2");
 }
 
 // What keeps a creation from happening is said before anything is written.
@@ -115,8 +112,7 @@ TEST(CreaEmpresa, Reparos) {
   using Campo = QString DatosEmpresa::*;
   const struct {
     Campo campo;
-    const char* valor;
-    const char* aviso;
+    const char *valor, *aviso;
   } casos[] = {
       {&DatosEmpresa::NombreEmpresa, "a/b", "no puede llevar"},
       {&DatosEmpresa::NombreEmpresa, "¿Qué?", "no puede llevar"},
@@ -151,8 +147,8 @@ TEST(CreaEmpresa, EnteraONada) {
   Libros libros;
   const QString carpeta = rutaSistema(libros.dirDatos());
   const auto empresas = [&] {
-    const auto base = libros.motor.Workspaces(0).OpenDatabase(libros.dirDatos() + "Inicio.mdb");
-    return base->OpenRecordset("Empresas")->rowTotal();
+    libros.motor.flush();
+    return preguntaFuera(carpeta + "Inicio.mdb", "SELECT count(*) FROM Empresas").toInt();
   };
   const auto carpetas = [&] {
     return QDir(carpeta).entryList(QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot);
@@ -165,8 +161,7 @@ TEST(CreaEmpresa, EnteraONada) {
 
   datos.IVARRE = "47300001";
   const QString obra = carpeta + ".alta-Nueva";
-  QDir().mkdir(obra);
-  QFile(obra + "/Conta.MDB").open(QIODevice::WriteOnly);
+  haceFichero(obra + "/Conta.MDB", {});
   libros.creaEmpresa(datos);
   EXPECT_EQ(carpetas(), (QStringList{"Nueva", "Tienda"}));
   EXPECT_EQ(libros.filas("Subcuentas", "Nueva").size(), 7);
@@ -191,15 +186,9 @@ TEST(SesionEmpresa, UnNuloDejaLoQueHabia) {
   Libros libros;
   const auto base = libros.abre();
   const auto empresa = base->OpenRecordset("Select * from Empresa");
-  const auto pon = [&](const char* campo, const Variant& valor) {
-    empresa->Edit();
-    empresa->Fields(campo) = valor;
-    empresa->Update();
-  };
-  pon("Gerente", Variant());
-  pon("MesInicio", Variant());
-  pon("Telefono", "");
-  pon("NoModificar", "31/12/2024");
+  for (const auto& [campo, valor] :
+       Valores{{"Gerente", {}}, {"MesInicio", {}}, {"Telefono", ""}, {"NoModificar", "31/12/2024"}})
+    libros.cambia("Empresa", campo, valor);
   Sesion sesion;
   sesion.GerenteEmpresa = "de antes";
   sesion.TelefonoEmpresa = "de antes";
@@ -218,7 +207,7 @@ TEST(SesionEmpresa, UnNuloDejaLoQueHabia) {
   EXPECT_TRUE(empresaCerrada(sesion));
 
   // No limit is a value too.
-  pon("NoModificar", Variant());
+  libros.cambia("Empresa", "NoModificar", {});
   leeEmpresa(*empresa, sesion);
   EXPECT_EQ(sesion.FechaNoModificar, "");
   EXPECT_FALSE(empresaCerrada(sesion));

@@ -51,15 +51,11 @@ TEST_F(Ajenos, ElFicheroCambiadoPorOtroSeVuelveAAbrirYNadaSeEscribeEnElAnterior)
   EXPECT_TRUE(acaba([&] { return muestra(500); }));
   EXPECT_EQ(datos.Fields("NLinea").toLong(), 3);
   // Neither what hadn't been saved nor what comes next goes where nobody sees it.
-  datos.Edit();
-  datos.Fields("Importe") = 7;
-  datos.Update();
+  corrige(datos, {{"Importe", 7}});
   sustituye(600);
   EXPECT_EQ(numeroDeError([&] { engine.flush(); }), err::kFicheroSustituido);
   EXPECT_TRUE(acaba([&] { return muestra(600); }));
-  datos.Edit();
-  datos.Fields("Importe") = 8;
-  datos.Update();
+  corrige(datos, {{"Importe", 8}});
   engine.flush();
   EXPECT_EQ(herramienta("SELECT group_concat(CAST(Importe AS INTEGER)) FROM Diario"), "600,600,8");
 }

@@ -17,9 +17,7 @@ TEST(Orden, Anotar) {
   for (;;) {
     const int linea = static_cast<int>(empresa->Fields("NLinDiario").toLong());
     LibroEnDisco::anota(*diario, linea, linea / 3, "430", "D", 0.1 * (linea % 7));
-    empresa->Edit();
-    empresa->Fields("NLinDiario") = linea + 1;
-    empresa->Update();
+    corrige(*empresa, {{"NLinDiario", linea + 1}});
     if (linea % 4 != 0) continue;
     engine.flush();
     std::printf("dice %d\n", linea);

@@ -1,7 +1,6 @@
 // Files that aren't there, aren't databases, can't be written or don't fit; repair, compaction,
 // copies.
 #include <sys/fsuid.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -9,6 +8,7 @@
 #include "engine/sqlite/store.h"
 #include "estacion.h"
 #include "libroendisco.h"
+#include "soporte/discolleno.h"
 
 namespace {
 
@@ -32,13 +32,12 @@ TEST_F(Ficheros, LosQueNoSirvenDanSuError) {
       {"", err::kBaseNoEncontrada},
       {escribe("vacio.mdb", {}), err::kFormatoNoReconocido},
       {escribe("texto.mdb", QByteArray(5000, 'x')), err::kFormatoNoReconocido}};
-  for (const auto& caso : casos) {
-    const QString& fichero = caso.first;
-    const int error = caso.second;
+  for (const auto& [fichero, error] : casos) {
     SCOPED_TRACE(fichero.toStdString());
-    EXPECT_EQ(numeroDeError([&] { area.OpenDatabase(fichero); }), error);
-    EXPECT_EQ(numeroDeError([&] { engine.RepairDatabase(fichero); }), error);
-    EXPECT_EQ(numeroDeError([&] { engine.CopyDatabase(fichero, ruta); }), error);
+    EXPECT_EQ(numeroDeError([&, &fichero = fichero] { area.OpenDatabase(fichero); }), error);
+    EXPECT_EQ(numeroDeError([&, &fichero = fichero] { engine.RepairDatabase(fichero); }), error);
+    EXPECT_EQ(numeroDeError([&, &fichero = fichero] { engine.CopyDatabase(fichero, ruta); }),
+              error);
   }
   EXPECT_EQ(numeroDeError([&] { area.CreateDatabase(ruta, kLocale); }), err::kBaseYaExiste);
   EXPECT_EQ(numeroDeError([&] { area.CreateDatabase(carpeta.filePath("no/hay.mdb"), kLocale); }),
@@ -180,9 +179,7 @@ TEST_F(Ficheros, RestaurarSobreUnFicheroEnUsoEnsenaLasFilasDevueltas) {
   const QString copia = carpeta.filePath("Copia.mdb");
   engine.CopyDatabase(ruta, copia);
   const auto rs = db->OpenRecordset("Diario");
-  rs->Edit();
-  rs->Fields("Importe") = 500;
-  rs->Update();
+  corrige(*rs, {{"Importe", 500}});
   // A copy that isn't sound changes nothing.
   const QString mala = escribe("mala.mdb", QByteArray(8192, 'x'));
   EXPECT_EQ(numeroDeError([&] { engine.CopyDatabase(mala, ruta); }), err::kFormatoNoReconocido);
@@ -195,10 +192,8 @@ TEST_F(Ficheros, RestaurarSobreUnFicheroEnUsoEnsenaLasFilasDevueltas) {
 // A disk, full or failing, that takes the line noted first and not a long action after it; then it
 // takes everything again.
 TEST_F(Ficheros, SiElDiscoFallaSeDeshaceLaAccionEnteraYSeDice) {
-  ::signal(SIGXFSZ, SIG_IGN);
-  rlimit tope;
-  ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &tope), 0);
-  const rlim_t antes = tope.rlim_cur;
+  std::optional<DiscoLleno> lleno;
+  constexpr rlim_t kTodos = rlim_t{1} << 40;
   const std::pair<std::function<void(rlim_t)>, int> casos[] = {
       {[&](rlim_t bytes) {
          dynamic_cast<FileStore&>(db->connection()->store())
@@ -206,8 +201,8 @@ TEST_F(Ficheros, SiElDiscoFallaSeDeshaceLaAccionEnteraYSeDice) {
        },
        err::kSinEspacio},
       {[&](rlim_t bytes) {
-         tope.rlim_cur = std::min(bytes, antes);
-         ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &tope), 0);
+         lleno.reset();
+         if (bytes < kTodos) lleno.emplace(bytes);
        },
        err::kErrorDeDisco}};
   const auto rs = db->OpenRecordset("Diario");
@@ -224,7 +219,7 @@ TEST_F(Ficheros, SiElDiscoFallaSeDeshaceLaAccionEnteraYSeDice) {
       error = e.numero();
       texto = e.descripcion();
     }
-    limita(rlim_t{1} << 40);
+    limita(kTodos);
     EXPECT_EQ(error, numero);
     EXPECT_TRUE(texto.endsWith(QString("Se ha deshecho lo último anotado, que no llegó a guardarse "
                                        "(cambios deshechos: %1)")

@@ -84,9 +84,7 @@ TEST_F(PrimerasFilas, LosValoresEscritosNoObliganALeerloTodo) {
     datos.MoveNext();
     EXPECT_EQ(datos.Fields("Lado").text(), palabra);
     EXPECT_EQ(datos.Fields("Veces").toLong(), 999 * veces);
-    datos.Edit();
-    datos.Fields("NAsiento") = 77;
-    datos.Update();
+    corrige(datos, {{"NAsiento", 77}});
     datos.MoveLast();
     EXPECT_EQ(datos.Recordset().RecordCount(), 1000 - desde);
     EXPECT_EQ(datos.Fields("Veces").toLong(), (desde + 1) * veces);
@@ -103,28 +101,7 @@ class FilasConOtras : public LibroEnDisco {
          {{"Codigo", FieldType::Text, 9, {}, true}, {"Nombre", FieldType::Text, 50, {}, true}},
          {{"Codigo", true, true, {"Codigo"}}}});
     engine.flush();
-    herramienta(
-        "CREATE TABLE Distintas(Codigo TEXT(9), Nombre TEXT COLLATE NOCASE);"
-        "CREATE UNIQUE INDEX d ON Distintas(Codigo);"
-        "CREATE TABLE Parciales(Codigo TEXT(9) COLLATE NOCASE, Nombre TEXT COLLATE NOCASE);"
-        "CREATE UNIQUE INDEX p ON Parciales(Codigo) WHERE Nombre IS NOT NULL;"
-        "CREATE TABLE Dobles(Codigo TEXT(9) COLLATE NOCASE, Nombre TEXT COLLATE NOCASE);"
-        "CREATE UNIQUE INDEX b ON Dobles(Codigo, Nombre);"
-        "CREATE TABLE Numeros(Codigo STRING, Nombre TEXT COLLATE NOCASE);"
-        "CREATE UNIQUE INDEX n ON Numeros(Codigo COLLATE NOCASE);"
-        "INSERT INTO Distintas VALUES ('43a','uno'),('43A','dos'),('9','tres'),(NULL,'nada');"
-        "INSERT INTO Parciales VALUES ('43a','uno'),('43a',NULL),('9',NULL),('9',NULL);"
-        "INSERT INTO Dobles VALUES ('43a','uno'),('43a','dos'),('9','tres');"
-        "INSERT INTO Numeros VALUES ('43a','uno'),('09','dos');"
-        "INSERT INTO Propias VALUES ('43a','uno'),('9','ñu'),('09','nube'),('8','Óscar'),"
-        "(NULL,'nada'),(NULL,'nadie')");
-    // Lines of accounts that aren't there, or of none, before and among the others.
-    herramienta(
-        "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i+1 FROM n WHERE i<400) "
-        "INSERT INTO Diario(NLinea, NAsiento, Subcuenta, DH, Importe) SELECT i, i*7%50, CASE i%6 "
-        "WHEN 0 THEN '43A' WHEN 1 THEN '9' WHEN 2 THEN 'no' WHEN 3 THEN NULL WHEN 4 THEN '43a' "
-        "ELSE "
-        "'8' END, CASE i%2 WHEN 0 THEN 'D' ELSE 'H' END, i FROM n");
+    herramienta(QString::fromUtf8(contenidoDe(rutaDato("otras.sql"))));
   }
 
   static QStringList filas(Recordset& rs) {
@@ -191,9 +168,7 @@ TEST_F(FilasConOtras, MuestranLoQueHayEnLaOtraTabla) {
   EXPECT_EQ(lista.Fields("Nombre").text(), "uno");
   const auto cuentas = db->OpenRecordset("Propias");
   cuentas->FindFirst("Codigo = '43a'");
-  cuentas->Edit();
-  cuentas->Fields("Nombre") = "aquí";
-  cuentas->Update();
+  corrige(*cuentas, {{"Nombre", "aquí"}});
   EXPECT_EQ(lista.Fields("Nombre").text(), "aquí");
   engine.flush();
   herramienta("UPDATE Propias SET Nombre = 'allí' WHERE Codigo = '43a'");

@@ -12,11 +12,7 @@ class Puestos : public LibroEnDisco {
     herramienta("INSERT INTO Empresa(NLinDiario) VALUES (10)");
     empresa = db->OpenRecordset("Empresa");
   }
-  void pon(int contador) const {
-    empresa->Edit();
-    empresa->Fields("NLinDiario") = contador;
-    empresa->Update();
-  }
+  void pon(int contador) const { corrige(*empresa, {{"NLinDiario", contador}}); }
   QString enElFichero() const { return herramienta("SELECT NLinDiario FROM Empresa"); }
 
   std::unique_ptr<Recordset> empresa;

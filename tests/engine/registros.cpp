@@ -160,9 +160,7 @@ TEST_F(Registros, LoQueEscribenOtrosSeVeAlTocarlo) {
   };
   for (int fila = 0; fila < 4; ++fila) EXPECT_EQ(lee(fila), 0);
   // Another set of rows; the one that takes a deleted row's place is none of the first's.
-  otro->Edit();
-  otro->Fields("Importe") = 99;
-  otro->Update();
+  corrige(*otro, {{"Importe", 99}});
   EXPECT_EQ(rs->cell(0, rs->Ordinal("Importe")).number(), 99);
   otro->MoveLast();
   otro->Delete();

@@ -54,8 +54,7 @@ class GrabaIVA : public testing::Test, protected Libros {
 TEST_F(GrabaIVA, CadaRegistroConSusSignos) {
   const struct {
     ClaseDeFactura clase;
-    const char* orden;
-    const char* base;
+    const char *orden, *base;
     double iva, re;
     void (*cambia)(FacturaIVA&);
     QString fila;    // Codigo, Base, IVA, Recargo, PorcenIVA, PorcenREC, Neto

@@ -7,14 +7,10 @@ class LibrosIVA : public ListadoAbierto {
  protected:
   LibrosIVA() {
     for (const auto& [codigo, nombre, nif] :
-         std::initializer_list<std::tuple<const char*, const char*, const char*>>{
-             {"40000001", "Suministros Ebro, S.L.", "B11111111"},
-             {"40000002", "Papelera del Sur, S.A.", "A22222222"},
-             {"43000002", "Restaurante Casa Pepe", "12345678Z"}})
-      inserta("Subcuentas", {{"Subcuenta", codigo},
-                             {"Cuenta", QString(codigo).left(3)},
-                             {"Descripcion", nombre},
-                             {"Nif", nif}});
+         {std::tuple("40000001", "Suministros Ebro, S.L.", "B11111111"),
+          {"40000002", "Papelera del Sur, S.A.", "A22222222"},
+          {"43000002", "Restaurante Casa Pepe", "12345678Z"}})
+      inserta("Subcuentas", subcuentaDe(codigo, nombre, {{"Nif", nif}}));
     fila("S0000000001", "40000001", QDate(2003, 1, 10), "03", 1000, 160, 0);
     fila("S0000000002", "40000001", QDate(2003, 2, 10), "07", 200, 32, 8);
     fila("S0000000003", "40000002", QDate(2003, 2, 11), "03", -50, -8, 0);
@@ -143,8 +139,7 @@ TEST_F(LibrosIVA, LaTablaDeTiposTambienSeConsulta) {
       rejilla.setCurrentIndex(rejilla.model()->index(0, 2));
       t.tecla(Qt::Key_F2);
       t.tecla(Qt::Key_A, Qt::ControlModifier);
-      t.teclea(tecleado);
-      t.intro();
+      t.entra(tecleado);
       EXPECT_EQ(rejilla.alDia().texto(0, 2), queda);
     }
     t.tecla(Qt::Key_Down);
@@ -189,8 +184,7 @@ TEST_F(LibrosIVA, LasHerramientasDicenComoAcaban) {
     t.pulsa("CmdAceptar");
   });
   dialogo("MnuEliminaAsientosIVA", "FrmEliminaAsientosIVA", [&](Teclado& t) {
-    EXPECT_EQ(t.textoDe("TxtCompras"), "60000001");
-    EXPECT_EQ(t.textoDe("TxtVentas"), "70000001");
+    EXPECT_EQ(t.textosDe({"TxtCompras", "TxtVentas"}), (QStringList{"60000001", "70000001"}));
     t.pulsa("OptRepercutido");
     guion.esperaMensaje("No existen ningun registro en ese rango", "Error");
     t.pulsa("CmdAceptar");

@@ -13,26 +13,17 @@ const QString kContadores = "Select NLinIVAS, NLinIVAR from Empresa";
 
 class MantenimientoIVA : public testing::Test, protected Libros {
  protected:
-  void anade(const QString& tabla, const Valores& valores) {
-    ::anade(*base->OpenRecordset(tabla), valores);
-  }
   void fila(const char* codigo, int asiento, const char* fecha, const char* tercero,
             const char* contrapartida) {
-    anade("RSIVA", {{"Codigo", codigo},
-                    {"Asiento", asiento},
-                    {"Fecha", fecha},
-                    {"CliPro", tercero},
-                    {"CtaCon", contrapartida}});
+    inserta("RSIVA", {{"Codigo", codigo},
+                      {"Asiento", asiento},
+                      {"Fecha", fecha},
+                      {"CliPro", tercero},
+                      {"CtaCon", contrapartida}});
   }
   void linea(int asiento, const char* subcuenta, double importe, const Variant& apunte) {
-    anade("Diario", {{"NLinea", ++lineas},
-                     {"NAsiento", asiento},
-                     {"Fecha", "05/02/2024"},
-                     {"Subcuenta", subcuenta},
-                     {"DH", importe < 0 ? "H" : "D"},
-                     {"Importe", importe},
-                     {"ApunteIVA", apunte},
-                     {"FacturaZuri", "Z-1"}});
+    inserta("Diario", lineaDe(++lineas, asiento, "05/02/2024", subcuenta, importe,
+                              {{"ApunteIVA", apunte}, {"FacturaZuri", "Z-1"}}));
   }
   void compara(const QString& fuente, const QStringList& esperado) {
     EXPECT_EQ(filas(fuente).join('\n'), esperado.join('\n'));
@@ -105,11 +96,8 @@ TEST_F(MantenimientoIVA, CreaElRegistroDeSusAsientos) {
     if (re != 0) linea(numero, compra ? "47200002" : "47700002", signo * re, codigo);
     linea(numero, compra ? "40000001" : "43000001", -signo * (base + cuota + re), codigo);
   };
-  const auto empresa = base->OpenRecordset("Empresa");
-  empresa->Edit();
-  empresa->Fields("IVASRE") = "47200002";
-  empresa->Fields("IVARRE") = "47700002";
-  empresa->Update();
+  cambia("Empresa", "IVASRE", "47200002");
+  cambia("Empresa", "IVARRE", "47700002");
   asiento(1, "S0000000001", 100, 7, 0, true);
   asiento(2, "S0000000002", 200, 32, 8, true);
   asiento(3, "R0000000001", 50, 8, 0, false);

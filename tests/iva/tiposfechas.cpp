@@ -1,10 +1,7 @@
 // Rates with their dates: what is told of an invoice, and which codes they take.
 #include "iva/tiposfechas.h"
 
-#include <gtest/gtest.h>
-
 #include "soporte/libros.h"
-#include "soporte/textos.h"
 
 namespace {
 
@@ -48,12 +45,8 @@ TEST(TiposPorFechas, LosDelDiaTomanCodigosLibresYUnaSolaVez) {
   EXPECT_TRUE(ponTiposEnVigor(*empresa, TiposPorFechas(), dia).codigos.isEmpty());
   // A company that keeps its own table is judged by that.
   aseguraTiposPorFechas(*empresa);
-  const auto propia = empresa->OpenRecordset("Select * from TiposPorFechas where IVA=21");
-  for (; !propia->Eof(); propia->MoveNext()) {
-    propia->Edit();
-    propia->Fields("Hasta") = QDate(2025, 1, 31);
-    propia->Update();
-  }
+  const QString suya = "Select * from TiposPorFechas where IVA=21 and Hasta is Null";
+  while (!libros.filas(suya).isEmpty()) libros.cambia(suya, "Hasta", QDate(2025, 1, 31));
   EXPECT_FALSE(TiposPorFechas(*empresa).aviso(21, 0, dia).isEmpty());
   EXPECT_TRUE(TiposPorFechas(*empresa).aviso(21, 0, dia.addDays(-1)).isEmpty());
 }

@@ -1,7 +1,6 @@
 // What a payroll comes to and writes, line by line.
 #include "payroll/nomina.h"
 
-#include "journal/apunte.h"
 #include "soporte/libros.h"
 
 namespace {
@@ -40,8 +39,7 @@ class GrabaNomina : public testing::Test, protected Libros {
 TEST_F(GrabaNomina, SusLineasEnOrdenYSinLosCeros) {
   const struct {
     Nomina n;
-    QString lineas;
-    QString contadores;
+    QString lineas, contadores;
   } casos[] = {
       {nomina({2000, 600, 700, 300, 50, 100, 1450}),
        "1|0|D|2000|Nomina Pérez, 1|1|D|600|S.S.Emp+TR Pérez, 1|2|H|-700|S.S.Acreedora Pérez, "

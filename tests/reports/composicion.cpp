@@ -9,15 +9,12 @@ using namespace reports;
 
 namespace {
 
-const QString kBase = R"([informe]
-titulo = Prueba
-papel = 100x60
-margenes = 5 5 5 5
-[origen Diario]
-columnas = NLinea, NAsiento, Fecha, Subcuenta, Descripcion, DH, Importe
-desde = Diario
-orden = Subcuenta, NLinea
-)";
+QString plantilla(const char* fichero) {
+  return QString::fromUtf8(contenidoDe(rutaDato(QString("impresos/") + fichero)));
+}
+
+// The sheet and its lines, without bands.
+const QString kBase = plantilla("base.rpt");
 
 TEST(Plantilla, LasDefectuosasDicenLaLineaYElMotivo) {
   const std::pair<const char*, const char*> casos[] = {
@@ -48,22 +45,15 @@ class Composicion : public testing::Test {
     DataControl diario(libros.motor);
     diario.bind(libros.rutaEmpresa(), "Diario");
     for (int i = 1; i <= kLineas; ++i)
-      anade(diario.Recordset(),
-            {{"NLinea", i},
-             {"NAsiento", (i - 1) / 4 + 1},
-             {"Fecha", QDate(2024, 1, 1 + i % 28)},
-             {"Subcuenta", i <= kPrimeras ? "57200001" : "43000001"},
-             {"Descripcion", i == 9 ? R"(con "comillas"; y más)" : QString("Línea ñ %1").arg(i)},
-             {"DH", i % 2 ? "D" : "H"},
-             {"Importe", i % 2 ? i : -i}});
+      anade(diario.Recordset(), lineaDe(i, (i - 1) / 4 + 1, QDate(2024, 1, 1 + i % 28),
+                                        i <= kPrimeras ? "57200001" : "43000001", i % 2 ? i : -i,
+                                        {{"Descripcion", i == 9 ? R"(con "comillas"; y más)"
+                                                                : QString("Línea ñ %1").arg(i)}}));
   }
 
   std::shared_ptr<Documento> abre(const QString& bandas, const QString& base = kBase) {
     const QString ruta = libros.dirDatos() + "prueba.rpt";
-    QFile f(rutaSistema(ruta));
-    EXPECT_TRUE(f.open(QIODevice::WriteOnly));
-    f.write((base + bandas).toUtf8());
-    f.close();
+    haceFichero(rutaSistema(ruta), (base + bandas).toUtf8());
     return abreLibro(libros.motor, libros.rutaEmpresa(), ruta);
   }
   static constexpr int kLineas = 16;
@@ -72,36 +62,7 @@ class Composicion : public testing::Test {
 };
 
 // Fifty millimetres of page: five of heading, five of foot, and lines of five between.
-const QString kBandas = R"([cabecera pagina]
-alto = 5
-0 40 izq "Hoja {pagina}/{paginas}"
-[pie pagina]
-alto = 5
-0 40 izq "pagina {suma(Importe)}"
-[grupo Cuenta]
-por = Subcuenta
-repite = si
-[cabecera Cuenta]
-alto = 5
-0 60 izq "Cuenta {Subcuenta} {continua}"
-[detalle]
-alto = 5
-0 20 izq "{NLinea}"
-20 30 der "{suma(Importe, Cuenta)}"
-50 30 der "{Importe:acreedor}"
-[pie Cuenta]
-alto = 5
-0 60 izq "total {Subcuenta} {suma(Importe)}"
-[sigue Cuenta]
-alto = 5
-0 60 izq "sigue {suma(Importe)}"
-[anterior Cuenta]
-alto = 5
-0 60 izq "anterior {suma(Importe)}"
-[pie informe]
-alto = 5
-0 60 izq "todo {suma(Importe)}"
-)";
+const QString kBandas = plantilla("cortes.rpt");
 
 // The lines of a page, each with its texts from left to right.
 QString renglones(Documento& libro, int numero) {
@@ -157,48 +118,10 @@ TEST_F(Composicion, CortesSumasYCabeceras) {
 // Bands that depend on the row, lines that go on, and totals by a value whatever the order of the
 // rows.
 TEST_F(Composicion, CondicionesYResumenes) {
-  QString plantilla = R"([grupo Cuenta]
-por = Subcuenta
-[cabecera Cuenta]
-alto = 4
-si = Aviso
-0 60 izq "Cuenta {Subcuenta}"
-[resumen Signo]
-por = DH
-de = Cuenta
-[cabecera Signo]
-alto = 4
-0 60 izq "por signo"
-[linea Signo]
-alto = 4
-0 60 izq "{DH} {suma(Importe)}"
-[resumen Todos]
-por = DH
-[linea Todos]
-alto = 4
-0 60 izq "todos {DH} {suma(Importe)}"
-[pie Cuenta]
-alto = 4
-0 60 izq "total {suma(Importe)}"
-[detalle]
-alto = 4
-0 40 izq parte "{Descripcion}"
-20 30 der "{Importe}"
-[detalle largo]
-alto = 4
-si = NLinea
-pasa = 14
-0 60 izq "{resto}"
-[vacio]
-alto = 5
-0 60 izq "sin filas"
-[pie informe]
-alto = 5
-0 60 izq "fin {suma(Importe)}"
-)";
   const auto abreCon = [&](const char* donde) {
     const QString origen = ", IIf(NLinea>14,1,0) AS Aviso\ndesde = Diario\ndonde = ";
-    return abre(plantilla, QString(kBase).replace("\ndesde = Diario", origen + donde));
+    return abre(plantilla("resumenes.rpt"),
+                QString(kBase).replace("\ndesde = Diario", origen + donde));
   };
   QString todo;
   const auto libro = abreCon("NLinea>12 or NLinea<3");
@@ -238,18 +161,7 @@ TEST(Plantilla, SeAjustaAlPapel) {
 }
 
 TEST_F(Composicion, RecortaYExporta) {
-  const auto libro = abre(R"([detalle]
-alto = 5
-0 5 izq "{Descripcion}"
-15 2 der "{Importe}"
-20 30 izq "Provincia {provincia}"
-40 40 izq "{Descripcion}"
-[hoja]
-"Línea" 8 {NLinea}
-"Fecha" 10 {Fecha}
-"Texto" 30 {Descripcion}
-"Haber" 12 {Importe:acreedor}
-)");
+  const auto libro = abre(plantilla("recorta.rpt"));
   // A text that can't be small enough is cut, but found whole; an amount never is. A label without
   // its value is left out.
   const auto pagina = libro->pagina(1);
@@ -268,9 +180,7 @@ alto = 5
   EXPECT_FALSE(QFile::exists(csv));
   const auto tarea = exportaCsv(libro, csv);
   while (tarea->paso()) continue;
-  QFile f(csv);
-  ASSERT_TRUE(f.open(QIODevice::ReadOnly));
-  const QByteArray todo = f.readAll();
+  const QByteArray todo = contenidoDe(csv);
   EXPECT_EQ(todo.count("\r\n"), kLineas + 1);
   EXPECT_TRUE(
       todo.startsWith("\xEF\xBB\xBF"

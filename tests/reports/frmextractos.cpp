@@ -57,13 +57,11 @@ TEST_F(Extractos, MuestranElAnoEnteroYGuardanSusSaldos) {
     EXPECT_EQ(columna(t, 6), QStringList({"40,00", "140,00", "240,00", "190,00"}));
     t.escape();
   });
-  guion.esperaMensaje("Error 3260: " + ErrorEjecucion(3260, ctx.sesion.rutaEmpresa()).descripcion(),
-                      "Librano");
+  guion.esperaMensaje(errorEnCaja(3260, ctx.sesion.rutaEmpresa()), "Librano");
   menu("MnuExtractos");
   ajena.unbind();
 
-  inserta("Subcuentas",
-          {{"Subcuenta", "57200002"}, {"Cuenta", "572"}, {"Descripcion", "Otro banco"}});
+  inserta("Subcuentas", subcuentaDe("57200002", "Otro banco"));
   elige("57200002");
   dialogo("MnuExtractos", "FrmExtractosPantalla", [&](Teclado& t) {
     EXPECT_EQ(t.control<Rejilla>("GridExtracto").filas(), 0);
@@ -140,11 +138,10 @@ TEST_F(Extractos, PunteanBuscanYVanAlAsiento) {
 TEST_F(Extractos, EscribenLosSaldosDeSuRangoComoEstan) {
   guion.esperaDialogo("FrmExtractoEntraCtas", [&](Teclado& t) {
     // Nothing in the range: nobody catches it but the form itself.
-    t.escribe("TxtSubcuentaDesde", "9.");
-    t.intro();
+    t.entra("TxtSubcuentaDesde", "9.");
     EXPECT_EQ(t.textoDe("TxtSubcuentaDesde"), "90000000");
     t.teclea("9.1");
-    guion.esperaMensaje("Error 3021: " + ErrorEjecucion(3021).descripcion(), "Librano");
+    guion.esperaMensaje(errorEnCaja(3021), "Librano");
     t.pulsa("CmdAceptar");
     EXPECT_EQ(vistaAbierta(), nullptr);
 

@@ -46,7 +46,7 @@ TEST_F(Listados, DicenLoQueFalla) {
   const QString plantilla = ctx.sesion.DirDatos + "Impresos\\SumSalN3.rpt";
   ASSERT_TRUE(QFile::remove(rutaSistema(plantilla)));
   dialogo("MnuSumasysaldos", "FrmSumasSaldosImpresos", [&](Teclado& t) {
-    falla(t, "Error 53: " + ErrorEjecucion(53, plantilla).descripcion(), "Librano");
+    falla(t, errorEnCaja(53, plantilla), "Librano");
     t.escape();
   });
   EXPECT_EQ(errores().size(), 5);

@@ -3,13 +3,14 @@
 
 #include "common/rutas.h"
 #include "reports/informe.h"
+#include "soporte/ficheros.h"
 
 // Opens the book of a template over a company's file. `plantilla` is a file of impresos, or the
 // full path of another one.
 inline void abreInforme(DBEngine& motor, const QString& fichero, const QString& plantilla,
                         Informe::Destino destino, const QString& seleccion = {}) {
   const Reloj reloj;
-  const QString impresos = rutaPrograma(LIBRANO_FUENTES) + "\\impresos\\";
+  const QString impresos = rutaPrograma(rutaFuente("impresos")) + u'\\';
   Informe informe(motor, reloj, std::move(destino));
   informe.WindowTitle = "Listado de diario";
   informe.ReportFileName = plantilla.contains('\\') ? plantilla : impresos + plantilla;

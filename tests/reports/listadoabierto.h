@@ -24,13 +24,9 @@ class ListadoAbierto : public MenuAbierto {
 
   void asiento(int numero, QDate fecha, const char* debe, const char* haber, double importe) {
     for (const bool esDebe : {true, false}) {
-      inserta("Diario", {{"NLinea", numero * 2 - (esDebe ? 1 : 0)},
-                         {"NAsiento", numero},
-                         {"Fecha", fecha},
-                         {"Subcuenta", esDebe ? debe : haber},
-                         {"Descripcion", QString("Apunte %1").arg(numero)},
-                         {"DH", esDebe ? "D" : "H"},
-                         {"Importe", esDebe ? importe : -importe}});
+      inserta("Diario", lineaDe(numero * 2 - (esDebe ? 1 : 0), numero, fecha, esDebe ? debe : haber,
+                                esDebe ? importe : -importe,
+                                {{"Descripcion", QString("Apunte %1").arg(numero)}}));
     }
   }
   void elige(const char* subcuenta) {

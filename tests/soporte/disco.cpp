@@ -7,6 +7,8 @@
 #include <QtCore>
 #include <stdexcept>
 
+#include "soporte/ficheros.h"
+
 namespace {
 
 constexpr int kSector = 512;
@@ -19,11 +21,6 @@ struct Suceso {
   QByteArray datos = {};
   QString nuevo = {};  // name
 };
-
-QByteArray leido(const QString& ruta) {
-  QFile fichero(ruta);
-  return fichero.open(QIODevice::ReadOnly) ? fichero.readAll() : QByteArray();
-}
 
 void escribe(QByteArray& contenido, qint64 lugar, QByteArrayView datos) {
   if (contenido.size() < lugar + datos.size())
@@ -254,7 +251,7 @@ void Disco::graba(const QString& carpeta) {
   QDirIterator it(d_->carpeta, QDir::Files, QDirIterator::Subdirectories);
   while (it.hasNext()) {
     const QString ruta = it.next();
-    d_->principio.insert(ruta, leido(ruta));
+    d_->principio.insert(ruta, contenidoDe(ruta));
   }
 }
 
@@ -402,11 +399,6 @@ void Disco::trasElCorte(int corte, Pendiente pendiente, QRandomGenerator& azar,
   QDir(otra).removeRecursively();
   QDir().mkpath(otra);
   const QString& raiz = d_->carpeta;
-  for (auto it = queda.cbegin(); it != queda.cend(); ++it) {
-    const QString ruta = otra + it.key().mid(raiz.size());
-    QDir().mkpath(QFileInfo(ruta).path());
-    QFile fichero(ruta);
-    if (!fichero.open(QIODevice::WriteOnly)) throw std::runtime_error(ruta.toStdString());
-    fichero.write(it.value());
-  }
+  for (auto it = queda.cbegin(); it != queda.cend(); ++it)
+    haceFichero(otra + it.key().mid(raiz.size()), it.value());
 }

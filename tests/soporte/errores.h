@@ -13,3 +13,8 @@ int numeroDeError(F&& algo) {
   }
   return 0;
 }
+
+// An error as its box tells it.
+inline QString errorEnCaja(int numero, const QString& detalle = {}) {
+  return QString("Error %1: ").arg(numero) + ErrorEjecucion(numero, detalle).descripcion();
+}

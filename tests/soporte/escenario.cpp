@@ -110,7 +110,7 @@ void Escenario::creaEmpresa(const DatosEmpresa& datos) {
 
 void Escenario::abreEmpresa(const QString& nombre) {
   ctx.sesion.EmpresaActual = nombre;
-  const auto base = ctx.motor.Workspaces(0).OpenDatabase(ctx.sesion.rutaEmpresa());
+  const auto base = abreBase();
   const auto empresa = base->OpenRecordset("Select * from Empresa");
   leeEmpresa(*empresa, ctx.sesion);
   motor.setYear(ctx.sesion.AnoActual);
@@ -133,10 +133,15 @@ void Escenario::cierra() {
   QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
+std::unique_ptr<Database> Escenario::abreBase(const QString& empresa) const {
+  const Sesion& sesion = ctx.sesion;
+  return ctx.motor.Workspaces(0).OpenDatabase(empresa.isEmpty() ? sesion.rutaEmpresa()
+                                                                : sesion.rutaEmpresa(empresa));
+}
+
 std::vector<QStringList> Escenario::filas(const QString& fuente) const {
-  auto& motor = const_cast<DBEngine&>(ctx.motor);
-  motor.flush();
-  const auto base = motor.Workspaces(0).OpenDatabase(ctx.sesion.rutaEmpresa());
+  ctx.motor.flush();
+  const auto base = abreBase();
   const auto registros = base->OpenRecordset(fuente);
   std::vector<QStringList> todas;
   for (; !registros->Eof(); registros->MoveNext()) {
@@ -153,24 +158,19 @@ QString Escenario::valor(const QString& fuente) const {
 }
 
 void Escenario::inserta(const QString& tabla, const Valores& valores) {
-  const auto base = ctx.motor.Workspaces(0).OpenDatabase(ctx.sesion.rutaEmpresa());
-  anade(*base->OpenRecordset(tabla), valores);
+  anade(*abreBase()->OpenRecordset(tabla), valores);
   ctx.motor.flush();
 }
 
 void Escenario::cambia(const QString& fuente, const QString& campo, const Variant& valor) {
-  const auto base = ctx.motor.Workspaces(0).OpenDatabase(ctx.sesion.rutaEmpresa());
-  const auto registros = base->OpenRecordset(fuente);
-  registros->Edit();
-  registros->Fields(campo) = valor;
-  registros->Update();
+  const auto base = abreBase();
+  corrige(*base->OpenRecordset(fuente), {{campo, valor}});
   ctx.motor.flush();
 }
 
 QStringList Escenario::errores() const {
-  QFile fichero(carpetaPrograma() + "/Errores.txt");
-  if (!fichero.open(QIODevice::ReadOnly)) return {};
-  return QString::fromUtf8(fichero.readAll()).remove('\r').split('\n', Qt::SkipEmptyParts);
+  const QString todos = QString::fromUtf8(contenidoDe(carpetaPrograma() + "/Errores.txt"));
+  return todos.split("\r\n", Qt::SkipEmptyParts);
 }
 
 QString Escenario::ajuste(const QString& seccion, const QString& clave) const {

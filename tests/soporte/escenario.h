@@ -79,6 +79,8 @@ class Escenario {
   QString carpetaPrograma() const { return carpeta_ + "/Programa"; }
   QString carpetaDatos() const { return carpeta_ + "/Datos"; }
 
+  // The file of a company; of the open one unless told.
+  std::unique_ptr<Database> abreBase(const QString& empresa = {}) const;
   // What the open company's file holds, read apart from any form: rows of texts, Null as empty.
   std::vector<QStringList> filas(const QString& fuente) const;
   // The first cell of the first row; empty without rows.

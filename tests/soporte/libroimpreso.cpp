@@ -36,7 +36,7 @@ QList<QStringList> paginasDePdf(const QString& pdf) {
 }
 
 void ponPlantillas(const Contexto& ctx) {
-  completaImpresos(rutaPrograma(QStringLiteral(LIBRANO_FUENTES)) + u'\\', ctx.sesion.DirDatos);
+  completaImpresos(rutaPrograma(rutaFuente({})), ctx.sesion.DirDatos);
 }
 
 VistaPrevia* vistaAbierta() {

@@ -1,19 +1,13 @@
 #include "soporte/libros.h"
 
-#include <stdexcept>
-
 #include "accounts/crearplan.h"
 #include "common/ignorar.h"
 #include "company/alta.h"
-#include "journal/apunte.h"
 #include "start/creaini.h"
 
 QList<QStringList> leeCsv(const QString& fichero) {
-  QFile csv(QStringLiteral(LIBRANO_DATOS "/") + fichero);
-  if (!csv.open(QIODevice::ReadOnly)) throw std::runtime_error(fichero.toStdString());
   QList<QStringList> filas;
-  for (const QString& linea : QString::fromUtf8(csv.readAll()).split(u'\n', Qt::SkipEmptyParts))
-    filas += linea.trimmed().split(u';');
+  for (const QString& linea : lineasDeDatos(fichero)) filas += linea.split(u';');
   filas.removeFirst();
   return filas;
 }
@@ -55,6 +49,16 @@ std::unique_ptr<Database> Libros::abre(const QString& nombre) {
   return motor.Workspaces(0).OpenDatabase(rutaEmpresa(nombre));
 }
 
+void Libros::inserta(const QString& tabla, const Valores& valores, const QString& empresa) {
+  anade(*abre(empresa)->OpenRecordset(tabla), valores);
+}
+
+void Libros::cambia(const QString& fuente, const QString& campo, const Variant& valor) {
+  const auto base = abre();
+  const auto filas = base->OpenRecordset(fuente);
+  corrige(*filas, {{campo, valor}});
+}
+
 QStringList Libros::filas(const QString& fuente, const QString& empresa) {
   const auto base = abre(empresa);
   const auto filas = base->OpenRecordset(fuente);
@@ -66,6 +70,18 @@ QStringList Libros::filas(const QString& fuente, const QString& empresa) {
     lineas += textos.join(u'|');
   }
   return lineas;
+}
+
+Apunte apunteDe(const Variant& asiento, const Variant& fecha, const QString& subcuenta,
+                const QString& descripcion, const Variant& importe) {
+  Apunte apunte;
+  apunte.NAsiento = asiento;
+  apunte.Fecha = fecha;
+  apunte.Subcuenta = subcuenta;
+  apunte.Descripcion = descripcion;
+  apunte.DH = importe.display().startsWith(u'-') ? "H" : "D";
+  apunte.Importe = importe;
+  return apunte;
 }
 
 void altaSubcuentasTrimestre(Database& empresa) {
@@ -94,14 +110,8 @@ void asientaDiarioTrimestre(DBEngine& motor, const QString& rutaEmpresa) {
   for (const QStringList& fila : leeCsv("trimestre/diario-trimestre.csv")) {
     if (fila[0] != enCurso) tomaAsiento(contadores);
     enCurso = fila[0];
-    const bool debe = !fila[4].isEmpty();
-    Apunte apunte;
-    apunte.NAsiento = fila[0];
-    apunte.Fecha = fila[1];
-    apunte.Subcuenta = fila[2];
-    apunte.Descripcion = fila[3];
-    apunte.DH = debe ? "D" : "H";
-    apunte.Importe = debe ? fila[4] : u'-' + fila[5];
-    grabaApunte(diario, contadores, apunte);
+    grabaApunte(
+        diario, contadores,
+        apunteDe(fila[0], fila[1], fila[2], fila[3], fila[4].isEmpty() ? u'-' + fila[5] : fila[4]));
   }
 }

@@ -5,6 +5,7 @@
 #include "company/datosempresa.h"
 #include "engine/datacontrol.h"
 #include "engine/dbengine.h"
+#include "journal/apunte.h"
 #include "soporte/prueba.h"
 
 class Libros {
@@ -22,6 +23,10 @@ class Libros {
   QString rutaEmpresa(const QString& nombre = "Tienda") const;
   std::unique_ptr<Database> abre(const QString& nombre = "Tienda");
 
+  // Adds a row, and changes a field of the first row of a source.
+  void inserta(const QString& tabla, const Valores& valores, const QString& empresa = "Tienda");
+  void cambia(const QString& fuente, const QString& campo, const Variant& valor);
+
   // All rows of a source, each as its fields' texts joined by "|" and Null as "-".
   QStringList filas(const QString& fuente, const QString& empresa = "Tienda");
 
@@ -34,6 +39,10 @@ class Libros {
  private:
   QTemporaryDir carpeta_;
 };
+
+// A line to be posted, the sign of its amount its side.
+Apunte apunteDe(const Variant& asiento, const Variant& fecha, const QString& subcuenta,
+                const QString& descripcion, const Variant& importe);
 
 // The plan of accounts and the subcuentas of the quarter, for a company of 3 and 8 digits.
 void altaSubcuentasTrimestre(Database& empresa);

@@ -2,6 +2,8 @@
 
 #include <QtCore>
 
+#include "soporte/ficheros.h"
+
 namespace {
 
 QByteArray enBytes(quint32 numero, qsizetype cuantos) {
@@ -51,8 +53,5 @@ QByteArray EscritorDbf::bytes(char marca) const {
 }
 
 void EscritorDbf::graba(const QString& ruta, char marca) const {
-  QDir().mkpath(QFileInfo(ruta).path());
-  QFile fichero(ruta);
-  if (!fichero.open(QIODevice::WriteOnly)) qFatal("%s", qPrintable(ruta));
-  fichero.write(bytes(marca));
+  haceFichero(ruta, bytes(marca));
 }

@@ -132,11 +132,16 @@ QString Teclado::textoDe(const char* campo) const {
   return {};
 }
 
+QStringList Teclado::textosDe(std::initializer_list<const char*> campos) const {
+  QStringList textos;
+  for (const char* campo : campos) textos << textoDe(campo);
+  return textos;
+}
+
 QString Teclado::enfocado() const {
   for (auto* w = forma_->focusWidget(); w; w = w->parentWidget()) {
-    if (!w->objectName().isEmpty() && !w->objectName().startsWith(QLatin1String("qt_"))) {
+    if (!w->objectName().isEmpty() && !w->objectName().startsWith(QLatin1String("qt_")))
       return w->objectName();
-    }
   }
   return {};
 }

@@ -12,6 +12,9 @@ void activar(QWidget& ventana);
 // Lets everything that waits in the event loop happen.
 void reposar();
 
+// Fields of a form with what is typed into them.
+using Campos = std::vector<std::pair<const char*, QString>>;
+
 class Teclado {
  public:
   explicit Teclado(QWidget& forma) : forma_(&forma) {}
@@ -23,6 +26,10 @@ class Teclado {
   }
 
   void teclea(const QString& texto);  // to whatever has the focus
+  void entra(const QString& texto) {  // and goes on by Enter
+    teclea(texto);
+    intro();
+  }
   void tecla(Qt::Key codigo, Qt::KeyboardModifiers modificadores = Qt::NoModifier);
   void intro() { tecla(Qt::Key_Return); }
   void tab() { tecla(Qt::Key_Tab); }
@@ -37,6 +44,13 @@ class Teclado {
   void enfoca(const char* campo);     // as by Tab: the field left reacts
   // Goes to the field, types over what it holds and stays in it.
   void escribe(const char* campo, const QString& texto);
+  void entra(const char* campo, const QString& texto) {
+    escribe(campo, texto);
+    intro();
+  }
+  void escribe(const Campos& campos) {
+    for (const auto& [campo, texto] : campos) escribe(campo, texto);
+  }
   void elige(const char* combo, const QString& texto);  // a row of its list, as picked
   void marca(const char* casilla, bool si = true);
   void cierra();  // the window's close button
@@ -44,7 +58,8 @@ class Teclado {
   void suelta(const char* campo, const QString& texto);
 
   QString textoDe(const char* campo) const;  // of a field, combo, label, button
-  QString enfocado() const;                  // the name of the control with the focus
+  QStringList textosDe(std::initializer_list<const char*> campos) const;
+  QString enfocado() const;  // the name of the control with the focus
   bool visible(const char* campo) const { return control(campo).isVisible(); }
 
  private:

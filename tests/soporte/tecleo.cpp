@@ -19,13 +19,10 @@ void tecleaLinea(Teclado& teclado, Guion& guion, const Sesion& sesion, const Lin
                                .arg(clase),
                            false, "IVA");
     teclado.intro();
-    teclado.teclea(linea.Fecha.left(2) + linea.Fecha.mid(3, 2));
-    teclado.intro();
+    teclado.entra(linea.Fecha.left(2) + linea.Fecha.mid(3, 2));
   }
-  teclado.teclea(linea.Subcuenta);
-  teclado.intro();
-  teclado.teclea(linea.Concepto);
-  teclado.intro();
+  teclado.entra(linea.Subcuenta);
+  teclado.entra(linea.Concepto);
   // The decimal key of the keypad is a point.
   const bool debe = !linea.Debe.isEmpty();
   teclado.teclea(QString(debe ? linea.Debe : linea.Haber).replace(u',', u'.'));

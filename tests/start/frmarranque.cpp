@@ -22,11 +22,6 @@ struct Arranque : Escenario {
       if (formularios->abierto(nombre)) return nombre;
     return {};
   }
-  void escribe(const QString& ruta, const QByteArray& bytes) {
-    QFile fichero(rutaSistema(ruta));
-    ASSERT_TRUE(fichero.open(QIODevice::WriteOnly));
-    fichero.write(bytes);
-  }
 };
 
 }  // namespace
@@ -108,12 +103,10 @@ TEST(Reinicio, UnCatalogoQueYaEstaSeQueda) {
   e.ctx.motor.flush();
   const qint64 bytes = QFileInfo(rutaSistema(catalogo)).size();
   e.ponAjuste("Directorios", "Datos", e.ctx.sesion.DirDatos);
-  QDir().mkpath(e.carpetaDatos());
-  e.escribe(e.ctx.sesion.DirDatos + "Inicio.mdb", QByteArray(4096, 'x'));
+  haceFichero(e.carpetaDatos() + "/Inicio.mdb", QByteArray(4096, 'x'));
   e.ponAjuste("Entrada", "UltimoUsuario", "Ana");
-  e.escribe(e.ctx.carpetaPrograma + "Inicio.xls", {});
-  const QString hoja = e.carpetaPrograma() + "/localc";
-  e.escribe(hoja, {});
+  haceFichero(e.carpetaPrograma() + "/Inicio.xls", {});
+  const QString hoja = haceFichero(e.carpetaPrograma() + "/localc", {});
   QFile::setPermissions(hoja, QFile::ReadOwner | QFile::ExeOwner);
   const QByteArray antes = qgetenv("PATH");
   qputenv("PATH", e.carpetaPrograma().toUtf8());
@@ -156,10 +149,7 @@ TEST(FrmSeleccion, QuienEntraYConQue) {
       "Atención usted esta entrando con un usuario que no recuerda, esta contraseña es provisional";
   const char* const mal = "El password no es correcto";
   const struct {
-    const char* permitir;
-    const char* usuario;
-    const char* password;
-    const char* caja;
+    const char *permitir, *usuario, *password, *caja;
     bool entra;
   } casos[] = {
       {"No", "Administrador", "", nullptr, true},
@@ -175,25 +165,17 @@ TEST(FrmSeleccion, QuienEntraYConQue) {
   for (const auto& c : casos) {
     SCOPED_TRACE(std::string(c.permitir) + " " + c.usuario + " " + c.password);
     Arranque e;
-    {
-      const auto base = e.ctx.motor.Workspaces(0).OpenDatabase(e.ctx.sesion.rutaCatalogo());
-      const auto usuarios = base->OpenRecordset("Usuarios");
-      for (const auto& [nombre, password] : {std::pair("Ana", "Secreto"), {"Luis", "otra"}})
-        anade(*usuarios, {{"Nombre", nombre}, {"Password", password}});
-    }
+    preguntaFuera(
+        rutaSistema(e.ctx.sesion.rutaCatalogo()),
+        "INSERT INTO Usuarios(Nombre, Password) VALUES ('Ana','Secreto'),('Luis','otra')");
     e.ponAjuste("Usuarios", "Permitir", c.permitir);
     e.ponAjuste("Entrada", "UltimoUsuario", "Administrador");
     if (c.caja) e.guion.esperaMensaje(c.caja);
     Teclado t(e.abre("FrmSeleccion"));
     EXPECT_EQ(t.textoDe("TxtUsuario"), "Administrador");
-    t.escribe("TxtEmpresa", "Prueba");
-    t.intro();
-    if (t.control("TxtUsuario").isEnabled()) {
-      t.escribe("TxtUsuario", c.usuario);
-      t.intro();
-    }
-    t.teclea(c.password);
-    t.intro();
+    t.entra("TxtEmpresa", "Prueba");
+    if (t.control("TxtUsuario").isEnabled()) t.entra("TxtUsuario", c.usuario);
+    t.entra(c.password);
     EXPECT_EQ(t.enfocado(), "CmdAceptar");
     t.intro();
     EXPECT_EQ(e.abierta(), c.entra ? "FrmMenu" : "FrmSeleccion");

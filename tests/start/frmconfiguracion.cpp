@@ -28,12 +28,10 @@ struct Instalacion : Escenario {
     t->control<QTabWidget>("Tabla").setCurrentIndex(indice);
     reposar();
   }
-  QStringList catalogo(const char* fuente) {
-    const auto base = ctx.motor.Workspaces(0).OpenDatabase(ctx.sesion.rutaCatalogo());
-    const auto filas = base->OpenRecordset(fuente);
-    QStringList textos;
-    for (; !filas->Eof(); filas->MoveNext()) textos << filas->Fields(0).display();
-    return textos;
+  // What the catalogue holds for another program.
+  QStringList catalogo(const QString& sql) {
+    ctx.motor.flush();
+    return preguntaFuera(rutaSistema(ctx.sesion.rutaCatalogo()), sql).split('\n');
   }
 
   std::optional<Teclado> t;
@@ -72,7 +70,7 @@ TEST(FrmConfiguracion, LaRejillaEscribeAunqueSeCancele) {
   e.t->tecla(Qt::Key_Up);
   e.pestana(0);
   e.t->pulsa("CmdCancelar");
-  EXPECT_EQ(e.catalogo("Select Nombre & '|' & Password from Usuarios"),
+  EXPECT_EQ(e.catalogo("SELECT Nombre, Password FROM Usuarios"),
             (QStringList{"Administrador|", "Ana|Secreto8"}));
   EXPECT_EQ(e.ajuste("Directorios", "Datos"), QString());
 }
@@ -91,12 +89,12 @@ TEST(FrmConfiguracion, BajaDeEmpresa) {
   rejilla.setCurrentIndex(rejilla.model()->index(1, 0));
   e.guion.esperaPregunta("¿ Desea eliminar la empresa 'Menor' ?", false, "Elimina");
   e.t->pulsa("CmdEmpBajas");
-  EXPECT_EQ(e.catalogo("Empresas").size(), 3);
+  EXPECT_EQ(e.catalogo("SELECT NombreEmpresa FROM Empresas").size(), 3);
   EXPECT_TRUE(QFileInfo::exists(carpeta("Menor")));
 
   e.guion.esperaPregunta("¿ Desea eliminar la empresa 'Menor' ?", true);
   e.t->pulsa("CmdEmpBajas");
-  EXPECT_EQ(e.catalogo("Empresas"), (QStringList{"Mayor", "Otra"}));
+  EXPECT_EQ(e.catalogo("SELECT NombreEmpresa FROM Empresas"), (QStringList{"Mayor", "Otra"}));
   EXPECT_FALSE(QFileInfo::exists(carpeta("Menor")));
   EXPECT_EQ(rejilla.filas(), 2);
   EXPECT_TRUE(e.errores().isEmpty());
@@ -118,14 +116,14 @@ TEST(FrmConfiguracion, BajaDeEmpresa) {
       rutaPrograma(carpeta("Otra")) +
       " hay algo más que la empresa (notas.txt). No se ha eliminado nada; quítelo de ella y repita "
       "la baja");
-  EXPECT_EQ(e.catalogo("Empresas").size(), 2);
+  EXPECT_EQ(e.catalogo("SELECT NombreEmpresa FROM Empresas").size(), 2);
   EXPECT_TRUE(QFileInfo::exists(rutaSistema(e.ctx.sesion.rutaEmpresa("Otra"))));
   ASSERT_EQ(e.errores().size(), 1);
   EXPECT_TRUE(e.errores().front().endsWith("Producido en CmdEmpBajas_Click - Frmconfiguracion"));
   ajeno.remove();
   QFile::remove(rutaSistema(e.ctx.sesion.rutaEmpresa("Otra")));
   elimina({});
-  EXPECT_EQ(e.catalogo("Empresas"), QStringList{"Mayor"});
+  EXPECT_EQ(e.catalogo("SELECT NombreEmpresa FROM Empresas"), QStringList{"Mayor"});
 }
 
 TEST(FrmSelDirectorios, EscribeEnElCampoQueLoPidio) {

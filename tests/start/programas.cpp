@@ -16,15 +16,9 @@ class Programas : public testing::Test {
  protected:
   QString ruta(const QString& nombre) const { return dir_.filePath(nombre); }
   void escribe(const QString& nombre, const QByteArray& texto) const {
-    QDir().mkpath(QFileInfo(ruta(nombre)).path());
-    QFile fichero(ruta(nombre));
-    ASSERT_TRUE(fichero.open(QIODevice::WriteOnly));
-    fichero.write(texto);
+    haceFichero(ruta(nombre), texto);
   }
-  QByteArray lee(const QString& nombre) const {
-    QFile fichero(ruta(nombre));
-    return fichero.open(QIODevice::ReadOnly) ? fichero.readAll() : QByteArray();
-  }
+  QByteArray lee(const QString& nombre) const { return contenidoDe(ruta(nombre)); }
   // A folder as the program writes it.
   QString carpeta(const QString& nombre) const { return rutaPrograma(ruta(nombre)) + u'\\'; }
 

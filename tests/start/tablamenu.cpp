@@ -21,8 +21,8 @@ TEST(TablaMenu, SeSostieneSola) {
   }
   for (const BotonMenu& boton : botonesPrincipal()) {
     EXPECT_TRUE(entradaMenu(boton.igualQue) || boton.igualQue == boton.control);
-    EXPECT_TRUE(QFile::exists(LIBRANO_FUENTES "/src/toolkit/icons/" +
-                              QFileInfo(boton.icono.toString()).fileName()))
+    EXPECT_TRUE(QFile::exists(
+        rutaFuente("src/toolkit/icons/" + QFileInfo(boton.icono.toString()).fileName())))
         << qPrintable(boton.icono.toString());
   }
 }

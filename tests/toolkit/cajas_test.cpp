@@ -97,11 +97,7 @@ TEST(CajasQt, LoPendienteSeEligeYLaCajaSeVaSolaAlGuardarse) {
     SCOPED_TRACE(boton);
     auto otro = std::make_unique<OtroPuesto>(ruta);
     otro->ejecuta("BEGIN; SELECT count(*) FROM Empresa;");
-    const auto base = e.motor.Workspaces(0).OpenDatabase(e.ctx.sesion.rutaEmpresa());
-    const auto empresa = base->OpenRecordset("Empresa");
-    empresa->Edit();
-    empresa->Fields("Asiento") = ++asiento;
-    empresa->Update();
+    corrige(*e.abreBase()->OpenRecordset("Empresa"), {{"Asiento", ++asiento}});
     enLaCaja<QMessageBox>([&, boton](QMessageBox& caja) {
       EXPECT_EQ(botonesDe(caja), (Lista{"Descartar", "Reintentar"}));
       EXPECT_TRUE(caja.text().contains("está pendiente")) << caja.text().toStdString();

@@ -11,14 +11,10 @@ constexpr const char* kDolares = "$ #,##0.00;-$ #,##0.00";
 constexpr const char* kSinCeros = "#,###";
 
 TEST(Filtros, LaTeclaSustituyeALoSeleccionado) {
-  const struct {
-    Edicion antes;
-    const char* tecla;
-    const char* despues;
-  } casos[] = {{{"1234", 4, 1, 2}, "9", "194"},
-               {{"0,00 ", 5, 0, 5}, "5", "5"},
-               {{"12", 1, -1, 0}, "-", "1-2"},
-               {{"", 0, -1, 0}, "4300", "4300"}};
+  const std::tuple<Edicion, const char*, const char*> casos[] = {{{"1234", 4, 1, 2}, "9", "194"},
+                                                                 {{"0,00 ", 5, 0, 5}, "5", "5"},
+                                                                 {{"12", 1, -1, 0}, "-", "1-2"},
+                                                                 {{"", 0, -1, 0}, "4300", "4300"}};
   for (const auto& [antes, tecla, despues] : casos) EXPECT_EQ(textoTras(antes, tecla), despues);
   EXPECT_TRUE(soloQuita("12-34", "1234"));
   EXPECT_TRUE(soloQuita("5 €", ""));

@@ -82,8 +82,7 @@ TEST(Rejilla, MientrasOtroTieneElFicheroSePintaLoQueHayYNoSeEditaLoQueNoSeLee) {
   EXPECT_EQ(QApplication::focusWidget(), &p.g);
   otro.reset();
   p.t.tecla(Qt::Key_F2);
-  p.t.teclea("Otra");
-  p.t.intro();
+  p.t.entra("Otra");
   EXPECT_EQ(p.g.texto(1, 1), "Otra");
 }
 
@@ -226,8 +225,7 @@ TEST(RejillaEdicion, LoEscritoSeGuardaAlDejarLaCeldaSalvoPorEscapeOUnRechazo) {
   for (const bool cierra : {false, true}) {
     p.t.tecla(Qt::Key_End);
     p.t.teclea("doce");
-    p.e.guion.esperaMensaje(
-        "Error 3421: " + ErrorEjecucion(err::kConversionDeDatos, "doce").descripcion(), "Librano");
+    p.e.guion.esperaMensaje(errorEnCaja(3421, "doce"), "Librano");
     if (cierra)
       p.t.cierra();
     else
@@ -258,8 +256,7 @@ struct PruebaDeAltas : PruebaDeEdicion {
                         "Select * from TiposIVA where Codigo >= '98' order by Codigo") {
     t.tecla(Qt::Key_Down);
     t.tecla(Qt::Key_Down);  // 98, 99, and the empty row
-    t.teclea("A1");
-    t.intro();
+    t.entra("A1");
     EXPECT_EQ(guardado("A1"), "");
   }
 };
@@ -288,15 +285,13 @@ TEST(RejillaAltas, SeGuardaAlPasarAOtraFilaOControlOCerrar) {
 TEST(RejillaAltas, UnaClaveRepetidaSeDiceYSeCorrigeYEscapeLaDeja) {
   PruebaDeAltas p;
   p.t.tecla(Qt::Key_Home);
-  p.t.teclea("99");
-  p.t.intro();
-  p.e.guion.esperaMensaje("Error 3022: " + ErrorEjecucion(err::kClaveDuplicada).descripcion());
+  p.t.entra("99");
+  p.e.guion.esperaMensaje(errorEnCaja(3022));
   p.t.tecla(Qt::Key_Up);
   EXPECT_EQ(p.g.filaActual(), 2);
   EXPECT_EQ(p.g.valor("Codigo"), "99");
   p.t.tecla(Qt::Key_Home);
-  p.t.teclea("A2");
-  p.t.intro();
+  p.t.entra("A2");
   p.t.escape();
   EXPECT_TRUE(p.f.isVisible());
   EXPECT_EQ(p.g.textoDeCelda(), "");

@@ -1,14 +1,9 @@
 // Archives that others made, damaged or meant ill by.
 #include "transfer/archivozip.h"
 
-#include <gtest/gtest.h>
-
 #include <zip.h>
-#include <QDir>
-#include <QFile>
-#include <QTemporaryDir>
 
-#include "soporte/errores.h"
+#include "soporte/prueba.h"
 
 namespace {
 
@@ -44,16 +39,6 @@ class ArchivoZip : public testing::Test {
       EXPECT_TRUE(admitidos.contains(nombre)) << qPrintable(nombre);
     return numero;
   }
-  static QByteArray lee(const QString& ruta) {
-    QFile f(ruta);
-    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
-  }
-  static void escribe(const QString& ruta, const QByteArray& bytes) {
-    QFile f(ruta);
-    ASSERT_TRUE(f.open(QIODevice::WriteOnly));
-    f.write(bytes);
-  }
-
   void SetUp() override { QDir(carpeta.path()).mkdir("dentro"); }
 
   QTemporaryDir carpeta;
@@ -69,12 +54,12 @@ TEST_F(ArchivoZip, ElFicheroSaleAsuSitioVengaDeDondeVenga) {
     SCOPED_TRACE(nombre);
     empaqueta({{"leeme.txt", "hola"}, {nombre, base}});
     EXPECT_EQ(saca(), 0);
-    EXPECT_EQ(lee(destino), base);
+    EXPECT_EQ(contenidoDe(destino), base);
   }
   // The one that is told by its plain name is the one meant.
   empaqueta({{"Viejo/Conta.Mdb", otra}, {"Conta.Mdb", base}});
   EXPECT_EQ(saca(), 0);
-  EXPECT_EQ(lee(destino), base);
+  EXPECT_EQ(contenidoDe(destino), base);
 }
 
 TEST_F(ArchivoZip, LoQueNoSirveSeRehusa) {
@@ -93,7 +78,7 @@ TEST_F(ArchivoZip, LoQueNoSirveSeRehusa) {
     SCOPED_TRACE(&ficheros - casos);
     QFile::remove(destino);
     if (ficheros.isEmpty()) {
-      escribe(archivo, "no es un zip");
+      haceFichero(archivo, "no es un zip");
     } else {
       empaqueta(ficheros);
     }
@@ -107,17 +92,17 @@ TEST_F(ArchivoZip, LoQueNoSirveSeRehusa) {
 // Cut anywhere, and with any byte changed: taken whole, or refused.
 TEST_F(ArchivoZip, UnArchivoDanadoNuncaDaOtraCosa) {
   empaqueta({{"Conta.Mdb", base}});
-  const QByteArray sano = lee(archivo);
+  const QByteArray sano = contenidoDe(archivo);
   for (qsizetype corte = 0; corte < sano.size(); corte += 7) {
-    escribe(archivo, sano.left(corte));
+    haceFichero(archivo, sano.left(corte));
     EXPECT_EQ(saca(), err::kArchivoNoSirve) << corte;
   }
   for (qsizetype sitio = 0; sitio < sano.size(); ++sitio) {
     QByteArray danado = sano;
     danado[sitio] = static_cast<char>(danado[sitio] ^ 0x55);
-    escribe(archivo, danado);
+    haceFichero(archivo, danado);
     const int numero = saca();
-    EXPECT_TRUE(numero == 0 ? lee(destino) == base
+    EXPECT_TRUE(numero == 0 ? contenidoDe(destino) == base
                             : numero == err::kArchivoNoSirve || numero == err::kSinEspacio)
         << sitio << ' ' << numero;
   }
@@ -126,10 +111,10 @@ TEST_F(ArchivoZip, UnArchivoDanadoNuncaDaOtraCosa) {
 TEST_F(ArchivoZip, LoEmpaquetadoEsLoQueSeLee) {
   const QString original = carpeta.filePath("dentro/sacado");
   const auto sigue = [](int, int) { return true; };
-  escribe(original, base);
+  haceFichero(original, base);
   comprime(original, archivo, "Conta.Mdb", sigue);
   EXPECT_EQ(saca(), 0);
-  EXPECT_EQ(lee(destino), base);
+  EXPECT_EQ(contenidoDe(destino), base);
   EXPECT_EQ(numeroDeError(
                 [&] { comprime(original, archivo, "Conta.Mdb", [](int, int) { return false; }); }),
             err::kOperacionCancelada);

@@ -1,13 +1,6 @@
 // What other packages wrote, read cell by cell: tables and texts as they come, and damaged ones.
-#include <gtest/gtest.h>
-
-#include <QDir>
-#include <QFile>
-#include <QTemporaryDir>
-
-#include "soporte/errores.h"
+#include "soporte/prueba.h"
 #include "soporte/tabladbf.h"
-#include "soporte/textos.h"
 #include "transfer/lectorcampos.h"
 #include "transfer/lectordbf.h"
 
@@ -16,11 +9,6 @@ namespace {
 class Lectores : public testing::Test {
  protected:
   QString ruta(const QString& nombre) const { return carpeta_.filePath(nombre); }
-  void escribe(const QString& nombre, const QByteArray& bytes) const {
-    QFile fichero(ruta(nombre));
-    ASSERT_TRUE(fichero.open(QIODevice::WriteOnly));
-    fichero.write(bytes);
-  }
   // The first cell of a table of one text column.
   QString leido(const QByteArray& texto, char marca) const {
     EscritorDbf({{"TITULO", 'C', 20}}).registro({texto}).graba(ruta("Uno.dbf"), marca);
@@ -29,11 +17,11 @@ class Lectores : public testing::Test {
     return tabla.valor(0).display();
   }
   int alAbrir(const QByteArray& bytes) const {
-    escribe("Rota.dbf", bytes);
+    haceFichero(ruta("Rota.dbf"), bytes);
     return numeroDeError([&] { TablaDbf(carpeta_.path(), "Rota.dbf"); });
   }
   QStringList campos(const QByteArray& texto, int cuantos) const {
-    escribe("campos.csv", texto);
+    haceFichero(ruta("campos.csv"), texto);
     return LectorCampos(ruta("campos.csv")).lee(cuantos);
   }
 
@@ -139,7 +127,7 @@ TEST_F(Lectores, LosCamposSeCuentanSeanCualesSeanLasLineas) {
                    2),
             (L{"año", "año"}));
   EXPECT_EQ(campos("\"x\" resto,y\x1A,z", 2), (L{"x", "y"}));
-  escribe("dos.csv", "1,2\r\n3,4\r\n \r\n");
+  haceFichero(ruta("dos.csv"), "1,2\r\n3,4\r\n \r\n");
   LectorCampos lector(ruta("dos.csv"));
   EXPECT_EQ(lector.lee(2), (L{"1", "2"}));
   EXPECT_FALSE(lector.fin());

@@ -1,7 +1,6 @@
 // The steps of the year-end, row by row.
 #include "yearend/ejercicio.h"
 
-#include "journal/apunte.h"
 #include "soporte/libros.h"
 
 namespace {
@@ -14,12 +13,8 @@ class Ejercicio : public testing::Test, protected Libros {
   void asienta(const QStringList& lineas) {
     const auto diario = empresa->OpenRecordset("Diario");
     for (const QString& linea : lineas)
-      anade(*diario, {{"NLinea", -1 - diario->rowTotal()},
-                      {"NAsiento", 1},
-                      {"Fecha", "02/05/2024"},
-                      {"Subcuenta", linea.section(' ', 0, 0)},
-                      {"DH", linea.contains(" -") ? "H" : "D"},
-                      {"Importe", linea.section(' ', 1)}});
+      anade(*diario, lineaDe(-1 - diario->rowTotal(), 1, "02/05/2024", linea.section(' ', 0, 0),
+                             linea.section(' ', 1)));
   }
   QStringList lineas(const QString& tipo) {
     return filas(
@@ -41,9 +36,8 @@ class Ejercicio : public testing::Test, protected Libros {
 };
 
 TEST_F(Ejercicio, LasExistenciasCambianDeValorEnCuatroLineas) {
-  const auto subcuentas = empresa->OpenRecordset("Subcuentas");
   for (const char* codigo : {"30000001", "30000002", "31000001"})
-    anade(*subcuentas, {{"Subcuenta", codigo}, {"Cuenta", QString(codigo).left(3)}});
+    inserta("Subcuentas", subcuentaDe(codigo, {}));
   EXPECT_EQ(valorDeExistencias(*empresa), 0);
   // Twice the same amount on one subcuenta and side is one; 31 is no merchandise.
   asienta({"30000001 100,5", "30000001 100,5", "30000001 -100,5", "30000001 40", "31000001 9"});
@@ -123,11 +117,12 @@ TEST_F(Ejercicio, LaAperturaDaLaVueltaAlCierre) {
   const auto diario = empresa->OpenRecordset("Select * from Diario where Importe <> 3");
   for (; !diario->Eof(); diario->MoveNext()) {
     diario->Edit();
-    diario->Fields("TipoDiario") = "C";
-    diario->Fields("DH") = "H";
-    diario->Fields("Punteo") = "V";
-    diario->Fields("ApunteCartera") = 12;
-    diario->Fields("FacturaZuri") = "F-1";
+    for (const auto& [campo, valor] : Valores{{"TipoDiario", "C"},
+                                              {"DH", "H"},
+                                              {"Punteo", "V"},
+                                              {"ApunteCartera", 12},
+                                              {"FacturaZuri", "F-1"}})
+      diario->Fields(campo) = valor;
     diario->Update();
   }
   for (int vez = 0; vez < 2; ++vez) abreEjercicio(*empresa, *siguiente, paso, avance, grabado);

@@ -20,9 +20,7 @@ const QByteArray& emptyCompany() {
     DBEngine engine;
     CrearBase(engine, file.ruta, 3, 9, kSinFilas);
     engine.flush();
-    QFile whole(file.ruta);
-    EXPECT_TRUE(whole.open(QIODevice::ReadOnly));
-    return whole.readAll();
+    return contenidoDe(file.ruta);
   }();
   return made;
 }
@@ -30,24 +28,17 @@ const QByteArray& emptyCompany() {
 }  // namespace
 
 Libro::Libro(bool withSums) {
-  QFile company(ruta);
-  EXPECT_TRUE(company.open(QIODevice::WriteOnly));
-  company.write(emptyCompany());
-  company.close();
+  haceFichero(ruta, emptyCompany());
   db = engine.Workspaces(0).OpenDatabase(ruta);
   connection = db->connection();
   connection->begin(Doing::Locking);
-  QFile file(LIBRANO_DATOS "/sentencias/libro.txt");
-  EXPECT_TRUE(file.open(QIODevice::ReadOnly));
-  const QStringList lines = QString::fromUtf8(file.readAll()).split(u'\n');
-  for (const QString& line : lines) readLine(line);
+  for (const QString& line : lineasDeDatos("sentencias/libro.txt")) readLine(line);
   if (withSums) return;
   store().execute("DELETE FROM librano_sumas");
   store().definitionsChanged();
 }
 
 void Libro::readLine(const QString& line) {
-  if (line.isEmpty() || line.startsWith(u'#')) return;
   const QString head = line.section(": ", 0, 0);
   if (head.startsWith("tabla ")) {
     table_ = head.mid(6);
@@ -56,7 +47,7 @@ void Libro::readLine(const QString& line) {
   } else if (head.startsWith("consulta ")) {
     db->CreateQueryDef(head.mid(9), line.section(": ", 1));
   } else {
-    insertRow(line.trimmed().split(" | "));
+    insertRow(line.split(" | "));
   }
 }
 

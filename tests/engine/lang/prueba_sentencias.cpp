@@ -5,15 +5,6 @@
 
 namespace {
 
-QStringList linesOf(const QString& file) {
-  QFile data(QString(LIBRANO_DATOS "/sentencias/") + file);
-  EXPECT_TRUE(data.open(QIODevice::ReadOnly)) << file.toStdString();
-  QStringList lines;
-  for (const QString& line : QString::fromUtf8(data.readAll()).split(u'\n'))
-    if (!line.startsWith(u'#') && !line.trimmed().isEmpty()) lines << line.trimmed();
-  return lines;
-}
-
 // A case is its source, maybe the names of its columns or a criterion, and rows: its own, or what
 // the criterion finds.
 void check(const Libro& libro, QStringList lines) {
@@ -53,7 +44,8 @@ void check(const Libro& libro, QStringList lines) {
 TEST(Sentencias, DanLasFilasDelLibro) {
   const Libro withSums, withoutSums(false);
   for (const char* file : {"consultas.txt", "diario.txt", "lenguaje.txt", "busquedas.txt"}) {
-    const QStringList cases = linesOf(file).join(u'\n').split("origen: ").mid(1);
+    const QStringList cases =
+        lineasDeDatos(QString("sentencias/") + file).join(u'\n').split("origen: ").mid(1);
     ASSERT_FALSE(cases.empty()) << file;
     for (const QString& lines : cases)
       for (const Libro* libro : {&withSums, &withoutSums})
@@ -63,7 +55,7 @@ TEST(Sentencias, DanLasFilasDelLibro) {
 
 TEST(Sentencias, LasErroneasDanSuNumero) {
   const Libro libro;
-  for (const QString& line : linesOf("errores.txt")) {
+  for (const QString& line : lineasDeDatos("sentencias/errores.txt")) {
     const QString source = line.section(u':', 1).trimmed();
     EXPECT_EQ(numeroDeError([&] { libro.planOf(source); }), line.section(u':', 0, 0).toInt())
         << source.toStdString();

@@ -1,0 +1,33 @@
+#include "soporte/ficheros.h"
+
+#include <QtCore>
+
+QString rutaFuente(const QString& ruta) {
+  return QStringLiteral(LIBRANO_FUENTES "/") + ruta;
+}
+
+QString rutaDato(const QString& ruta) {
+  return rutaFuente("tests/datos/" + ruta);
+}
+
+QStringList lineasDeDatos(const QString& fichero) {
+  QStringList lineas;
+  const QString todo = QString::fromUtf8(contenidoDe(rutaDato(fichero)));
+  if (todo.isEmpty()) qFatal("%s", qPrintable(fichero));
+  for (const QString& linea : todo.split(u'\n'))
+    if (!linea.startsWith(u'#') && !linea.trimmed().isEmpty()) lineas << linea.trimmed();
+  return lineas;
+}
+
+QByteArray contenidoDe(const QString& ruta) {
+  QFile fichero(ruta);
+  return fichero.open(QIODevice::ReadOnly) ? fichero.readAll() : QByteArray();
+}
+
+QString haceFichero(const QString& ruta, const QByteArray& bytes) {
+  QDir().mkpath(QFileInfo(ruta).path());
+  QFile fichero(ruta);
+  if (!fichero.open(QIODevice::WriteOnly)) qFatal("%s", qPrintable(ruta));
+  fichero.write(bytes);
+  return ruta;
+}

@@ -1,0 +1,16 @@
+// Where the tests find what lies in the checkout, and files read and written whole.
+#pragma once
+
+#include <QByteArray>
+#include <QStringList>
+
+// A path relative to the checkout, and one relative to tests/datos.
+QString rutaFuente(const QString& ruta);
+QString rutaDato(const QString& ruta);
+
+// The lines of a file of tests/datos, without the empty ones and those that begin with "#".
+QStringList lineasDeDatos(const QString& fichero);
+// What a file holds; nothing where it can't be opened.
+QByteArray contenidoDe(const QString& ruta);
+// Makes a file, and the folders that it needs; its path again.
+QString haceFichero(const QString& ruta, const QByteArray& bytes);
