@@ -7,9 +7,7 @@ namespace {
 const char* const kSinNivel = "El nivel que ha escrito no existe";
 
 QString niveles(const Teclado& t) {
-  QStringList textos;
-  for (const char* campo : {"TxtN01N", "TxtN01T", "TxtN02N", "TxtN02T"}) textos << t.textoDe(campo);
-  return textos.join('|');
+  return t.textosDe({"TxtN01N", "TxtN01T", "TxtN02N", "TxtN02T"}).join('|');
 }
 
 TEST(FrmCuentas, LosNivelesSeBuscanPorCodigoYPorNombreHaciaAbajoYHaciaArriba) {
@@ -17,8 +15,7 @@ TEST(FrmCuentas, LosNivelesSeBuscanPorCodigoYPorNombreHaciaAbajoYHaciaArriba) {
   Teclado t = e.abreCon("FrmCuentas", 1);
   t.escribe("TxtN01N", "6");
   EXPECT_EQ(niveles(t), "6|Compras y gastos||");
-  t.escribe("TxtN02N", "10");
-  t.intro();
+  t.entra("TxtN02N", "10");
   EXPECT_EQ(niveles(t), "1|Financiacion Basica|10|Capital");
   t.elige("TxtN02T", "Tributos");
   EXPECT_EQ(niveles(t), "6|Compras y gastos|63|Tributos");
@@ -53,8 +50,7 @@ TEST(FrmCuentas, UnaRepetidaSeDiceYSePuedeCorregirYUnaModificadaGuardaSuCodigo) 
   EXPECT_EQ(niveles(t), kNiveles);
   t.escribe("TxtDescripcion", "Clientes, efectos");
   t.marca("TxtAbrirFicha");
-  e.guion.esperaMensaje("Error 3022: " + ErrorEjecucion(err::kClaveDuplicada).descripcion(),
-                        "Librano");
+  e.guion.esperaMensaje(errorEnCaja(3022), "Librano");
   t.pulsa("CmdAceptar");
   EXPECT_TRUE(e.abierto("FrmCuentas"));
   t.escribe("TxtCuenta", "4319");  // one digit too many
@@ -77,10 +73,7 @@ TEST(FrmCuentasLista, SigueLoQueSeDaDeAltaYSeModifica) {
   Teclado t = e.abreCon("FrmCuentasLista", 0);
   auto& lista = t.control<Rejilla>("GrigCuentas");
   e.guion.esperaDialogo("FrmCuentas", [](Teclado& d) {
-    for (const char* texto : {"570", "Caja", "5"}) {
-      d.teclea(texto);
-      d.intro();
-    }
+    for (const char* texto : {"570", "Caja", "5"}) d.entra(texto);
     d.pulsa("CmdAceptar");
   });
   t.pulsa("CmdAltas");
@@ -116,10 +109,41 @@ TEST(FrmCuentasLista, SigueLoQueSeDaDeAltaYSeModifica) {
   EXPECT_EQ(lista.valor("Cuenta"), "430");
 }
 
+// Nor goes what the user thinks better of; sowing brings back what the plan has, once.
+TEST(FrmCuentasLista, BorraLasQueNoSeUsanYVuelveASembrar) {
+  EscenarioPlan e;
+  Teclado t = e.abreCon("FrmCuentasLista", 0);
+  const auto siembra = [&] {
+    e.guion.esperaDialogo("FrmCrearPlan", [](Teclado& crear) { crear.mnemonico('a'); });
+    t.mnemonico('p');
+    return e.filas("Cuentas").size();
+  };
+  const auto borra = [&](const QString& cuenta, bool si) {
+    t.enfoca("GrigCuentas");
+    t.teclea(cuenta);
+    EXPECT_EQ(t.control<Rejilla>("GrigCuentas").valor("Cuenta"), cuenta);
+    e.guion.esperaPregunta("¿Desea eliminar la cuenta de su plan contable?", si, "Eliminar");
+    if (si && cuenta == "430")
+      e.guion.esperaMensaje(
+          "Esta cuenta no puede ser eliminada, porque tiene subcuentas creadas, elimine primero "
+          "las subcuentas asociadas",
+          "Eliminar");
+    t.mnemonico('b');
+    return e.filas("Cuentas").size();
+  };
+  EXPECT_EQ(siembra(), 356u);
+  for (const bool si : {false, true}) {
+    EXPECT_EQ(borra("430", si), 356u);
+    EXPECT_EQ(borra("199", si), si ? 355u : 356u);
+  }
+  for (int vez = 0; vez < 2; ++vez) EXPECT_EQ(siembra(), 356u);
+  EXPECT_EQ(e.cuenta("199").section('|', 2), "1|19|Falso");
+  EXPECT_EQ(e.cuenta("430"), "430|Clientes|4|43|Verdadero");
+}
+
 TEST(FrmTabla, LoTecleadoQuedaEnElFicheroAlDejarLaCelda) {
   const struct {
-    const char* formulario;
-    const char* fuente;
+    const char *formulario, *fuente;
     int filas;
   } casos[] = {{"FrmConceptos", "Select NConcepto, Descripcion from Conceptos", 99},
                {"FrmNivel1", "Select NNivel, Descripcion from Nivel01", 7},

@@ -62,8 +62,12 @@ TEST(FrmSubCuentas, AlModificarCambianLaFichaSiLaHayElNombreYElCodigo) {
   EXPECT_EQ(t.textoDe("TxtDescripcion"), "Bodegas Luna");
   EXPECT_FALSE(t.visible("CmdDesplega"));
   e.guion.esperaDialogo("FrmDatosAuxiliares", [](Teclado& d) {
-    d.escribe("TxtNif", "B1");
-    d.pulsa("CmdAceptar");
+    EXPECT_EQ(d.textosDe({"TxtSubcuenta", "TxtDescripcion"}).join('|'), "43000002|Bodegas Luna");
+    for (const char* texto :
+         {"Mayor, 1", "Soria", "42200", "Almazán", "España", "B42", "975", "976", "Eva"})
+      d.entra(texto);
+    EXPECT_EQ(d.enfocado(), "CmdAceptar");
+    d.intro();
   });
   t.pulsa("CmdDatosAuxiliares");
   t.escribe("TxtDescripcion", "Bodegas Sol");
@@ -78,8 +82,8 @@ TEST(FrmSubCuentas, AlModificarCambianLaFichaSiLaHayElNombreYElCodigo) {
   EXPECT_EQ(e.cuenta("570"), "570|Caja|5|57|Falso");
   EXPECT_EQ(t.enfocado(), "TxtSubcuenta");
   t.pulsa("CmdAceptar");
-  EXPECT_EQ(e.fila("Select Cuenta, Descripcion, Nif from Subcuentas where Subcuenta='57000001'"),
-            "570|Bodegas Sol|B1");
+  EXPECT_EQ(e.fila("Select * from Subcuentas where Subcuenta='57000001'"),
+            "57000001|570|Bodegas Sol|Mayor, 1|Soria|42200|Almazán|España|B42|975|976|Eva");
   EXPECT_EQ(e.subcuenta("43000002"), "");
 }
 

@@ -28,9 +28,7 @@ QString fila(const Teclado& d) {
 
 TEST(FrmVisualizaPlan, SigueLoQueSeTecleaPorCodigoOPorNombre) {
   const struct {
-    const char* inicio;
-    const char* teclas;
-    const char* fila;
+    const char *inicio, *teclas, *fila;
     int orden;
   } casos[] = {
       {"", "", "43000001", 0},  // 611 comes after
@@ -41,8 +39,7 @@ TEST(FrmVisualizaPlan, SigueLoQueSeTecleaPorCodigoOPorNombre) {
       {"43000002", "", "43000002", 0},  {"banco", "47", "47200001", 0},
   };
   EscenarioConsulta e;
-  e.inserta("Subcuentas",
-            {{"Subcuenta", "43000009"}, {"Cuenta", "430"}, {"Descripcion", "D'Ors y Cía."}});
+  e.inserta("Subcuentas", subcuentaDe("43000009", "D'Ors y Cía."));
   for (const auto& caso : casos) {
     SCOPED_TRACE(testing::Message() << caso.inicio << '+' << caso.teclas);
     e.consulta(caso.inicio, [&](Teclado& d) {
@@ -64,7 +61,7 @@ TEST(FrmVisualizaPlan, SigueLoQueSeTecleaPorCodigoOPorNombre) {
 TEST(FrmVisualizaPlan, EmpiezaEnElCodigoDelCampoYEscapeLoDevuelve) {
   EscenarioConsulta e;
   for (int i = 10; i < 60; ++i)
-    e.inserta("Subcuentas", {{"Subcuenta", QString("430000%1").arg(i)}, {"Descripcion", "Otro"}});
+    e.inserta("Subcuentas", subcuentaDe(QString("430000%1").arg(i), "Otro"));
   auto& campo = Teclado(*e.principal).control<QLineEdit>("TxtSubcuenta");
   campo.setText("43000040");
   const auto primera = [](Teclado& d) {
@@ -114,12 +111,32 @@ TEST(FrmVisualizaPlan, LasFlechasLosGruposYElOrdenMuevenLaLista) {
   EXPECT_EQ(e.linea(), "57200001");
 }
 
+TEST(FrmVisualizaPlan, NoBorraLoQueTieneApuntesNiLoQueNoSeQuiere) {
+  EscenarioConsulta e;
+  e.inserta("Diario", lineaDe(1, 1, "02/01/2003", "57200001", 100));
+  e.consulta("572", [&](Teclado& d) {
+    e.guion.esperaMensaje(
+        "No se puede eliminar la subcuenta, existen apuntes en el diario, elimine esos apuntes "
+        "para eliminarla",
+        "Error");
+    d.mnemonico('j');
+    d.escape();
+  });
+  for (const bool si : {false, true})
+    e.consulta("43000002", [&](Teclado& d) {
+      e.guion.esperaPregunta("Esta seguro de eliminar la subcuenta 43000002", si, "Eliminar");
+      d.mnemonico('j');
+      EXPECT_EQ(e.subcuenta("43000002"), si ? "" : "430|Bodegas Luna");
+      d.escape();
+    });
+  EXPECT_EQ(e.subcuenta("57200001"), "572|Banco Duero");
+}
+
 TEST(FrmVisualizaPlan, SeQuedaEnLoQueSeEscribeYTrasLoQueSeBorra) {
   EscenarioConsulta e;
   e.consulta("572", [&](Teclado& d) {
     e.guion.esperaDialogo("FrmSubCuentas", [](Teclado& s) {
-      s.teclea("572.9");
-      s.intro();
+      s.entra("572.9");
       tecleaNombre(s, "Banco Tajo");
     });
     d.teclea("+");
@@ -133,7 +150,7 @@ TEST(FrmVisualizaPlan, SeQuedaEnLoQueSeEscribeYTrasLoQueSeBorra) {
     d.pulsa("CmdModifica");
     EXPECT_EQ(fila(d), "57200009");
     EXPECT_EQ(e.subcuenta("57200009"), "572|Caja Ebro");
-    e.guion.esperaPregunta("Esta seguro de eliminar la subcuenta 57200009", true, "Eliminar");
+    e.guion.esperaPregunta("Esta seguro de eliminar la subcuenta 57200009", true);
     d.pulsa("CmdBajas");
     EXPECT_EQ(fila(d), "60000001");
     d.pulsa("CmdSalir");

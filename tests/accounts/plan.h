@@ -18,9 +18,7 @@ class EscenarioPlan : public Escenario {
     for (const auto& [codigo, nombre] : {std::pair{"43000001", "Álvarez"},
                                          {"43000002", "Bodegas Luna"},
                                          {"57200001", "Banco Duero"}})
-      inserta(
-          "Subcuentas",
-          {{"Subcuenta", codigo}, {"Cuenta", QString(codigo).left(3)}, {"Descripcion", nombre}});
+      inserta("Subcuentas", subcuentaDe(codigo, nombre));
   }
 
   // Opens a screen as its caller does, with the codes of the dialog protocol.

@@ -44,15 +44,9 @@ TEST_F(FrmMenuDiario, SeMueveConSusBotonesYMarcaElAsientoEnQueEsta) {
 // Another station's lines come with F5, and so do their totals.
 TEST_F(FrmMenuDiario, LeeDeNuevoLineasYTotalesYDiceDeQueSon) {
   tecleaTres();
-  EXPECT_EQ(t->textoDe("LblFilaCuenta"), "Cuenta 57000001");
-  EXPECT_EQ(t->textoDe("LblFilaAsiento"), "Asiento 2");
-  EXPECT_EQ(t->textoDe("LblFilaMarcado"), "Marcado 2");
-  inserta("Diario", {{"NLinea", 3},
-                     {"NAsiento", 2},
-                     {"Fecha", "02/01/2003"},
-                     {"DH", "H"},
-                     {"Subcuenta", "57000001"},
-                     {"Importe", -30.0}});
+  EXPECT_EQ(t->textosDe({"LblFilaCuenta", "LblFilaAsiento", "LblFilaMarcado"}),
+            (QStringList{"Cuenta 57000001", "Asiento 2", "Marcado 2"}));
+  inserta("Diario", lineaDe(3, 2, "02/01/2003", "57000001", -30.0));
   EXPECT_EQ(totales("Total"), QStringList({"130,00 ", "-100,00", "30,00 "}));
   t->tecla(Qt::Key_F5);
   EXPECT_EQ(rejilla().filas(), 4);

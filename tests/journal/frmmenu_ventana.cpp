@@ -41,9 +41,8 @@ class FrmMenuVentana : public MenuAbierto {
 
 TEST_F(FrmMenuVentana, SaleConLaEmpresaDeLaEntrada) {
   EXPECT_EQ(menu->windowTitle(), "Librano " + versionDelPrograma());
-  EXPECT_EQ(t->textoDe("TxtEmpresa"), "Prueba");
-  EXPECT_EQ(t->textoDe("TxtAñoActual"), "2003");
-  EXPECT_EQ(t->textoDe("TxtFecha"), "15/03/2003");
+  EXPECT_EQ(t->textosDe({"TxtEmpresa", "TxtAñoActual", "TxtFecha"}),
+            (QStringList{"Prueba", "2003", "15/03/2003"}));
   EXPECT_EQ(ctx.sesion.MarcaPunteo, "X");
   for (const char* fila : {"Total", "Cuenta", "Asiento", "Marcado"})
     EXPECT_EQ(totales(fila), kCeros);
@@ -61,8 +60,7 @@ TEST_F(FrmMenuVentana, PasaAOtraEmpresaPorElCombo) {
   linea("57000001", "100", {}, kFecha);
   t->elige("TxtEmpresa", "Otra");
   EXPECT_EQ(ctx.sesion.EmpresaActual, "Otra");
-  EXPECT_EQ(t->textoDe("TxtAñoActual"), "2002");
-  EXPECT_EQ(t->textoDe("TxtFecha"), "20/02/2002");
+  EXPECT_EQ(t->textosDe({"TxtAñoActual", "TxtFecha"}), (QStringList{"2002", "20/02/2002"}));
   EXPECT_EQ(t->control<QLineEdit>("TxtSubcuenta").maxLength(), 9);
   for (const char* fila : {"Total", "Cuenta", "Marcado"}) EXPECT_EQ(totales(fila), kCeros);
   EXPECT_TRUE(t->visible("ImpEmp1") && t->visible("ImpEmp2") && t->visible("ImpEmp3"));
@@ -71,8 +69,7 @@ TEST_F(FrmMenuVentana, PasaAOtraEmpresaPorElCombo) {
   // Numbers are those of the new company; concepts stay those of the first one.
   EXPECT_EQ(t->textoDe("TxtSubcuenta") + t->textoDe("TxtNombreCuenta"), "");
   EXPECT_EQ(siguiente(), "40");
-  t->escribe("TxtConcepto", "07");
-  t->intro();
+  t->entra("TxtConcepto", "07");
   EXPECT_EQ(t->textoDe("TxtConcepto"), "Cobro");
 }
 
@@ -80,8 +77,7 @@ TEST_F(FrmMenuVentana, SigueEnLaEmpresaAbiertaSiLaOtraNoEsta) {
   creaOtra();
   const QString otra = ctx.sesion.rutaEmpresa("Otra");
   ASSERT_TRUE(QFile::rename(rutaSistema(otra), rutaSistema(otra) + ".fuera"));
-  guion.esperaMensaje("Error 3024: " + ErrorEjecucion(err::kBaseNoEncontrada, otra).descripcion(),
-                      "Librano");
+  guion.esperaMensaje(errorEnCaja(3024, otra), "Librano");
   t->elige("TxtEmpresa", "Otra");
   EXPECT_EQ(t->textoDe("TxtEmpresa"), "Prueba");
   t->enfoca("TxtSubcuenta");
@@ -170,6 +166,17 @@ TEST_F(FrmMenuVentana, TomaLoQueCambiaLaPantallaDeEmpresa) {
   EXPECT_EQ(siguiente(), "50");
 }
 
+// A code mistyped: the browser comes instead of the dialog and, left, answers nothing.
+TEST_F(FrmMenuVentana, UnCodigoQueNoSeDaDeAltaSeBuscaEnElPlan) {
+  t->enfoca("TxtSubcuenta");
+  guion.esperaPregunta("El código de la subcuenta introducido no existe, ¿ Desea darlo de alta ? ",
+                       false, "Error");
+  guion.esperaDialogo("FrmVisualizaPlan", [](Teclado& plan) { plan.escape(); });
+  t->entra("570.9");
+  EXPECT_EQ(t->textosDe({"TxtSubcuenta", "TxtNombreCuenta"}), (QStringList{"57000009", ""}));
+  EXPECT_EQ(valor("Select Count(*) from Subcuentas where Subcuenta='57000009'"), "0");
+}
+
 // A folder copied by hand holds the name of the company it was copied from.
 TEST_F(FrmMenuVentana, AsientaEnLaEmpresaElegida) {
   creaOtra();
@@ -249,8 +256,7 @@ TEST(FrmMenuSinEmpresa, TakesItsFirstOneAlive) {
     EXPECT_EQ(t.enfocado(), siguiente);
   }
   t.enfoca("TxtConcepto");
-  t.teclea("01");
-  t.intro();
+  t.entra("01");
   EXPECT_EQ(t.textoDe("TxtConcepto"), "Su factura");
 }
 

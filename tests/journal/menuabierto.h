@@ -7,13 +7,9 @@
 class MenuAbierto : public testing::Test, protected Escenario {
  protected:
   MenuAbierto() {
-    const std::pair<const char*, const char*> subcuentas[] = {
-        {"43000001", "Almacenes Ruiz"}, {"57000001", "Caja"}, {"57200001", "Banco"}};
-    for (const auto& [codigo, nombre] : subcuentas) {
-      inserta(QStringLiteral("Subcuentas"), {{QStringLiteral("Subcuenta"), codigo},
-                                             {QStringLiteral("Cuenta"), QString(codigo).left(3)},
-                                             {QStringLiteral("Descripcion"), nombre}});
-    }
+    for (const auto& [codigo, nombre] :
+         {std::pair("43000001", "Almacenes Ruiz"), {"57000001", "Caja"}, {"57200001", "Banco"}})
+      inserta("Subcuentas", subcuentaDe(codigo, nombre));
   }
 
   FrmMenu& abreMenu() {
@@ -24,7 +20,7 @@ class MenuAbierto : public testing::Test, protected Escenario {
   // One line through the keyboard, in a new asiento if it is given a date.
   void linea(const char* subcuenta, const QString& debe, const QString& haber,
              const QString& fecha = {}) {
-    const LineaDiario datos{{}, fecha, subcuenta, QStringLiteral("Apunte"), debe, haber};
+    const LineaDiario datos{{}, fecha, subcuenta, "Apunte", debe, haber};
     tecleaLinea(*t, guion, ctx.sesion, datos, !fecha.isEmpty());
   }
   void vacia(const char* campo) {
@@ -34,13 +30,12 @@ class MenuAbierto : public testing::Test, protected Escenario {
   }
   QStringList totales(const QString& fila) const {
     QStringList textos;
-    for (const char* columna : {"Debe", "Haber", "Descuadre"}) {
-      textos << t->textoDe(qPrintable(QStringLiteral("Txt") + fila + QLatin1String(columna)));
-    }
+    for (const char* columna : {"Debe", "Haber", "Descuadre"})
+      textos << t->textoDe(qPrintable("Txt" + fila + columna));
     return textos;
   }
   QString contador(const char* campo) const {
-    return valor(QStringLiteral("Select %1 from Empresa").arg(QLatin1String(campo)));
+    return valor(QString("Select %1 from Empresa").arg(campo));
   }
 
   std::unique_ptr<Teclado> t;
