@@ -12,11 +12,7 @@ TEST(ApuntesEnSerieTest, LoQueSeDeshaceNoCuenta) {
   const auto empresa = libros.abre();
   {
     ApuntesEnSerie serie(*empresa);
-    Apunte apunte;
-    apunte.NAsiento = 500;
-    apunte.DH = "D";
-    apunte.Importe = 1;
-    serie.graba(apunte);
+    serie.graba(apunteDe(500, "15/02/2024", "57000001", "Cobro", 1));
     libros.motor.discard();
   }
   EXPECT_EQ(libros.filas(contadores), antes);
@@ -29,14 +25,9 @@ TEST(ApunteTest, UnaLineaQueNoEntraNiGastaNumeroNiPisaOtra) {
   diario.bind(libros.rutaEmpresa(), "Select * from SqlDiarioPrincipalBlanco order by nasiento");
   empresa.bind(libros.rutaEmpresa(), "Select * from Empresa");
   const auto graba = [&](const char* subcuenta, const char* importe) {
-    Apunte apunte;
-    apunte.NAsiento = 1;
-    apunte.Fecha = "15/02/2024";
-    apunte.Subcuenta = subcuenta;
-    apunte.Descripcion = "Cobro";
-    apunte.DH = "D";
-    apunte.Importe = importe;
-    return numeroDeError([&] { grabaApunte(diario, empresa, apunte); });
+    return numeroDeError([&] {
+      grabaApunte(diario, empresa, apunteDe(1, "15/02/2024", subcuenta, "Cobro", importe));
+    });
   };
   EXPECT_EQ(graba("57000001", "1.250,50"), 0);
   EXPECT_EQ(graba("57000001", "--5"), err::kConversionDeDatos);
@@ -44,9 +35,7 @@ TEST(ApunteTest, UnaLineaQueNoEntraNiGastaNumeroNiPisaOtra) {
   EXPECT_EQ(graba("57000001", "-3"), 0);
   EXPECT_EQ(libros.filas("Select NLinDiario from Empresa"), QStringList("2"));
   EXPECT_EQ(diario.Recordset().editMode(), Recordset::EditMode::None);
-  empresa.Edit();
-  empresa.Fields("NLinDiario") = 0;
-  empresa.Update();
+  libros.cambia("Empresa", "NLinDiario", 0);
   EXPECT_EQ(graba("57000001", "8"), err::kClaveDuplicada);
   EXPECT_EQ(libros.filas("Select NLinDiario from Empresa"), QStringList("0"));
   EXPECT_EQ(libros.filas("Select NLinea, Importe from Diario"), (QStringList{"0|1250,5", "1|-3"}));

@@ -1,6 +1,5 @@
 // Two stations that post to one company at the same time.
 
-#include "journal/apunte.h"
 #include "soporte/libros.h"
 
 namespace {
@@ -15,13 +14,8 @@ TEST(OrdenDiario, AsientaEnOtroPuesto) {
   empresa.bind(ruta, "Select * from Empresa");
   const int lineas = qEnvironmentVariableIntValue("LIBRANO_LINEAS");
   for (int i = 0; i < lineas; ++i) {
-    Apunte apunte;
-    apunte.NAsiento = qEnvironmentVariableIntValue("LIBRANO_ASIENTO");
-    apunte.Fecha = "15/02/2024";
-    apunte.Subcuenta = "57000001";
-    apunte.Descripcion = "Cobro";
-    apunte.DH = "D";
-    apunte.Importe = 0.1;
+    const Apunte apunte = apunteDe(qEnvironmentVariableIntValue("LIBRANO_ASIENTO"), "15/02/2024",
+                                   "57000001", "Cobro", 0.1);
     // The other station never rests: told that the file is locked, one tries again.
     for (bool grabado = false; !grabado;) {
       try {

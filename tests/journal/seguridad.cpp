@@ -1,4 +1,4 @@
-// The program killed in the middle of each tool that changes many lines.
+// The program killed while an asiento moves from one file to another.
 
 #include <signal.h>
 #include <sqlite3.h>
@@ -6,8 +6,6 @@
 
 #include "common/ignorar.h"
 #include "engine/estacion.h"
-#include "engine/recordset.h"
-#include "journal/integridad.h"
 #include "journal/masivos.h"
 #include "soporte/estadolibros.h"
 #include "soporte/libros.h"
@@ -16,52 +14,6 @@
 namespace {
 
 constexpr int kLineas = 1500;
-
-// What a tool makes of a line of the journal below, as the file's own library sees it.
-struct Herramienta {
-  const char* nombre;
-  const char* hecha;    // holds for a line already done
-  const char* intacta;  // holds for one not yet reached
-};
-
-constexpr Herramienta kHerramientas[] = {
-    {"renumera", "NAsiento=1+NLinea/3", "NAsiento=10+NLinea/3"},
-    {"fechas", "Fecha LIKE '2025-%'", "Fecha LIKE '2024-%'"},
-    {"cambia", "Descripcion='Nuevo'", "Descripcion='Viejo'"},
-    {"elimina", "0", "Descripcion='Viejo'"},
-    {"elimina-uno", "0", "Descripcion='Viejo'"},
-};
-
-void corre(Database& empresa, const QString& herramienta, const Avance& avance) {
-  const CambioMasivo cambio{CampoCambio::Descripcion, "Viejo", "Nuevo", "01/01/2024", "31/12/2024",
-                            herramienta == "elimina"};
-  if (herramienta == "renumera") {
-    renumeraDiario(empresa, 1, avance);
-  } else if (herramienta == "fechas") {
-    unificaFechas(empresa, 2025, QDate(2025, 1, 1), avance);
-  } else if (herramienta == "elimina-uno") {
-    eliminaAsiento(empresa, 10, avance);
-  } else {
-    cambiaDatos(empresa, cambio, avance);
-  }
-}
-
-// In another process: the tool up to a line, with what comes before another one on the disk.
-TEST(Orden, HastaUnaLinea) {
-  const QStringList orden = qEnvironmentVariable("LIBRANO_ORDEN").split(' ');
-  const auto esDe = [&](const Herramienta& h) { return orden[0] == QLatin1String(h.nombre); };
-  if (std::ranges::none_of(kHerramientas, esDe)) {
-    GTEST_SKIP() << "sólo la corren otras pruebas, en otro proceso";
-  }
-  DBEngine motor;
-  const auto empresa = motor.Workspaces(0).OpenDatabase(qEnvironmentVariable("LIBRANO_FICHERO"));
-  const int guardada = orden[1].toInt();
-  const int muerte = orden[2].toInt();
-  corre(*empresa, orden[0], [&](int linea, int) {
-    if (linea == guardada) motor.flush();
-    if (linea == muerte) ::kill(::getpid(), SIGKILL);
-  });
-}
 
 // In another process: an asiento moves to another company, up to a commit at which the program is
 // killed or the disk refuses. Only the file's own library knows when one comes.
@@ -119,24 +71,6 @@ class Seguridad : public testing::Test {
   // Nothing is harmed, and the sums that the program keeps are those of the lines.
   void compruebaSano() const { EXPECT_EQ(quejasDeLibros(rutaSistema(libros_.dirDatos())), ""); }
 
-  // Kills the tool at a line; what was on the disk by then is there.
-  void mata(const Herramienta& herramienta, int guardada, int muerte) {
-    SCOPED_TRACE(testing::Message() << herramienta.nombre << ' ' << guardada << ' ' << muerte);
-    if (herramienta.nombre == QLatin1String("elimina-uno")) {
-      sqlite("UPDATE Diario SET NAsiento=10");
-    }
-    Estacion(fichero()).corre(
-        QString("%1 %2 %3").arg(herramienta.nombre).arg(guardada).arg(muerte));
-    compruebaSano();
-    const QString intacta = QString::fromLatin1(herramienta.intacta);
-    const QString hecha = QString::fromLatin1(herramienta.hecha);
-    const int hechas = kLineas - lineas(intacta);
-    EXPECT_GE(hechas, guardada);
-    EXPECT_LE(hechas, muerte + 3);  // deleting takes the other lines of the asiento too
-    EXPECT_EQ(lineas(QString("NLinea<%1 AND NOT (%2)").arg(hechas).arg(hecha)), 0);
-    EXPECT_EQ(lineas(QString("NLinea>=%1 AND NOT (%2)").arg(hechas).arg(intacta)), 0);
-  }
-
   Libros libros_;
 };
 
@@ -145,15 +79,11 @@ TEST_F(Seguridad, UnTrasladoCortadoNoPierdeElAsiento) {
   libros_.creaEmpresa(Libros::datosPorDefecto("Sucursal", 3, 8));
   libros_.motor.flush();
   sqlite("UPDATE Diario SET NAsiento=10");
-  const struct {
-    const char* corte;
-    int aqui;
-    int copias;
-  } cortes[] = {{"mata 1", kLineas, 0},
-                {"niega 1", kLineas, 0},
-                {"mata 2", kLineas, 1},
-                {"niega 2", kLineas, 2},
-                {"mata 3", 0, 3}};
+  const std::tuple<const char*, int, int> cortes[] = {{"mata 1", kLineas, 0},
+                                                      {"niega 1", kLineas, 0},
+                                                      {"mata 2", kLineas, 1},
+                                                      {"niega 2", kLineas, 2},
+                                                      {"mata 3", 0, 3}};
   for (const auto& [corte, aqui, copias] : cortes) {
     SCOPED_TRACE(corte);
     Estacion(fichero()).corre(QString("traslada ") + corte);
@@ -164,25 +94,6 @@ TEST_F(Seguridad, UnTrasladoCortadoNoPierdeElAsiento) {
         copias * kLineas);
     EXPECT_EQ(sqlite("SELECT NLinDiario, Asiento FROM Empresa", "Sucursal"),
               QString("%1|%2").arg(copias * kLineas).arg(1 + copias));
-  }
-}
-
-// Each tool once, and LIBRANO_SOAK times more at other lines.
-TEST_F(Seguridad, MatarUnaHerramientaDejaLoHechoHastaEntonces) {
-  QFile libro(fichero());
-  ASSERT_TRUE(libro.open(QIODevice::ReadWrite));
-  const QByteArray antes = libro.readAll();
-  const int veces = qEnvironmentVariableIntValue("LIBRANO_SOAK");
-  for (const Herramienta& herramienta : kHerramientas) {
-    for (int vez = 0; vez <= veces; ++vez) {
-      const int muerte = vez == 0 ? 900 : QRandomGenerator::global()->bounded(2, kLineas);
-      const int guardada = vez == 0 ? 300 : QRandomGenerator::global()->bounded(1, muerte);
-      libro.resize(0);
-      libro.seek(0);
-      libro.write(antes);
-      libro.flush();
-      mata(herramienta, guardada, muerte);
-    }
   }
 }
 

@@ -4,7 +4,6 @@
 // LIBRANO_SOAK damages eighty times as many files as it says.
 
 #include "company/consultas.h"
-#include "journal/apunte.h"
 #include "soporte/estadolibros.h"
 #include "soporte/libros.h"
 
@@ -54,13 +53,7 @@ void usa(DBEngine& motor, const QString& ruta) {
       empresa->OpenRecordset("Select * from SqlDiarioPrincipalBlanco order by nasiento");
   for (; !diario->Eof(); diario->MoveNext())
     for (int i = 0; i < diario->FieldCount(); ++i) diario->Fields(i).display();
-  Apunte apunte;
-  apunte.NAsiento = 1;
-  apunte.Fecha = "15/02/2024";
-  apunte.Subcuenta = "57200001";
-  apunte.DH = "D";
-  apunte.Importe = 3;
-  grabaApunte(*diario, *contadores, apunte);
+  grabaApunte(*diario, *contadores, apunteDe(1, "15/02/2024", "57200001", "Cobro", 3));
   motor.flush();
 }
 

@@ -3,7 +3,6 @@
 //
 // With LIBRANO_SOAK eighty times as many cuts as it says, and every operation that can fail.
 
-#include "journal/apunte.h"
 #include "journal/integridad.h"
 #include "journal/masivos.h"
 #include "oficial/conciliacion.h"
@@ -50,14 +49,9 @@ void asienta(Database& empresa, int lineas, const std::function<void()>& trasCad
       asiento = tomaAsiento(*contadores);
       trasCada();
     }
-    Apunte apunte;
-    apunte.NAsiento = asiento;
-    apunte.Fecha = QDate(2024, 1 + i % 12, 1 + i % 28);
-    apunte.Subcuenta = i % 2 ? "43000001" : "57200001";
-    apunte.Descripcion = "Viejo";
-    apunte.DH = i % 3 ? "H" : "D";
-    apunte.Importe = i % 3 ? -0.05 : 0.1;
-    grabaApunte(*diario, *contadores, apunte);
+    grabaApunte(*diario, *contadores,
+                apunteDe(asiento, QDate(2024, 1 + i % 12, 1 + i % 28),
+                         i % 2 ? "43000001" : "57200001", "Viejo", i % 3 ? -0.05 : 0.1));
     trasCada();
   }
 }
@@ -134,6 +128,7 @@ constexpr Trabajo kTrabajos[] = {
      [](const Tajo& t) { unificaFechas(*t.abre("Tienda"), 2025, QDate(2025, 1, 1), t.cada(40)); }},
     {"Cambia", [](const Tajo& t) { cambia(t, false); }},
     {"Elimina", [](const Tajo& t) { cambia(t, true); }},
+    {"EliminaUno", [](const Tajo& t) { eliminaAsiento(*t.abre("Tienda"), 1, t.cada(2)); }},
     {"Concilia", concilia, true},
     {"Copia", [](const Tajo& t) { t.motor.CopyDatabase(t.ruta("Tienda"), t.ruta("Copia")); }, true},
     {"CopiaEncima", [](const Tajo& t) { t.motor.CopyDatabase(t.ruta("Tienda"), t.ruta("Otra")); },
