@@ -1,6 +1,4 @@
 // The official statements by their screen and on paper.
-#include <gtest/gtest.h>
-
 #include <QPlainTextEdit>
 
 #include "accounts/plan2007.h"
@@ -20,17 +18,8 @@ class FrmEstados : public testing::Test, protected Escenario {
     apunta("60000001", 200, 2);
   }
   void apunta(const QString& subcuenta, double importe, int mes, const QString& empresa = {}) {
-    const auto base = motor.Workspaces(0).OpenDatabase(
-        empresa.isEmpty() ? ctx.sesion.rutaEmpresa() : ctx.sesion.rutaEmpresa(empresa));
-    const auto diario = base->OpenRecordset("Diario");
-    diario->AddNew();
-    diario->Fields("NLinea") = 1 + diario->rowTotal();
-    diario->Fields("NAsiento") = mes;
-    diario->Fields("Fecha") = QDate(2003, mes, 5);
-    diario->Fields("Subcuenta") = subcuenta;
-    diario->Fields("DH") = importe > 0 ? "D" : "H";
-    diario->Fields("Importe") = importe;
-    diario->Update();
+    const auto diario = abreBase(empresa)->OpenRecordset("Diario");
+    anade(*diario, lineaDe(1 + diario->rowTotal(), mes, QDate(2003, mes, 5), subcuenta, importe));
   }
   Teclado abreEstado(int codigo) {
     ctx.sesion.CodigoLlamada = codigo;
@@ -94,8 +83,7 @@ TEST_F(FrmEstados, ElAnoAnteriorVieneDeOtraEmpresa) {
                          "(año anterior)",
                          "55300001 : no está en ninguna línea, saldo de 5,00",
                          "11100001 : no está en ninguna línea, saldo de -70,00 (año anterior)"}));
-  const auto vieja = motor.Workspaces(0).OpenDatabase(ctx.sesion.rutaEmpresa("Vieja"));
-  anotaPlan2007(*vieja, Modelo2007::Pymes, {2002, 1, 1});
+  anotaPlan2007(*abreBase("Vieja"), Modelo2007::Pymes, {2002, 1, 1});
   t.marca("ChkTodas");
   EXPECT_FALSE(avisos(t).contains("no consta"));
   ponPlantillas(ctx);
@@ -122,8 +110,7 @@ TEST_F(FrmEstados, LosDesglosesSeEscribenYSonDeSuPeriodo) {
     ASSERT_GE(lugar(t, concepto), 0);
     t.control<TablaHoja>("GrdEstado").irA(lugar(t, concepto), 1);
     t.enfoca("GrdEstado");
-    t.teclea(importe);
-    t.intro();
+    t.entra(importe);
     QCoreApplication::processEvents();
   };
   const QString clientes = "1. Clientes por ventas y prestaciones de servicios";
@@ -139,8 +126,7 @@ TEST_F(FrmEstados, LosDesglosesSeEscribenYSonDeSuPeriodo) {
   escribe(t, largo, "79,5");
   EXPECT_EQ(fila(t, "b) Clientes por ventas y prestaciones de servicios a corto plazo"), "300,00|");
   EXPECT_EQ(fila(t, clientes), "379,50|");
-  guion.esperaMensaje("Error 13: " + ErrorEjecucion(13, "«x» no es un importe").descripcion(),
-                      "Librano");
+  guion.esperaMensaje(errorEnCaja(13, "«x» no es un importe"), "Librano");
   escribe(t, largo, "x");
   t.tecla(Qt::Key_Delete);
   QCoreApplication::processEvents();

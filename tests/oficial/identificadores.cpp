@@ -1,60 +1,22 @@
 // Tax numbers and accounts with check digits: made-up ones, right and wrong.
 #include "oficial/identificadores.h"
 
-#include <gtest/gtest.h>
-
-#include "soporte/textos.h"
+#include "soporte/prueba.h"
 
 namespace {
 
-QStringList palabras(const char* texto) {
-  return QString::fromLatin1(texto).split(' ', Qt::SkipEmptyParts);
-}
-
-const char* const kNifBuenos =
-    "00000000T 00000001R 00000023T 01234567L 10203040X 20406080C 33445566R 50505050V 71727374B "
-    "99999999R X0000000T X1234567L X9999999J X2040608W Y0000000Z Y1234567X Y5050505H Z0000000M "
-    "Z1234567R Z9876543A A00000000 A28123453 B08010209 B46554432 E12345674 G30507099 H51515153 "
-    "J46070801 P9911203I Q1122334D K0000001R L1234567L M7654321J";
-const char* const kNifMalos =
-    "00000000R 12345678A 1234567R 123456789Z 1234567AZ 12345678I 12345678 10203404X 12345687Z "
-    "99999999Z X0000000R X1234567A Y1234567L W1234567L X123456L X12345678L Z0000000T X12A4567L "
-    "Z1234567L Z9876534A A00000001 B08010201 I12345674 T28123453 B4655443 B465544301 G305O7094 "
-    "Q1122334A B46554342 J46070802";
-const char* const kCccBuenos =
-    "99910025110000123456 99920007590200054321 12345678061234567890 99999999509999999999 "
-    "29990101340600000001 00991234700500001234 39990042152100000042 99900001611000000000 "
-    "01992222560011223344";
-const char* const kCccMalos =
-    "99910025000000123456 99920007500200054321 1234567806123456789 123456780612345678900 "
-    "12345687061234568790 99999999509999999998 29990101430600000001 00991A34700500001234 "
-    "00000000000000000001 99900001611000000010";
-const char* const kIbanBuenos =
-    "ES8199910025110000123456 ES0899920007590200054321 ES6812345678061234567890 "
-    "ES1299999999509999999999 ES9229990101340600000001 ES1400991234700500001234 "
-    "ES8639990042152100000042 ES7199900001611000000000 ES4201992222560011223344";
-const char* const kIbanMalos =
-    "ES0099910025110000123456 ES9999920007590200054321 ES8200000000000000000001 "
-    "ES681234567806123456789 ES68123456780612345678900 E56812345678061234567890 "
-    "ES9229990101340600000002 ES4100991234700500001234 DE8639990042152100000042 "
-    "ES7199900001611000000010";
-
 TEST(Identificadores, LosBuenosPasanYLosMalosNo) {
-  const struct {
-    Comprobacion (*comprueba)(const QString&);
-    const char* textos;
-    Comprobacion esperada;
-  } listas[] = {{compruebaNif, kNifBuenos, Comprobacion::Bueno},
-                {compruebaNif, kNifMalos, Comprobacion::Malo},
-                {compruebaNif, "P99112039 A2812345C", Comprobacion::Dudoso},
-                {compruebaCCC, kCccBuenos, Comprobacion::Bueno},
-                {compruebaCCC, kCccMalos, Comprobacion::Malo},
-                {compruebaCCC, "00000000000000000000", Comprobacion::Dudoso},
-                {compruebaIBAN, kIbanBuenos, Comprobacion::Bueno},
-                {compruebaIBAN, kIbanMalos, Comprobacion::Malo}};
-  for (const auto& lista : listas)
-    for (const QString& texto : palabras(lista.textos))
-      EXPECT_EQ(lista.comprueba(texto), lista.esperada) << texto.toStdString();
+  const QHash<QString, Comprobacion (*)(const QString&)> comprueba = {
+      {"NIF", compruebaNif}, {"CCC", compruebaCCC}, {"IBAN", compruebaIBAN}};
+  const QHash<QString, Comprobacion> respuestas = {{"bueno", Comprobacion::Bueno},
+                                                   {"malo", Comprobacion::Malo},
+                                                   {"dudoso", Comprobacion::Dudoso}};
+  for (const QString& linea : lineasDeDatos("identificadores.txt")) {
+    const QString clase = linea.section(": ", 0, 0);
+    for (const QString& texto : linea.section(": ", 1).split(' '))
+      EXPECT_EQ(comprueba[clase.section(' ', 0, 0)](texto), respuestas[clase.section(' ', 1)])
+          << texto.toStdString();
+  }
   EXPECT_EQ(compruebaNif(" b-46.554.432 "), Comprobacion::Bueno);
   EXPECT_EQ(compruebaNif("  "), Comprobacion::Vacio);
   EXPECT_EQ(nifDeNueve("1.234.567-l"), "01234567L");

@@ -2,17 +2,12 @@
 // the norm, and what must not be taken.
 #include "oficial/norma43.h"
 
-#include <gtest/gtest.h>
-#include <QFile>
-
-#include "soporte/textos.h"
+#include "soporte/prueba.h"
 
 namespace {
 
 QByteArray ejemplo() {
-  QFile fichero(QStringLiteral(LIBRANO_DATOS "/banco/extracto-norma43.txt"));
-  EXPECT_TRUE(fichero.open(QIODevice::ReadOnly));
-  return fichero.readAll();
+  return contenidoDe(rutaDato("banco/extracto-norma43.txt"));
 }
 
 QString faltas(const QByteArray& fichero) {
@@ -84,10 +79,7 @@ TEST(Norma43, LoQueCadaBancoHaceASuManeraSeLeeIgual) {
 }
 
 TEST(Norma43, LoQueNoCuadraSeDicePorSuLinea) {
-  const struct {
-    QByteArray fichero;
-    QString falta;
-  } casos[] = {
+  const std::pair<QByteArray, QString> casos[] = {
       {con(24, 21, "00008"), "Línea 24: dice 8 apuntes al debe y hay 7"},
       {con(24, 45, "00000000215104"),
        "Línea 24: dice un total al haber de 2151,04 y suman 2151,03"},

@@ -1,11 +1,8 @@
 // Records of fixed width against the official layouts: lengths, known slices, what doesn't fit.
 #include "oficial/registrofijo.h"
 
-#include <gtest/gtest.h>
-
 #include "oficial/tablafija.h"
-#include "soporte/errores.h"
-#include "soporte/textos.h"
+#include "soporte/prueba.h"
 
 namespace {
 

@@ -1,9 +1,6 @@
 // The tables that a company's file gets when they are first used.
 #include "oficial/tablasoficiales.h"
 
-#include <gtest/gtest.h>
-
-#include "soporte/errores.h"
 #include "soporte/libros.h"
 
 namespace {
