@@ -42,13 +42,19 @@ std::vector<Pantalla> pantallas() {
            [](Teclado& t) {
              t.marca("OptPlan_1");
              t.marca("OptOpciones_2");
-             t.escribe("TxtSubcuentasDesde", "10000001");
-             t.intro();
+             t.entra("TxtSubcuentasDesde", "10000001");
              t.teclea("70000001");
            }},
           {"FrmIVAIntercomunitario"},
           {"FrmTiposIVA"},
           {"FrmIVAAcumulados", 0, "", true},
+          {"FrmIVASRLibros", 0, "", true, [](Teclado& t) { t.pulsa("OptLibro_2"); }},
+          {"FrmSumasSaldosImpresos", 0, "", true},
+          {"FrmExtractoEntraCtas", 0, "", true,
+           [](Teclado& t) {
+             t.escribe("TxtSubcuentaDesde", "10000001");
+             t.escribe("TxtSubcuentaHasta", "79999999");
+           }},
           {"Frm347", 0, "", true, [](Teclado& t) { t.escribe("TxtImporte", "100"); }},
           {"FrmIVARenumera"},
           {"FrmEliminaAsientosIVA"},

@@ -8,20 +8,10 @@
 
 class UnAno : public LibrosImpresos {
  protected:
-  using Campos = std::vector<std::pair<const char*, QString>>;
-  using Saldados = std::vector<std::pair<QString, double>>;  // subcuenta and amount
-
   // In a folder that is empty.
   explicit UnAno(const QString& carpeta = {}) : LibrosImpresos(carpeta) {}
   void recorre();
 
-  // The lines that an asiento adds to the journal.
-  void anota(int asiento, const QString& fecha, const QString& concepto, const Saldados& lineas) {
-    for (const auto& [subcuenta, importe] : lineas) {
-      const int numero = libro.empty() ? 0 : libro.rbegin()->first + 1;
-      libro[numero] = {asiento, fecha, subcuenta, concepto, importe};
-    }
-  }
   // What each subcuenta comes to, with its name.
   Saldos saldos() const {
     std::vector<Linea> lineas;
@@ -45,16 +35,15 @@ class UnAno : public LibrosImpresos {
   // In the order of the year.
   void creaLaEmpresa();
   void tecleaElTrimestre();
-  void factura(const char* entrada, const Campos& campos);
+  void factura(const char* entrada, const QStringList& textos);
   void facturas();
-  void recibo(Teclado& lista, const Campos& campos);
+  void recibo(Teclado& lista, const QStringList& textos);
   void recibos();
   void nomina(int asiento, const QString& fecha);
   void regularizaExistencias();
   void imprimeResultados();
   void regularizaResultadoDesdeElBalance();
   void imprimeDiario();
-  void imprimeLibros();
   void cierraElAno();
   void creaElSiguiente();
   void reabreYVuelveACerrar();

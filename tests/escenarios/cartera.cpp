@@ -5,8 +5,6 @@
 
 namespace {
 
-using Campos = std::vector<std::pair<const char*, QString>>;
-
 // A title as long as they may be.
 const QString kLargo =
     "Letra 8, aceptada y domiciliada en el banco, por el último plazo de las mesas y sillas del "
@@ -50,8 +48,7 @@ TEST_F(CarteraDeEfectos, CadaFiltroYTodos) {
     EXPECT_EQ(titulos(d), todos);
     EXPECT_FALSE(d.visible("CmdLocalizarTodos"));
     const struct {
-      const char* boton;
-      const char* pregunta;
+      const char *boton, *pregunta;
       std::optional<QString> respuesta;
       QStringList quedan;
     } filtros[] = {
@@ -88,8 +85,7 @@ TEST_F(CarteraDeEfectos, CadaFiltroYTodos) {
     const auto rota = [&](const char* boton, const char* pregunta, const char* texto, int error) {
       guion.esperaEntrada(pregunta, texto);
       guion.esperaMensaje(
-          QString("Error %1: ").arg(error) + descripcionDeError(error) + QString(": ") +
-              QString(boton == QString("CmdImporte") ? "ciento" : "' order by Titulo"),
+          errorEnCaja(error, boton == QString("CmdImporte") ? "ciento" : "' order by Titulo"),
           "Librano");
       d.pulsa(boton);
       EXPECT_EQ(titulos(d), (QStringList{"Letra 7", kLargo}));
@@ -122,9 +118,8 @@ TEST_F(CarteraDeEfectos, UnReciboDesdeElAltaHastaElDiario) {
                   {"TxtFactura", "A-9"},
                   {"TxtTipo", "Letra"}});
       r.intro();
-      EXPECT_EQ(r.textoDe("LblSubcuenta"), "Papelera del Norte, S.A.");
-      EXPECT_EQ(r.textoDe("TxtCA"), "C");
-      EXPECT_EQ(r.textoDe("TxtTitulo"), "Letra De su Fra.A-9");
+      EXPECT_EQ(r.textosDe({"LblSubcuenta", "TxtCA", "TxtTitulo"}),
+                (QStringList{"Papelera del Norte, S.A.", "C", "Letra De su Fra.A-9"}));
       rellena(r, {{"TxtContrapartida", "572.1"}, {"TxtCA", "x"}, {"TxtImporte", "1234.5"}});
       EXPECT_EQ(r.textoDe("TxtCA"), "C");
       acepta(r);
@@ -143,8 +138,8 @@ TEST_F(CarteraDeEfectos, UnReciboDesdeElAltaHastaElDiario) {
     // A negative one fails at its second line: the first stays, and so does the dialog.
     guion.esperaDialogo("FrmRecibos", [&](Teclado& r) {
       EXPECT_EQ(r.forma().windowTitle(), "Contabiliza recibo en diario");
-      guion.esperaMensaje("Error 3421: " + descripcionDeError(3421) +
-                              ": --20,00 El recibo no está entero en el diario: revise el asiento "
+      guion.esperaMensaje(errorEnCaja(3421, "--20,00") +
+                              " El recibo no está entero en el diario: revise el asiento "
                               "121.",
                           "Librano");
       acepta(r);
@@ -152,7 +147,7 @@ TEST_F(CarteraDeEfectos, UnReciboDesdeElAltaHastaElDiario) {
       r.escape();
     });
     d.pulsa("CmdContabiliza");
-    libro[312] = {121, "30/04/2024", "57200001", "Letra De su Fra.A-9", -20, true};
+    anota(121, "30/04/2024", "Letra De su Fra.A-9", {{"57200001", -20}}, true);
     EXPECT_EQ(lee(), libro);
     guion.esperaDialogo("FrmRecibos", [&](Teclado& r) { acepta(r); });
     d.control<Rejilla>("Grid").mover(Rejilla::Primera);
@@ -160,8 +155,7 @@ TEST_F(CarteraDeEfectos, UnReciboDesdeElAltaHastaElDiario) {
     EXPECT_EQ(titulos(d), (QStringList{"Letra De su Fra.A-9", "Letra 7", kLargo}));
     d.escape();
   });
-  libro[313] = {121, "15/04/2024", "40000001", "Pagaré", 250.5};
-  libro[314] = {121, "15/04/2024", "57200002", "Pagaré", -250.5};
+  anota(121, "15/04/2024", "Pagaré", {{"40000001", 250.5}, {"57200002", -250.5}});
   EXPECT_EQ(lee(), libro);
   EXPECT_EQ(t->textoDe("TxtTotalDescuadre"), "-20,00");
   EXPECT_EQ(filas("Select Asiento, NLinDiario from Empresa")[0], QStringList({"122", "315"}));
@@ -209,7 +203,7 @@ TEST_F(CarteraDeEfectos, LosTiposSeEscribenYSeEligen) {
 }
 
 TEST_F(CarteraDeEfectos, LoQueOtroPuestoSeLlevaSeDice) {
-  const QString eliminado = "Error 3167: " + ErrorEjecucion(3167).descripcion();
+  const QString eliminado = errorEnCaja(3167);
   const auto ejecuta = [&](const QString& sql) {
     OtroPuesto(rutaSistema(ctx.sesion.rutaEmpresa())).ejecuta(sql);
   };
@@ -255,9 +249,7 @@ TEST_F(CarteraDeEfectos, UnaAceptacionQueFallaSePuedeRepetir) {
     EXPECT_EQ(titulos(d), (QStringList{"Letra 7", kLargo}));
     // A title that no line of the journal can hold: nothing is written, and it may be cut.
     guion.esperaDialogo("FrmRecibos", [&](Teclado& r) {
-      guion.esperaMensaje(
-          "Error 3163: " + ErrorEjecucion(err::kTextoDemasiadoLargo, kLargo).descripcion(),
-          "Librano");
+      guion.esperaMensaje(errorEnCaja(3163, kLargo), "Librano");
       acepta(r);
       EXPECT_EQ(lee().size(), 314u);
       EXPECT_EQ(valor("Select Asiento from Empresa"), "122");
@@ -281,8 +273,7 @@ TEST_F(CarteraDeEfectos, UnaAceptacionQueFallaSePuedeRepetir) {
     }
     d.escape();
   });
-  libro[312] = {121, "15/04/2024", "40000001", "Pagaré", 99};
-  libro[313] = {121, "15/04/2024", "57200002", "Pagaré", -99};
+  anota(121, "15/04/2024", "Pagaré", {{"40000001", 99}, {"57200002", -99}});
   comprueba();
 }
 

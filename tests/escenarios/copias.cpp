@@ -1,10 +1,6 @@
 // A company saved, destroyed, restored, cloned, taken out, rebuilt and repaired, by keys: each
 // leaves the main window for its dialog and comes back to it with every figure as it was.
-#include <QPushButton>
-#include <QRegularExpression>
-
 #include "accounts/plan2007.h"
-#include "common/rutas.h"
 #include "escenarios/herramientas.h"
 #include "oficial/tablasoficiales.h"
 
@@ -41,10 +37,7 @@ class Copias : public DiarioDelTrimestre {
   // The file's own library, in another process.
   QString sqlite(const QString& ruta, const QString& sql) {
     motor.flush();
-    QProcess p;
-    p.start("sqlite3", {ruta, sql});
-    p.waitForFinished();
-    return QString::fromUtf8(p.readAllStandardOutput() + p.readAllStandardError()).trimmed();
+    return preguntaFuera(ruta, sql);
   }
   int orden(const QString& programa, const QStringList& argumentos) {
     QProcess p;
@@ -53,6 +46,7 @@ class Copias : public DiarioDelTrimestre {
     p.waitForFinished();
     return p.exitCode();
   }
+  static bool hay(const QString& ruta) { return QFileInfo::exists(ruta); }
   void guardaEn(const QString& carpeta, const QString& queja = {}) {
     Teclado d = sale("MnuCopiasSeguridad");
     d.llega("BtonCopiaSeguridad");
@@ -97,22 +91,12 @@ TEST_F(Copias, LaEmpresaDestruidaVuelveEnteraDeSuCopia) {
   cambiaLinea(0, "Descripcion", "Después de la copia");
   const std::function<void()> danos[] = {
       [] {}, [&] { QFile(fichero()).resize(0); },
-      [&] {
-        QFile f(fichero());
-        f.open(QIODevice::WriteOnly);
-        f.write(QByteArray(50000, 'x'));
-      },
+      [&] { haceFichero(fichero(), QByteArray(50000, 'x')); },
       [&] { QDir(carpetaDatos() + "/Comercial Ejemplo").removeRecursively(); }};
   for (const auto& dano : danos) {
     destruye();
     dano();
-    if (QFileInfo::exists(fichero())) {
-      guion.esperaMensaje("Error 3343: El fichero no es una base de datos reconocida: " +
-                          ctx.sesion.rutaEmpresa());
-    } else {
-      guion.esperaMensaje("Error 3024: No se encuentra la base de datos: " +
-                          ctx.sesion.rutaEmpresa());
-    }
+    guion.esperaMensaje(errorEnCaja(hay(fichero()) ? 3343 : 3024, ctx.sesion.rutaEmpresa()));
     abreMenu();
     restauraDe(zip);
     vuelve();
@@ -157,7 +141,7 @@ TEST_F(Copias, LoQueNoSePuedeNoTocaNada) {
   };
   noSirve(usb.filePath("falta.zip"),
           "No se encuentra el fichero: " + rutaPrograma(usb.filePath("falta.zip")));
-  QFile(usb.filePath("x")).open(QIODevice::WriteOnly);
+  haceFichero(usb.filePath("x"), {});
   orden("zip", {"-q", "otro.zip", "x"});
   noSirve(usb.filePath("otro.zip"), "El archivo no sirve: no contiene el fichero Conta.Mdb");
   QFile::copy(carpetaDatos() + "/Inicio.mdb", usb.filePath("Conta.Mdb"));
@@ -176,7 +160,7 @@ TEST_F(Copias, LoQueNoSePuedeNoTocaNada) {
   // Without its backslash the folder begins the archive's name.
   guardaEn(rutaPrograma(usb.filePath("Lunes ")));
   vuelve();
-  EXPECT_TRUE(QFileInfo::exists(usb.filePath("Lunes Comercial Ejemplo.Zip")));
+  EXPECT_TRUE(hay(usb.filePath("Lunes Comercial Ejemplo.Zip")));
 
   Teclado d = sale("MnuCopiasSeguridad");
   d.mnemonico('A');
@@ -205,8 +189,7 @@ TEST_F(Copias, GuardarComoHaceOtraEmpresaConLosMismosLibros) {
       "Error");
   acepta(d);
   rellena(d, {{"TxtEmpresa", "comercial ejemplo"}});
-  guion.esperaMensaje(
-      "Error 3022: Ya existe un registro con esa clave; no se han guardado los cambios.");
+  guion.esperaMensaje(errorEnCaja(3022));
   acepta(d);
   rellena(d, {{"TxtEmpresa", "Ejemplo bis"}});
   acepta(d);
@@ -233,7 +216,7 @@ TEST_F(Copias, ExportarDejaSoloLasTablasElegidas) {
       "SELECT group_concat(name) FROM (SELECT name FROM sqlite_schema WHERE type IN "
       "('table','view') AND name NOT LIKE 'librano%' AND name NOT LIKE 'sqlite%' ORDER BY name)";
   // What the bank and the tax office are told is in the file too.
-  aseguraTablaOficial(*motor.Workspaces(0).OpenDatabase(ctx.sesion.rutaEmpresa()), "Declarante");
+  aseguraTablaOficial(*abreBase(), "Declarante");
   Teclado d = sale("MnuExportar");
   const auto exporta = [&](const QString& fichero, const QString& dice,
                            std::function<void()> entretanto = {}) {
@@ -257,9 +240,7 @@ TEST_F(Copias, ExportarDejaSoloLasTablasElegidas) {
   });
   vuelve();
   EXPECT_EQ(sqlite(salida, quedan), "");
-  QFile f(salida);
-  ASSERT_TRUE(f.open(QIODevice::ReadOnly));
-  EXPECT_FALSE(f.readAll().contains("57200001")) << "what went can still be read in the file";
+  EXPECT_FALSE(contenidoDe(salida).contains("57200001")) << "what went can still be read in it";
 
   // Over the older one, with two of the tables.
   d = sale("MnuExportar");
@@ -286,22 +267,18 @@ class Reindexado : public Copias {
   }
   // What not every company has: the plan of 2007, and who declares.
   void estrena2007() {
-    const auto libro = motor.Workspaces(0).OpenDatabase(ctx.sesion.rutaEmpresa());
+    const auto libro = abreBase();
     ponNivelesDe2007(*libro, Modelo2007::Pymes);
     anotaPlan2007(*libro, Modelo2007::Pymes, QDate(2024, 1, 1));
     aseguraTablaOficial(*libro, "Declarante");
-    const auto declarante = libro->OpenRecordset("Declarante");
-    declarante->AddNew();
-    declarante->Fields("Dato") = "NIF";
-    declarante->Fields("Valor") = "B12345674";
-    declarante->Update();
+    inserta("Declarante", {{"Dato", "NIF"}, {"Valor", "B12345674"}});
   }
   void acabaEn(const char* nombre, const QString& texto) {
     Teclado d = forma(nombre);
     EXPECT_EQ(d.textoDe("LblEmpresa"), texto);
     d.intro();
     vuelve();
-    EXPECT_FALSE(QFileInfo::exists(fichero("Comercial Ejemplo", "Conta2.MDB")));
+    EXPECT_FALSE(hay(fichero("Comercial Ejemplo", "Conta2.MDB")));
   }
   void preguntaQue(bool sigue, std::function<void()> entretanto = {}) {
     guion.esperaPregunta(
@@ -390,8 +367,7 @@ TEST_F(Reindexado, OtroPuestoNoPierdeNada) {
 TEST_F(Reindexado, UnRestoSeDiceYSeQuita) {
   QFile::copy(fichero(), fichero("Comercial Ejemplo", "Conta2.MDB"));
   Teclado d = abreReindexa();
-  guion.esperaMensaje("Error 3204: La base de datos ya existe: " + ctx.sesion.DirDatos +
-                      "Comercial Ejemplo\\Conta2.MDB");
+  guion.esperaMensaje(errorEnCaja(3204, ctx.sesion.DirDatos + "Comercial Ejemplo\\Conta2.MDB"));
   acepta(d);
   acabaEn("FrmReindexa3", igual);
   d = abreReindexa();
@@ -408,15 +384,12 @@ TEST_F(Copias, RepararCompactaYDejaLosLibrosIguales) {
          "DROP TABLE relleno; UPDATE librano_sumas_1 SET SumaDebe=7");
   const qint64 tamano = QFileInfo(fichero()).size();
   QFile::copy(fichero(), fichero("Comercial Ejemplo", "Conta2.MDB"));  // of a repair broken off
-  const auto repara = [&] {
-    Teclado d = sale("MnuRepararEmpresa");
-    acepta(d);
-  };
   guion.esperaMensaje("Empresa reparada y compactada con exíto", "Librano");
-  repara();
+  Teclado d = sale("MnuRepararEmpresa");
+  acepta(d);
   vuelve();
   EXPECT_LT(QFileInfo(fichero()).size(), tamano / 2);
-  EXPECT_FALSE(QFileInfo::exists(fichero("Comercial Ejemplo", "Conta2.MDB")));
+  EXPECT_FALSE(hay(fichero("Comercial Ejemplo", "Conta2.MDB")));
   EXPECT_EQ(sqlite(fichero(), "PRAGMA integrity_check"), "ok");
 
   // What can't be repaired is told, and stays.
@@ -430,24 +403,21 @@ TEST_F(Copias, RepararCompactaYDejaLosLibrosIguales) {
   f.write(QByteArray(4096, '\xee'));
   f.close();
   abreMenu();
-  Teclado d = sale("MnuRepararEmpresa");
-  const QString queja = QString(
-                            "%1 *** in database main ***\nPage %2: btreeInitPage() returns error "
+  d = sale("MnuRepararEmpresa");
+  const QString queja = ctx.sesion.rutaEmpresa() +
+                        QString(
+                            " *** in database main ***\nPage %1: btreeInitPage() returns error "
                             "code 11")
-                            .arg(ctx.sesion.rutaEmpresa())
                             .arg(pagina);
-  const QString dano = "El fichero no es una base de datos reconocida: " + queja;
-  guion.esperaMensaje("Error 3343: " + dano, "Librano");
+  guion.esperaMensaje(errorEnCaja(3343, queja), "Librano");
   acepta(d);
   EXPECT_EQ(formularios->abierto("FrmReparaEmpresa"), &d.forma());
   d.escape();
   vuelve();
   // A copy of it doesn't take the place of the last good one.
-  QFile bueno(zip);
-  ASSERT_TRUE(bueno.open(QIODevice::WriteOnly));
-  bueno.write("de antes");
-  bueno.close();
-  guardaEn(rutaPrograma(usb.path()) + '\\', "No se ha hecho la copia de seguridad. " + dano);
+  haceFichero(zip, "de antes");
+  guardaEn(rutaPrograma(usb.path()) + '\\',
+           "No se ha hecho la copia de seguridad. " + ErrorEjecucion(3343, queja).descripcion());
   EXPECT_EQ(QFileInfo(zip).size(), 8);
   EXPECT_EQ(QDir(usb.path()).entryList(QDir::Files).size(), 1);
 }
@@ -455,7 +425,7 @@ TEST_F(Copias, RepararCompactaYDejaLosLibrosIguales) {
 TEST_F(Copias, ComprobarRedondeaLosImportesALaMascara) {
   cambiaLinea(5, "Importe", libro[5].importe + 0.0004);
   cambiaLinea(6, "Importe", libro[6].importe - 0.0004);
-  inserta("Diario", {{"NLinea", 5000}, {"NAsiento", 4000}, {"DH", "D"}, {"Fecha", "01/02/2024"}});
+  inserta("Diario", lineaDe(5000, 4000, "01/02/2024", {}, {}));
   const auto comprueba = [&](Teclado& d) {
     guion.esperaMensaje("Proceso terminado con exito", "Fín",
                         [&] { EXPECT_TRUE(d.visible("Bar")); });
@@ -475,7 +445,7 @@ TEST_F(Copias, ComprobarRedondeaLosImportesALaMascara) {
 
   sqlite(fichero(), "DELETE FROM Diario");
   herramienta("CmdCompruebaEmpresa", [&](Teclado& d) {
-    guion.esperaMensaje("Error 3021: No hay ningún registro en curso.");
+    guion.esperaMensaje(errorEnCaja(3021));
     acepta(d);
     EXPECT_FALSE(d.visible("Bar"));
     d.escape();

@@ -9,11 +9,8 @@ class FinDeAno : public DiarioDelTrimestre {
   FinDeAno() { altaSubcuentas(); }
   // Those that the end of the year needs besides the quarter's.
   void altaSubcuentas() {
-    for (const char* codigo : {"30000002", "61000001", "12900000"}) {
-      inserta(
-          "Subcuentas",
-          {{"Subcuenta", codigo}, {"Cuenta", QString(codigo).left(3)}, {"Descripcion", codigo}});
-    }
+    for (const char* codigo : {"30000002", "61000001", "12900000"})
+      inserta("Subcuentas", subcuentaDe(codigo, codigo));
   }
   QString limite() const { return valor("Select NoModificar from Empresa"); }
   // A step that fails: the engine's words in a box, and the dialog as it was.
@@ -32,8 +29,7 @@ TEST_F(FinDeAno, NieganFechasPorSuTexto) {
   ctx.sesion.FechaNoModificar = "15/02/2024";
   const QString aviso = "Usted no puede modificar ningun apunte anterior a la fecha 15/02/2024";
   const struct {
-    const char* entrada;
-    const char* campo;
+    const char *entrada, *campo;
     bool igual;
   } casos[] = {{"MnuRegularizacionStock", "TxtFechaAsiento", true},
                {"MnuRegularizacionPG", "TxtFecha", false},
@@ -58,8 +54,8 @@ TEST_F(FinDeAno, NieganFechasPorSuTexto) {
 }
 
 TEST_F(FinDeAno, LoQueFallaDejaLoEscritoYSePuedeSeguir) {
-  const QString sinFila = "Error 3021: " + ErrorEjecucion(err::kSinRegistroActivo).descripcion();
-  const auto base = ctx.motor.Workspaces(0).OpenDatabase(ctx.sesion.rutaEmpresa());
+  const QString sinFila = errorEnCaja(3021);
+  const auto base = abreBase();
   const auto borra = [&](const QString& lineas) {
     const auto diario = base->OpenRecordset("Select * from Diario where " + lineas);
     for (; !diario->Eof(); diario->MoveNext()) diario->Delete();
@@ -80,18 +76,15 @@ TEST_F(FinDeAno, LoQueFallaDejaLoEscritoYSePuedeSeguir) {
     EXPECT_EQ(limite(), "");
     cierre.escape();
   });
-  inserta(
-      "Diario",
-      {{"NLinea", 5000}, {"NAsiento", 1}, {"Subcuenta", "30000002"}, {"DH", "H"}, {"Importe", -5}});
-  const auto compras = base->OpenRecordset("Select * from Subcuentas where Subcuenta='61000001'");
-  compras->Delete();
+  inserta("Diario", lineaDe(5000, 1, {}, "30000002", -5));
+  base->OpenRecordset("Select * from Subcuentas where Subcuenta='61000001'")->Delete();
   motor.flush();
   herramienta("MnuRegularizacionStock", [&](Teclado& stocks) {
     EXPECT_EQ(stocks.textoDe("TxtExistenciasIniciales"), "-5,00");
     EXPECT_EQ(stocks.textoDe("LblSubcuentaCompras"), "No está en el plan de subcuentas");
     stocks.llega("GridExtracto");
     stocks.tecla(Qt::Key_End);
-    falla(stocks, "Error 3421: " + ErrorEjecucion(err::kConversionDeDatos, "--5,00").descripcion() +
+    falla(stocks, errorEnCaja(3421, "--5,00") +
                       " La regularización no está entera en el diario: revise el asiento " +
                       valor("Select Asiento from Empresa") + '.');
     EXPECT_EQ(lee().size(), 2u);
@@ -101,9 +94,7 @@ TEST_F(FinDeAno, LoQueFallaDejaLoEscritoYSePuedeSeguir) {
   motor.DeleteDatabase(ctx.sesion.rutaEmpresa("Sin fichero"));
   herramienta("MnuApertura", [&](Teclado& apertura) {
     apertura.elige("TxtEmpresaCerrada", "Sin fichero");
-    falla(apertura, "Error 3024: " + ErrorEjecucion(err::kBaseNoEncontrada,
-                                                    ctx.sesion.rutaEmpresa("Sin fichero"))
-                                         .descripcion());
+    falla(apertura, errorEnCaja(3024, ctx.sesion.rutaEmpresa("Sin fichero")));
     apertura.escape();
   });
 }
@@ -151,7 +142,7 @@ TEST_F(FinDeAno, CadaPasoQueFallaSePuedeRepetir) {
   paso("MnuCierre", "TxtAsiento", "99999999", cuantas("<='5' and SaldoFinal<>0"));
   const size_t cerradas = filas("Select NLinea from Diario where TipoDiario='C'").size();
   pasaA("Otra");
-  altaSubcuentasTrimestre(*ctx.motor.Workspaces(0).OpenDatabase(ctx.sesion.rutaEmpresa()));
+  altaSubcuentasTrimestre(*abreBase());
   altaSubcuentas();
   paso("MnuApertura", "TxtAsiento", "0", cerradas,
        [](Teclado& d) { d.elige("TxtEmpresaCerrada", "Comercial Ejemplo"); });

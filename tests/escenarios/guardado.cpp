@@ -1,9 +1,8 @@
 // What the screens do when a change can't be saved: another station reads on, or the disk
 // refuses it.
-#include <sys/resource.h>
-
 #include "journal/menuabierto.h"
 #include "oficial/widgets/tablahoja.h"
+#include "soporte/discolleno.h"
 
 namespace {
 
@@ -42,160 +41,79 @@ class Guardado : public MenuAbierto {
     const char* nombre;
     std::function<void(const Eleccion&)> haz;
   };
-  // Boxes and dialogs that come before the choice are announced before it; where it comes within a
-  // dialog, there.
+  // Boxes that come before the choice are announced before it; where it comes within a dialog,
+  // there. A field without a text is pressed.
+  Accion enVentana(const char* nombre, const std::function<void()>& haz, bool pregunta = false) {
+    return {nombre, [=, this](const Eleccion& elige) {
+              if (pregunta)
+                guion.esperaPregunta(
+                    "Esta a punto de eliminar una partida del diario, ¿ Desea continuar ?", true);
+              elige([] {});
+              haz();
+            }};
+  }
+  Accion enDialogo(
+      const char* nombre, const std::function<void()>& abre, const Campos& campos,
+      const std::function<void()>& siSeGuarda = [] {}) {
+    return {nombre, [=, this](const Eleccion& elige) {
+              guion.esperaDialogo(nombre, [&](Teclado& d) {
+                if (auto* tabla = d.forma().findChild<QTabWidget*>("Tabla"))
+                  tabla->setCurrentIndex(1);
+                for (const auto& [campo, texto] : campos)
+                  texto.isNull() ? d.pulsa(campo) : d.escribe(campo, texto);
+                elige(siSeGuarda);
+                d.pulsa("CmdAceptar");
+                if (d.forma().isVisible()) d.escape();  // given up, what was typed still stands
+              });
+              abre();
+            }};
+  }
   std::vector<Accion> acciones() {
-    const auto ya = [] {};
-    const auto acepta = [](Teclado& d) {
-      d.pulsa("CmdAceptar");
-      if (d.forma().isVisible()) d.escape();  // given up, what was typed still stands
+    const auto boton = [this](const char* cual) { return [=, this] { t->pulsa(cual); }; };
+    const auto muestra = [this](const char* forma, int codigo = 0, const char* elegido = "") {
+      return [=, this] {
+        ctx.sesion.CodigoLlamada = codigo;
+        ctx.sesion.ValorElegido = elegido;
+        formularios->mostrar(forma);
+      };
     };
-    const auto enDialogo = [this](const char* nombre, const std::function<void(Teclado&)>& paso) {
-      guion.esperaDialogo(nombre, paso);
-    };
-    return {{"línea",
-             [=, this](const Eleccion& elige) {
-               elige(ya);
-               linea("57000001", "3", {});
-             }},
-            {"asterisco",
-             [=, this](const Eleccion& elige) {
-               elige(ya);
-               t->pulsa("CmdLinAsiento");
-             }},
-            {"punteo",
-             [=, this](const Eleccion& elige) {
-               elige(ya);
-               t->enfoca("GrdApuntes");
-               t->tecla(Qt::Key_Space);
-             }},
-            {"partida",
-             [=, this](const Eleccion& elige) {
-               enDialogo("FrmPartida", [&](Teclado& d) {
-                 d.escribe("TxtDebeHaber", "8");
-                 elige(ya);
-                 acepta(d);
-               });
-               t->pulsa("CmdModificaApunte");
-             }},
-            {"borrado",
-             [=, this](const Eleccion& elige) {
-               guion.esperaPregunta(
-                   "Esta a punto de eliminar una partida del diario, ¿ Desea continuar ?", true);
-               elige(ya);
-               t->pulsa("CmdEliminarPartida");
-             }},
-            {"renumera",
-             [=, this](const Eleccion& elige) {
-               enDialogo("FrmRenumera", [&](Teclado& d) {
-                 elige([&] { guion.esperaMensaje("Proceso terminado con exito", "Fín"); });
-                 acepta(d);
-               });
-               formularios->mostrar("FrmRenumera");
-             }},
-            {"asiento borrado",
-             [=, this](const Eleccion& elige) {
-               enDialogo("FrmEliminaAsiento", [&](Teclado& d) {
-                 elige(ya);
-                 acepta(d);
-               });
-               t->pulsa("CmdEliminarApunte");
-             }},
-            {"ajustes",
-             [=, this](const Eleccion& elige) {
-               enDialogo("FrmEmpresas", [&](Teclado& d) {
-                 d.control<QTabWidget>("Tabla").setCurrentIndex(1);
-                 d.escribe("TxtDireccion", "Calle Mayor, 1");
-                 elige(ya);
-                 acepta(d);
-               });
-               ctx.sesion.CodigoLlamada = 2;
-               formularios->mostrar("FrmEmpresas");
-             }},
-            {"fecha de cierre",
-             [=, this](const Eleccion& elige) {
-               enDialogo("FrmInvertirCierre", [&](Teclado& d) {
-                 d.escribe("TxtNoModifica", "3006");
-                 elige(ya);
-                 acepta(d);
-               });
-               formularios->mostrar("FrmInvertirCierre");
-             }},
-            {"recibo",
-             [=, this](const Eleccion& elige) {
-               enDialogo("FrmRecibos", [&](Teclado& d) {
-                 for (const auto& [campo, texto] : {std::pair("TxtFechaVencimiento", "3006"),
-                                                    {"TxtCuenta", "43000001"},
-                                                    {"TxtFactura", "7"},
-                                                    {"TxtTipo", "Letra"},
-                                                    {"TxtTitulo", "Letra"},
-                                                    {"TxtContrapartida", "57200001"},
-                                                    {"TxtImporte", "9"}})
-                   d.escribe(campo, texto);
-                 elige(ya);
-                 acepta(d);
-               });
-               ctx.sesion.CodigoLlamada = 1;
-               formularios->mostrar("FrmRecibos");
-             }},
-            {"subcuenta",
-             [=, this](const Eleccion& elige) {
-               enDialogo("FrmSubCuentas", [&](Teclado& d) {
-                 d.escribe("TxtDescripcion", "Caja del mostrador");
-                 elige(ya);
-                 acepta(d);
-               });
-               ctx.sesion.CodigoLlamada = 2;
-               ctx.sesion.ValorElegido = "57000001";
-               formularios->mostrar("FrmSubCuentas");
-             }},
-            {"nómina",
-             [=, this](const Eleccion& elige) {
-               enDialogo("FrmNomina", [&](Teclado& d) {
-                 rellenaNomina(d);
-                 elige(ya);
-                 acepta(d);
-               });
-               formularios->mostrar("FrmNomina");
-             }},
-            {"duplicado",
-             [=, this](const Eleccion& elige) {
-               enDialogo("FrmDuplicarAsiento", [&](Teclado& d) {
-                 d.pulsa("ChkEliminaAsiento");
-                 elige(ya);
-                 acepta(d);
-               });
-               formularios->mostrar("FrmDuplicarAsiento");
-             }},
-            {"importación",
-             [=, this](const Eleccion& elige) {
-               QFile diario(carpetaDatos() + "/diario.csv");
-               ASSERT_TRUE(diario.open(QIODevice::WriteOnly));
-               diario.write("04/01/2003,57000001,,,1,90,Traída,1,7" + QByteArray(13, ','));
-               diario.close();
-               enDialogo("FrmImportarContanet", [&](Teclado& d) {
-                 d.pulsa("ChkDiario");
-                 d.escribe("TxtDiario", rutaPrograma(diario.fileName()));
-                 elige(ya);
-                 acepta(d);
-               });
-               formularios->mostrar("FrmImportarContanet");
-             }},
-            {"cierre", [=, this](const Eleccion& elige) {
-               enDialogo("FrmCierre", [&](Teclado& d) {
-                 elige(ya);
-                 acepta(d);
-               });
-               formularios->mostrar("FrmCierre");
-             }}};
+    const QString diario = haceFichero(carpetaDatos() + "/diario.csv",
+                                       "04/01/2003,57000001,,,1,90,Traída,1,7,,,,,,,,,,,,,");
+    return {
+        enVentana("línea", [this] { linea("57000001", "3", {}); }),
+        enVentana("asterisco", boton("CmdLinAsiento")),
+        enVentana("punteo",
+                  [this] {
+                    t->enfoca("GrdApuntes");
+                    t->tecla(Qt::Key_Space);
+                  }),
+        enDialogo("FrmPartida", boton("CmdModificaApunte"), {{"TxtDebeHaber", "8"}}),
+        enVentana("borrado", boton("CmdEliminarPartida"), true),
+        enDialogo("FrmRenumera", muestra("FrmRenumera"), {},
+                  [this] { guion.esperaMensaje("Proceso terminado con exito", "Fín"); }),
+        enDialogo("FrmEliminaAsiento", boton("CmdEliminarApunte"), {}),
+        enDialogo("FrmEmpresas", muestra("FrmEmpresas", 2), {{"TxtDireccion", "Calle Mayor, 1"}}),
+        enDialogo("FrmInvertirCierre", muestra("FrmInvertirCierre"), {{"TxtNoModifica", "3006"}}),
+        enDialogo("FrmRecibos", muestra("FrmRecibos", 1),
+                  {{"TxtFechaVencimiento", "3006"},
+                   {"TxtCuenta", "43000001"},
+                   {"TxtFactura", "7"},
+                   {"TxtTipo", "Letra"},
+                   {"TxtTitulo", "Letra"},
+                   {"TxtContrapartida", "57200001"},
+                   {"TxtImporte", "9"}}),
+        enDialogo("FrmSubCuentas", muestra("FrmSubCuentas", 2, "57000001"),
+                  {{"TxtDescripcion", "Caja del mostrador"}}),
+        enDialogo("FrmNomina", muestra("FrmNomina"), kNomina),
+        enDialogo("FrmDuplicarAsiento", muestra("FrmDuplicarAsiento"), {{"ChkEliminaAsiento", {}}}),
+        enDialogo("FrmImportarContanet", muestra("FrmImportarContanet"),
+                  {{"ChkDiario", {}}, {"TxtDiario", rutaPrograma(diario)}}),
+        enDialogo("FrmCierre", muestra("FrmCierre"), {})};
   }
-  static void rellenaNomina(Teclado& d) {
-    for (const auto& [campo, texto] : {std::pair("TxtFecha", "3103"),
-                                       {"TxtSubSueldoBruto", "43000001"},
-                                       {"TxtImpSueldoBruto", "10"},
-                                       {"TxtsubCaja", "57200001"}})
-      d.escribe(campo, texto);
-  }
+  const Campos kNomina = {{"TxtFecha", "3103"},
+                          {"TxtSubSueldoBruto", "43000001"},
+                          {"TxtImpSueldoBruto", "10"},
+                          {"TxtsubCaja", "57200001"}};
   QString fichero() const {
     return preguntaFuera(ruta(),
                          "SELECT * FROM Diario; SELECT * FROM Empresa; SELECT * FROM Subcuentas; "
@@ -248,7 +166,7 @@ TEST_F(Guardado, LoDescartadoSePuedeAceptarDeNuevoComoSiNada) {
   EXPECT_EQ(filas("Select Importe from Diario order by NLinea"),
             (std::vector<QStringList>{{"8"}, {"-90"}, {"5"}}));
   // A number that was given back is taken anew.
-  dosVeces("FrmNomina", rellenaNomina);
+  dosVeces("FrmNomina", [this](Teclado& d) { d.escribe(kNomina); });
   formularios->mostrar("FrmNomina");
   EXPECT_EQ(filas("Select NAsiento from Diario where NLinea > 2"),
             (std::vector<QStringList>{{"3"}, {"3"}}));
@@ -338,22 +256,15 @@ TEST_F(Guardado, LoYaGuardadoNoSeDescarta) {
 }
 
 TEST_F(Guardado, LoQueElDiscoRechazaNoSigueEnPantalla) {
-  ::signal(SIGXFSZ, SIG_IGN);
-  rlimit tope;
-  ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &tope), 0);
   const QStringList visto = pantalla();
   const QString antes = fichero();
-  rlimit corto = tope;
-  corto.rlim_cur = 128 * 1024;  // room for the journal of one line, and not for its pages
   const auto rechaza = [&](int deshechos, const std::function<void()>& haz) {
-    const auto vuelve = qScopeGuard([&] { ::setrlimit(RLIMIT_FSIZE, &tope); });
-    ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &corto), 0);
-    guion.esperaMensaje(
-        "Error 3043: Error al leer o escribir en el disco: " + ctx.sesion.rutaEmpresa() +
-            ". Se ha deshecho lo último anotado, que no llegó a guardarse (cambios "
-            "deshechos: " +
-            QString::number(deshechos) + ')',
-        "Librano", [&] { ::setrlimit(RLIMIT_FSIZE, &tope); });  // undoing it writes too
+    DiscoLleno disco(128 * 1024);  // room for the journal of one line, and not for its pages
+    guion.esperaMensaje(errorEnCaja(3043, ctx.sesion.rutaEmpresa()) +
+                            QString(". Se ha deshecho lo último anotado, que no llegó a guardarse "
+                                    "(cambios deshechos: %1)")
+                                .arg(deshechos),
+                        "Librano", [&] { disco.vacia(); });  // undoing it writes too
     haz();
     EXPECT_TRUE(guion.agotado());
     EXPECT_EQ(fichero(), antes);
@@ -364,7 +275,7 @@ TEST_F(Guardado, LoQueElDiscoRechazaNoSigueEnPantalla) {
   rechaza(2, [&] { linea("57000001", "3", {}); });
   // Nothing of it is left to be looked over.
   guion.esperaDialogo("FrmNomina", [&](Teclado& d) {
-    rellenaNomina(d);
+    d.escribe(kNomina);
     rechaza(5, [&] { d.pulsa("CmdAceptar"); });
     EXPECT_EQ(d.textoDe("TxtImpSueldoBruto"), "10,00 ");
     d.escape();

@@ -2,33 +2,12 @@
 // journal and the trial balance are compared whole after each with what they must be.
 #pragma once
 
-#include <signal.h>
-#include <sys/resource.h>
-
-#include "engine/libroendisco.h"
+#include "soporte/discolleno.h"
 #include "soporte/escenario.h"
 #include "soporte/libros.h"
 #include "start/menu/tablamenu.h"
 
 using Filas = std::vector<QStringList>;
-
-// A disk that takes nothing while it lives, as a full one: the library can't even note what it is
-// going to do.
-class DiscoLleno {
- public:
-  DiscoLleno() {
-    ::signal(SIGXFSZ, SIG_IGN);
-    EXPECT_EQ(::getrlimit(RLIMIT_FSIZE, &antes_), 0);
-    const rlimit nada{0, antes_.rlim_max};
-    EXPECT_EQ(::setrlimit(RLIMIT_FSIZE, &nada), 0);
-  }
-  ~DiscoLleno() { ::setrlimit(RLIMIT_FSIZE, &antes_); }
-  DiscoLleno(const DiscoLleno&) = delete;
-  DiscoLleno& operator=(const DiscoLleno&) = delete;
-
- private:
-  rlimit antes_;
-};
 
 // A line of the journal as it must stand; the amount of a haber is negative, unless it is that of a
 // rectifying invoice.
@@ -86,7 +65,7 @@ class PorElMenu : public testing::Test, protected Escenario {
     entrada(nombre);
   }
   // Goes from field to field by Tab; a field's old text is selected when it is entered.
-  static void rellena(Teclado& d, const std::vector<std::pair<const char*, QString>>& campos) {
+  static void rellena(Teclado& d, const Campos& campos) {
     for (const auto& [campo, texto] : campos) {
       d.llega(campo);
       d.tecla(Qt::Key_Delete);
@@ -98,6 +77,11 @@ class PorElMenu : public testing::Test, protected Escenario {
     d.intro();
   }
 
+  // A line in the main window; one with a date begins an asiento.
+  void teclea(const LineaDiario& linea) {
+    tecleaLinea(*t, guion, ctx.sesion, linea, !linea.Fecha.isEmpty());
+  }
+
   std::unique_ptr<Teclado> t;  // in the main window
 };
 
@@ -105,10 +89,11 @@ class DiarioDelTrimestre : public PorElMenu {
  protected:
   DiarioDelTrimestre() : PorElMenu(Empresa, empresa("Comercial Ejemplo")) {
     reloj.ponEn(QDate(2024, 4, 2));
-    altaSubcuentasTrimestre(*ctx.motor.Workspaces(0).OpenDatabase(ctx.sesion.rutaEmpresa()));
+    altaSubcuentasTrimestre(*abreBase());
     asientaDiarioTrimestre(ctx.motor, ctx.sesion.rutaEmpresa());
     registraFormularios(*formularios);
     libro = lee();
+    siguiente = static_cast<int>(libro.size());
     t = std::make_unique<Teclado>(abre("FrmMenu"));
   }
   // Without books yet, in a folder that is empty.
@@ -146,11 +131,11 @@ class DiarioDelTrimestre : public PorElMenu {
     {
       OtroPuesto otro(rutaSistema(ruta));
       otro.ejecuta("BEGIN IMMEDIATE;");
-      falla("Error 3260: " + ErrorEjecucion(err::kRegistroBloqueado, ruta).descripcion());
+      falla(errorEnCaja(3260, ruta));
     }
     {
       const DiscoLleno lleno;
-      falla("Error 3043: " + ErrorEjecucion(err::kErrorDeDisco, ruta).descripcion() +
+      falla(errorEnCaja(3043, ruta) +
             ". Se ha deshecho lo último anotado, que no llegó a guardarse (cambios deshechos: 0)");
     }
   }
@@ -193,8 +178,8 @@ class DiarioDelTrimestre : public PorElMenu {
                             l.fecha,
                             QString::number(l.asiento),
                             l.concepto,
-                            Format(std::max(l.importe, 0.0), mascara),
-                            Format(std::min(l.importe, 0.0), mascara)};
+                            Format(l.alHaber() ? 0.0 : l.importe, mascara),
+                            Format(l.alHaber() ? l.importe : 0.0, mascara)};
     }
     for (int fila = 0; fila < rejilla().filas(); ++fila) {
       QStringList linea;
@@ -220,6 +205,12 @@ class DiarioDelTrimestre : public PorElMenu {
     }
     return todas;
   }
+  // The lines that an asiento adds to the journal, each a subcuenta and an amount.
+  void anota(int asiento, const QString& fecha, const QString& concepto,
+             const std::vector<std::pair<QString, double>>& lineas, bool rectifica = false) {
+    for (const auto& [subcuenta, importe] : lineas)
+      libro[siguiente++] = {asiento, fecha, subcuenta, concepto, importe, rectifica};
+  }
   // Takes an asiento out of what must be there.
   void sinAsiento(int numero) {
     std::erase_if(libro, [=](const auto& linea) { return linea.second.asiento == numero; });
@@ -236,4 +227,5 @@ class DiarioDelTrimestre : public PorElMenu {
   const Rejilla& rejilla() const { return t->control<Rejilla>("GrdApuntes"); }
 
   std::map<int, Linea> libro;
+  int siguiente = 0;  // number of the next line
 };

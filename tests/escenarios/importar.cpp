@@ -1,10 +1,5 @@
 // The books of other packages brought into the quarter's, by keys.
-#include <QFile>
-#include <QProcess>
-#include <QProgressBar>
-
-#include "common/rutas.h"
-#include "herramientas.h"
+#include "escenarios/herramientas.h"
 #include "soporte/tabladbf.h"
 
 namespace {
@@ -40,9 +35,8 @@ class Importar : public DiarioDelTrimestre {
             "0.00",      "F-9",      {},        {},         serie.isEmpty() ? "" : "P",
             serie,       debe,       haber,     "100.00"};
   }
-  void entraLinea(int asiento, const QString& subcuenta, double importe) {
-    const int numero = libro.empty() ? 0 : libro.rbegin()->first + 1;
-    libro[numero] = {asiento, "15/02/2024", subcuenta, "Importado", importe};
+  void importa(int asiento, const std::vector<std::pair<QString, double>>& lineas) {
+    anota(asiento, "15/02/2024", "Importado", lineas);
   }
   void eligeContaplus(Teclado& d, const QString& programa, const QString& empresa) {
     guion.esperaFichero(rutaSistema(programa));
@@ -58,10 +52,7 @@ class Importar : public DiarioDelTrimestre {
     }
   }
   QString fichero(const QString& nombre, const QByteArray& texto) {
-    QFile f(carpetaDatos() + "/" + nombre);
-    EXPECT_TRUE(f.open(QIODevice::WriteOnly));
-    f.write(texto);
-    return rutaPrograma(f.fileName());
+    return rutaPrograma(haceFichero(carpetaDatos() + "/" + nombre, texto));
   }
   // A record: the fields given, by their number, and the others empty.
   static QByteArray registro(int campos, const std::map<int, QByteArray>& dados) {
@@ -98,10 +89,8 @@ TEST_F(Importar, ContaplusTraePlanDiarioYRegistro) {
     guion.esperaMensaje("Proceso terminado con exito", "Fín");
     acepta(d);
   });
-  entraLinea(500, "43009999", 116);
-  entraLinea(500, "70000001", -100);
-  entraLinea(500, "47700001", -16);
-  entraLinea(200, "60000001", 0);
+  importa(500, {{"43009999", 116}, {"70000001", -100}, {"47700001", -16}});
+  importa(200, {{"60000001", 0}});
   auto hay = lee();
   EXPECT_TRUE(hay.at(antes + 4).alHaber() || hay.at(antes + 4).importe == 0);
   hay.erase(antes + 4);
@@ -149,11 +138,8 @@ TEST_F(Importar, ContaplusNiegaLoQueFaltaYDejaLoEscrito) {
     // The journal of this company isn't there, and the plan is: what was read of it stays.
     d.elige("TxtEmpresa", "01 - Señores");
     marca(d, {"ChkPlan", "ChkDiario"});
-    guion.esperaMensaje("Error 53: " + ErrorEjecucion(err::kFicheroNoEncontrado,
-                                                      QString(programa).replace(
-                                                          "Contaplw.exe", "EMP01\\Diario.dbf"))
-                                           .descripcion(),
-                        "Librano");
+    guion.esperaMensaje(
+        errorEnCaja(53, QString(programa).replace("Contaplw.exe", "EMP01\\Diario.dbf")), "Librano");
     acepta(d);
     EXPECT_EQ(valor("Select Cuenta from Subcuentas where Subcuenta='43009999'"), "430");
     EXPECT_TRUE(t->visible("Bar"));
@@ -170,10 +156,10 @@ TEST_F(Importar, ContaplusNiegaLoQueFaltaYDejaLoEscrito) {
     acepta(d);
     d.escape();
   });
-  entraLinea(500, "57000001", 5);
+  importa(500, {{"57000001", 5}});
   comprueba();
-  EXPECT_EQ(valor("Select Asiento from Empresa"), "501");
-  EXPECT_EQ(valor("Select NLinDiario from Empresa"), QString::number(libro.rbegin()->first + 1));
+  EXPECT_EQ(filas("Select Asiento, NLinDiario from Empresa"),
+            (Filas{{"501", QString::number(siguiente)}}));
 }
 
 // Another station posts line by line while the journal comes in.
@@ -261,8 +247,7 @@ TEST_F(Importar, ContanetTraeSusCuatroFicheros) {
     EXPECT_EQ(d.textoDe("TxtDatos"), datos);
     acepta(d);
   });
-  entraLinea(500, "57000001", 10.5);
-  entraLinea(500, "57000001", -10.5);
+  importa(500, {{"57000001", 10.5}, {"57000001", -10.5}});
   comprueba();
   EXPECT_EQ(valor("Select Asiento from Empresa"), "501");
   EXPECT_EQ(filas("Select Descripcion, Cuenta, Nif, Direccion, Poblacion from Subcuentas where "
@@ -290,17 +275,14 @@ TEST_F(Importar, ContanetPasaPorAltoSoloAlPrincipio) {
     rellena(d, {{"TxtPlan", "C:\\no\\esta.csv"}, {"TxtDiario", malo}});
     acepta(d);
   });
-  entraLinea(500, "57000001", 5);
-  libro.rbegin()->second.fecha.clear();
-  entraLinea(501, "57000001", 6);
+  anota(500, {}, "Importado", {{"57000001", 5}});
+  importa(501, {{"57000001", 6}});
   EXPECT_EQ(lee(), libro);
   EXPECT_EQ(valor("Select Asiento from Empresa"), "502");
   herramienta("MnuImportContanet", [&](Teclado& d) {
     marca(d, {"ChkPlan", "ChkDiario"});
     rellena(d, {{"TxtPlan", plan}, {"TxtDiario", malo}});
-    guion.esperaMensaje(
-        "Error 3421: " + ErrorEjecucion(err::kConversionDeDatos, "no es fecha").descripcion(),
-        "Librano");
+    guion.esperaMensaje(errorEnCaja(3421, "no es fecha"), "Librano");
     acepta(d);
     EXPECT_TRUE(d.visible("Bar"));
     d.escape();

@@ -32,14 +32,12 @@ TEST_F(Libreria, Diario) {
     EXPECT_EQ(t.textoDe("TxtAsientoHasta"), "9999999999999");
     libro = lanza(t, "Listado de diario", ano());
     t.enfoca("TxtHasta");
-    t.teclea("3101");
-    t.intro();
+    t.entra("3101");
     EXPECT_EQ(t.textoDe("TxtHasta"), "31/01/2024");
     t.teclea("a2b");
     EXPECT_EQ(static_cast<Formulario&>(t.forma()).pitidos(), 2);
     t.intro();
-    t.teclea("3");
-    t.intro();
+    t.entra("3");
     EXPECT_EQ(t.enfocado(), "CmdAceptar");
     parte = lanza(t, "Listado de diario", "Desde : 01/01/2024 ~ Hasta : 31/01/2024");
     t.pulsa("CmdCancelar");
@@ -66,8 +64,7 @@ TEST_F(Libreria, Mayor) {
             guion.esperaDialogo("FrmExtractos", [&](Teclado& uno) {
               EXPECT_EQ(uno.forma().windowTitle(), "Edicion de libro mayor");
               EXPECT_EQ(uno.textoDe("TxtSubcuenta"), "57200001");
-              uno.teclea("0103");
-              uno.intro();
+              uno.entra("0103");
               EXPECT_EQ(uno.textoDe("TxtDesde"), "01/03/2024");
               marzo =
                   lanza(uno, "Listado de libro Mayor", "Desde : 01/03/2024 ~ Hasta : 31/12/2024");
@@ -132,8 +129,7 @@ TEST_F(Libreria, SumasYSaldos) {
 
 TEST_F(Libreria, BalanceYResultados) {
   const struct {
-    const char *entrada, *ventana, *titulo;
-    const char* grupos;
+    const char *entrada, *ventana, *titulo, *grupos;
     bool balance;
   } casos[] = {{"MnuBalanceSituacion", "Balance de situación (General)", "Balance de situación",
                 "12345", true},
@@ -163,8 +159,7 @@ TEST_F(Libreria, BalanceYResultados) {
 
 TEST_F(Libreria, Plan) {
   const auto limites = [&](Teclado& t) {
-    t.escribe("TxtSubcuentasDesde", "400.2");
-    t.intro();
+    t.entra("TxtSubcuentasDesde", "400.2");
     EXPECT_EQ(t.textoDe("TxtSubcuentasDesde"), "40000002");
     EXPECT_EQ(t.textoDe("LblDesde"), saldos["40000002"].titulo);
     EXPECT_EQ(t.enfocado(), "TxtSubcuentasHasta");

@@ -40,9 +40,8 @@ TEST_F(Masivos, DuplicanUnAsientoConSuFactura) {
   cambia("Empresa", "NLinIVAS", 41);
   enLinea(9, 1);
   herramienta("MnuDuplicaAsiento", [&](Teclado& duplica) {
-    EXPECT_EQ(duplica.textoDe("TxtAsiento"), "9");
-    EXPECT_EQ(duplica.textoDe("TxtEmpresa"), "Comercial Ejemplo");
-    EXPECT_EQ(duplica.textoDe("TxtFecha"), "08/01/2024");
+    EXPECT_EQ(duplica.textosDe({"TxtAsiento", "TxtEmpresa", "TxtFecha"}),
+              (QStringList{"9", "Comercial Ejemplo", "08/01/2024"}));
     EXPECT_EQ(rejilla().filas(), 3);  // the asiento is on show meanwhile
     rellena(duplica, {{"TxtFecha", "0104"}});
     acepta(duplica);
@@ -124,10 +123,7 @@ TEST_F(Masivos, LlevanUnAsientoAOtraEmpresa) {
 }
 
 TEST_F(Masivos, CambianLoQueEncuentran) {
-  const struct {
-    Cambio cambio;
-    void (*efecto)(Linea&);
-  } casos[] = {
+  const std::pair<Cambio, void (*)(Linea&)> casos[] = {
       {{"Fecha", "0502", "0603", "3112", "se buscará 5 febrero 2024", "se guardará 6 marzo 2024"},
        [](Linea& l) {
          if (l.fecha == "05/02/2024") l.fecha = "06/03/2024";
@@ -229,19 +225,17 @@ TEST_F(Masivos, EliminanAsientosEnterosPorUnaCondicion) {
 }
 
 TEST_F(Masivos, AsientanLoQueFaltaParaCuadrar) {
-  const LineaDiario descuadres[] = {{"", "01/01/2024", "57000001", "Suelto", "9", ""},
-                                    {"", "10/03/2024", "57000001", "Suelto", "8", ""},
-                                    {"", "11/03/2024", "57000001", "Suelto", "", "7.5"},
-                                    {"", "12/03/2024", "57000001", "Suelto", "0.001", ""}};
-  for (const LineaDiario& linea : descuadres) tecleaLinea(*t, guion, ctx.sesion, linea, true);
+  for (const auto& [fecha, debe, haber] : {std::tuple("01/01/2024", "9", ""),
+                                           {"10/03/2024", "8", ""},
+                                           {"11/03/2024", "", "7.5"},
+                                           {"12/03/2024", "0.001", ""}})
+    teclea({{}, fecha, "57000001", "Suelto", debe, haber});
   libro = lee();
   const QString cuadrar = "Asiento %1 descuadrado, ¿desea cuadrar el asiento?";
   const QString fin = "Fín de la busqueda de cuadrar asientos descuadrados";
   herramienta("MnuCuadrarAsientosAutomaticamente", [&](Teclado& cuadra) {
-    EXPECT_EQ(cuadra.textoDe("TxtDesde"), "01/01/2024");
-    EXPECT_EQ(cuadra.textoDe("TxtHasta"), "31/12/2024");
-    cuadra.teclea("572.2");
-    cuadra.intro();
+    EXPECT_EQ(cuadra.textosDe({"TxtDesde", "TxtHasta"}), (QStringList{"01/01/2024", "31/12/2024"}));
+    cuadra.entra("572.2");
     EXPECT_EQ(cuadra.textoDe("LblCuenta"), "Caja Rural c/c");
     const QWidget& nombre = cuadra.control("LblCuenta");
     EXPECT_GT(nombre.width(), nombre.fontMetrics().horizontalAdvance(
@@ -258,12 +252,10 @@ TEST_F(Masivos, AsientanLoQueFaltaParaCuadrar) {
   herramienta("MnuCuadrarAsientosAutomaticamente", [&](Teclado& cuadra) {
     // What isn't there leads to the plan, which gives back the one chosen.
     guion.esperaDialogo("FrmVisualizaPlan", [](Teclado& plan) { plan.escape(); });
-    cuadra.teclea("O'Brien");
-    cuadra.intro();
+    cuadra.entra("O'Brien");
     EXPECT_EQ(cuadra.enfocado(), "TxtSubcuenta");
     guion.esperaDialogo("FrmVisualizaPlan", [](Teclado& plan) { plan.intro(); });
-    cuadra.teclea("43000");
-    cuadra.intro();
+    cuadra.entra("43000");
     EXPECT_EQ(cuadra.enfocado(), "TxtSubcuenta");
     EXPECT_EQ(cuadra.textoDe("TxtSubcuenta"), "43000001");
     alterna(cuadra, "ChkSolicitar");
@@ -299,10 +291,7 @@ TEST_F(Masivos, DanACadaAsientoSuPrimeraFechaDelAno) {
 
 TEST_F(Masivos, ComparanComoTextosLosNumerosDeRenumerar) {
   const struct {
-    const char* desde;
-    const char* numero;
-    const char* quedaDesde;
-    const char* quedaNumero;
+    const char *desde, *numero, *quedaDesde, *quedaNumero;
   } casos[] = {
       {"1", "1", "1", "1"}, {"9", "10", "9", "9"},      {"10", "9", "10", "9"},
       {"x", "0", "1", "1"}, {"20", "nada", "20", "20"}, {"3", "30", "3", "30"},
@@ -311,8 +300,7 @@ TEST_F(Masivos, ComparanComoTextosLosNumerosDeRenumerar) {
     for (const auto& caso : casos) {
       rellena(renumera, {{"TxtRenumeraAsientoDesde", caso.desde}});
       renumera.intro();
-      renumera.teclea(caso.numero);
-      renumera.intro();
+      renumera.entra(caso.numero);
       EXPECT_EQ(renumera.textoDe("TxtRenumeraAsientoDesde"), caso.quedaDesde) << caso.desde;
       EXPECT_EQ(renumera.textoDe("TxtRenumeraDesdeNumero"), caso.quedaNumero) << caso.numero;
     }
@@ -321,8 +309,8 @@ TEST_F(Masivos, ComparanComoTextosLosNumerosDeRenumerar) {
 }
 
 TEST_F(Masivos, RenumeranPorFechaDigaLoQueDigaElSegundoCampo) {
-  tecleaLinea(*t, guion, ctx.sesion, {"", "10/01/2024", "57000001", "Suelto", "9", ""}, true);
-  tecleaLinea(*t, guion, ctx.sesion, {"", "", "57200001", "Suelto", "", "9"}, false);
+  teclea({"", "10/01/2024", "57000001", "Suelto", "9", ""});
+  teclea({"", "", "57200001", "Suelto", "", "9"});
   factura("S0000000001", 121);
   cambiaLinea(17, "Fecha", "09/01/2024");
   libro = lee();
@@ -370,20 +358,14 @@ TEST_F(Masivos, RenumeranPorFechaDigaLoQueDigaElSegundoCampo) {
 // A tool that fails half-way leaves what it has done, and the window shows that.
 TEST_F(Masivos, MuestranLoHechoAntesDeUnFallo) {
   for (const char* fecha : {"10/03/2024", "11/03/2024"})
-    tecleaLinea(*t, guion, ctx.sesion, {"", fecha, "57000001", "Suelto", "9", ""}, true);
-  inserta("Diario", {{"NLinea", 315},
-                     {"NAsiento", 1},
-                     {"Fecha", "02/01/2024"},
-                     {"DH", "D"},
-                     {"Subcuenta", "57000001"},
-                     {"Descripcion", "Nada"},
-                     {"Importe", 0}});
+    teclea({"", fecha, "57000001", "Suelto", "9", ""});
+  inserta("Diario", lineaDe(315, 1, "02/01/2024", "57000001", 0, {{"Descripcion", "Nada"}}));
   libro = lee();
   herramienta("MnuCuadrarAsientosAutomaticamente", [&](Teclado& cuadra) {
     cuadra.teclea("572.2");
     alterna(cuadra, "ChkSolicitar");
     // The number of the second line is taken.
-    guion.esperaMensaje("Error 3022: " + ErrorEjecucion(err::kClaveDuplicada).descripcion());
+    guion.esperaMensaje(errorEnCaja(3022));
     acepta(cuadra);
     libro[314] = {121, "10/03/2024", "57200002", "Descuadre Automático", -9};
     comprueba();

@@ -35,7 +35,7 @@ TEST_F(Nominas, LoQueSeRechazaDejaLoTecleado) {
     d.intro();
     EXPECT_EQ(d.textoDe("TxtImpCaja"), "1.000,00 ");
     rellena(d, {{"TxtApunteN", "ciento"}});
-    guion.esperaMensaje("Error 3421: " + descripcionDeError(3421) + ": ciento", "Librano");
+    guion.esperaMensaje(errorEnCaja(3421, "ciento"), "Librano");
     acepta(d);
     EXPECT_EQ(d.textoDe("TxtApunteN"), "ciento");
     comprueba();
@@ -44,8 +44,7 @@ TEST_F(Nominas, LoQueSeRechazaDejaLoTecleado) {
     acepta(d);
   });
   t->pulsa("Command13");
-  libro[312] = {120, "31/03/2024", "64000001", "Nomina Sueldos y salarios", 1000};
-  libro[313] = {120, "31/03/2024", "57000001", "Nomina Sueldos y salarios", -1000};
+  anota(120, "31/03/2024", "Nomina Sueldos y salarios", {{"64000001", 1000}, {"57000001", -1000}});
   comprueba();
   EXPECT_EQ(filas("Select Asiento, NLinDiario from Empresa")[0], QStringList({"121", "314"}));
 }
@@ -59,12 +58,10 @@ TEST_F(Nominas, UnaAceptacionQueFallaSePuedeRepetir) {
     acepta(d);
   });
   t->pulsa("Command13");
-  int numero = 312;
-  for (const auto& [texto, importe] :
-       {std::pair("64000001 Nomina ", 1000), std::pair("57000001 Anticipos ", -100),
-        std::pair("57000001 Nomina ", -900)})
-    libro[numero++] = {121, "31/03/2024", QString(texto).left(8),
-                       QString(texto).mid(9) + "Sueldos y salarios", double(importe)};
+  for (const auto& [subcuenta, texto, importe] : {std::tuple("64000001", "Nomina", 1000.0),
+                                                  {"57000001", "Anticipos", -100.0},
+                                                  {"57000001", "Nomina", -900.0}})
+    anota(121, "31/03/2024", QString(texto) + " Sueldos y salarios", {{subcuenta, importe}});
   comprueba();
   // Left by the mouse, a code that isn't there asks nothing and writes nothing.
   guion.esperaDialogo("FrmNomina", [&](Teclado& d) {
