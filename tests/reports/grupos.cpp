@@ -28,14 +28,10 @@ class PorGrupos : public testing::Test {
     const double importe = azar(0, 9) == 0 ? 0 : azar(-20'000, 900'000) / 100.0;
     const QString concepto = QString("Letra a letra ").repeated(4).left(letras);
     anade(diario->Recordset(),
-          {{"NLinea", ++lineas},
-           {"NAsiento", asiento},
-           {"Fecha", fecha},
-           {"Subcuenta", subcuenta},
-           {"Descripcion", concepto},
-           {"DH", debe ? "D" : "H"},
-           {"Importe", debe ? importe : -importe},
-           {"Saldo", azar(0, 2) == 0 ? Variant() : Variant(azar(-2, 2) * importe)}});
+          lineaDe(++lineas, asiento, fecha, subcuenta, debe ? importe : -importe,
+                  {{"Descripcion", concepto},
+                   {"DH", debe ? "D" : "H"},
+                   {"Saldo", azar(0, 2) == 0 ? Variant() : Variant(azar(-2, 2) * importe)}}));
   }
   // Asientos of one line to sixty, some of several days or with long concepts.
   void llena(int asientos, int subcuentas) {
@@ -58,16 +54,12 @@ class PorGrupos : public testing::Test {
   // A delivered template on a paper of another height.
   std::shared_ptr<Documento> abre(const QString& nombre, int alto, const QString& seleccion) {
     const auto lee = [](const QString& fichero) {
-      QFile f(QString(LIBRANO_FUENTES) + "/impresos/" + fichero);
-      EXPECT_TRUE(f.open(QIODevice::ReadOnly));
-      return QString::fromUtf8(f.readAll());
+      return QString::fromUtf8(contenidoDe(rutaFuente("impresos/" + fichero)));
     };
     const QString ruta = libros.dirDatos() + "prueba.rpt";
-    QFile f(rutaSistema(ruta));
-    EXPECT_TRUE(f.open(QIODevice::WriteOnly));
-    f.write(lee(nombre).replace("incluye = encabezado.inc", lee("encabezado.inc")).toUtf8());
-    f.write(QString("\n[informe]\npapel = 210x%1\n").arg(alto).toUtf8());
-    f.close();
+    haceFichero(rutaSistema(ruta),
+                lee(nombre).replace("incluye = encabezado.inc", lee("encabezado.inc")).toUtf8() +
+                    QString("\n[informe]\npapel = 210x%1\n").arg(alto).toUtf8());
     return abreLibro(libros.motor, libros.rutaEmpresa(), ruta, seleccion);
   }
 
