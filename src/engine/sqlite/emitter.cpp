@@ -129,7 +129,7 @@ QString Emitter::grouping(const Query& query) {
 // engine is free to begin with any of them.
 QString Emitter::from(const From& from, ExprPtr& conditions) {
   if (from.kind == From::Kind::Source) return source(from.source);
-  const QString left = this->from(*from.left, conditions);
+  QString left = this->from(*from.left, conditions);
   if (std::find(skipped_.begin(), skipped_.end(), from.right->source.id) != skipped_.end())
     return left;
   if (from.kind == From::Kind::Left) {
