@@ -153,6 +153,19 @@ void sumas_n4_directo(benchmark::State& estado) {
   for (auto _ : estado) benchmark::DoNotOptimize(Directo::recorre(sentencia));
 }
 
+// What they are made of: the kept sums by subcuenta and month, each value taken.
+void sumas_guardadas_directo(benchmark::State& estado) {
+  Directo directo(libros(estado).rutaSistema());
+  sqlite3_stmt* sentencia = directo.prepara("SELECT * FROM librano_sumas_3");
+  for (auto _ : estado) {
+    while (sqlite3_step(sentencia) == SQLITE_ROW) {
+      for (int c = 0; c < sqlite3_column_count(sentencia); ++c)
+        benchmark::DoNotOptimize(sqlite3_column_text(sentencia, c));
+    }
+    sqlite3_reset(sentencia);
+  }
+}
+
 // --- the whole journal on show
 // ------------------------------------------------------------------------
 
@@ -206,5 +219,6 @@ BENCHMARK(localiza_librano)->Name("localizar una subcuenta/librano")->Apply(tama
 BENCHMARK(localiza_directo)->Name("localizar una subcuenta/directo")->Apply(tamanos);
 BENCHMARK(sumas_n4_librano)->Name("sumas y saldos N4/librano")->Apply(tamanos);
 BENCHMARK(sumas_n4_directo)->Name("sumas y saldos N4/directo")->Apply(tamanos);
+BENCHMARK(sumas_guardadas_directo)->Name("sumas guardadas/directo")->Apply(tamanos);
 
 }  // namespace
