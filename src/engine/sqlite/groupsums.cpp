@@ -96,7 +96,7 @@ const GroupSums::Reading& GroupSums::reading(const QString& table, const QString
     if (known.table == table && known.columns == columns) return known;
   const auto schema = store_.schema();
   const auto& all = schema->runningSums();
-  Reading reading{table, columns, {}, {}};
+  Reading reading{table, columns, {}, {}, {}};
   QStringList outputs;
   for (std::size_t i = 0; i < all.size(); ++i) {
     if (all[i].baseTable != table) continue;
@@ -104,10 +104,12 @@ const GroupSums::Reading& GroupSums::reading(const QString& table, const QString
     const auto written = [&](const QString& column) { return watched.contains(column); };
     if (!columns.isEmpty() && std::none_of(columns.begin(), columns.end(), written)) continue;
     reading.sums.push_back(static_cast<int>(i));
+    reading.watched += watched;
     outputs += sumsCounting(all[i]);
   }
   reading.sql = QStringLiteral("SELECT ") + outputs.join(QStringLiteral(", ")) +
                 QStringLiteral(" FROM ") + bracketed(table) + QStringLiteral(" WHERE rowid = ?1");
+  reading.watched.removeDuplicates();
   if (readings_.size() == kReadingsKept) readings_.clear();
   return readings_.emplace_back(std::move(reading));
 }
@@ -162,15 +164,16 @@ std::vector<GroupSums::Count> GroupSums::countsWritten(const QString& table, Key
 std::vector<GroupSums::Count> GroupSums::countsAdded(const QString& table, Key key,
                                                      const Values& values) {
   if (!gathering_) return {};
+  const Reading& reads = reading(table, {});
+  if (!std::all_of(reads.watched.begin(), reads.watched.end(),
+                   [&](const QString& column) { return values.contains(column); }))
+    return countsOf(table, key);
   const auto schema = store_.schema();
   std::vector<Count> now;
-  for (const int place : reading(table, {}).sums) {
+  for (const int place : reads.sums) {
     const Catalog::RunningSums& sums = schema->runningSums()[static_cast<std::size_t>(place)];
     Count& count = now.emplace_back(Count{place, {}, QList<Variant>(sums.keys.size())});
-    const QStringList columns = sumsColumns(sums);
-    const bool all = std::all_of(columns.begin(), columns.end(),
-                                 [&](const QString& column) { return values.contains(column); });
-    if (!all || !tells(values, count)) return countsOf(table, key);
+    if (!tells(values, count)) return countsOf(table, key);
   }
   return now;
 }

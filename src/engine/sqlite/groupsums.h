@@ -61,6 +61,7 @@ class GroupSums {
     QString table;
     QStringList columns;
     std::vector<int> sums;
+    QStringList watched;  // columns that these depend on
     QString sql;
   };
   const Reading& reading(const QString& table, const QStringList& columns);

@@ -147,7 +147,7 @@ class FileStore : public Store {
     QString sql;
     QString nextRowSql;  // of an insertion, where the engine deals out the row numbers
     std::shared_ptr<const Schema> schema;
-    bool ofKey = false;  // some of the columns are of the primary key
+    QStringList primary;  // columns of the table's key
   };
 
   static int onBusy(void* store, int tries);
@@ -170,7 +170,7 @@ class FileStore : public Store {
   const Written& inserting(const QString& table, const QStringList& columns);
   Key nextRow(const Written& written);
   const Written& updating(const QString& table, const QStringList& columns);
-  void checkKey(const QString& table, Key key, const Values& values);
+  void checkKey(const Written& written, Key key, const Values& values);
   void checkTwin(const QString& table, const QString& column, const QString& value, Key key);
 
   sqlite3* db_ = nullptr;

@@ -42,13 +42,13 @@ Variant keyValue(const Schema& schema, const QString& table, const QString& colu
 }  // namespace
 
 // `key` is 0 for a row that is being added.
-void FileStore::checkKey(const QString& table, Key key, const Values& values) {
-  const QStringList primary = schema()->primaryColumns(table);
-  for (const QString& column : primary) {
+void FileStore::checkKey(const Written& written, Key key, const Values& values) {
+  for (const QString& column : written.primary) {
     if (key != 0 && !values.contains(column)) continue;
-    const Variant value = keyValue(*schema(), table, column, values);
+    const Variant value = keyValue(*schema(), written.table, column, values);
     if (value.isNull()) throw ErrorEjecucion(err::kClaveNula, column);
-    if (value.isText() && primary.size() == 1) checkTwin(table, column, value.text(), key);
+    if (value.isText() && written.primary.size() == 1)
+      checkTwin(written.table, column, value.text(), key);
   }
 }
 
@@ -83,7 +83,9 @@ const FileStore::Written& FileStore::inserting(const QString& table, const QStri
              ? QStringLiteral(" DEFAULT VALUES")
              : QStringLiteral(" (") + names.join(QStringLiteral(", ")) +
                    QStringLiteral(") VALUES (") + marks.join(QStringLiteral(", ")) + u')';
-  inserting_ = {table, columns, sql, numbered ? nextRowSql(table) : QString(), now, true};
+  inserting_ = {table, columns,
+                sql,   numbered ? nextRowSql(table) : QString(),
+                now,   now->primaryColumns(table)};
   return inserting_;
 }
 
@@ -97,9 +99,9 @@ Key FileStore::nextRow(const Written& written) {
 
 Key FileStore::insert(const QString& table, const Values& values) {
   if (groupChanges_ >= kManyRows) sums_.gather();
-  checkKey(table, 0, values);
-  sums_.refuseTooLarge(table, values);
   const Written& written = inserting(table, values.keys());
+  checkKey(written, 0, values);
+  sums_.refuseTooLarge(table, values);
   QList<Variant> bound;
   Key key = 0;
   if (!written.nextRowSql.isEmpty()) {
@@ -124,16 +126,13 @@ const FileStore::Written& FileStore::updating(const QString& table, const QStrin
   QStringList sets;
   for (const QString& column : columns)
     sets += bracketed(column) + QStringLiteral(" = ?") + QString::number(sets.size() + 2);
-  const QStringList primary = now->primaryColumns(table);
-  const bool ofKey = std::any_of(primary.begin(), primary.end(),
-                                 [&](const QString& column) { return columns.contains(column); });
   updating_ = {table,
                columns,
                QStringLiteral("UPDATE ") + bracketed(table) + QStringLiteral(" SET ") +
                    sets.join(QStringLiteral(", ")) + QStringLiteral(" WHERE rowid = ?1"),
                {},
                now,
-               ofKey};
+               now->primaryColumns(table)};
   return updating_;
 }
 
@@ -142,7 +141,7 @@ bool FileStore::update(const QString& table, Key key, const Values& values) {
   if (values.isEmpty()) return true;
   const QStringList columns = values.keys();
   const Written& written = updating(table, columns);
-  if (written.ofKey) checkKey(table, key, values);
+  checkKey(written, key, values);
   sums_.refuseTooLarge(table, values);
   QList<Variant> bound{key};
   for (const Variant& value : values) bound += value;
