@@ -8,6 +8,7 @@
 #include "engine/dbengine.h"
 #include "journal/widgets/trabajoendiario.h"
 #include "oficial/widgets/hojaimpresa.h"
+#include "toolkit/celdaimporte.h"
 #include "toolkit/principal.h"
 #include "ui_frmconversion2007.h"
 
@@ -60,6 +61,8 @@ FrmConversion2007::FrmConversion2007(Contexto& contexto)
 FrmConversion2007::~FrmConversion2007() = default;
 
 void FrmConversion2007::Form_Load() {
+  ui_->GrdConversion->setItemDelegateForColumn(
+      kSaldo, new CeldaImporte(sesion().MascaraImporte, ui_->GrdConversion));
   setOpcion("OptVer", kCambian);
   setOpcion("OptModelo", 1);
 }

@@ -3,6 +3,7 @@
 #include "common/formato.h"
 #include "common/ignorar.h"
 #include "engine/dbengine.h"
+#include "toolkit/celdaimporte.h"
 #include "toolkit/principal.h"
 #include "ui_frmacumulados.h"
 
@@ -34,6 +35,9 @@ void FrmAcumulados::encabeza() {
   ui_->Grid->setEditTriggers(QAbstractItemView::NoEditTriggers);
   ui_->Grid->horizontalHeader()->hide();
   ui_->Grid->verticalHeader()->hide();
+  // Headings are no amounts; they have no blank at their end either.
+  for (int c = Debe; c <= Saldo; ++c)
+    ui_->Grid->setItemDelegateForColumn(c, new CeldaImporte(sesion().MascaraImporte, ui_->Grid));
   const QStringList titulos = {"", "Debe", "Haber", "Saldo mes", "Saldo"};
   for (int c = 0; c < kColumnas; ++c) pon(0, c, titulos.at(c));
   for (int mes = 1; mes <= kMeses; ++mes)

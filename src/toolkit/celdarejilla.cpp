@@ -1,9 +1,8 @@
 #include "toolkit/celdarejilla.h"
 
-#include <QApplication>
 #include <QLineEdit>
 
-#include "toolkit/decimales.h"
+#include "toolkit/celdaimporte.h"
 #include "toolkit/modelorejilla.h"
 
 CeldaRejilla::CeldaRejilla(const ModeloRejilla& modelo, Rejilla* rejilla)
@@ -16,16 +15,7 @@ void CeldaRejilla::paint(QPainter* pintor, const QStyleOptionViewItem& opcion,
   }
   QStyleOptionViewItem celda = opcion;
   initStyleOption(&celda, indice);
-  const QString importe = celda.text;
-  const auto& estilo = *(celda.widget ? celda.widget->style() : QApplication::style());
-  celda.text.clear();
-  estilo.drawControl(QStyle::CE_ItemViewItem, &celda, pintor, celda.widget);
-  // Over the cell with its colours, without a second focus frame.
-  celda.text = sinBlancoFinal(importe);
-  celda.state &= ~QStyle::State_HasFocus;
-  celda.rect.adjust(
-      0, 0, -sangriaDecimal(importe, modelo_.mascara(indice.column()), celda.fontMetrics), 0);
-  estilo.drawControl(QStyle::CE_ItemViewItem, &celda, pintor, celda.widget);
+  pintaImporte(pintor, celda, modelo_.mascara(indice.column()));
 }
 
 QWidget* CeldaRejilla::createEditor(QWidget* padre, const QStyleOptionViewItem&,
