@@ -23,11 +23,14 @@ class Libro : public Catalog {
     tables_ = {{QStringLiteral("Diario"),
                 {column("NLinea", FieldType::Long), column("NAsiento", FieldType::Long),
                  column("Fecha", FieldType::Date), column("Subcuenta", FieldType::Text),
-                 column("DH", FieldType::Text), column("Importe", FieldType::Double)}},
+                 column("DH", FieldType::Text), column("Importe", FieldType::Double)},
+                {}},
                {QStringLiteral("Subcuentas"),
-                {column("Subcuenta", FieldType::Text), column("Descripcion", FieldType::Text)}},
+                {column("Subcuenta", FieldType::Text), column("Descripcion", FieldType::Text)},
+                {{0}}},
                {QStringLiteral("Empresa"),
-                {column("Año", FieldType::Long), column("Limpiar", FieldType::Boolean)}}};
+                {column("Año", FieldType::Long), column("Limpiar", FieldType::Boolean)},
+                {}}};
     sums_ = {{QStringLiteral("sumas"),
               QStringLiteral("Diario"),
               QStringLiteral("DH"),
@@ -36,14 +39,16 @@ class Libro : public Catalog {
               {QStringLiteral("Subcuenta"), QStringLiteral("Mes")},
               QStringLiteral("n"),
               QStringLiteral("d"),
-              QStringLiteral("h")}};
+              QStringLiteral("h"),
+              QStringLiteral("nd"),
+              QStringLiteral("nh")}};
     sqlite3_open(":memory:", &db_);
     registerFunctions(db_);
     sqlite3_exec(db_,
                  "CREATE TABLE Diario(NLinea,NAsiento,Fecha,Subcuenta COLLATE NOCASE,DH,Importe);"
                  "CREATE TABLE Subcuentas(Subcuenta COLLATE NOCASE,Descripcion);"
                  "CREATE TABLE Empresa([Año],Limpiar);"
-                 "CREATE TABLE sumas(Subcuenta COLLATE NOCASE,Mes,n,d,h)",
+                 "CREATE TABLE sumas(Subcuenta COLLATE NOCASE,Mes,n,d,h,nd,nh)",
                  nullptr, nullptr, nullptr);
   }
 
@@ -110,14 +115,15 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     libro.mustAccept(texts.wholeSql);
     if (lang::hasKeys(*query)) libro.mustAccept(texts.keysSql);
     if (lang::hasKeys(*query)) libro.mustAccept(texts.rowSql);
+    if (!texts.likelySql.isEmpty()) libro.mustAccept(texts.likelySql);
   } catch (const ErrorEjecucion&) {
   }
   for (const char* source : {"Lineas", "Saldos", "Distintas"}) {
     try {
       const lang::Parsed parsed(QString::fromUtf8(source), kAno);
-      const auto query = lang::matching(parsed, text, libro, kAno);
-      const Texts texts = textsOf(*query);
-      libro.mustAccept(lang::hasKeys(*query) ? texts.keysSql : texts.wholeSql);
+      if (lang::hasKeys(*lang::resolved(parsed, libro, kAno)))
+        libro.mustAccept(textsOf(*lang::matching(parsed, text, true, libro, kAno)).keysSql);
+      libro.mustAccept(textsOf(*lang::matching(parsed, text, false, libro, kAno)).wholeSql);
     } catch (const ErrorEjecucion&) {
       continue;
     }
