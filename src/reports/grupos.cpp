@@ -12,6 +12,7 @@ namespace {
 constexpr qint64 kSumaExacta = 4'000'000'000;  // beyond it a number has no place for millionths
 constexpr qint64 kFilasPorCabecera = 50;  // below it a look at each group's first row costs more
 constexpr qint64 kUnaLarga = 20;          // more than one in so many, and rows are counted
+constexpr qint64 kParteDelLibro = 4;      // a smaller part of it is read as soon as counted
 constexpr size_t kGruposPorTanda = 64;
 constexpr qint64 kFilasPorTanda = 20'000;
 
@@ -127,43 +128,52 @@ std::shared_ptr<const Grupos> Grupos::de(const Plantilla& plantilla, const Fuent
   if (!planteo) return nullptr;
   Database& base = fuente.base();
   const auto cierre = base.hold();
-  Consulta consulta = fuente.consulta();
-  consulta.condiciones.clear();
-  const std::shared_ptr<Grupos> g(new Grupos(*planteo, std::move(consulta)));
-  if (!base.readsKeptSums(g->sentencia())) return nullptr;
-  g->consulta_.condiciones = fuente.consulta().condiciones;
-  g->quitaLimitesVanos(base);
-  if (!base.readsKeptSums(g->sentencia()) || !g->lee(base)) return nullptr;
+  const std::shared_ptr<Grupos> g(new Grupos(*planteo, fuente.consulta()));
+  if (!g->eligeLimites(base) || !g->lee(base)) return nullptr;
   const auto grupos = static_cast<qint64>(g->cuantos());
   if (!planteo->cabeceras.empty() && g->filas() < grupos * kFilasPorCabecera) return nullptr;
-  if (!g->apartaLargas(base)) return nullptr;
+  if (!g->apartaLargas(base) || !g->criba(base)) return nullptr;
   g->apartaPartidas(base);
   return g;
 }
 
-// A book of the whole year is asked for by its first day and its last.
-void Grupos::quitaLimitesVanos(Database& base) {
-  Consulta todas = consulta_;
-  todas.condiciones.clear();
-  const auto hay = [&](const QString& fuera) {
-    RowReader cuenta(base, todas.sentenciaDe(QStringLiteral("Count(*)"), fuera, {}));
-    return cuenta.next() && cuenta.number(0) > 0;
-  };
-  std::erase_if(consulta_.condiciones, [&](const Formula::Parte& p) {
-    return !p.fuera.isEmpty() && std::none_of(p.fuera.begin(), p.fuera.end(), hay);
-  });
+qint64 Grupos::cuantas(Database& base, const Consulta& consulta, const QString& ademas) {
+  RowReader cuenta(base, consulta.sentenciaDe(QStringLiteral("Count(*)"), ademas, {}));
+  return cuenta.next() ? cuenta.value(0).integer() : 0;
 }
 
-QString Grupos::sentencia() const {
-  const QString clave = expresionDe(consulta_, planteo_.clave);
+// Tells the limits that leave nothing out, as the first day and the last of the year do, those that
+// the sums know of, and the others. False where the sums know of nothing, or of too much.
+bool Grupos::eligeLimites(Database& base) {
+  Consulta suelta = consulta_;
+  suelta.condiciones.clear();
+  if (!base.readsKeptSums(sentencia(suelta))) return false;
+  std::erase_if(consulta_.condiciones, [&](const Formula::Parte& p) {
+    return !p.fuera.isEmpty() && std::all_of(p.fuera.begin(), p.fuera.end(), [&](const QString& f) {
+      return cuantas(base, suelta, f) == 0;
+    });
+  });
+  deSumas_ = consulta_;
+  std::erase_if(deSumas_.condiciones, [&](const Formula::Parte& p) {
+    Consulta una = suelta;
+    una.condiciones = {p};
+    return !base.readsKeptSums(sentencia(una));
+  });
+  if (!limitada()) return true;
+  return !planteo_.internas.empty() &&
+         cuantas(base, consulta_, {}) > cuantas(base, deSumas_, {}) / kParteDelLibro;
+}
+
+QString Grupos::sentencia(const Consulta& consulta) const {
+  const QString clave = expresionDe(consulta, planteo_.clave);
   QString lista = clave + QStringLiteral(", Count(*)");
   for (const int o : planteo_.sumadas)
-    lista += QStringLiteral(", Sum(%1)").arg(expresionDe(consulta_, o));
-  return consulta_.sentenciaDe(lista, {}, QStringLiteral(" GROUP BY %1 ORDER BY %1").arg(clave));
+    lista += QStringLiteral(", Sum(%1)").arg(expresionDe(consulta, o));
+  return consulta.sentenciaDe(lista, {}, QStringLiteral(" GROUP BY %1 ORDER BY %1").arg(clave));
 }
 
 bool Grupos::lee(Database& base) {
-  RowReader fila(base, sentencia());
+  RowReader fila(base, sentencia(deSumas_));
   const int sumas = static_cast<int>(planteo_.sumadas.size());
   while (fila.next()) {
     Variant clave = fila.value(0);
@@ -186,7 +196,7 @@ bool Grupos::lee(Database& base) {
 bool Grupos::apartaLargas(Database& base) {
   if (planteo_.largas.isEmpty()) return true;
   const auto largas = base.OpenRecordset(
-      consulta_.sentenciaDe(expresionDe(consulta_, planteo_.clave), planteo_.largas, {}));
+      deSumas_.sentenciaDe(expresionDe(consulta_, planteo_.clave), planteo_.largas, {}));
   const int cuantas = largas->rowTotal();
   if (cuantas > filas() / kUnaLarga) return false;
   std::vector<qint64> claves;
@@ -197,18 +207,64 @@ bool Grupos::apartaLargas(Database& base) {
   return true;
 }
 
+// Under limits of which the sums know nothing, as dates are to asientos, a group with all of its
+// rows still adds up to its sums. False where too few do.
+bool Grupos::criba(Database& base) {
+  if (!limitada()) return true;
+  const QString clave = expresionDe(consulta_, planteo_.clave);
+  const QString dentro = expresionDe(consulta_, planteo_.internas.front());
+  RowReader par(base, consulta_.sentenciaDe(
+                          QStringLiteral("%1, Count(*)").arg(clave), {},
+                          QStringLiteral(" GROUP BY %2, %1 ORDER BY %2, %1").arg(clave, dentro)));
+  std::vector<std::pair<qint64, qint64>> cuentas;
+  cuentas.reserve(cuantos());
+  while (par.next()) {
+    if (!par.value(0).isInteger()) return false;
+    cuentas.emplace_back(par.value(0).integer(), par.value(1).integer());
+  }
+  std::sort(cuentas.begin(), cuentas.end());
+  return quedaCon(cuentas);
+}
+
+bool Grupos::quedaCon(const std::vector<std::pair<qint64, qint64>>& cuentas) {
+  const size_t sumadas = planteo_.sumadas.size();
+  const std::vector<qint64> antes = std::exchange(primeras_, {0});
+  auto cuenta = cuentas.begin();
+  size_t quedan = 0;
+  qint64 sueltas = 0;
+  for (size_t g = 0; g < claves_.size(); ++g) {
+    qint64 filas = 0, partes = 0;
+    for (; cuenta != cuentas.end() && cuenta->first == claves_[g].integer(); ++cuenta, ++partes)
+      filas += cuenta->second;
+    if (filas == 0) continue;
+    sueltos_[quedan] = sueltos_[g] || partes > 1 || filas != antes[g + 1] - antes[g];
+    if (sueltos_[quedan]) sueltas += filas;
+    std::copy_n(sumas_.begin() + std::ptrdiff_t(g * sumadas), sumadas,
+                sumas_.begin() + std::ptrdiff_t(quedan * sumadas));
+    if (quedan != g) claves_[quedan] = std::move(claves_[g]);
+    primeras_.push_back(primeras_.back() + filas);
+    ++quedan;
+  }
+  claves_.resize(quedan);
+  sueltos_.resize(quedan);
+  sumas_.resize(quedan * sumadas);
+  return cuenta == cuentas.end() && sueltas <= filas() / 2;
+}
+
 // Groups that have inner ones: those that stand beside more than one of their values.
 void Grupos::apartaPartidas(Database& base) {
   const QString clave = expresionDe(consulta_, planteo_.clave);
-  for (const int interna : planteo_.internas) {
-    // The inner one first, as the indexes have them.
-    RowReader par(
-        base,
-        consulta_.sentenciaDe(
-            QStringLiteral("DISTINCT %1, %2").arg(expresionDe(consulta_, interna), clave), {}, {}));
+  // By the first of them they have been counted where there are limits.
+  for (const int interna : std::span(planteo_.internas).subspan(limitada() ? 1 : 0)) {
+    // In order of the inner one, as there is an index; an order that isn't that of the columns
+    // spares a grouping.
+    const QString dentro = expresionDe(consulta_, interna);
+    RowReader par(base,
+                  consulta_.sentenciaDe(QStringLiteral("DISTINCT %1, %2").arg(clave, dentro), {},
+                                        QStringLiteral(" ORDER BY %2, %1").arg(clave, dentro)));
     std::vector<qint64> claves;
     claves.reserve(cuantos());
-    while (par.next()) claves.push_back(par.value(1).integer());
+    while (par.next()) claves.push_back(par.value(0).integer());
     std::sort(claves.begin(), claves.end());
     std::vector<qint64> repetidas;
     for (size_t i = 1; i < claves.size(); ++i) {

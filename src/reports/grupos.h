@@ -52,15 +52,21 @@ class Grupos {
  private:
   Grupos(Planteo planteo, Consulta consulta)
       : planteo_(std::move(planteo)), consulta_(std::move(consulta)) {}
-  void quitaLimitesVanos(Database& base);
-  QString sentencia() const;
+  static qint64 cuantas(Database& base, const Consulta& consulta, const QString& ademas);
+  bool eligeLimites(Database& base);
+  // Whether there are limits that the sums don't know of.
+  bool limitada() const { return deSumas_.condiciones.size() != consulta_.condiciones.size(); }
+  QString sentencia(const Consulta& consulta) const;
   bool lee(Database& base);
   bool apartaLargas(Database& base);
+  bool criba(Database& base);
+  bool quedaCon(const std::vector<std::pair<qint64, qint64>>& cuentas);
   void apartaPartidas(Database& base);
   void aparta(std::vector<qint64> claves);
 
   Planteo planteo_;
   Consulta consulta_;  // without the limits that leave nothing out
+  Consulta deSumas_;   // without those either that the sums don't know of
   std::vector<Variant> claves_;
   std::vector<qint64> primeras_{0};
   std::vector<qint64> sumas_;  // by group, and in it by summed column
