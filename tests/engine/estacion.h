@@ -9,39 +9,32 @@ class Estacion {
  public:
   explicit Estacion(const QString& ruta) : ruta_(ruta) {}
 
-  // Runs an order to its end; what it prints after its mark.
-  QString corre(const QString& orden) {
-    arranca(orden);
-    proceso_.waitForFinished();
-    return dicho();
-  }
-  // Kills it some milliseconds after it began to print; the last number that it printed.
-  int mata(const QString& orden, int milisegundos) {
-    arranca(orden);
-    proceso_.waitForReadyRead();
-    proceso_.waitForFinished(milisegundos);
-    ::kill(static_cast<pid_t>(proceso_.processId()), SIGKILL);
-    proceso_.waitForFinished();
-    return dicho().section(' ', -1).toInt();
-  }
-
- private:
-  void arranca(const QString& orden) {
+  // Begins an order in a process of its own.
+  void empieza(const QString& orden) {
     QProcessEnvironment entorno = QProcessEnvironment::systemEnvironment();
     entorno.insert("LIBRANO_ORDEN", orden);
     entorno.insert("LIBRANO_FICHERO", ruta_);
     proceso_.setProcessEnvironment(entorno);
     proceso_.start(QCoreApplication::applicationFilePath(), {"--gtest_filter=Orden.*"});
   }
-  QString dicho() {
-    QStringList todo;
-    const QList<QByteArray> lineas = proceso_.readAllStandardOutput().split('\n');
+  // Waits for its end: its exit code.
+  int acaba() {
+    proceso_.waitForFinished(-1);
+    return proceso_.exitCode();
+  }
+  // Kills it some milliseconds after it began to print; the last number that it printed.
+  int mata(const QString& orden, int milisegundos) {
+    empieza(orden);
+    proceso_.waitForReadyRead();
+    proceso_.waitForFinished(milisegundos);
+    ::kill(static_cast<pid_t>(proceso_.processId()), SIGKILL);
+    proceso_.waitForFinished();
     // The last line may have been cut by the kill.
-    for (qsizetype i = 0; i + 1 < lineas.size(); ++i)
-      if (lineas[i].startsWith("dice ")) todo += QString::fromUtf8(lineas[i].mid(5));
-    return todo.join(' ');
+    const QByteArrayList lineas = proceso_.readAllStandardOutput().split('\n');
+    return lineas.value(lineas.size() - 2).mid(5).toInt();
   }
 
+ private:
   QString ruta_;
   QProcess proceso_;
 };

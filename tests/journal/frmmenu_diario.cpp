@@ -19,23 +19,19 @@ class FrmMenuDiario : public MenuAbierto {
 };
 
 TEST_F(FrmMenuDiario, SeMueveConSusBotonesYMarcaElAsientoEnQueEsta) {
-  const struct {
-    const char* boton;
-    int fila;
-    const char* debe;
-  } pasos[] = {{"CmdPrimero", 0, "100,00 "},   {"CmdAnterior", 0, "100,00 "},
-               {"CmdSiguiente", 1, "100,00 "}, {"CmdUltimo", 2, "30,00 "},
-               {"CmdSiguiente", 2, "30,00 "},  {"CmdAnterior", 1, "100,00 "}};
-  for (const auto& paso : pasos) t->pulsa(paso.boton);  // there is nowhere to go yet
+  const std::tuple<const char*, int, const char*> pasos[] = {
+      {"CmdPrimero", 0, "100,00 "}, {"CmdAnterior", 0, "100,00 "}, {"CmdSiguiente", 1, "100,00 "},
+      {"CmdUltimo", 2, "30,00 "},   {"CmdSiguiente", 2, "30,00 "}, {"CmdAnterior", 1, "100,00 "}};
+  for (const auto& [boton, fila, debe] : pasos) t->pulsa(boton);  // there is nowhere to go yet
   guion.esperaMensaje("Debe seleccionar un apunte de la lista de apuntes", "Error");
   t->pulsa("CmdModificaApunte");
   EXPECT_EQ(t->enfocado(), "GrdApuntes");
   t->tecla(Qt::Key_F5);
   tecleaTres();
-  for (const auto& paso : pasos) {
-    t->pulsa(paso.boton);
-    EXPECT_EQ(rejilla().filaActual(), paso.fila) << paso.boton;
-    EXPECT_EQ(totales("Marcado").constFirst(), paso.debe) << paso.boton;
+  for (const auto& [boton, fila, debe] : pasos) {
+    t->pulsa(boton);
+    EXPECT_EQ(rejilla().filaActual(), fila) << boton;
+    EXPECT_EQ(totales("Marcado").constFirst(), debe) << boton;
   }
   EXPECT_EQ(rejilla().texto(1, 5), "");
   EXPECT_EQ(rejilla().texto(1, 6), "-100,00");

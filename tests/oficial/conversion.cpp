@@ -1,10 +1,6 @@
 // A company of the plan of 1990 put on that of 2007.
 #include "oficial/conversion.h"
 
-#include <signal.h>
-#include <unistd.h>
-
-#include "engine/estacion.h"
 #include "oficial/estados.h"
 #include "soporte/libros.h"
 
@@ -186,48 +182,6 @@ TEST_F(ConversionA2007, LoQueFallaNoDejaNada) {
   conversion.filas[0].nuevo = conversion.filas[1].nuevo;
   EXPECT_NE(numeroDeError([&] { convierteA2007(motor, *empresa, conversion, hoy, callado); }), 0);
   EXPECT_EQ(todo(), antes);
-}
-
-// In another process: the conversion, killed at its n-th row; at the first of none, never.
-TEST(Orden, ConvertirHastaUnaFila) {
-  const QStringList orden = qEnvironmentVariable("LIBRANO_ORDEN").split(' ');
-  if (orden[0] != "convierte") GTEST_SKIP() << "sólo la corren otras pruebas, en otro proceso";
-  DBEngine motor;
-  const QString ruta = qEnvironmentVariable("LIBRANO_FICHERO");
-  const auto empresa = motor.Workspaces(0).OpenDatabase(ruta);
-  copiaAntesDeConvertir(motor, ruta);
-  int quedan = orden[1].toInt();
-  const auto mata = [&](int, int) {
-    motor.breathe();
-    if (--quedan == 0) ::kill(::getpid(), SIGKILL);
-  };
-  convierteA2007(motor, *empresa,
-                 {Modelo2007::Pymes, proponeConversion(*empresa, Modelo2007::Pymes)}, {2024, 4, 1},
-                 mata);
-}
-
-// Killed wherever it is, the books are wholly those of before, and their copy stands beside them.
-TEST_F(ConversionA2007, MatarloLaDejaComoEstaba) {
-  asientaTrimestre();
-  motor.flush();
-  const QStringList antes = todo();
-  const QString copia = rutaEmpresa().replace("Conta.MDB", "Conta antes de 2007");
-  int veces = 0;
-  const auto corre = [&](int fila) {
-    Estacion(rutaEmpresa()).corre(QString("convierte %1").arg(fila));
-    const QString una = veces == 0 ? copia : copia + QString(" (%1)").arg(veces + 1);
-    ++veces;
-    DBEngine otro;
-    EXPECT_FALSE(plan2007De(*otro.Workspaces(0).OpenDatabase(una + ".MDB")).sigue) << fila;
-  };
-  for (const int fila : {1, 150, 311}) {
-    corre(fila);
-    EXPECT_EQ(todo(), antes) << fila;
-    EXPECT_FALSE(plan2007De(*empresa).sigue) << fila;
-  }
-  corre(0);
-  EXPECT_TRUE(plan2007De(*empresa).sigue);
-  EXPECT_EQ(filas("Select * from Diario where Subcuenta='22600001'").size(), 0);
 }
 
 }  // namespace

@@ -9,6 +9,7 @@ namespace {
 
 constexpr const char* kContenido =
     "SELECT * FROM Diario ORDER BY NLinea; SELECT * FROM RSIVA ORDER BY Codigo; "
+    "SELECT Subcuenta, Cuenta FROM Subcuentas ORDER BY Subcuenta; "
     "SELECT Asiento, NLinDiario, NLinIVAS, NLinIVAR FROM Empresa";
 
 // The bank's movements with their lines; a complaint, and always the same, where none was read yet.
