@@ -21,22 +21,11 @@ class EscenarioPlan : public Escenario {
       inserta("Subcuentas", subcuentaDe(codigo, nombre));
   }
 
-  // Opens a screen as its caller does, with the codes of the dialog protocol.
-  Teclado abreCon(const QString& nombre, int codigoLlamada, const QString& valorElegido = {}) {
-    ctx.sesion.CodigoLlamada = codigoLlamada;
-    ctx.sesion.ValorElegido = valorElegido;
-    return Teclado(abre(nombre));
-  }
-  bool abierto(const QString& nombre) const { return formularios->abierto(nombre) != nullptr; }
   // The fields of a row; empty without it.
   QString cuenta(const QString& codigo) const {
     return fila("Select * from Cuentas where Cuenta='" + codigo + "'");
   }
   QString subcuenta(const QString& codigo) const {
     return fila("Select Cuenta, Descripcion from Subcuentas where Subcuenta='" + codigo + "'");
-  }
-  QString fila(const QString& fuente) const {
-    const auto todas = filas(fuente);
-    return todas.empty() ? QString() : todas[0].join('|');
   }
 };

@@ -1,7 +1,6 @@
 // The cards over the books of the commercial program, by keys.
 #include "soporte/escenario.h"
 #include "soporte/gestion.h"
-#include "soporte/otropuesto.h"
 
 namespace {
 

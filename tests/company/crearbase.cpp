@@ -3,7 +3,6 @@
 #include "company/alta.h"
 #include "company/indices.h"
 #include "company/sesionempresa.h"
-#include "soporte/errores.h"
 #include "soporte/libros.h"
 #include "soporte/otropuesto.h"
 #include "start/creaini.h"
@@ -54,16 +53,13 @@ TEST(CrearBase, FilasDeUnaEmpresaNuevaYDeUnaReconstruccion) {
   CrearBase(libros.motor, ruta, 3, 8, 0);
   EXPECT_EQ(numeroDeError([&] { CrearBase(libros.motor, ruta, 3, 8, 0); }), err::kBaseYaExiste);
   const auto reconstruida = libros.motor.Workspaces(0).OpenDatabase(ruta);
-  const struct {
-    const char* tabla;
-    int nueva, reconstruida;
-  } casos[] = {{"Empresa", 1, 0},        {"Conceptos", 99, 0}, {"TiposIVA", 99, 0},
-               {"TipoRecibos", 198, 99}, {"Nivel01", 7, 7},    {"Nivel02", 64, 64},
-               {"ActPas", 2, 2},         {"Subcuentas", 7, 0}, {"Cuentas", 0, 0},
-               {"Diario", 0, 0},         {"RSIVA", 0, 0},      {"Recibos", 0, 0}};
-  for (const auto& caso : casos) {
-    EXPECT_EQ(libros.filas(caso.tabla).size(), caso.nueva) << caso.tabla;
-    EXPECT_EQ(reconstruida->OpenRecordset(caso.tabla)->rowTotal(), caso.reconstruida) << caso.tabla;
+  const std::tuple<const char*, int, int> casos[] = {
+      {"Empresa", 1, 0}, {"Conceptos", 99, 0}, {"TiposIVA", 99, 0}, {"TipoRecibos", 198, 99},
+      {"Nivel01", 7, 7}, {"Nivel02", 64, 64},  {"ActPas", 2, 2},    {"Subcuentas", 7, 0},
+      {"Cuentas", 0, 0}, {"Diario", 0, 0},     {"RSIVA", 0, 0},     {"Recibos", 0, 0}};
+  for (const auto& [tabla, nueva, rehecha] : casos) {
+    EXPECT_EQ(libros.filas(tabla).size(), nueva) << tabla;
+    EXPECT_EQ(reconstruida->OpenRecordset(tabla)->rowTotal(), rehecha) << tabla;
   }
   EXPECT_EQ(libros.filas("Nivel01").at(3), "4|Acreedores y deudores por operaciones de tráfico|2");
   EXPECT_EQ(libros.filas("Nivel02").at(28), "40|Proveedores|4");
@@ -231,8 +227,7 @@ TEST(CrearBase, UnFicheroAntiguoTomaLosIndicesDeUnoNuevo) {
             "");
   const QString viejos = pregunta(cuales);
   {
-    OtroPuesto otra(sistema);
-    otra.ejecuta("BEGIN IMMEDIATE;");
+    OtroPuesto otra(sistema, "BEGIN IMMEDIATE;");
     cuidaIndices(libros.motor, ruta);
     libros.motor.flush();
     EXPECT_EQ(pregunta(cuales), viejos);
@@ -281,9 +276,7 @@ TEST(IndicesAparte, FaltanMientrasSeEscribeCasiTodoElDiario) {
     const IndicesAparte aparte(*empresa, 12'000, {"Fecha"});
     EXPECT_EQ(hay(), "Importe,NAsiento,Punteo_NAsiento");
     const auto diario = empresa->OpenRecordset("Diario");
-    diario->Edit();
-    diario->Fields("Fecha") = QDate(2024, 6, 15);
-    diario->Update();
+    corrige(*diario, {{"Fecha", QDate(2024, 6, 15)}});
     diario->Edit();
     diario->Fields("NAsiento") = "nada";
   };

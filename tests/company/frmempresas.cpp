@@ -9,12 +9,8 @@ constexpr int kAlta = 1;
 constexpr int kModificacion = 2;
 
 Teclado abre(Escenario& e, int codigoLlamada) {
-  e.ctx.sesion.CodigoLlamada = codigoLlamada;
-  return Teclado(e.abre<FrmEmpresas>());
-}
-
-bool sigueAbierta(const Escenario& e) {
-  return e.formularios->abierto("FrmEmpresas") != nullptr;
+  e.formularios->registra<FrmEmpresas>();
+  return e.abreCon("FrmEmpresas", codigoLlamada);
 }
 
 int pestana(const Teclado& t) {
@@ -26,10 +22,6 @@ void pulsaPestana(Teclado& t, int indice) {
   QTest::mouseClick(barra.window()->windowHandle(), Qt::LeftButton, {},
                     barra.mapTo(barra.window(), barra.tabRect(indice).center()));
   reposar();
-}
-
-QString ajustes(const Escenario& e) {
-  return e.filas("Select * from Empresa").at(0).join('|');
 }
 
 QString empresasDelCatalogo(Escenario& e) {
@@ -63,9 +55,9 @@ TEST(FrmEmpresas, AltaTecleada) {
   t.escribe("TxtContador", "1-");  // a minus behind would make a counter that goes down
   EXPECT_EQ(t.textoDe("TxtContador"), "1");
   t.pulsa("CmdAceptar");
-  EXPECT_FALSE(sigueAbierta(e));
+  EXPECT_FALSE(e.abierto("FrmEmpresas"));
   e.ctx.sesion.EmpresaActual = "Comercial Ejemplo";
-  EXPECT_EQ(ajustes(e),
+  EXPECT_EQ(e.fila("Select * from Empresa"),
             "1|Comercial Ejemplo|2003|15/03/2003|Calle Mayor, 1|||||12345678||||3005,06|3|7|"
             "4720001|400|6000001|4770001|430|7000001|3||1|Falso|Falso|#,##0.00 ;-#,##0.00||"
             "0|0|0|4750001|4730001");
@@ -74,23 +66,21 @@ TEST(FrmEmpresas, AltaTecleada) {
 
 // What is typed in the levels, and where that leaves them and the first account.
 TEST(FrmEmpresas, Niveles) {
-  const struct {
-    const char *campo, *tecleado, *mayores, *subcuentas, *iva;
-  } casos[] = {
+  const std::tuple<const char*, const char*, const char*, const char*, const char*> casos[] = {
       {"TxtMayNivel", "4", "4", "5", "47201"},     {"TxtMayNivel", "2", "3", "4", "4721"},
       {"TxtMayNivel", "0", "3", "4", "4721"},      {"TxtSubNivel", "4", "3", "4", "4721"},
       {"TxtSubNivel", "9", "3", "9", "472000001"}, {"TxtSubNivel", "10", "3", "10", "4720000001"},
       {"TxtMayNivel", "", "", "8", "47200001"},  // nothing typed touches nothing
   };
   Escenario e(Escenario::Catalogo);
-  for (const auto& c : casos) {
-    SCOPED_TRACE(std::string(c.campo) + " " + c.tecleado);
+  for (const auto& [campo, tecleado, mayores, subcuentas, iva] : casos) {
+    SCOPED_TRACE(std::string(campo) + " " + tecleado);
     Teclado t = abre(e, kAlta);
-    t.escribe(c.campo, c.tecleado);
-    if (!*c.tecleado) t.tecla(Qt::Key_Delete);
-    EXPECT_EQ(t.textosDe({"TxtMayNivel", "TxtSubNivel"}), (QStringList{c.mayores, c.subcuentas}));
-    EXPECT_EQ(t.textoDe("TxtSubRepre").size(), QByteArray(c.subcuentas).toInt());
-    EXPECT_EQ(t.textoDe("TxtIVASCuenta"), c.iva);
+    t.escribe(campo, tecleado);
+    if (!*tecleado) t.tecla(Qt::Key_Delete);
+    EXPECT_EQ(t.textosDe({"TxtMayNivel", "TxtSubNivel"}), (QStringList{mayores, subcuentas}));
+    EXPECT_EQ(t.textoDe("TxtSubRepre").size(), QByteArray(subcuentas).toInt());
+    EXPECT_EQ(t.textoDe("TxtIVASCuenta"), iva);
   }
 }
 
@@ -128,7 +118,7 @@ TEST(FrmEmpresas, AltasQueFallan) {
   e.guion.esperaMensaje("Esta intentando dar de alta una empresa que ya existe, cree otra empresa",
                         "Error");
   t.pulsa("CmdAceptar");
-  EXPECT_FALSE(sigueAbierta(e));
+  EXPECT_FALSE(e.abierto("FrmEmpresas"));
   EXPECT_EQ(empresasDelCatalogo(e), "1");
   EXPECT_TRUE(e.errores().isEmpty());
 
@@ -155,7 +145,7 @@ TEST(FrmEmpresas, AltasQueFallan) {
   EXPECT_TRUE(e.errores().isEmpty());
   otra.teclea("4.3");
   otra.pulsa("CmdAceptar");
-  EXPECT_FALSE(sigueAbierta(e));
+  EXPECT_FALSE(e.abierto("FrmEmpresas"));
   EXPECT_EQ(empresasDelCatalogo(e), "2");
   e.ctx.sesion.EmpresaActual = "Otra";
   EXPECT_EQ(e.valor("Select NombreEmpresa & '|' & IVARRE from Empresa"), "Otra|40000003");
@@ -167,9 +157,9 @@ TEST(FrmEmpresas, ModificaLoQuePuede) {
   datos.Nif = "12345678";
   datos.Controlar = true;
   Escenario e(Escenario::Empresa, datos);
-  const QString antes = ajustes(e);
+  const QString antes = e.fila("Select * from Empresa");
   for (const char* boton : {"CmdCancelar", "CmdAceptar"}) {
-    EXPECT_EQ(ajustes(e), antes);
+    EXPECT_EQ(e.fila("Select * from Empresa"), antes);
     Teclado t = abre(e, kModificacion);
     for (const char* fijo : {"TxtNombreEmpresa", "TxtAñoContable", "TxtMayNivel", "TxtSubNivel"})
       EXPECT_FALSE(t.control(fijo).isEnabled()) << fijo;
@@ -188,9 +178,9 @@ TEST(FrmEmpresas, ModificaLoQuePuede) {
     EXPECT_EQ(t.textoDe("TxtNoModifica"), "31/12/2003");
     t.escribe("TxtMascara", "#,##0");
     t.pulsa(boton);
-    EXPECT_FALSE(sigueAbierta(e));
+    EXPECT_FALSE(e.abierto("FrmEmpresas"));
   }
-  EXPECT_EQ(ajustes(e),
+  EXPECT_EQ(e.fila("Select * from Empresa"),
             "1|Prueba|2003|01/01/2003||||||12345678|||Ana Ruiz|0|3|8|47200001|400|60000001|"
             "47700001|430|70000001|4|31/12/2003|1|Verdadero|Falso|#,##0|€|0|0|0|47500001|"
             "47300001");

@@ -6,64 +6,20 @@
 
 namespace {
 
-// A screen that the year itself doesn't go through.
-struct Pantalla {
-  const char* nombre;
-  int codigoLlamada = 0;
-  const char* valorElegido = "";
-  bool libro = false;  // it prints one
-  std::function<void(Teclado&)> rellena = [](Teclado&) {};
-};
-
-std::vector<Pantalla> pantallas() {
-  return {{"FrmConfiguracion"},
-          {"FrmEmpresas", 2},
-          {"FrmVisualizaPlan", 0, "43"},
-          {"FrmSubCuentas", 1, "43000008"},
-          {"FrmCuentasLista"},
-          {"FrmCuentas", 2, "430"},
-          {"FrmConceptos"},
-          {"FrmNivel2"},
-          {"FrmPartida"},
-          {"FrmBusApu"},
-          {"FrmBusSub"},
-          {"FrmBusFec"},
-          {"FrmBusImp"},
-          {"FrmCalendario", 20},
-          {"FrmDuplicarAsiento"},
-          {"FrmCambiadatos"},
-          {"FrmEliminaAsiento", 0, "120"},
-          {"FrmCuadrarAsientos"},
-          {"FrmCompruebaFechasAsientos"},
-          {"FrmRenumera"},
-          {"FrmAsiento", 0, "3"},
-          {"FrmAcumulados"},
-          {"FrmSubcuentasImpresos", 0, "", true,
-           [](Teclado& t) {
-             t.marca("OptPlan_1");
-             t.marca("OptOpciones_2");
-             t.entra("TxtSubcuentasDesde", "10000001");
-             t.teclea("70000001");
-           }},
-          {"FrmIVAIntercomunitario"},
-          {"FrmTiposIVA"},
-          {"FrmIVAAcumulados", 0, "", true},
-          {"FrmIVASRLibros", 0, "", true, [](Teclado& t) { t.pulsa("OptLibro_2"); }},
-          {"FrmSumasSaldosImpresos", 0, "", true},
-          {"FrmExtractoEntraCtas", 0, "", true,
-           [](Teclado& t) {
-             t.escribe("TxtSubcuentaDesde", "10000001");
-             t.escribe("TxtSubcuentaHasta", "79999999");
-           }},
-          {"Frm347", 0, "", true, [](Teclado& t) { t.escribe("TxtImporte", "100"); }},
-          {"FrmIVARenumera"},
-          {"FrmEliminaAsientosIVA"},
-          {"FrmIVARevisarBases"},
-          {"FrmImportarContaplus"},
-          {"FrmImportarContanet"},
-          {"FrmCompruebaEmpresa"},
-          {"FrmArticulos"},
-          {"FrmGesFacCli"}};
+// What a screen that prints is asked for.
+void pide(Teclado& t, const QString& nombre) {
+  if (nombre == "FrmSubcuentasImpresos") {
+    t.marca("OptPlan_1");
+    t.marca("OptOpciones_2");
+    t.entra("TxtSubcuentasDesde", "10000001");
+    t.teclea("70000001");
+  }
+  if (nombre == "FrmIVASRLibros") t.pulsa("OptLibro_2");
+  if (nombre == "FrmExtractoEntraCtas") {
+    t.escribe("TxtSubcuentaDesde", "10000001");
+    t.escribe("TxtSubcuentaHasta", "79999999");
+  }
+  if (nombre == "Frm347") t.escribe("TxtImporte", "100");
 }
 
 // Keeps the form as pictures, at the usual size of letters and dots and at twice as many dots.
@@ -91,18 +47,18 @@ class Demostracion : public UnAno {
     };
     guion.mirar = mirar;
   }
-  void muestra(const Pantalla& p) {
-    guion.esperaDialogo(p.nombre, [&](Teclado& d) {
-      p.rellena(d);
-      if (p.libro) {
+  void muestra(const QStringList& p) {
+    guion.esperaDialogo(p[0], [&](Teclado& d) {
+      pide(d, p[0]);
+      if (!p[3].isEmpty()) {
         d.pulsa("CmdAceptar");
         leeVista(guion);
       }
       static_cast<Formulario&>(d.forma()).descargar();
     });
-    ctx.sesion.CodigoLlamada = p.codigoLlamada;
-    ctx.sesion.ValorElegido = p.valorElegido;
-    formularios->mostrar(p.nombre);
+    ctx.sesion.CodigoLlamada = p[1].toInt();
+    ctx.sesion.ValorElegido = p[2];
+    formularios->mostrar(p[0]);
     ctx.sesion.CodigoLlamada = 0;
     ctx.sesion.ValorElegido.clear();
   }
@@ -116,7 +72,7 @@ TEST_F(Demostracion, UnAnoYLasDemasPantallas) {
   pasaA(kAno);
   mirar(t->forma());
   creaGestion(motor, ctx.sesion.DirDatos);
-  for (const Pantalla& p : pantallas()) muestra(p);
+  for (const QStringList& p : leeCsv("pantallas.csv")) muestra(p);
 }
 
 }  // namespace

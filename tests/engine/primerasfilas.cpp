@@ -1,5 +1,4 @@
 // Rows that are read only as far as a screen shows, and the others when they are asked for.
-#include <QTest>
 
 #include "libroendisco.h"
 
@@ -124,25 +123,12 @@ class FilasConOtras : public LibroEnDisco {
 };
 
 TEST_F(FilasConOtras, PorSusClavesSonLasQueSalenLeidasEnteras) {
-  const char* const uniones[] = {
-      "Diario as D inner join %1 as C on D.Subcuenta = C.Codigo",
-      "Diario as D left join %1 as C on C.Codigo = D.Subcuenta",
-      "Diario as D left join %1 as C on D.Subcuenta = C.Codigo and C.Nombre > 'o'",
-      "Diario as D inner join %1 as C on D.Subcuenta = C.Codigo and D.NAsiento > 9",
-      "(Diario as D left join Propias as P on D.Subcuenta = P.Codigo) inner join %1 as C on "
-      "P.Codigo = C.Codigo"};
-  const char* const restos[] = {"",
-                                "order by C.Nombre desc",
-                                "order by D.NAsiento",
-                                "where C.Nombre like '*u*' order by D.Importe desc",
-                                "where C.Nombre is null or C.Nombre <> 'uno'",
-                                "where D.NAsiento > 3 and D.DH = 'D' order by D.Subcuenta"};
   for (const char* tabla : {"Propias", "Distintas", "Parciales", "Dobles", "Numeros"}) {
     const bool propia = tabla == std::string("Propias");
-    for (const char* union_ : uniones)
-      for (const char* resto : restos) {
+    for (const QStringList& union_ : casosDeDatos("sentencias/uniones.txt", "union"))
+      for (const QStringList& resto : casosDeDatos("sentencias/uniones.txt", "resto")) {
         const QString fuente = "Select D.NLinea, D.Subcuenta, C.Nombre, D.Importe from " +
-                               QString(union_).arg(tabla) + ' ' + resto;
+                               union_[0].arg(tabla) + ' ' + resto[0];
         SCOPED_TRACE(fuente.toStdString());
         const auto enteras = db->OpenRecordset(fuente);
         const auto primeras = db->OpenRecordset(fuente, Opening::FirstRows);

@@ -32,8 +32,7 @@ TEST_F(Puestos, ElContadorSeLeeFrescoYEsDeUnoSoloHastaElFinalDeLaAccion) {
 }
 
 TEST_F(Puestos, SiOtroTieneElFicheroSeEsperaYLuegoHayError) {
-  OtroPuesto otro(ruta);
-  otro.ejecuta("BEGIN IMMEDIATE; UPDATE Empresa SET NLinDiario = 30;");
+  OtroPuesto otro(ruta, "BEGIN IMMEDIATE; UPDATE Empresa SET NLinDiario = 30;");
   EXPECT_EQ(numeroDeError([&] { empresa->Edit(); }), err::kRegistroBloqueado);
   EXPECT_EQ(numeroDeError([&] { empresa->AddNew(); }), err::kRegistroBloqueado);
   EXPECT_EQ(empresa->editMode(), Recordset::EditMode::None);
@@ -56,8 +55,7 @@ TEST_F(Puestos, LoQueNoSePudoGuardarPorqueOtroLeeSeGuardaDespues) {
   QSignalSpy fallos(&engine, &DBEngine::commitFailed);
   pon(11);
   {
-    OtroPuesto otro(ruta);
-    otro.ejecuta("BEGIN; SELECT * FROM Empresa;");
+    OtroPuesto otro(ruta, "BEGIN; SELECT * FROM Empresa;");
     EXPECT_EQ(numeroDeError([&] { engine.flush(); }), err::kNoSePuedeGuardar);
     QCoreApplication::processEvents();
     ASSERT_EQ(fallos.size(), 1);
@@ -96,8 +94,7 @@ TEST_F(Puestos, UnaNegativaAcabaLaAccionYSeDejaDeEsperarCuandoSePide) {
   Contada espera;
   engine.setWait(&espera);
   {
-    OtroPuesto lector(ruta);
-    lector.ejecuta("BEGIN; SELECT * FROM Empresa;");
+    OtroPuesto lector(ruta, "BEGIN; SELECT * FROM Empresa;");
     pon(11);
     empresa->MoveNext();
     // An error in between saves what went before it.
@@ -115,8 +112,7 @@ TEST_F(Puestos, UnaNegativaAcabaLaAccionYSeDejaDeEsperarCuandoSePide) {
   }
   engine.flush();
   espera = {};
-  OtroPuesto otro(ruta);
-  otro.ejecuta("BEGIN EXCLUSIVE;");
+  OtroPuesto otro(ruta, "BEGIN EXCLUSIVE;");
   const auto lee = [&] { return numeroDeError([&] { db->OpenRecordset("Empresa"); }); };
   EXPECT_EQ(lee(), err::kRegistroBloqueado);
   const int deUna = std::exchange(espera.preguntas, 0);
@@ -143,8 +139,7 @@ TEST_F(Puestos, UnaCopiaSeEsperaYSeDejaComoLoDemas) {
                                           [&] { engine.CopyDatabase(ruta, vieja); },
                                           [&] { engine.CompactDatabase(ruta, nueva); }};
   for (const auto& copia : copias) {
-    OtroPuesto otro(ruta);
-    otro.ejecuta("BEGIN EXCLUSIVE;");
+    OtroPuesto otro(ruta, "BEGIN EXCLUSIVE;");
     espera = {};
     espera.paciente = false;
     EXPECT_EQ(numeroDeError(copia), err::kRegistroBloqueado);
@@ -160,8 +155,7 @@ TEST_F(Puestos, UnaCopiaSeEsperaYSeDejaComoLoDemas) {
     EXPECT_EQ(espera.finales, 1);
     EXPECT_EQ(QDir(carpeta.path()).entryList(QDir::Files), QStringList({"Conta.MDB", "Vieja.mdb"}));
   }
-  OtroPuesto lector(vieja);
-  lector.ejecuta("BEGIN; SELECT count(*) FROM Diario;");
+  OtroPuesto lector(vieja, "BEGIN; SELECT count(*) FROM Diario;");
   espera = {};
   espera.paciente = false;
   EXPECT_EQ(numeroDeError(copias[1]), err::kNoSePuedeGuardar);
@@ -171,8 +165,7 @@ TEST_F(Puestos, UnaCopiaSeEsperaYSeDejaComoLoDemas) {
 
 // A reader who stays doesn't leave long work half done; at its end it is told what isn't saved.
 TEST_F(Puestos, UnTrabajoLargoNoSeQuedaAMediasPorUnLector) {
-  OtroPuesto lector(ruta);
-  lector.ejecuta("BEGIN; SELECT count(*) FROM Empresa;");
+  OtroPuesto lector(ruta, "BEGIN; SELECT count(*) FROM Empresa;");
   QSignalSpy fallos(&engine, &DBEngine::commitFailed);
   pon(1);
   QThread::msleep(250);

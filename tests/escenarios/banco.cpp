@@ -63,8 +63,8 @@ TEST_F(Banco, ElExtractoSeConciliaConElDiarioDelTrimestre) {
     rellena(d, {{"TxtFecha", "0102"}});
     d.enfoca("GrdMovimientos");
     motor.setLockTimeout(30);
-    auto otro = std::make_unique<OtroPuesto>(rutaSistema(ctx.sesion.rutaEmpresa()));
-    otro->ejecuta("BEGIN; SELECT count(*) FROM Diario;");
+    auto otro = std::make_unique<OtroPuesto>(rutaSistema(ctx.sesion.rutaEmpresa()),
+                                             "BEGIN; SELECT count(*) FROM Diario;");
     guion.esperaEleccion(false);
     d.intro();
     EXPECT_TRUE(guion.agotado());
@@ -117,8 +117,7 @@ TEST_F(Banco, LoQueNoEstaEnLosLibrosSeAsienta) {
     {
       // Another station holds the file: it is told, and nothing is written.
       motor.setLockTimeout(30);
-      OtroPuesto otro(rutaSistema(ctx.sesion.rutaEmpresa()));
-      otro.ejecuta("BEGIN IMMEDIATE;");
+      OtroPuesto otro(rutaSistema(ctx.sesion.rutaEmpresa()), "BEGIN IMMEDIATE;");
       guion.esperaMensaje(errorEnCaja(3260, ctx.sesion.rutaEmpresa()), "Librano");
       d.intro();
     }

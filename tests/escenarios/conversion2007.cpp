@@ -1,5 +1,4 @@
 // The quarter's company put on the plan of 2007 by keys.
-#include <QTableWidget>
 
 #include "escenarios/herramientas.h"
 #include "oficial/widgets/tablahoja.h"
@@ -56,8 +55,7 @@ class ALaLeyDeHoy : public DiarioDelTrimestre {
   // Somebody has a pager over the file, and the user gives the conversion up.
   void seDescarta(Teclado& d) {
     motor.setLockTimeout(30);
-    OtroPuesto otro(rutaSistema(ctx.sesion.rutaEmpresa()));
-    otro.ejecuta("BEGIN; SELECT count(*) FROM Diario;");
+    OtroPuesto otro(rutaSistema(ctx.sesion.rutaEmpresa()), "BEGIN; SELECT count(*) FROM Diario;");
     guion.esperaEleccion(false);
     acepta(d);
     EXPECT_TRUE(guion.agotado());

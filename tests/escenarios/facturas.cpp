@@ -41,7 +41,7 @@ class Facturas : public DiarioDelTrimestre {
     return leidas.size() == 1 ? leidas[0].join('|') : QString::number(leidas.size()) + " filas";
   }
   QString contadores() const {
-    return filas("Select Asiento, NLinDiario, NLinIVAS, NLinIVAR from Empresa")[0].join('|');
+    return Escenario::fila("Select Asiento, NLinDiario, NLinIVAS, NLinIVAR from Empresa");
   }
   // The journal's line of an asiento opened for change as a bookkeeper does, by Enter on it.
   void modifica(int asiento, const std::function<void(Teclado&)>& paso) {
@@ -118,10 +118,7 @@ TEST_F(Facturas, UnaCompraConRecargoYUnaVentaRectificativa) {
   // With recargo, the supplier looked for by name, in the button's own dialog.
   guion.esperaDialogo("FrmIVASR", [&](Teclado& d) {
     d.llega("TxtCodigoProveedor");
-    guion.esperaDialogo("FrmVisualizaPlan", [](Teclado& plan) {
-      plan.llega("TxtBusquedaCuentas");
-      plan.entra("Calz");
-    });
+    esperaPlan("Calz");
     d.intro();
     EXPECT_EQ(d.textoDe("TxtCodigoProveedor"), "40000005");
     EXPECT_EQ(d.enfocado(), "TxtCodigoProveedor");

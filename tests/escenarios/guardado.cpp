@@ -22,9 +22,7 @@ class Guardado : public MenuAbierto {
   QString ruta() const { return rutaSistema(ctx.sesion.rutaEmpresa()); }
   // Somebody with a pager over the file.
   std::unique_ptr<OtroPuesto> lector() const {
-    auto otro = std::make_unique<OtroPuesto>(ruta());
-    otro->ejecuta("BEGIN; SELECT count(*) FROM Diario;");
-    return otro;
+    return std::make_unique<OtroPuesto>(ruta(), "BEGIN; SELECT count(*) FROM Diario;");
   }
   // What is on show of the journal, and what any other tool reads of it.
   QStringList pantalla() const {
@@ -221,8 +219,7 @@ TEST_F(Guardado, UnaEmpresaQueElCatalogoNoTomaSeDiceYSePuedeRepetir) {
                 catalogo = rutaSistema(ctx.sesion.rutaCatalogo());
   const auto lista = QDir(carpetaDatos()).entryList(QDir::AllDirs | QDir::Hidden);
   for (const bool reintenta : {false, true}) {
-    auto otro = std::make_unique<OtroPuesto>(catalogo);
-    otro->ejecuta("BEGIN; SELECT count(*) FROM Empresas;");
+    auto otro = std::make_unique<OtroPuesto>(catalogo, "BEGIN; SELECT count(*) FROM Empresas;");
     guion.esperaDialogo("FrmEmpresas", [&](Teclado& d) {
       d.escribe("TxtNombreEmpresa", "Otra");
       guion.esperaEleccion(reintenta, [&] { otro.reset(); });

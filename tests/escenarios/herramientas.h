@@ -4,7 +4,6 @@
 
 #include "soporte/discolleno.h"
 #include "soporte/escenario.h"
-#include "soporte/libros.h"
 #include "start/menu/tablamenu.h"
 
 using Filas = std::vector<QStringList>;
@@ -77,6 +76,13 @@ class PorElMenu : public testing::Test, protected Escenario {
     d.intro();
   }
 
+  // The plan comes, and in it a subcuenta is looked for by its name and chosen.
+  void esperaPlan(const QString& nombre) {
+    guion.esperaDialogo("FrmVisualizaPlan", [nombre](Teclado& plan) {
+      plan.llega("TxtBusquedaCuentas");
+      plan.entra(nombre);
+    });
+  }
   // A line in the main window; one with a date begins an asiento.
   void teclea(const LineaDiario& linea) {
     tecleaLinea(*t, guion, ctx.sesion, linea, !linea.Fecha.isEmpty());
@@ -129,8 +135,7 @@ class DiarioDelTrimestre : public PorElMenu {
     };
     motor.setLockTimeout(30);
     {
-      OtroPuesto otro(rutaSistema(ruta));
-      otro.ejecuta("BEGIN IMMEDIATE;");
+      OtroPuesto otro(rutaSistema(ruta), "BEGIN IMMEDIATE;");
       falla(errorEnCaja(3260, ruta));
     }
     {

@@ -51,24 +51,8 @@ class Importar : public DiarioDelTrimestre {
       d.tecla(Qt::Key_Space);
     }
   }
-  QString fichero(const QString& nombre, const QByteArray& texto) {
-    return rutaPrograma(haceFichero(carpetaDatos() + "/" + nombre, texto));
-  }
-  // A record: the fields given, by their number, and the others empty.
-  static QByteArray registro(int campos, const std::map<int, QByteArray>& dados) {
-    QByteArrayList todos;
-    for (int i = 1; i <= campos; ++i) todos += dados.contains(i) ? dados.at(i) : QByteArray();
-    return todos.join(',') + "\r\n";
-  }
-  static QByteArray apunte(const QByteArray& asiento, const QByteArray& dh,
-                           const QByteArray& importe, const QByteArray& fecha = "15/02/2024") {
-    return registro(22, {{1, fecha},
-                         {2, "57000001"},
-                         {5, "1"},
-                         {6, asiento},
-                         {7, "\"Importado\""},
-                         {8, dh},
-                         {9, importe}});
+  static QString deContanet(const char* fichero) {
+    return rutaPrograma(rutaDato(QString("contanet/") + fichero));
   }
 };
 
@@ -211,40 +195,14 @@ TEST_F(Importar, LoQueOtroPuestoAsientaEntretantoQueda) {
 }
 
 TEST_F(Importar, ContanetTraeSusCuatroFicheros) {
-  const QString plan = fichero("plan.csv", registro(41, {{1, "CODIGO"}, {2, "NOMBRE"}}) +
-                                               registro(41, {{1, "44009999"},
-                                                             {2,
-                                                              "\"Ib\xE1\xF1"
-                                                              "ez, S.L.\""}}) +
-                                               registro(41, {{1, "57000001"}, {2, "ya existe"}}) +
-                                               registro(41, {{1, "999"}, {2, "Otra cuenta"}}) +
-                                               registro(41, {{1, "12345"}}));
-  const QString diario =
-      fichero("diario.csv", apunte("500", "1", "10.50") + apunte("500", "2", "-10.50"));
-  const QString datos =
-      fichero("datos.csv",
-              registro(20, {{1, "44009999"}, {3, "B2"}, {4, "\"Mayor,\r\n2\""}, {6, "Toledo"}}) +
-                  registro(20, {{1, "44008888"}}));
-  const QString iva = fichero("iva.csv", registro(20, {{1, "44009999"},
-                                                       {4, "F-1"},
-                                                       {5, "10.5"},
-                                                       {6, "03"},
-                                                       {8, "500"},
-                                                       {9, "47700001"},
-                                                       {10, "R"},
-                                                       {19, "16/02/2024"}}) +
-                                             registro(20, {{1, "44009999"},
-                                                           {5, "7"},
-                                                           {8, "501"},
-                                                           {10, "S"},
-                                                           {11, "01/02/2024"},
-                                                           {19, "sin fecha"}}));
   herramienta("MnuImportContanet", [&](Teclado& d) {
     marca(d, {"ChkPlan", "ChkDiario", "ChkDatos", "ChkIva"});
-    rellena(d, {{"TxtPlan", plan}, {"TxtDiario", diario}, {"TxtIva", iva}});
-    guion.esperaFichero(rutaSistema(datos));
+    rellena(d, {{"TxtPlan", deContanet("plan.csv")},
+                {"TxtDiario", deContanet("diario.csv")},
+                {"TxtIva", deContanet("iva.csv")}});
+    guion.esperaFichero(rutaDato("contanet/datos.csv"));
     d.pulsa("CmdDatos");
-    EXPECT_EQ(d.textoDe("TxtDatos"), datos);
+    EXPECT_EQ(d.textoDe("TxtDatos"), deContanet("datos.csv"));
     acepta(d);
   });
   importa(500, {{"57000001", 10.5}, {"57000001", -10.5}});
@@ -266,9 +224,7 @@ TEST_F(Importar, ContanetTraeSusCuatroFicheros) {
 
 // The trap is set until a first record of the plan or the addresses has been read.
 TEST_F(Importar, ContanetPasaPorAltoSoloAlPrincipio) {
-  const QString malo = fichero("malo.csv", apunte("500", "1", "5", "no es fecha") +
-                                               apunte("501", "1", "6") + "15/02/2024,cortado");
-  const QString plan = fichero("plan.csv", registro(41, {{1, "44009999"}, {2, "Una"}}));
+  const QString malo = deContanet("malo.csv");
   herramienta("MnuImportContanet", [&](Teclado& d) {
     marca(d, {"ChkPlan", "ChkDiario"});
     // With neither plan nor failures told: the file that isn't there is passed over too.
@@ -281,7 +237,7 @@ TEST_F(Importar, ContanetPasaPorAltoSoloAlPrincipio) {
   EXPECT_EQ(valor("Select Asiento from Empresa"), "502");
   herramienta("MnuImportContanet", [&](Teclado& d) {
     marca(d, {"ChkPlan", "ChkDiario"});
-    rellena(d, {{"TxtPlan", plan}, {"TxtDiario", malo}});
+    rellena(d, {{"TxtPlan", deContanet("unaenelplan.csv")}, {"TxtDiario", malo}});
     guion.esperaMensaje(errorEnCaja(3421, "no es fecha"), "Librano");
     acepta(d);
     EXPECT_TRUE(d.visible("Bar"));

@@ -9,8 +9,6 @@
 
 namespace {
 
-const QString kDeclarante = "Comercial Ejemplo, S.L.";
-
 class LeyDeHoy : public PorElMenu {
  protected:
   LeyDeHoy() : PorElMenu(Carpetas) { reloj.ponEn(QDate(2024, 4, 2)); }
@@ -93,7 +91,7 @@ class LeyDeHoy : public PorElMenu {
     guion.esperaDialogo("FrmDeclarante", [](Teclado& dd) {
       dd.entra("b46554432");
       dd.tecla(Qt::Key_Down);
-      dd.entra(kDeclarante);
+      dd.entra("Comercial Ejemplo, S.L.");
       acepta(dd);
     });
     d.pulsa("CmdDeclarante");
@@ -124,24 +122,11 @@ class LeyDeHoy : public PorElMenu {
 
 // --- the 303 ------------------------------------------------------------------------------------
 
-QByteArray diecisiete(qint64 centimos) {
-  QByteArray cifras = QByteArray::number(std::abs(centimos)).rightJustified(17, '0');
-  if (centimos < 0) cifras[0] = 'N';
-  return cifras;
-}
-
-QHash<QString, QByteArray> esperadoDel303() {
-  QHash<QString, QByteArray> lista;
-  for (const QStringList& f : leeCsv("leydehoy/303.csv"))
-    lista.insert(f[0],
-                 f[1].endsWith('c') ? diecisiete(f[1].chopped(1).toLongLong()) : f[1].toLatin1());
-  return lista;
-}
-
 // Position by position against the published table of the first half of 2024.
 void compruebaFichero303(const QByteArray& fichero) {
   ASSERT_EQ(fichero.size(), 3767);
-  QHash<QString, QByteArray> esperado = esperadoDel303();
+  QHash<QString, QByteArray> esperado;
+  for (const QStringList& f : leeCsv("leydehoy/303.csv")) esperado.insert(f[0], f[1].toLatin1());
   QSet<QString> vistos;
   qsizetype pagina = 0, fin = 0;
   for (const QStringList& fila : leeCsv("modelo303-2024.csv")) {

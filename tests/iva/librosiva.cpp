@@ -11,31 +11,22 @@ class LibrosIVA : public ListadoAbierto {
           {"40000002", "Papelera del Sur, S.A.", "A22222222"},
           {"43000002", "Restaurante Casa Pepe", "12345678Z"}})
       inserta("Subcuentas", subcuentaDe(codigo, nombre, {{"Nif", nif}}));
-    fila("S0000000001", "40000001", QDate(2003, 1, 10), "03", 1000, 160, 0);
-    fila("S0000000002", "40000001", QDate(2003, 2, 10), "07", 200, 32, 8);
-    fila("S0000000003", "40000002", QDate(2003, 2, 11), "03", -50, -8, 0);
-    fila("S0000000004", "47200001", QDate(2003, 3, 1), "03", 0, 70, 0);  // from a member state
-    fila("R0000000005", "47700001", QDate(2003, 3, 1), "03", 0, -70, 0);
-    fila("R0000000001", "43000001", QDate(2003, 1, 20), "02", -300, -21, 0);
-    fila("R0000000002", "43000002", QDate(2003, 2, 20), "03", -4000, -640, 0);
-    fila("R0000000003", "43000001", QDate(2003, 4, 20), "03", 1000, 160, 0);  // rectifies
-  }
-  void fila(const char* codigo, const char* tercero, QDate fecha, const char* tipo, double base,
-            double iva, double re) {
-    const bool deIVA = QString(tercero).startsWith("47");
-    inserta("RSIVA", {{"Codigo", codigo},
-                      {"CliPro", tercero},
-                      {"Factura", QString("F-%1").arg(QString(codigo).right(1))},
-                      {"Fecha", fecha},
-                      {"FechaC", fecha},
-                      {"TipoIVA", tipo},
-                      {"CtaIVA", deIVA ? tercero : "47200001"},
-                      {"Base", base},
-                      {"IVA", iva},
-                      {"Recargo", re},
-                      {"PorcenIVA", QString(tipo) == "02" ? 7 : 16},
-                      {"PorcenREC", re == 0 ? 0 : 4},
-                      {"Neto", base == 0 ? 0 : base + iva + re}});
+    for (const QStringList& f : leeCsv("rsiva.csv")) {
+      const double base = f[4].toDouble(), iva = f[5].toDouble(), re = f[6].toDouble();
+      inserta("RSIVA", {{"Codigo", f[0]},
+                        {"CliPro", f[1]},
+                        {"Factura", "F-" + f[0].right(1)},
+                        {"Fecha", f[2]},
+                        {"FechaC", f[2]},
+                        {"TipoIVA", f[3]},
+                        {"CtaIVA", f[1].startsWith("47") ? f[1] : "47200001"},
+                        {"Base", base},
+                        {"IVA", iva},
+                        {"Recargo", re},
+                        {"PorcenIVA", f[3] == "02" ? 7 : 16},
+                        {"PorcenREC", re == 0 ? 0 : 4},
+                        {"Neto", base == 0 ? 0 : base + iva + re}});
+    }
   }
   LibroImpreso libro(const char* entrada, const QString& nombre,
                      const std::function<void(Teclado&)>& ajusta) {

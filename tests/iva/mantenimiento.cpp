@@ -130,8 +130,7 @@ TEST_F(MantenimientoIVA, AcabaCuandoElFicheroNoTomaNada) {
                 [&](int, int) { ++filasMiradas; });
   };
   {
-    OtroPuesto otro(rutaSistema(rutaEmpresa()));
-    otro.ejecuta("BEGIN IMMEDIATE;");
+    OtroPuesto otro(rutaSistema(rutaEmpresa()), "BEGIN IMMEDIATE;");
     EXPECT_EQ(numeroDeError(elimina), err::kRegistroBloqueado);
     EXPECT_EQ(filasMiradas, 1);
   }

@@ -7,27 +7,10 @@ namespace {
 
 TEST(TiposPorFechas, SeAvisaDelQueNoRigeEnSuFecha) {
   const TiposPorFechas tipos;
-  const QDate marzo(2024, 3, 15), octubre(2024, 10, 3), enero(2025, 1, 1);
-  const struct {
-    double iva, recargo;
-    QDate fecha;
-    const char* aviso;
-  } casos[] = {
-      {21, 0, marzo, ""},
-      {21, 5.2, marzo, ""},
-      {21, 1.75, marzo, ""},
-      {4, 0.5, enero, ""},
-      {5, 0, marzo, ""},
-      {7.5, 1, octubre, ""},
-      {0, 0, octubre, ""},
-      {21, 4, marzo, "Con el 21 % de IVA no va el 4 % de recargo el 15/03/2024"},
-      {7.5, 0, enero, "El 7,5 % de IVA rigió del 01/10/2024 al 31/12/2024, no el 01/01/2025"},
-      {16, 0, marzo,
-       "El 16 % de IVA rigió hasta el 30/06/2010, no el 15/03/2024 (fechas sin confirmar)"},
-      {20, 0, marzo, "El 20 % de IVA no está en la tabla de tipos"},
-  };
-  for (const auto& c : casos)
-    EXPECT_EQ(tipos.aviso(c.iva, c.recargo, c.fecha), QString::fromUtf8(c.aviso));
+  for (const QStringList& f : leeCsv("tiposporfechas.csv"))
+    EXPECT_EQ(tipos.aviso(f[0].toDouble(), f[1].toDouble(), QDate::fromString(f[2], "dd/MM/yyyy")),
+              f[3])
+        << qPrintable(f.join(';'));
 }
 
 TEST(TiposPorFechas, LosDelDiaTomanCodigosLibresYUnaSolaVez) {

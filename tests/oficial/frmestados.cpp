@@ -1,5 +1,4 @@
 // The official statements by their screen and on paper.
-#include <QPlainTextEdit>
 
 #include "accounts/plan2007.h"
 #include "oficial/widgets/tablahoja.h"
@@ -20,10 +19,6 @@ class FrmEstados : public testing::Test, protected Escenario {
   void apunta(const QString& subcuenta, double importe, int mes, const QString& empresa = {}) {
     const auto diario = abreBase(empresa)->OpenRecordset("Diario");
     anade(*diario, lineaDe(1 + diario->rowTotal(), mes, QDate(2003, mes, 5), subcuenta, importe));
-  }
-  Teclado abreEstado(int codigo) {
-    ctx.sesion.CodigoLlamada = codigo;
-    return Teclado(abre("FrmEstados"));
   }
   // The row of a line on show; -1 where it isn't.
   static int lugar(const Teclado& t, const QString& concepto) {
@@ -46,7 +41,7 @@ class FrmEstados : public testing::Test, protected Escenario {
 };
 
 TEST_F(FrmEstados, SigueALoQueSeElige) {
-  Teclado t = abreEstado(1);
+  Teclado t = abreCon("FrmEstados", 1);
   EXPECT_EQ(t.forma().windowTitle(), "Balance (PYMES)");
   EXPECT_EQ(fila(t, "TOTAL ACTIVO (A + B)"), "1.000,00|");
   EXPECT_EQ(fila(t, "VII. Resultado del ejercicio"), "100,00|");
@@ -61,7 +56,7 @@ TEST_F(FrmEstados, SigueALoQueSeElige) {
   EXPECT_EQ(fila(t, "TOTAL PATRIMONIO NETO Y PASIVO (A + B + C)"), "900,00|");
   EXPECT_EQ(avisos(t), "El activo no es igual al patrimonio neto y pasivo: diferencia de 100,00");
 
-  t = abreEstado(2);
+  t = abreCon("FrmEstados", 2);
   EXPECT_EQ(fila(t, "1. Importe neto de la cifra de negocios"), "300,00|");
   EXPECT_EQ(fila(t, "D) RESULTADO DEL EJERCICIO"), "100,00|");
 }
@@ -74,7 +69,7 @@ TEST_F(FrmEstados, ElAnoAnteriorVieneDeOtraEmpresa) {
   apunta("57200001", 70, 1, "Vieja");
   apunta("11100001", -70, 1, "Vieja");
   apunta("55300001", 5, 3);
-  Teclado t = abreEstado(1);
+  Teclado t = abreCon("FrmEstados", 1);
   t.elige("TxtEmpresa", "Vieja");
   EXPECT_EQ(fila(t, "TOTAL ACTIVO (A + B)"), "1.000,00|70,00");
   EXPECT_EQ(avisos(t).split('\n'),
@@ -115,7 +110,7 @@ TEST_F(FrmEstados, LosDesglosesSeEscribenYSonDeSuPeriodo) {
   };
   const QString clientes = "1. Clientes por ventas y prestaciones de servicios";
   const QString noCorrientes = "VII. Deudores comerciales no corrientes";
-  Teclado t = abreEstado(1);
+  Teclado t = abreCon("FrmEstados", 1);
   EXPECT_EQ(lugar(t, noCorrientes), -1);
   t.marca("ChkTodas");
   escribe(t, noCorrientes, "120,5");
@@ -137,7 +132,7 @@ TEST_F(FrmEstados, LosDesglosesSeEscribenYSonDeSuPeriodo) {
   EXPECT_EQ(fila(t, noCorrientes), "");
   EXPECT_EQ(fila(t, clientes), "500,00|");
 
-  t = abreEstado(2);
+  t = abreCon("FrmEstados", 2);
   t.marca("ChkTodas");
   escribe(t, "a) Imputación de subvenciones, donaciones y legados de carácter financiero", "200");
   EXPECT_EQ(fila(t, "12. Ingresos financieros"), "200,00|");

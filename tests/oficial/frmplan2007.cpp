@@ -1,5 +1,4 @@
 // The plan of 2007 over a company that stands, by its screen.
-#include <QTableWidget>
 
 #include "soporte/escenario.h"
 

@@ -144,40 +144,15 @@ TEST_F(Modelo303, ElFicheroLlevaCadaImporteEnSuSitio) {
   const ValoresFijos datos = {{"NIF", "B46554432"},
                               {"Apellidos y nombre o razón social", "Tienda, S.L."},
                               {"Tipo de declaración", "I"}};
-  const struct {
-    const char* periodo;
-    int ejercicio;
-    bool volumen;
-    qsizetype largo;
-    std::vector<std::pair<int, QByteArray>> trozos;  // from a position of page 01, counted from 1
-  } casos[] = {
-      {"4T",
-       2024,
-       true,
-       3767 + 998,
-       {{6, "01000>"},
-        {14, "B46554432TIENDA, S.L.    "},
-        {103, "20244T"},
-        {109, "223222222"},
-        {208, "00000000000100000"},
-        {225, "00750"},
-        {230, "00000000000007500"},
-        {393, "N0000000000020050"},
-        {410, "N0000000000004211"}}},
-      {"3T", 2024, false, 3767, {{225, "00500"}, {208, "00000000000000000"}}},
-      {"1T", 2024, false, 3767, {{225, "00500"}, {483, "00000"}}},
-      {"1T", 2025, false, 3767, {{225, "00000"}, {1013, "00050"}}},
-      {"1T", 2026, false, 3767, {{130, "0"}, {343, "02100"}}},
-  };
-  for (const auto& c : casos) {
-    SCOPED_TRACE(c.periodo + std::to_string(c.ejercicio));
-    const QByteArray f = fichero303(Hoja303(*empresa, {c.ejercicio, c.periodo}), datos, c.volumen);
-    ASSERT_EQ(f.size(), c.largo);
-    const QByteArray marca = "T3030" + QByteArray::number(c.ejercicio) + c.periodo + "0000>";
-    EXPECT_TRUE(f.startsWith('<' + marca + "<AUX>"));
-    EXPECT_TRUE(f.endsWith("</T303DID00></" + marca));
-    for (const auto& [desde, trozo] : c.trozos)
-      EXPECT_EQ(f.mid(328 + desde - 1, trozo.size()), trozo) << desde;
+  for (const QStringList& f : leeCsv("trozos303.csv")) {
+    SCOPED_TRACE(f.join(';').toStdString());
+    const QByteArray hecho =
+        fichero303(Hoja303(*empresa, {f[1].toInt(), f[0]}), datos, f[2] == "1");
+    ASSERT_EQ(hecho.size(), f[3].toInt());
+    const QByteArray marca = ("T3030" + f[1] + f[0] + "0000>").toLatin1();
+    EXPECT_TRUE(hecho.startsWith('<' + marca + "<AUX>"));
+    EXPECT_TRUE(hecho.endsWith("</T303DID00></" + marca));
+    EXPECT_EQ(hecho.mid(328 + f[4].toInt() - 1, f[5].size()), f[5].toLatin1());
   }
   EXPECT_EQ(numeroDeError([&] {
               fichero303(Hoja303(*empresa, {2023, "1T"}), datos, false);

@@ -124,6 +124,12 @@ Formulario& Escenario::abre(const QString& nombre) {
   return *forma;
 }
 
+Teclado Escenario::abreCon(const QString& nombre, int codigoLlamada, const QString& valorElegido) {
+  ctx.sesion.CodigoLlamada = codigoLlamada;
+  ctx.sesion.ValorElegido = valorElegido;
+  return Teclado(abre(nombre));
+}
+
 void Escenario::cierra() {
   const auto abiertos = QApplication::topLevelWidgets();
   for (auto* ventana : abiertos) {
@@ -150,6 +156,11 @@ std::vector<QStringList> Escenario::filas(const QString& fuente) const {
     todas.push_back(fila);
   }
   return todas;
+}
+
+QString Escenario::fila(const QString& fuente) const {
+  const auto todas = filas(fuente);
+  return todas.empty() ? QString() : todas.front().join('|');
 }
 
 QString Escenario::valor(const QString& fuente) const {

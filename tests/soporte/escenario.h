@@ -73,6 +73,9 @@ class Escenario {
     return static_cast<F&>(abre(QString::fromLatin1(F::staticMetaObject.className())));
   }
   Formulario& abre(const QString& nombre);
+  // As its caller does, with the codes of the dialog protocol.
+  Teclado abreCon(const QString& nombre, int codigoLlamada, const QString& valorElegido = {});
+  bool abierto(const QString& nombre) const { return formularios->abierto(nombre) != nullptr; }
   // Closes it as the program does when another one takes its place.
   void cierra();
 
@@ -83,6 +86,8 @@ class Escenario {
   std::unique_ptr<Database> abreBase(const QString& empresa = {}) const;
   // What the open company's file holds, read apart from any form: rows of texts, Null as empty.
   std::vector<QStringList> filas(const QString& fuente) const;
+  // The cells of the first row with "|" between; empty without rows.
+  QString fila(const QString& fuente) const;
   // The first cell of the first row; empty without rows.
   QString valor(const QString& fuente) const;
   // Adds a row to a table of the open company: names and values by turns.

@@ -19,6 +19,18 @@ QStringList lineasDeDatos(const QString& fichero) {
   return lineas;
 }
 
+QList<QStringList> casosDeDatos(const QString& fichero, const QString& clase) {
+  static const QRegularExpression kDato("«([^»]*)»");
+  QList<QStringList> casos;
+  for (const QString& linea : lineasDeDatos(fichero)) {
+    if (!linea.startsWith(clase + ' ')) continue;
+    QStringList& caso = casos.emplaceBack();
+    for (auto it = kDato.globalMatch(linea); it.hasNext();) caso << it.next().captured(1);
+  }
+  if (casos.isEmpty()) qFatal("%s: %s", qPrintable(fichero), qPrintable(clase));
+  return casos;
+}
+
 QByteArray contenidoDe(const QString& ruta) {
   QFile fichero(ruta);
   return fichero.open(QIODevice::ReadOnly) ? fichero.readAll() : QByteArray();

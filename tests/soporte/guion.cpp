@@ -87,31 +87,30 @@ void Guion::ensenar(QWidget* padre) {
   if (anterior && anterior->isVisible()) activar(*anterior);
 }
 
-void Guion::ensenaMensaje(QWidget* padre, const QString& texto, const QString& titulo, Icono) {
-  const auto paso = siguiente(Clase::Mensaje, texto, titulo);
+// What was announced, empty if nothing was, once it has been on the screen.
+Guion::Paso Guion::llega(QWidget* padre, Clase clase, const QString& texto, const QString& titulo) {
+  const auto paso = siguiente(clase, texto, titulo);
   if (paso && paso->entretanto) paso->entretanto();
   ensenar(padre);
+  return paso.value_or(Paso());
+}
+
+void Guion::ensenaMensaje(QWidget* padre, const QString& texto, const QString& titulo, Icono) {
+  llega(padre, Clase::Mensaje, texto, titulo);
 }
 
 bool Guion::ensenaPregunta(QWidget* padre, const QString& texto, const QString& titulo, Icono) {
-  const auto paso = siguiente(Clase::Pregunta, texto, titulo);
-  if (paso && paso->entretanto) paso->entretanto();
-  ensenar(padre);
-  return paso && paso->si;
+  return llega(padre, Clase::Pregunta, texto, titulo).si;
 }
 
 std::optional<QString> Guion::ensenaEntrada(QWidget* padre, const QString& texto,
                                             const QString& titulo, const QString&) {
-  const auto paso = siguiente(Clase::Entrada, texto, titulo);
-  ensenar(padre);
-  return paso ? paso->respuesta : std::nullopt;
+  return llega(padre, Clase::Entrada, texto, titulo).respuesta;
 }
 
 std::optional<QString> Guion::ensenaAbrir(QWidget* padre, const QString& titulo, const QString&,
                                           const QString&) {
-  const auto paso = siguiente(Clase::Fichero, titulo, titulo);
-  ensenar(padre);
-  return paso ? paso->respuesta : std::nullopt;
+  return llega(padre, Clase::Fichero, titulo, titulo).respuesta;
 }
 
 std::optional<QString> Guion::ensenaGuardar(QWidget* padre, const QString& titulo,

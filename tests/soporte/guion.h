@@ -67,7 +67,7 @@ class Guion : public Cajas {
  private:
   enum class Clase { Mensaje, Pregunta, Entrada, Fichero, Dialogo, Eleccion };
   struct Paso {
-    Clase clase;
+    Clase clase = Clase::Mensaje;
     QString texto;
     QString titulo;
     bool si = false;
@@ -78,6 +78,7 @@ class Guion : public Cajas {
   };
   static QString nombre(Clase clase, const QString& texto);
   std::optional<Paso> siguiente(Clase clase, const QString& texto, const QString& titulo);
+  Paso llega(QWidget* padre, Clase clase, const QString& texto, const QString& titulo);
   void ensenar(QWidget* padre);
 
   std::list<std::deque<Paso>> pendientes_;  // one level for each dialog being driven

@@ -15,7 +15,11 @@ inline QString preguntaFuera(const QString& ruta, const QString& sql,
 // Another station: a plain tool that holds a transaction open until it is told to end.
 class OtroPuesto {
  public:
-  explicit OtroPuesto(const QString& ruta) { proceso_.start("sqlite3", {"-batch", ruta}); }
+  // It begins with some statements, if any.
+  explicit OtroPuesto(const QString& ruta, const QString& sql = {}) {
+    proceso_.start("sqlite3", {"-batch", ruta});
+    if (!sql.isEmpty()) ejecuta(sql);
+  }
   ~OtroPuesto() {
     proceso_.closeWriteChannel();
     proceso_.waitForFinished();

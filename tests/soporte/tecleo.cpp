@@ -58,15 +58,6 @@ void tecleaSubcuenta(Teclado& menu, Guion& guion, const QString& codigo, const Q
   menu.atras();
 }
 
-void tecleaPlanTrimestre(Contexto& ctx, Guion& guion, Teclado& menu) {
-  const auto empresa = ctx.motor.Workspaces(0).OpenDatabase(ctx.sesion.rutaEmpresa());
-  for (const QStringList& fila : leeCsv("trimestre/subcuentas.csv")) {
-    const auto ya =
-        empresa->OpenRecordset("Select * from Subcuentas where Subcuenta='" + fila[0] + "'");
-    if (ya->Eof()) tecleaSubcuenta(menu, guion, fila[0], fila[1]);
-  }
-}
-
 Formulario& empiezaEmpresa(Contexto& ctx, Guion& guion, const QString& empresa,
                            const std::function<void(Formulario&)>& mirar, const QString& plan) {
   const auto abierta = [&](const char* nombre) -> Formulario& {

@@ -43,10 +43,6 @@ void tecleaNombre(Teclado& alta, const QString& nombre);
 // Creates a subcuenta from TxtSubcuenta of the main window: its code with a dot for the zeros, Yes
 // to the offer to create it, and its name in the dialog. The focus stays where it was.
 void tecleaSubcuenta(Teclado& menu, Guion& guion, const QString& codigo, const QString& nombre);
-// Creates the subcuentas of the quarter that the open company hasn't got, from TxtSubcuenta of the
-// main window: its plan has all cuentas.
-void tecleaPlanTrimestre(Contexto& ctx, Guion& guion, Teclado& menu);
-
 // Types the whole quarter into the main window; `tras` runs after each line.
 void tecleaTrimestre(Contexto& ctx, Guion& guion, Formulario& menu,
                      const std::function<void(const LineaDiario&)>& tras = {});

@@ -32,9 +32,8 @@ TEST(Seleccion, UnCatalogoOcupadoSeDiceYSeEsperaSinTocarLosAjustes) {
   const QString pregunta =
       "Otro puesto tiene ocupada la lista de empresas. ¿Desea intentarlo de nuevo?";
   const auto ocupa = [&] {
-    auto otro = std::make_unique<OtroPuesto>(rutaSistema(e.ctx.sesion.rutaCatalogo()));
-    otro->ejecuta("BEGIN EXCLUSIVE;");
-    return otro;
+    return std::make_unique<OtroPuesto>(rutaSistema(e.ctx.sesion.rutaCatalogo()),
+                                        "BEGIN EXCLUSIVE;");
   };
   e.ponAjuste("Entrada", "UltimaEmpresa", "Prueba");
   auto otro = ocupa();

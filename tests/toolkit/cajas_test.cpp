@@ -95,8 +95,7 @@ TEST(CajasQt, LoPendienteSeEligeYLaCajaSeVaSolaAlGuardarse) {
   int asiento = 100;
   for (const char* boton : {"Descartar", "Reintentar", ""}) {
     SCOPED_TRACE(boton);
-    auto otro = std::make_unique<OtroPuesto>(ruta);
-    otro->ejecuta("BEGIN; SELECT count(*) FROM Empresa;");
+    auto otro = std::make_unique<OtroPuesto>(ruta, "BEGIN; SELECT count(*) FROM Empresa;");
     corrige(*e.abreBase()->OpenRecordset("Empresa"), {{"Asiento", ++asiento}});
     enLaCaja<QMessageBox>([&, boton](QMessageBox& caja) {
       EXPECT_EQ(botonesDe(caja), (Lista{"Descartar", "Reintentar"}));
@@ -114,8 +113,7 @@ TEST(Espera, LoDiceSigueSordaAlRestoYEscapeLaDeja) {
   Escenario e;
   Espera espera(e.motor);
   e.motor.setLockTimeout(600'000);
-  OtroPuesto otro(rutaSistema(e.ctx.sesion.rutaEmpresa()));
-  otro.ejecuta("BEGIN EXCLUSIVE;");
+  OtroPuesto otro(rutaSistema(e.ctx.sesion.rutaEmpresa()), "BEGIN EXCLUSIVE;");
   QTimer turno;
   bool dicho = false;
   QObject::connect(&turno, &QTimer::timeout, [&] {

@@ -71,8 +71,8 @@ TEST(Rejilla, MientrasOtroTieneElFicheroSePintaLoQueHayYNoSeEditaLoQueNoSeLee) {
   p.g.setCurrentIndex(p.g.model()->index(1, 1));
   const QImage antes = p.g.grab().toImage();
   p.e.motor.setLockTimeout(30);
-  auto otro = std::make_unique<OtroPuesto>(rutaSistema(p.e.ctx.sesion.rutaEmpresa()));
-  otro->ejecuta("BEGIN EXCLUSIVE;");
+  auto otro =
+      std::make_unique<OtroPuesto>(rutaSistema(p.e.ctx.sesion.rutaEmpresa()), "BEGIN EXCLUSIVE;");
   EXPECT_EQ(p.g.grab().toImage(), antes);
   p.e.guion.esperaMensaje(
       "Error 3260: Los datos están bloqueados por otro puesto; inténtelo de "
@@ -262,21 +262,18 @@ struct PruebaDeAltas : PruebaDeEdicion {
 };
 
 TEST(RejillaAltas, SeGuardaAlPasarAOtraFilaOControlOCerrar) {
-  const struct {
-    const char* como;
-    std::function<void(PruebaDeAltas&)> accion;
-  } casos[] = {
+  const std::pair<const char*, std::function<void(PruebaDeAltas&)>> casos[] = {
       {"Arriba", [](PruebaDeAltas& p) { p.t.tecla(Qt::Key_Up); }},
       {"Intro y Tab", [](PruebaDeAltas& p) { p.t.intro(), p.t.tab(); }},
       {"desde la celda", [](PruebaDeAltas& p) { p.t.enfoca("TxtA"); }},
       {"un botón", [](PruebaDeAltas& p) { p.t.pulsa("CmdCancelar"); }},
       {"el botón de la ventana", [](PruebaDeAltas& p) { p.t.cierra(); }},
   };
-  for (const auto& caso : casos) {
-    SCOPED_TRACE(caso.como);
+  for (const auto& [como, accion] : casos) {
+    SCOPED_TRACE(como);
     PruebaDeAltas p;
     p.t.teclea("Nuevo");
-    caso.accion(p);
+    accion(p);
     EXPECT_EQ(p.guardado("A1"), "A1|Nuevo|0|0");
     EXPECT_EQ(p.columna(0), (Lista{"98", "99", "A1"}));
   }

@@ -87,11 +87,7 @@ TEST(Campos, EntrarConElRatonSeleccionaTambien) {
 // ------------------------------------------------------------------------------
 
 TEST(Salir, EsPasarAOtroControlYNoCerrar) {
-  const struct {
-    const char* como;
-    std::function<void(Prueba&)> accion;
-    Lista hechos;
-  } casos[] = {
+  const std::tuple<const char*, std::function<void(Prueba&)>, Lista> casos[] = {
       {"Tab", [](Prueba& p) { p.t.tab(); }, {"sale TxtA", "entra TxtB"}},
       {"Intro", [](Prueba& p) { p.t.intro(); }, {"sale TxtA", "entra TxtB"}},
       {"por el programa", [](Prueba& p) { p.f.TxtC->setFocus(); }, {"sale TxtA", "entra TxtC"}},
@@ -129,14 +125,14 @@ TEST(Salir, EsPasarAOtroControlYNoCerrar) {
        },
        {"sale TxtA", "entra TxtB"}},
   };
-  for (const auto& caso : casos) {
-    SCOPED_TRACE(caso.como);
+  for (const auto& [como, accion, hechos] : casos) {
+    SCOPED_TRACE(como);
     Prueba p;
     p.t.enfoca("TxtA");
     p.f.lee();
-    caso.accion(p);
-    EXPECT_EQ(p.f.lee(), caso.hechos);
-    EXPECT_EQ(p.f.isVisible(), !caso.hechos.isEmpty() && caso.hechos.last() != "cancela");
+    accion(p);
+    EXPECT_EQ(p.f.lee(), hechos);
+    EXPECT_EQ(p.f.isVisible(), !hechos.isEmpty() && hechos.last() != "cancela");
   }
 }
 
@@ -144,10 +140,7 @@ TEST(Salir, NoLoEsLoQueVuelveAlMismoCampo) {
   Prueba p;
   p.t.enfoca("TxtA");
   p.f.lee();
-  const struct {
-    const char* como;
-    std::function<void()> accion;
-  } casos[] = {
+  const std::pair<const char*, std::function<void()>> casos[] = {
       {"otra ventana",
        [&] {
          QWidget otra;
@@ -171,9 +164,9 @@ TEST(Salir, NoLoEsLoQueVuelveAlMismoCampo) {
        }},
       {"el mismo campo otra vez", [&] { p.f.enfocar(p.f.TxtA); }},
   };
-  for (const auto& caso : casos) {
-    SCOPED_TRACE(caso.como);
-    caso.accion();
+  for (const auto& [como, accion] : casos) {
+    SCOPED_TRACE(como);
+    accion();
     reposar();
     EXPECT_EQ(p.f.lee(), Lista{});
     EXPECT_EQ(p.t.enfocado(), "TxtA");
