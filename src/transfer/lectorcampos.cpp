@@ -27,6 +27,7 @@ bool esSalto(int byte) {
 LectorCampos::LectorCampos(const QString& ruta) : fichero_(rutaSistema(ruta)) {
   if (!QFileInfo(fichero_).isFile()) throw ErrorEjecucion(err::kFicheroNoEncontrado, ruta);
   if (!fichero_.open(QIODevice::ReadOnly)) throw ErrorEjecucion(err::kErrorDeRuta, ruta);
+  total_ = fichero_.size();
   // The signature of a file in UTF-8 is no part of its first field.
   constexpr QByteArrayView kFirma("\xEF\xBB\xBF");
   if (mira() != kFin && bufer_.startsWith(kFirma)) at_ = kFirma.size();
@@ -65,14 +66,25 @@ void LectorCampos::anade(QByteArray& campo, QByteArrayView bytes) const {
   campo += bytes;
 }
 
+// What the buffer has before the byte that ends it, in one go.
+template <class Acaba>
+QByteArrayView LectorCampos::trozoHasta(Acaba acaba) {
+  const QByteArrayView resto = QByteArrayView(bufer_).sliced(at_);
+  const auto trozo = resto.first(std::find_if(resto.begin(), resto.end(), acaba) - resto.begin());
+  at_ += trozo.size();
+  return trozo;
+}
+
 QByteArray LectorCampos::entrecomillado() {
   QByteArray campo;
   toma();
-  for (int byte = toma(); byte != kFin; byte = toma()) {
-    if (byte == '"' && mira() != '"') break;
-    if (byte == '"') toma();
-    const char suyo = static_cast<char>(byte);
-    anade(campo, QByteArrayView(&suyo, 1));
+  while (mira() != kFin) {
+    anade(campo, trozoHasta([](char c) { return c == '"' || c == kFinDeTexto; }));
+    if (mira() != '"') continue;  // the field goes on in the next buffer
+    toma();
+    if (mira() != '"') break;
+    toma();
+    anade(campo, "\"");
   }
   // What stands between the quote and the comma belongs to nobody.
   while (mira() != kFin && mira() != ',' && !esSalto(mira())) toma();
@@ -81,14 +93,8 @@ QByteArray LectorCampos::entrecomillado() {
 
 QByteArray LectorCampos::suelto() {
   QByteArray campo;
-  while (mira() != kFin && mira() != ',' && !esSalto(mira())) {
-    // What the buffer has of it, in one go.
-    const QByteArrayView resto = QByteArrayView(bufer_).sliced(at_);
-    const auto acaba = [](char c) { return c == ',' || esSalto(c) || c == kFinDeTexto; };
-    const auto trozo = std::find_if(resto.begin(), resto.end(), acaba) - resto.begin();
-    anade(campo, resto.first(trozo));
-    at_ += trozo;
-  }
+  while (mira() != kFin && mira() != ',' && !esSalto(mira()))
+    anade(campo, trozoHasta([](char c) { return c == ',' || esSalto(c) || c == kFinDeTexto; }));
   return campo.trimmed();
 }
 

@@ -22,7 +22,7 @@ class LectorCampos {
   QStringList lee(int cuantos);
 
   qint64 leido() const { return antes_ + at_; }  // bytes
-  qint64 total() const { return fichero_.size(); }
+  qint64 total() const { return total_; }
 
  private:
   // The next byte, which stays there; -1 at the end of the file.
@@ -30,11 +30,14 @@ class LectorCampos {
   int toma();
   void saltaBlancos();
   void anade(QByteArray& campo, QByteArrayView bytes) const;
+  template <class Acaba>
+  QByteArrayView trozoHasta(Acaba acaba);
   QByteArray entrecomillado();
   QByteArray suelto();
   bool saltaSeparador();  // whether it was a comma
 
   QFile fichero_;
+  qint64 total_ = 0;
   QByteArray bufer_;
   qsizetype at_ = 0;  // in the buffer
   qint64 antes_ = 0;  // bytes before it
