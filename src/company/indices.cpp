@@ -19,8 +19,7 @@ QList<KeptIndex> indicesDelDiario() {
 }
 
 bool compensa(Database& empresa, int lineas, bool nuevas) {
-  constexpr int kPocas = 10'000;  // whose indexes are kept up in no time
-  if (lineas < kPocas) return false;
+  if (lineas < IndicesAparte::desde) return false;
   const auto diario = empresa.OpenRecordset(QStringLiteral("Select Count(*) from Diario"));
   const qint64 hay = diario->Fields(0).toLong();
   return 2 * qint64{lineas} >= hay + (nuevas ? lineas : 0);
@@ -39,6 +38,8 @@ void cuidaIndices(DBEngine& motor, const QString& ruta) {
   const DBEngine::Brief sinEspera(motor, 0);
   ignorando([&] { ponIndices(*motor.Workspaces(0).OpenDatabase(ruta)); });
 }
+
+int IndicesAparte::desde = 10'000;  // the indexes of fewer are kept up in no time
 
 IndicesAparte::IndicesAparte(Database& empresa, int lineas) : empresa_(empresa) {
   if (!compensa(empresa, lineas, true)) return;

@@ -36,6 +36,9 @@ class IndicesAparte {
   // Makes them again. Raises what writing to the file does.
   void repone();
 
+  // The fewest lines for which it may pay; a test may say otherwise.
+  static int desde;
+
  private:
   Database& empresa_;
   bool aparte_ = false;

@@ -3,6 +3,9 @@
 //
 // With LIBRANO_SOAK eighty times as many cuts as it says, and every operation that can fail.
 
+#include <QScopedValueRollback>
+
+#include "company/indices.h"
 #include "journal/integridad.h"
 #include "journal/masivos.h"
 #include "oficial/conciliacion.h"
@@ -142,11 +145,27 @@ void convierte(const Tajo& t) {
                  [&](int, int) { t.motor.breathe(); });
 }
 
+void renumera(const Tajo& t) {
+  renumeraDiario(*t.abre("Tienda"), 1, t.cada(40));
+}
+
+void fechas(const Tajo& t) {
+  unificaFechas(*t.abre("Tienda"), 2025, QDate(2025, 1, 1), t.cada(40));
+}
+
+// As in a long journal, whose indexes are put away meanwhile.
+template <void (*hace)(const Tajo&)>
+void sinIndices(const Tajo& t) {
+  const QScopedValueRollback<int> siempre(IndicesAparte::desde, 1);
+  hace(t);
+}
+
 constexpr Trabajo kTrabajos[] = {
     {"Asienta", [](const Tajo& t) { asienta(*t.abre("Tienda"), 4, [&] { t.guarda(); }); }},
-    {"Renumera", [](const Tajo& t) { renumeraDiario(*t.abre("Tienda"), 1, t.cada(40)); }},
-    {"Fechas",
-     [](const Tajo& t) { unificaFechas(*t.abre("Tienda"), 2025, QDate(2025, 1, 1), t.cada(40)); }},
+    {"Renumera", renumera},
+    {"RenumeraSinIndices", sinIndices<renumera>},
+    {"Fechas", fechas},
+    {"FechasSinIndices", sinIndices<fechas>},
     {"Cambia", [](const Tajo& t) { cambia(t, false); }},
     {"Elimina", [](const Tajo& t) { cambia(t, true); }},
     {"EliminaUno", [](const Tajo& t) { eliminaAsiento(*t.abre("Tienda"), 1, t.cada(2)); }},
