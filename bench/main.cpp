@@ -26,7 +26,9 @@ class Razones : public benchmark::ConsoleReporter {
       Fila& fila = filas_[{orden(trabajo), trabajo, std::atol(run.run_name.args.c_str())}];
       (lado == "librano" ? fila.librano : fila.directo) = {run.GetAdjustedRealTime() / escala(run),
                                                            run.GetAdjustedCPUTime() / escala(run)};
-      fprintf(stderr, "  %s\n", nombre.c_str());
+      // At once, too: a measure that breaks down must not take the others with it.
+      fprintf(stderr, "  %s %s\n", nombre.c_str(),
+              tiempo(run.GetAdjustedRealTime() / escala(run)).c_str());
     }
   }
 

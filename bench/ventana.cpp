@@ -69,6 +69,7 @@ void asentarConTeclas(benchmark::State& estado) {
   Principal& menu = *ventana.ctx.principal;
   menu.TxtAsiento().setText(QString::number(libros(estado).lineas() / 3 + 1));
   menu.TxtSubcuenta().setText(banco::kSubcuenta);
+  menu.ventana()->findChild<QLineEdit*>("TxtFecha")->setText("15/06/2024");  // of the year at hand
   menu.ventana()->findChild<QComboBox*>("TxtConcepto")->setEditText("Apunte de prueba");
   auto* importe = menu.ventana()->findChild<QLineEdit*>("TxtDebeHaber");
   for (auto _ : estado) {
