@@ -298,7 +298,9 @@ void Rejilla::ajustarAnchos() {
   const auto& columnas = modelo_->columnas();
   if (columnas.empty()) return;
   sinAnchos_ = false;
-  verticalHeader()->setDefaultSectionSize(fontMetrics().height() + kAireDeFila);
+  // The heading goes through all its rows for it, even where it is the same.
+  const int alto = fontMetrics().height() + kAireDeFila;
+  if (verticalHeader()->defaultSectionSize() != alto) verticalHeader()->setDefaultSectionSize(alto);
   if (reparto_.empty()) {
     for (size_t i = 0; i < columnas.size(); ++i) {
       setColumnWidth(static_cast<int>(i), anchoDe(columnas[i]));
