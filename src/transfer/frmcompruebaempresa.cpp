@@ -1,7 +1,6 @@
 #include "transfer/frmcompruebaempresa.h"
 
 #include "engine/dbengine.h"
-#include "journal/apunte.h"
 #include "journal/widgets/trabajoendiario.h"
 #include "toolkit/principal.h"
 #include "toolkit/progreso.h"

@@ -2,7 +2,6 @@
 
 #include "common/rutas.h"
 #include "engine/dbengine.h"
-#include "journal/apunte.h"
 #include "journal/widgets/trabajoendiario.h"
 #include "transfer/importarcontanet.h"
 #include "ui_frmimportarcontanet.h"

@@ -2,7 +2,6 @@
 
 #include "common/rutas.h"
 #include "engine/dbengine.h"
-#include "journal/apunte.h"
 #include "journal/widgets/trabajoendiario.h"
 #include "toolkit/principal.h"
 #include "transfer/importarcontaplus.h"
