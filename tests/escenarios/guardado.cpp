@@ -1,6 +1,10 @@
 // What the screens do when a change can't be saved: another station reads on, or the disk
 // refuses it.
+#include <QScopedValueRollback>
+
+#include "company/indices.h"
 #include "journal/menuabierto.h"
+#include "journal/widgets/trabajoendiario.h"
 #include "oficial/widgets/tablahoja.h"
 #include "soporte/discolleno.h"
 
@@ -169,6 +173,31 @@ TEST_F(Guardado, LoDescartadoSePuedeAceptarDeNuevoComoSiNada) {
   EXPECT_EQ(filas("Select NAsiento from Diario where NLinea > 2"),
             (std::vector<QStringList>{{"3"}, {"3"}}));
   EXPECT_EQ(contador("Asiento"), "4");
+}
+
+// Those of a long journal go with the first part of the work that is saved, and come back with the
+// last, which may be given up.
+TEST_F(Guardado, LoDescartadoNoDejaElDiarioSinIndices) {
+  const auto hay = [this] {
+    return preguntaFuera(ruta(),
+                         "SELECT count(*) FROM sqlite_schema WHERE name LIKE "
+                         "'librano_Diario_%'");
+  };
+  const QScopedValueRollback<int> siempre(IndicesAparte::desde, 1);
+  const auto empresa = abreBase();
+  const auto seDescarta = [&] {
+    trabajaEnDiario(ctx, [&] {
+      IndicesAparte aparte(*empresa, 100);
+      motor.flush();
+      EXPECT_EQ(hay(), "0");
+      aparte.repone();
+      motor.discard();
+      throw ErrorEjecucion(err::kOperacionCancelada);
+    });
+  };
+  EXPECT_EQ(numeroDeError(seDescarta), err::kOperacionCancelada);
+  motor.flush();
+  EXPECT_EQ(hay(), "5");
 }
 
 // A cell shows what the file holds, a dialog keeps what was typed.

@@ -1,6 +1,7 @@
 #include "journal/widgets/trabajoendiario.h"
 
 #include "common/ignorar.h"
+#include "company/indices.h"
 #include "engine/dbengine.h"
 #include "toolkit/contexto.h"
 #include "toolkit/principal.h"
@@ -12,6 +13,8 @@ void trabajaEnDiario(Contexto& contexto, const std::function<void()>& trabajo) {
     // Given up, it isn't told as done.
     contexto.motor.save();
   } catch (...) {
+    // The last that was given up may have been the indexes that the work had put away.
+    cuidaIndices(contexto.motor, contexto.sesion.rutaEmpresa());
     // What failed is what has to be told.
     ignorando([&] { contexto.principal->diarioCambiado(); });
     throw;
