@@ -60,4 +60,38 @@ TEST_F(Listados, DicenLoQueFalla) {
   SinImpresora{ctx};
 }
 
+// Books of two pages: what the first hands on is the sum of its lines, each in its column.
+TEST_F(Listados, CadaPaginaEntregaSusSumas) {
+  asiento(5, QDate(2003, 1, 10), "43000001", "57200001", 5);
+  const auto base = abreBase();
+  const auto diario = base->OpenRecordset("Diario"), registro = base->OpenRecordset("RSIVA");
+  for (int i = 11; i < 71; ++i) {
+    anade(*diario, lineaDe(i, i, "10/01/2003", QString("430000%1").arg(i), 120));
+    anade(*registro, {{"Codigo", QString("R00000000%1").arg(i)},
+                      {"Fecha", "10/01/2003"},
+                      {"Base", -100},
+                      {"IVA", -16},
+                      {"Recargo", -4},
+                      {"Neto", -120}});
+  }
+  const struct {
+    const char *entrada, *nombre, *opcion, *lineas;
+    qsizetype cuantas;  // on the first page
+    QString sumas;
+  } casos[] = {{"MnuSumasysaldos", "FrmSumasSaldosImpresos", "OptNivel_3", " 120,00", 56,
+                "6.725,00 200,01 6.720,00 195,01"},
+               {"MnuLibroSR", "FrmIVASRLibros", "OptLibro_1", "R00000000", 36,
+                "3.600,00 576,00 144,00 4.320,00"}};
+  for (const auto& c : casos) {
+    dialogo(c.entrada, c.nombre, [&](Teclado& t) {
+      t.marca(c.opcion);
+      const LibroImpreso libro = lanza(t);
+      EXPECT_EQ(libro.paginas[0].filter(c.lineas).size(), c.cuantas);
+      EXPECT_EQ(libro.linea("Suma y sigue", 1), "Suma y sigue " + c.sumas);
+      EXPECT_EQ(libro.linea("Suma anterior", 2), "Suma anterior " + c.sumas);
+      t.escape();
+    });
+  }
+}
+
 }  // namespace
