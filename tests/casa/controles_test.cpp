@@ -53,7 +53,7 @@ TEST(Controles, CadaPantallaTieneLosSuyos) {
   // The settings screen manages the catalogue beside the program.
   CrearInicio(e.ctx.motor, e.ctx.carpetaPrograma + "Inicio.mdb");
   // The cards show that of the commercial program.
-  creaGestion(e.ctx.motor, e.ctx.sesion.DirDatos);
+  creaGestion(e.carpetaDatos());
   Mirada mirada(e.ctx.motor);
   e.ctx.cajas = &mirada;
   const auto destinos = destinosDeConsultas();

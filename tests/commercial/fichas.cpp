@@ -28,7 +28,7 @@ class Fichas : public testing::Test, protected Escenario {
 };
 
 TEST_F(Fichas, SeMiranEnOrdenYSeBuscan) {
-  creaGestion(motor, ctx.sesion.DirDatos);
+  creaGestion(carpetaDatos());
   Teclado t(abre("FrmArticulos"));
   enEstado(t, true);
   EXPECT_EQ(t.textosDe({"CmdCampoLocalizar", "TxtNombre", "LblPosicion", "TxtVenta",
@@ -67,7 +67,8 @@ TEST_F(Fichas, SeMiranEnOrdenYSeBuscan) {
 }
 
 TEST_F(Fichas, SeDanDeAltaSeCambianYSeEliminan) {
-  creaGestion(motor, ctx.sesion.DirDatos, false);
+  creaGestion(carpetaDatos());
+  fuera("DELETE FROM articulos");
   Teclado t(abre("FrmArticulos"));
   enEstado(t, true, false);
   t.mnemonico('N');
@@ -132,7 +133,7 @@ TEST_F(Fichas, SeDanDeAltaSeCambianYSeEliminan) {
 
 // It can't be saved, and giving it up shows the one that follows it.
 TEST_F(Fichas, UnaQueSeVaMientrasSeCambiaNoDejaLoEscrito) {
-  creaGestion(motor, ctx.sesion.DirDatos);
+  creaGestion(carpetaDatos());
   Teclado t(abre("FrmArticulos"));
   t.mnemonico('D');
   t.escribe("TxtNombre", "Nadie");
@@ -155,7 +156,7 @@ TEST_F(Fichas, LasFacturasRecorrenLosArticulosYSinFicheroSoloSeSale) {
       EXPECT_FALSE(t.control(boton).isEnabled()) << boton;
     cierra();
   }
-  creaGestion(motor, ctx.sesion.DirDatos);
+  creaGestion(carpetaDatos());
   Teclado t(abre("FrmGesFacCli"));
   EXPECT_EQ(t.forma().windowTitle(), "Gestión de facturas a clientes");
   EXPECT_EQ(t.textosDe({"TxtNombre", "LblPosicion"}), (QStringList{"Barniz", "1/3"}));

@@ -59,6 +59,7 @@ struct Disco::Privado {
 namespace {
 
 using Operacion = Disco::Operacion;
+using Metodos = sqlite3_io_methods;
 
 Disco::Privado* vivo = nullptr;  // of the disk that lives
 sqlite3_vfs* sistema = nullptr;  // the layer beneath
@@ -76,15 +77,21 @@ Fichero& de(sqlite3_file* fichero) {
   return *reinterpret_cast<Fichero*>(fichero);
 }
 
+// What needs no look is handed on.
+template <auto Metodo, class... Datos>
+int pasa(sqlite3_file* f, Datos... datos) {
+  return (de(f).suyo()->pMethods->*Metodo)(de(f).suyo(), datos...);
+}
+
 int cierra(sqlite3_file* f) {
-  const int codigo = de(f).suyo()->pMethods->xClose(de(f).suyo());
+  const int codigo = pasa<&Metodos::xClose>(f);
   sqlite3_free(de(f).ruta);
   return codigo;
 }
 
 int lee(sqlite3_file* f, void* datos, int cuantos, sqlite3_int64 lugar) {
   if (vivo->toca({Operacion::Leer})) return SQLITE_IOERR_READ;
-  return de(f).suyo()->pMethods->xRead(de(f).suyo(), datos, cuantos, lugar);
+  return pasa<&Metodos::xRead>(f, datos, cuantos, lugar);
 }
 
 int anade(sqlite3_file* f, const void* datos, int cuantos, sqlite3_int64 lugar) {
@@ -92,52 +99,42 @@ int anade(sqlite3_file* f, const void* datos, int cuantos, sqlite3_int64 lugar) 
     return vivo->falla == Operacion::Llenar ? SQLITE_FULL : SQLITE_IOERR_WRITE;
   vivo->anota({Suceso::Escribir, de(f).nombre(), lugar,
                QByteArray(static_cast<const char*>(datos), cuantos)});
-  return de(f).suyo()->pMethods->xWrite(de(f).suyo(), datos, cuantos, lugar);
+  return pasa<&Metodos::xWrite>(f, datos, cuantos, lugar);
 }
 
 int acorta(sqlite3_file* f, sqlite3_int64 tamano) {
   if (vivo->toca({Operacion::Escribir})) return SQLITE_IOERR_TRUNCATE;
   vivo->anota({Suceso::Acortar, de(f).nombre(), tamano});
-  return de(f).suyo()->pMethods->xTruncate(de(f).suyo(), tamano);
+  return pasa<&Metodos::xTruncate>(f, tamano);
 }
 
 int sincroniza(sqlite3_file* f, int como) {
   if (vivo->toca({Operacion::Sincronizar})) return SQLITE_IOERR_FSYNC;
-  return de(f).suyo()->pMethods->xSync(de(f).suyo(), como);
-}
-
-int mide(sqlite3_file* f, sqlite3_int64* tamano) {
-  return de(f).suyo()->pMethods->xFileSize(de(f).suyo(), tamano);
+  return pasa<&Metodos::xSync>(f, como);
 }
 
 int bloquea(sqlite3_file* f, int nivel) {
   if (vivo->toca({Operacion::Bloquear})) return SQLITE_BUSY;
-  return de(f).suyo()->pMethods->xLock(de(f).suyo(), nivel);
+  return pasa<&Metodos::xLock>(f, nivel);
 }
 
-int suelta(sqlite3_file* f, int nivel) {
-  return de(f).suyo()->pMethods->xUnlock(de(f).suyo(), nivel);
-}
-
-int mira(sqlite3_file* f, int* reservado) {
-  return de(f).suyo()->pMethods->xCheckReservedLock(de(f).suyo(), reservado);
-}
-
-int dispone(sqlite3_file* f, int que, void* dato) {
-  return de(f).suyo()->pMethods->xFileControl(de(f).suyo(), que, dato);
-}
-
-int sector(sqlite3_file* f) {
-  return de(f).suyo()->pMethods->xSectorSize(de(f).suyo());
-}
-
-int cualidades(sqlite3_file* f) {
-  return de(f).suyo()->pMethods->xDeviceCharacteristics(de(f).suyo());
-}
-
-constexpr sqlite3_io_methods kMetodos = {
-    1,       cierra, lee,        anade,   acorta,  sincroniza, mide,    bloquea, suelta, mira,
-    dispone, sector, cualidades, nullptr, nullptr, nullptr,    nullptr, nullptr, nullptr};
+const Metodos kMetodos = [] {
+  Metodos m{};
+  m.iVersion = 1;
+  m.xClose = cierra;
+  m.xRead = lee;
+  m.xWrite = anade;
+  m.xTruncate = acorta;
+  m.xSync = sincroniza;
+  m.xFileSize = pasa<&Metodos::xFileSize>;
+  m.xLock = bloquea;
+  m.xUnlock = pasa<&Metodos::xUnlock>;
+  m.xCheckReservedLock = pasa<&Metodos::xCheckReservedLock>;
+  m.xFileControl = pasa<&Metodos::xFileControl>;
+  m.xSectorSize = pasa<&Metodos::xSectorSize>;
+  m.xDeviceCharacteristics = pasa<&Metodos::xDeviceCharacteristics>;
+  return m;
+}();
 
 // --- The layer
 

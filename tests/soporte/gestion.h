@@ -1,10 +1,8 @@
 // A small Gestion.MDB, as the commercial program would bring it.
 #pragma once
 
-#include <QString>
+#include "soporte/otropuesto.h"
 
-class DBEngine;
-
-// In the data folder, a text path with its final backslash. Articles "0001" to "0003", two
-// suppliers and a customer; without `articulos`, none.
-void creaGestion(DBEngine& motor, const QString& dirDatos, bool articulos = true);
+inline void creaGestion(const QString& carpetaDatos) {
+  preguntaFuera(carpetaDatos + "/Gestion.MDB", contenidoDe(rutaDato("gestion.sql")));
+}
