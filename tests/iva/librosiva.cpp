@@ -42,6 +42,11 @@ class LibrosIVA : public ListadoAbierto {
   static QStringList con(const LibroImpreso& libro, const QString& parte) {
     return libro.lineas().filter(parte);
   }
+  // Of each kind of line, those that the data tell.
+  static void compara(const QString& clase, const LibroImpreso& libro) {
+    for (const QStringList& c : casosDeDatos("librosiva.txt", clase))
+      EXPECT_EQ(con(libro, c[0]), c.mid(1)) << qPrintable(c[0]);
+  }
 };
 
 TEST_F(LibrosIVA, CadaLibroConSuSignoYSusTotalesPorTipos) {
@@ -49,33 +54,12 @@ TEST_F(LibrosIVA, CadaLibroConSuSignoYSusTotalesPorTipos) {
       libro("MnuLibroSR", "FrmIVASRLibros", [](Teclado& t) { t.elige("TxtHasta", "03-Marzo"); });
   EXPECT_EQ(soportado.titulo, "Acumulados de IVA");
   EXPECT_EQ(soportado.paginas.size(), 1);
-  EXPECT_EQ(con(soportado, "Desde : "), QStringList("Desde : 01-Enero ~ Hasta : 03-Marzo"));
-  EXPECT_EQ(con(soportado, "S000000000"),
-            (QStringList{
-                "S0000000001 10/01/2003 F-1 Suministros Ebro, S.L. B11111111 1.000,00 16,00 160,00 "
-                "0,00 0,00 1.160,00",
-                "S0000000002 10/02/2003 F-2 Suministros Ebro, S.L. B11111111 200,00 16,00 32,00 "
-                "4,00 8,00 240,00",
-                "S0000000003 11/02/2003 F-3 Papelera del Sur, S.A. A22222222 -50,00 16,00 -8,00 "
-                "0,00 0,00 -58,00",
-                "S0000000004 01/03/2003 F-4 Adquisición intracomunitaria 0,00 16,00 70,00 0,00 "
-                "0,00 0,00"}));
-  EXPECT_EQ(soportado.linea("03 Normal S/R"),
-            "03 Normal S/R 950,00 16,00 152,00 0,00 0,00 1.102,00");
-  EXPECT_EQ(soportado.linea("07 Normal C/R"), "07 Normal C/R 200,00 16,00 32,00 4,00 8,00 240,00");
-  EXPECT_EQ(soportado.linea("03 intracomunitarias"),
-            "03 intracomunitarias Normal S/R 0,00 16,00 70,00 0,00 0,00 0,00");
-  EXPECT_EQ(soportado.linea("Total IVA"), "Total IVA soportado 1.150,00 254,00 8,00 1.342,00");
+  compara("soportado", soportado);
 
   const auto ambos =
       libro("MnuLibroSR", "FrmIVASRLibros", [](Teclado& t) { t.pulsa("OptLibro_2"); });
   EXPECT_EQ(ambos.paginas.size(), 2);
-  EXPECT_EQ(con(ambos, "Total IVA"),
-            (QStringList{"Total IVA repercutido 3.300,00 571,00 0,00 3.801,00",
-                         "Total IVA soportado 1.150,00 254,00 8,00 1.342,00"}));
-  EXPECT_EQ(
-      ambos.linea("R0000000003"),
-      "R0000000003 20/04/2003 F-3 Almacenes Ruiz -1.000,00 16,00 -160,00 0,00 0,00 -1.160,00");
+  compara("ambos", ambos);
 
   const auto vacio = libro("MnuLibroSR", "FrmIVASRLibros", [](Teclado& t) {
     t.elige("TxtDesde", "06-Junio");
@@ -87,15 +71,7 @@ TEST_F(LibrosIVA, CadaLibroConSuSignoYSusTotalesPorTipos) {
 TEST_F(LibrosIVA, AcumuladosPorMesesYTipos) {
   const auto acumulados = libro("MnuAcumuladosIVA", "FrmIVAAcumulados", [](Teclado&) {});
   EXPECT_EQ(acumulados.titulo, "Acumulados de IVA");
-  EXPECT_EQ(con(acumulados, "Total mes 2"),
-            (QStringList{"Total mes 2 1 4.000,00 640,00 0,00 4.640,00",
-                         "Total mes 2 2 150,00 24,00 8,00 182,00"}));
-  EXPECT_EQ(con(acumulados, "02 Reducido S/R"),
-            (QStringList{"02 Reducido S/R 1 300,00 7,00 21,00 0,00 0,00 321,00",
-                         "02 Reducido S/R 1 300,00 21,00 0,00 321,00"}));
-  EXPECT_EQ(con(acumulados, "Total IVA"),
-            (QStringList{"Total IVA repercutido 4 3.300,00 571,00 0,00 3.801,00",
-                         "Total IVA soportado 4 1.150,00 254,00 8,00 1.342,00"}));
+  compara("acumulados", acumulados);
 }
 
 // On both sides of its limit; a customer whose rectifying invoices outweigh its sales isn't there.

@@ -41,22 +41,8 @@ TEST_F(ConversionA2007, LaPropuestaDejaPorDecidirLoDudoso) {
     subcuenta(codigo, 10);
   apunta("22300007", 5);  // a line without its subcuenta
   const auto filas = proponeConversion(*empresa, Modelo2007::Pymes);
-  const std::pair<const char*, const char*> casos[] = {
-      {"40200001", "40300001"},  // chains, all at once
-      {"40300001", "40400001"},
-      {"24000001", "24030001"},  // four digits: one of the ending goes
-      {"25100001", "25100001"},
-      {"25600001", "25100002"},  // that code is another's
-      {"11100001", "?"},
-      {"20000001", "?"},
-      {"21300001", "?"},  // 204 is no account of small companies
-      {"58000001", "56700001"},
-      {"55400001", "?"},  // none of the old plan, and something in the new one
-      {"22300007", "21300007"},
-      {"43000001", "no está"},
-      {"60000001", "60000001"},
-  };
-  for (const auto& [codigo, nuevo] : casos) EXPECT_EQ(nuevoDe(filas, codigo), nuevo) << codigo;
+  for (const QStringList& f : leeCsv("propuesta2007.csv"))
+    EXPECT_EQ(nuevoDe(filas, f[0]), f[1]) << qPrintable(f[0]);
   EXPECT_EQ(nuevoDe(proponeConversion(*empresa, Modelo2007::Normal), "21300001"), "20400001");
   const auto fila = std::ranges::find(filas, QString("24000001"), &FilaConversion::codigo);
   EXPECT_EQ(fila->nombre, "N24000001");

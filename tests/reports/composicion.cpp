@@ -17,23 +17,14 @@ QString plantilla(const char* fichero) {
 const QString kBase = plantilla("base.rpt");
 
 TEST(Plantilla, LasDefectuosasDicenLaLineaYElMotivo) {
-  const std::pair<const char*, const char*> casos[] = {
-      {"[detalle]\nalto = 4\n0 20 izq \"{Importe\"\n", "línea 11, falta }"},
-      {"[detalle]\nalto = 4\n0 20 izq \"{Importe:moneda}\"\n", "línea 11, formato «moneda»"},
-      {"[detalle]\nalto = 4\n80 20 izq \"x\"\n", "se sale de la página"},
-      {"[detalle]\nalto = 60\n", "no caben en la página"},
-      {"[pie Cuenta]\nalto = 4\n", "línea 9, sección desconocida [pie Cuenta]"},
-      {"[detalle]\nalto = 4\n[pie informe]\nalto = 4\n0 9 der \"{suma(Importe, G)}\"\n",
-       "línea 13, no hay grupo «G»"},
-      {"[informe]\nincluye = ../otra.inc\n", "línea 10, ruta en incluye"},
-      {"", "falta [detalle]"}};
-  for (const auto& [resto, motivo] : casos) {
+  for (const QStringList& c : casosDeDatos("impresos/defectuosas.txt", "mala")) {
     try {
-      leePlantilla(kBase + resto, [](const QString&) { return QString(); });
-      ADD_FAILURE() << motivo;
+      leePlantilla(kBase + QString(c[0]).replace('|', '\n'),
+                   [](const QString&) { return QString(); });
+      ADD_FAILURE() << qPrintable(c[1]);
     } catch (const ErrorEjecucion& e) {
       EXPECT_EQ(e.numero(), err::kPlantillaDefectuosa);
-      EXPECT_TRUE(e.descripcion().contains(motivo)) << e.what() << " sin " << motivo;
+      EXPECT_TRUE(e.descripcion().contains(c[1])) << e.what() << qPrintable(" sin " + c[1]);
     }
   }
 }
@@ -78,22 +69,8 @@ TEST_F(Composicion, CortesSumasYCabeceras) {
   const auto libro = abre(kBandas);
   EXPECT_TRUE(renglones(*libro, 1).startsWith("Hoja 1/…\n"));  // not counted yet
   libro->cuenta();
-  const QString sigue = "Cuenta 43000001 (continuación)\nanterior ";
-  const QString segunda = "Cuenta 57200001 (continuación)\nanterior ";
-  const QStringList paginas{
-      "Hoja 1/5\nCuenta 43000001\n7 7,00\n8 -1,00 8,00\n9 8,00\n10 -2,00 10,00\n11 9,00\n"
-      "sigue 9,00\npagina 9,00\n",
-      "Hoja 2/5\n" + sigue +
-          "9,00\n12 -3,00 12,00\n13 10,00\n14 -4,00 14,00\n15 11,00\n"
-          "sigue 11,00\npagina 2,00\n",
-      "Hoja 3/5\n" + sigue +
-          "11,00\n16 -5,00 16,00\ntotal 43000001 -5,00\n"
-          "Cuenta 57200001\n1 1,00\nsigue 1,00\npagina -15,00\n",
-      "Hoja 4/5\n" + segunda +
-          "1,00\n2 -1,00 2,00\n3 2,00\n4 -2,00 4,00\n5 3,00\n"
-          "sigue 3,00\npagina 2,00\n",
-      "Hoja 5/5\n" + segunda +
-          "3,00\n6 -3,00 6,00\ntotal 57200001 -3,00\ntodo -8,00\npagina -6,00\n"};
+  const QStringList paginas = (lineasDeDatos("impresos/cortes.txt").join('\n') + '\n')
+                                  .split(QRegularExpression("(?=Hoja)"), Qt::SkipEmptyParts);
   ASSERT_EQ(libro->paginas(), paginas.size());
   // Alone and in any order, and one after another, pages are the same.
   for (const int n : {4, 1, 5, 2, 3}) EXPECT_EQ(renglones(*libro, n), paginas[n - 1]);
