@@ -8,12 +8,7 @@ namespace {
 using lang::Expr;
 using lang::Op;
 
-// Null counts as less than anything, as a file has it.
 int compara(const Variant& a, const Variant& b) {
-  if (a.isNull() || b.isNull()) return int{b.isNull()} - int{a.isNull()};
-  if (a.isText() && b.isText()) return a.text().compare(b.text(), Qt::CaseInsensitive);
-  if (a.isDate() && b.isDate())
-    return a.dateTime() < b.dateTime() ? -1 : a.dateTime() > b.dateTime();
   return a.number() < b.number() ? -1 : a.number() > b.number();
 }
 
@@ -83,19 +78,15 @@ class LectorDeMapas : public Reader {
         return fila.value(tabla_.columns[static_cast<size_t>(expr.column)].name);
       case Expr::Kind::Literal:
         return expr.place == Expr::Place::Statement ? literales[expr.parameter] : expr.value;
-      case Expr::Kind::If:
-        return parte(parte(0).toBool() ? 1 : 2);
       case Expr::Kind::Binary:
         break;
       default:
         throw ErrorEjecucion(err::kErrorDeSintaxis, "mapas");
     }
     if (expr.op == Op::And) return parte(0).toBool() && parte(1).toBool();
-    if (expr.op == Op::Or) return parte(0).toBool() || parte(1).toBool();
     const int c = compara(parte(0), parte(1));
-    return (expr.op == Op::Equal && c == 0) || (expr.op == Op::NotEqual && c != 0) ||
-           (expr.op == Op::Less && c < 0) || (expr.op == Op::Greater && c > 0) ||
-           (expr.op == Op::LessEqual && c <= 0) || (expr.op == Op::GreaterEqual && c >= 0);
+    return (expr.op == Op::Equal && c == 0) || (expr.op == Op::Less && c < 0) ||
+           (expr.op == Op::Greater && c > 0);
   }
 
   Mapas& mapas_;

@@ -1,6 +1,6 @@
 // Books kept in maps: what stands behind the engine's border without a file or a disk.
 //
-// They answer sources of one table, with conditions of comparisons and an order. Any call across
+// They answer sources of one table, with conditions on its numbers and an order. Any call across
 // the border can be made to fail, so that whatever stands above it is tested under refusals.
 #pragma once
 
