@@ -19,7 +19,9 @@ Recordset::Impl::Impl(std::shared_ptr<Connection> connection, const QString& sou
     const auto field = std::find_if(fields_.begin(), fields_.end(), [&](const Field& f) {
       return !column.baseColumn.isEmpty() && f.Name == column.baseColumn;
     });
-    baseFields_.push_back(field == fields_.end() ? -1 : static_cast<int>(field - fields_.begin()));
+    const bool some = field != fields_.end();
+    baseFields_.push_back(some ? static_cast<int>(field - fields_.begin()) : -1);
+    defaults_.push_back(some ? defaultValue(*field) : Variant());
   }
   first();
 }
@@ -143,9 +145,7 @@ void Recordset::Impl::addNew() {
   connection_->begin(Doing::Locking);
   rows.checkFile();
   mode_ = EditMode::Add;
-  edited_.assign(rows.plan().columns.size(), Variant());
-  for (std::size_t i = 0; i < edited_.size(); ++i)
-    if (const Field* field = base(static_cast<int>(i))) edited_[i] = defaultValue(*field);
+  edited_ = defaults_;
 }
 
 void Recordset::Impl::edit() {
@@ -182,8 +182,9 @@ Values Recordset::Impl::differing() {
   if (!row) throw ErrorEjecucion(err::kRegistroEliminado);
   Values values = changed_;
   for (std::size_t i = 0; i < row->size(); ++i) {
-    const auto found = values.constFind(rows.plan().columns[i].baseColumn);
-    if (found != values.cend() && *found == (*row)[i]) values.erase(found);
+    const QString& column = rows.plan().columns[i].baseColumn;
+    const Variant* value = values.find(column);
+    if (value && *value == (*row)[i]) values.remove(column);
   }
   return values;
 }

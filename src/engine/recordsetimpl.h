@@ -57,6 +57,7 @@ class Recordset::Impl {
   QHash<QString, int> ordinals_;
   std::vector<Field> fields_;    // of the base table
   std::vector<int> baseFields_;  // for each column its place among them, or -1
+  Row defaults_;                 // what a new row has in each column
 
   Place place_ = Place::Nowhere;
   int position_ = -1;

@@ -181,14 +181,19 @@ void RowSet::readWindow(int position) {
   windowEnd_ = end;
 }
 
+void RowSet::noteCurrent() {
+  stamp_ = stamp();
+  moment_ = connection_->store().stamp({});
+}
+
 void RowSet::Change::written(int position) {
   rows_.near_.erase(position);
-  if (wasCurrent_) rows_.stamp_ = rows_.stamp();
+  if (wasCurrent_) rows_.noteCurrent();
 }
 
 int RowSet::Change::added(Key key) {
   rows_.tail_.push_back(key);
-  if (wasCurrent_) rows_.stamp_ = rows_.stamp();
+  if (wasCurrent_) rows_.noteCurrent();
   return rows_.total() - 1;
 }
 

@@ -70,6 +70,7 @@ class RowSet {
  private:
   Stamp stamp() const { return connection_->store().stamp(plan().tables); }
   bool isCurrent();
+  void noteCurrent();
   void readWhole();
   void readOtherKeys();
   void discardOld();

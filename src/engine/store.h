@@ -6,9 +6,10 @@
 // calls. Everything raises ErrorEjecucion with the classic numbers, and nothing else.
 #pragma once
 
+#include <algorithm>
 #include <functional>
 #include <memory>
-#include <QMap>
+#include <QStringList>
 #include <span>
 #include <vector>
 
@@ -24,8 +25,49 @@ struct Query;
 // Of a row: steady, the store's own, never used twice.
 using Key = qint64;
 using Row = std::vector<Variant>;
-// Values to be written, by column as its table spells it.
-using Values = QMap<QString, Variant>;
+
+// Values to be written, by column as its table spells it. A row has few: they are gone through.
+class Values {
+ public:
+  using Pair = std::pair<QString, Variant>;
+
+  void insert(const QString& column, const Variant& value) {
+    const auto at = std::find_if(pairs_.begin(), pairs_.end(),
+                                 [&](const Pair& pair) { return pair.first == column; });
+    if (at == pairs_.end())
+      pairs_.emplace_back(column, value);
+    else
+      at->second = value;
+  }
+  // The value of a column, nullptr for one that isn't given.
+  const Variant* find(const QString& column) const {
+    const auto at = std::find_if(pairs_.begin(), pairs_.end(),
+                                 [&](const Pair& pair) { return pair.first == column; });
+    return at == pairs_.end() ? nullptr : &at->second;
+  }
+  bool contains(const QString& column) const { return find(column) != nullptr; }
+  void remove(const QString& column) {
+    std::erase_if(pairs_, [&](const Pair& pair) { return pair.first == column; });
+  }
+  void clear() { pairs_.clear(); }
+
+  bool isEmpty() const { return pairs_.empty(); }
+  auto begin() const { return pairs_.begin(); }
+  auto end() const { return pairs_.end(); }
+  QStringList columns() const {
+    QStringList names;
+    for (const Pair& pair : pairs_) names += pair.first;
+    return names;
+  }
+  // Whether they are those of these columns, in the same order.
+  bool areOf(const QStringList& columns) const {
+    return std::equal(pairs_.begin(), pairs_.end(), columns.begin(), columns.end(),
+                      [](const Pair& pair, const QString& name) { return pair.first == name; });
+  }
+
+ private:
+  std::vector<Pair> pairs_;
+};
 
 // What was being done when something failed: the same condition has different numbers. A store that
 // others hold is 3260 for Reading and Locking, 3186 for Writing and Committing.

@@ -5,6 +5,7 @@
 
 namespace {
 
+using Fila = TablaDeMapas::Fila;
 using lang::Expr;
 using lang::Op;
 
@@ -30,7 +31,7 @@ class LectorDeMapas : public Reader {
 
   std::vector<Key> keys(const QList<Variant>& literals, int most) override {
     mapas_.pasa(Mapas::Paso::Leer);
-    std::vector<std::pair<Key, const Values*>> halladas;
+    std::vector<std::pair<Key, const Fila*>> halladas;
     for (const auto& [clave, fila] : mapas_.tablas[tabla_.name].filas)
       if (!donde_ || valor(*donde_, fila, literals).toBool()) halladas.emplace_back(clave, &fila);
     std::stable_sort(halladas.begin(), halladas.end(), [&](const auto& a, const auto& b) {
@@ -71,7 +72,7 @@ class LectorDeMapas : public Reader {
     std::size_t actual = 0;
   };
 
-  Variant valor(const Expr& expr, const Values& fila, const QList<Variant>& literales) const {
+  Variant valor(const Expr& expr, const Fila& fila, const QList<Variant>& literales) const {
     const auto parte = [&](size_t i) { return valor(*expr.args[i], fila, literales); };
     switch (expr.kind) {
       case Expr::Kind::Column:
@@ -129,9 +130,10 @@ class AlmacenDeMapas : public Store {
 
   Key insert(const QString& table, const Values& values) override {
     mapas_->pasa(Mapas::Paso::Escribir);
-    Values fila;
+    Fila fila;
     for (const Field& campo : mapas_->definiciones->definition(table)->Fields)
-      fila.insert(campo.Name, values.value(campo.Name, defaultValue(campo)));
+      fila.insert(campo.Name, defaultValue(campo));
+    for (const auto& [columna, valor] : values) fila.insert(columna, valor);
     comprueba(table, 0, fila);
     TablaDeMapas& tabla = mapas_->tablas[table];
     tabla.filas[++tabla.ultima] = fila;
@@ -143,8 +145,8 @@ class AlmacenDeMapas : public Store {
     auto& filas = mapas_->tablas[table].filas;
     const auto hallada = filas.find(key);
     if (hallada == filas.end()) return false;
-    Values fila = hallada->second;
-    fila.insert(values);
+    Fila fila = hallada->second;
+    for (const auto& [columna, valor] : values) fila.insert(columna, valor);
     comprueba(table, key, fila);
     hallada->second = fila;
     ++mapas_->cambios;
@@ -158,7 +160,7 @@ class AlmacenDeMapas : public Store {
 
  private:
   // Keys of one column.
-  void comprueba(const QString& tabla, Key propia, const Values& fila) {
+  void comprueba(const QString& tabla, Key propia, const Fila& fila) {
     const QString clave = mapas_->definiciones->primaryColumns(tabla).value(0);
     if (clave.isEmpty()) return;
     if (fila.value(clave).isNull()) throw ErrorEjecucion(err::kClaveNula, clave);

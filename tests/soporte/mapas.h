@@ -5,12 +5,14 @@
 #pragma once
 
 #include <map>
+#include <QMap>
 
 #include "engine/store.h"
 
-// One table's rows.
+// One table's rows, each by its columns.
 struct TablaDeMapas {
-  std::map<Key, Values> filas;
+  using Fila = QMap<QString, Variant>;
+  std::map<Key, Fila> filas;
   Key ultima = 0;
 };
 

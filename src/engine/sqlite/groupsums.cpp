@@ -19,9 +19,9 @@ void append(std::string& to, const void* bytes, std::size_t size) {
   to.append(static_cast<const char*>(bytes), size);
 }
 
-// The same for two counts exactly when their sums and keys are the same.
-std::string identity(const GroupSums::Count& count) {
-  std::string text(1, static_cast<char>(count.sums));
+// A text that is the same for two counts exactly when their sums and keys are the same.
+void identify(const GroupSums::Count& count, std::string& text) {
+  text.assign(1, static_cast<char>(count.sums));
   for (const Variant& key : count.keys) {
     if (key.isNull()) {
       text += 'n';
@@ -41,7 +41,6 @@ std::string identity(const GroupSums::Count& count) {
       append(text, &number, sizeof number);
     }
   }
-  return text;
 }
 
 // As the file's own engine rounds, so that what is gathered is what a recount gives.
@@ -132,7 +131,7 @@ std::vector<GroupSums::Count> GroupSums::countsOf(const QString& table, Key key,
                      credit.kind != RawValue::Kind::Null};
     column += 2;
     const qsizetype keys = schema->runningSums()[static_cast<std::size_t>(place)].keys.size();
-    for (qsizetype i = 0; i < keys; ++i) count.keys.push_back(row.value(column++, FieldType::Long));
+    for (qsizetype i = 0; i < keys; ++i) count.keys.append(row.value(column++, FieldType::Long));
   }
   return counts;
 }
@@ -141,13 +140,13 @@ std::vector<GroupSums::Count> GroupSums::countsOf(const QString& table, Key key,
 bool GroupSums::tells(const Values& values, Count& count) const {
   const auto schema = store_.schema();
   const Catalog::RunningSums& sums = schema->runningSums()[static_cast<std::size_t>(count.sums)];
-  const auto side = values.constFind(sums.sideColumn), amount = values.constFind(sums.amountColumn);
-  const auto end = values.cend();
-  if ((side == end) != (amount == end)) return false;
-  if (side != end && !tellFigures(*side, *amount, count.figures)) return false;
+  const Variant* const side = values.find(sums.sideColumn);
+  const Variant* const amount = values.find(sums.amountColumn);
+  if (!side != !amount) return false;
+  if (side && !tellFigures(*side, *amount, count.figures)) return false;
   for (qsizetype i = 0; i < sums.keys.size(); ++i) {
-    const auto value = values.constFind(sums.keys[i].column);
-    if (value != end && !tellKey(sums.keys[i], *value, count.keys[i])) return false;
+    const Variant* const value = values.find(sums.keys[i].column);
+    if (value && !tellKey(sums.keys[i], *value, count.keys[i])) return false;
   }
   return true;
 }
@@ -157,7 +156,7 @@ std::vector<GroupSums::Count> GroupSums::countsWritten(const QString& table, Key
                                                        const std::vector<Count>& before) {
   std::vector<Count> now = before;
   for (Count& count : now)
-    if (!tells(values, count)) return countsOf(table, key, values.keys());
+    if (!tells(values, count)) return countsOf(table, key, values.columns());
   return now;
 }
 
@@ -172,7 +171,8 @@ std::vector<GroupSums::Count> GroupSums::countsAdded(const QString& table, Key k
   std::vector<Count> now;
   for (const int place : reads.sums) {
     const Catalog::RunningSums& sums = schema->runningSums()[static_cast<std::size_t>(place)];
-    Count& count = now.emplace_back(Count{place, {}, QList<Variant>(sums.keys.size())});
+    Count& count = now.emplace_back(Count{place, {}, {}});
+    count.keys.resize(sums.keys.size());
     if (!tells(values, count)) return countsOf(table, key);
   }
   return now;
@@ -188,8 +188,10 @@ void GroupSums::moved(const std::vector<Count>& before, const std::vector<Count>
 }
 
 void GroupSums::add(const Count& count, int sign) {
-  const auto [found, isNew] =
-      gathered_.try_emplace(identity(count), Count{count.sums, {}, count.keys});
+  identify(count, sought_);
+  auto found = gathered_.find(std::string_view(sought_));
+  if (found == gathered_.end())
+    found = gathered_.emplace(sought_, Count{count.sums, {}, count.keys}).first;
   auto& figures = found->second.figures;
   for (std::size_t i = 0; i < figures.size(); ++i) {
     figures[i] += sign * count.figures[i];
@@ -200,8 +202,8 @@ void GroupSums::add(const Count& count, int sign) {
 void GroupSums::refuseTooLarge(const QString& table, const Values& values) const {
   if (!gathering_) return;
   for (const Catalog::RunningSums& sums : store_.schema()->runningSums()) {
-    const auto amount = values.constFind(sums.amountColumn);
-    if (sums.baseTable != table || amount == values.cend()) continue;
+    const Variant* const amount = values.find(sums.amountColumn);
+    if (sums.baseTable != table || !amount) continue;
     const bool isNumber = !amount->isNull() && !amount->isText() && !amount->isDate();
     if (isNumber && std::abs(amount->number()) >= kTooLarge)
       throw ErrorEjecucion(err::kDesbordamiento);
@@ -212,8 +214,8 @@ void GroupSums::bringUp() {
   while (!gathered_.empty()) {
     const auto first = gathered_.begin();
     const Count& count = first->second;
-    const QList<Variant> values =
-        QList<Variant>(count.figures.begin(), count.figures.end()) + count.keys;
+    const QList<Variant> values = QList<Variant>(count.figures.begin(), count.figures.end()) +
+                                  QList<Variant>(count.keys.begin(), count.keys.end());
     const SumsChange& change = changes_[static_cast<std::size_t>(count.sums)];
     const auto run = [&](const QString& sql) {
       store_.prepareOwn(sql, Doing::Writing).bind(values).execute();

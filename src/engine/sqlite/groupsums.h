@@ -11,7 +11,9 @@
 #pragma once
 
 #include <array>
+#include <QVarLengthArray>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 #include <vector>
 
@@ -32,7 +34,7 @@ class GroupSums {
     int sums = 0;
     // Lines, debit, credit, lines with a debit, lines with a credit.
     std::array<qint64, 5> figures{};
-    QList<Variant> keys;
+    QVarLengthArray<Variant, 2> keys;
   };
   // What a row of a table counts for in the sums that depend on some of the columns, or in all
   // without any. Nothing unless sums are gathered.
@@ -74,5 +76,9 @@ class GroupSums {
   bool much_ = false;  // is gathered: more could pass the integers' end
   std::vector<Reading> readings_;
   std::vector<SumsChange> changes_;  // of each of the file's sums
-  std::unordered_map<std::string, Count> gathered_;
+  struct Hash : std::hash<std::string_view> {
+    using is_transparent = void;
+  };
+  std::unordered_map<std::string, Count, Hash, std::equal_to<>> gathered_;
+  std::string sought_;  // in it
 };

@@ -148,6 +148,10 @@ class FileStore : public Store {
     QString nextRowSql;  // of an insertion, where the engine deals out the row numbers
     std::shared_ptr<const Schema> schema;
     QStringList primary;  // columns of the table's key
+
+    bool serves(const QString& other, const Values& values, const Schema& now) const {
+      return schema.get() == &now && other == table && values.areOf(columns);
+    }
   };
 
   static int onBusy(void* store, int tries);
@@ -166,10 +170,10 @@ class FileStore : public Store {
   void lookAtDataVersion(Statement& statement);
   Prepared* known(const QString& sql);
   void dropOldestPrepared();
-  void write(const QString& sql, const QList<Variant>& values);
-  const Written& inserting(const QString& table, const QStringList& columns);
+  void write(const QString& sql, std::optional<Key> key, const Values& values);
+  const Written& inserting(const QString& table, const Values& values);
   Key nextRow(const Written& written);
-  const Written& updating(const QString& table, const QStringList& columns);
+  const Written& updating(const QString& table, const Values& values);
   void checkKey(const Written& written, Key key, const Values& values);
   void checkTwin(const QString& table, const QString& column, const QString& value, Key key);
 

@@ -33,7 +33,7 @@ bool ownRowNumbers(const Schema& schema, const QString& table) {
 // The value that the row will have in a column of its primary key.
 Variant keyValue(const Schema& schema, const QString& table, const QString& column,
                  const Values& values) {
-  if (values.contains(column)) return values.value(column);
+  if (const Variant* value = values.find(column)) return *value;
   for (const Field& field : schema.definition(table)->Fields)
     if (field.Name == column) return defaultValue(field);
   return {};
@@ -64,15 +64,20 @@ void FileStore::checkTwin(const QString& table, const QString& column, const QSt
   if (twin.step()) throw ErrorEjecucion(err::kClaveDuplicada);
 }
 
-void FileStore::write(const QString& sql, const QList<Variant>& values) {
-  prepareOwn(sql, Doing::Writing).bind(values).execute();
+// `key` is the first parameter, where there is one.
+void FileStore::write(const QString& sql, std::optional<Key> key, const Values& values) {
+  Statement statement = prepareOwn(sql, Doing::Writing);
+  int place = 0;
+  if (key) statement.bind(++place, *key);
+  for (const auto& [column, value] : values) statement.bind(++place, value);
+  statement.execute();
 }
 
 // Tools write the same columns row after row: the texts made last are kept.
-const FileStore::Written& FileStore::inserting(const QString& table, const QStringList& columns) {
+const FileStore::Written& FileStore::inserting(const QString& table, const Values& values) {
   const auto now = schema();
-  if (table == inserting_.table && columns == inserting_.columns && now == inserting_.schema)
-    return inserting_;
+  if (inserting_.serves(table, values, *now)) return inserting_;
+  const QStringList columns = values.columns();
   const bool numbered = ownRowNumbers(*now, table);
   QStringList names, marks;
   if (numbered) names += QStringLiteral("rowid");
@@ -99,30 +104,24 @@ Key FileStore::nextRow(const Written& written) {
 
 Key FileStore::insert(const QString& table, const Values& values) {
   if (groupChanges_ >= kManyRows) sums_.gather();
-  const Written& written = inserting(table, values.keys());
+  const Written& written = inserting(table, values);
   checkKey(written, 0, values);
   sums_.refuseTooLarge(table, values);
-  QList<Variant> bound;
-  Key key = 0;
-  if (!written.nextRowSql.isEmpty()) {
-    key = nextRow(written);
-    bound = {key};
-  }
-  for (const Variant& value : values) bound += value;
-  write(written.sql, bound);
+  std::optional<Key> dealt;
+  if (!written.nextRowSql.isEmpty()) dealt = nextRow(written);
+  write(written.sql, dealt, values);
   touched(table);
-  if (key == 0)
-    key = lastRowNumber();
-  else if (schema()->foreignTriggers().isEmpty())  // which may add rows too
+  const Key key = dealt ? *dealt : lastRowNumber();
+  if (dealt && schema()->foreignTriggers().isEmpty())  // which may add rows too
     nextRow_ = {table, key + 1};
   sums_.moved({}, sums_.countsAdded(table, key, values));
   return key;
 }
 
-const FileStore::Written& FileStore::updating(const QString& table, const QStringList& columns) {
+const FileStore::Written& FileStore::updating(const QString& table, const Values& values) {
   const auto now = schema();
-  if (table == updating_.table && columns == updating_.columns && now == updating_.schema)
-    return updating_;
+  if (updating_.serves(table, values, *now)) return updating_;
+  const QStringList columns = values.columns();
   QStringList sets;
   for (const QString& column : columns)
     sets += bracketed(column) + QStringLiteral(" = ?") + QString::number(sets.size() + 2);
@@ -139,14 +138,11 @@ const FileStore::Written& FileStore::updating(const QString& table, const QStrin
 bool FileStore::update(const QString& table, Key key, const Values& values) {
   if (groupChanges_ >= kManyRows) sums_.gather();
   if (values.isEmpty()) return true;
-  const QStringList columns = values.keys();
-  const Written& written = updating(table, columns);
+  const Written& written = updating(table, values);
   checkKey(written, key, values);
   sums_.refuseTooLarge(table, values);
-  QList<Variant> bound{key};
-  for (const Variant& value : values) bound += value;
-  const auto before = sums_.countsOf(table, key, columns);
-  write(written.sql, bound);
+  const auto before = sums_.countsOf(table, key, written.columns);
+  write(written.sql, key, values);
   if (changedRows() == 0) return false;
   touched(table);
   if (!before.empty()) sums_.moved(before, sums_.countsWritten(table, key, values, before));
@@ -157,7 +153,7 @@ bool FileStore::remove(const QString& table, Key key) {
   if (groupChanges_ >= kManyRows) sums_.gather();
   const auto before = sums_.countsOf(table, key);
   write(QStringLiteral("DELETE FROM ") + bracketed(table) + QStringLiteral(" WHERE rowid = ?1"),
-        {key});
+        key, {});
   if (changedRows() == 0) return false;
   touched(table);
   sums_.moved(before, {});
