@@ -1,7 +1,9 @@
 #include "common/conversion.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cmath>
+#include <QVarLengthArray>
 
 namespace {
 
@@ -80,23 +82,23 @@ std::optional<double> parseNumber(QStringView text) {
     text = text.chopped(1).trimmed();
   }
   if (!euro) takeEuro();
-  QByteArray plain;
+  QVarLengthArray<char, 64> plain;
   bool digits = false, comma = false;
   for (const QChar c : text) {
     if (isDigit(c)) {
       digits = true;
-      plain += static_cast<char>(c.unicode());
+      plain.append(static_cast<char>(c.unicode()));
     } else if (c == u',' && !comma) {
       comma = true;
-      plain += '.';
+      plain.append('.');
     } else if (c != u'.' || comma) {
       return std::nullopt;
     }
   }
   if (!digits) return std::nullopt;
-  bool ok = false;
-  const double value = plain.toDouble(&ok);
-  if (!ok || !std::isfinite(value)) return std::nullopt;
+  double value = 0;
+  const auto read = std::from_chars(plain.begin(), plain.end(), value);
+  if (read.ec != std::errc() || !std::isfinite(value)) return std::nullopt;
   return negative ? -value : value;
 }
 

@@ -3,6 +3,7 @@
 #include <charconv>
 #include <cmath>
 #include <QHash>
+#include <QVarLengthArray>
 #include <vector>
 
 #include "common/conversion.h"
@@ -73,8 +74,16 @@ struct Token {
   int width;     // letters of a part of a date
 };
 
+// What a section writes before its first digit and after its last one, blanks around left out.
+struct Ends {
+  QString before;
+  QString after;
+  bool operator==(const Ends&) const = default;
+};
+
 struct Section {
   std::vector<Token> tokens;
+  Ends ends;
   qsizetype point = 0;  // index of the decimal sign, or the end
   int decimals = 0;
   int percents = 0;
@@ -85,6 +94,7 @@ struct Section {
 struct Mask {
   std::vector<Section> sections;
   bool ofDates = false;
+  QString zero;  // as it writes it, blanks around left out
 
   const Section* section(size_t i) const {
     return i < sections.size() && !sections[i].tokens.empty() ? &sections[i] : nullptr;
@@ -147,6 +157,20 @@ void measure(Section& section) {
   }
 }
 
+Ends endsOf(const Section& section) {
+  Ends ends;
+  bool digits = false;
+  for (const Token& token : section.tokens) {
+    if (token.piece == Piece::Literal) {
+      (digits ? ends.after : ends.before) += token.text;
+    } else {
+      digits = true;
+      ends.after.clear();  // a literal among the digits
+    }
+  }
+  return {ends.before.trimmed(), ends.after.trimmed()};
+}
+
 // A mask of dates has letters of dates and no digits, quoted text apart.
 bool isOfDates(const QString& mask) {
   bool quoted = false, letters = false;
@@ -183,18 +207,11 @@ Mask parseMask(const QString& text) {
     else
       addSign(section, c, mask.ofDates);
   }
-  for (Section& section : mask.sections) measure(section);
+  for (Section& section : mask.sections) {
+    measure(section);
+    section.ends = endsOf(section);
+  }
   return mask;
-}
-
-// Masks are few and used for every cell of a grid, so each is read once.
-const Mask& maskOf(const QString& text) {
-  thread_local QHash<QString, Mask> known;
-  constexpr int kMost = 64;
-  const auto found = known.constFind(text);
-  if (found != known.constEnd()) return *found;
-  if (known.size() >= kMost) known.clear();
-  return *known.insert(text, parseMask(text));
 }
 
 // The integer part, built from the units leftwards and so backwards. The leftmost placeholder takes
@@ -209,18 +226,18 @@ void appendInteger(QString& out, const Section& section, const Digits& d) {
   }
   const int digits = d.isZero() ? 0 : std::max(0, d.point);
   const int shown = std::max<int>(digits, static_cast<int>(zeros));
-  QString backwards;
+  QVarLengthArray<QChar, 32> backwards;
   int place = 0;
   const auto put = [&] {
-    if (section.grouped && place > 0 && place % 3 == 0) backwards += u'.';
-    backwards += QLatin1Char(d.at(place++));
+    if (section.grouped && place > 0 && place % 3 == 0) backwards.append(u'.');
+    backwards.append(QLatin1Char(d.at(place++)));
   };
   for (qsizetype i = section.point; i-- > 0;) {
     const Token& token = section.tokens[static_cast<size_t>(i)];
     if (token.piece == Piece::Literal) {
-      for (qsizetype k = token.text.size(); k-- > 0;) backwards += token.text[k];
+      for (qsizetype k = token.text.size(); k-- > 0;) backwards.append(token.text[k]);
     } else if (token.piece == Piece::Percent) {
-      backwards += u'%';
+      backwards.append(u'%');
     } else {
       if (place < shown) put();
       if (--placeholders == 0)
@@ -228,7 +245,7 @@ void appendInteger(QString& out, const Section& section, const Digits& d) {
     }
   }
   std::reverse(backwards.begin(), backwards.end());
-  out += backwards;
+  out.append(backwards.constData(), backwards.size());
 }
 
 void appendDecimals(QString& out, const Section& section, const Digits& d) {
@@ -283,26 +300,6 @@ QString formatNumber(double value, const Mask& mask) {
   return out;
 }
 
-// What a section writes before its first digit and after its last one, blanks around left out.
-struct Ends {
-  QString before;
-  QString after;
-};
-
-Ends endsOf(const Section& section) {
-  Ends ends;
-  bool digits = false;
-  for (const Token& token : section.tokens) {
-    if (token.piece == Piece::Literal) {
-      (digits ? ends.after : ends.before) += token.text;
-    } else {
-      digits = true;
-      ends.after.clear();  // a literal among the digits
-    }
-  }
-  return {ends.before.trimmed(), ends.after.trimmed()};
-}
-
 // A number without any sign of its own.
 std::optional<double> unsignedNumber(const QString& text) {
   for (const QChar c : {u'-', u'+', u'(', u')'})
@@ -322,10 +319,7 @@ std::optional<double> between(const Ends& ends, const QString& text) {
 // sign that is being typed over.
 QString withoutLiterals(const QString& text, const Mask& mask) {
   QString letters;
-  for (const Section& section : mask.sections) {
-    const Ends ends = endsOf(section);
-    letters += ends.before + ends.after;
-  }
+  for (const Section& section : mask.sections) letters += section.ends.before + section.ends.after;
   const auto belongs = [&](QChar c) {
     return c.isSpace() ||
            (letters.contains(c) && !c.isDigit() && !QStringView(u"-+,.()").contains(c));
@@ -367,6 +361,29 @@ QString formatDate(QDate date, const Mask& mask) {
   return out;
 }
 
+// A number or a date.
+QString written(const Variant& value, const QString& text, const Mask& mask) {
+  if (text.isEmpty()) return value.display();
+  return mask.ofDates ? formatDate(value.date(), mask) : formatNumber(value.number(), mask);
+}
+
+// Masks are few and used for every cell of a grid, so each is read once; and mostly it is the one
+// used last.
+const Mask& maskOf(const QString& text) {
+  thread_local QHash<QString, Mask> known;
+  thread_local auto last = known.constEnd();
+  constexpr int kMost = 64;
+  if (last != known.constEnd() && last.key() == text) return *last;
+  last = known.constFind(text);
+  if (last == known.constEnd()) {
+    if (known.size() >= kMost) known.clear();
+    Mask mask = parseMask(text);
+    mask.zero = written(0.0, text, mask).trimmed();
+    last = known.insert(text, mask);
+  }
+  return *last;
+}
+
 }  // namespace
 
 QString Format(const Variant& value, const QString& mask) {
@@ -379,8 +396,7 @@ QString Format(const Variant& value, const QString& mask) {
     return out;
   }
   if (mask.isEmpty()) return value.display();
-  if (!value.isText())
-    return parsed.ofDates ? formatDate(value.date(), parsed) : formatNumber(value.number(), parsed);
+  if (!value.isText()) return written(value, mask, parsed);
 
   const QString text = value.text();
   if (parsed.ofDates) {
@@ -393,21 +409,18 @@ QString Format(const Variant& value, const QString& mask) {
 
 std::optional<double> ImporteDe(const QString& text, const QString& mask) {
   const QString written = text.trimmed();
-  if (written == Format(0.0, mask).trimmed()) return 0;
   const Mask& parsed = maskOf(mask);
+  if (written == parsed.zero) return 0;
   const Section* const first = parsed.section(0);
   if (!first) return parseNumber(written);
-  const Ends positive = endsOf(*first);
   if (const Section* const second = parsed.section(1)) {
-    const Ends negative = endsOf(*second);
-    const bool own = negative.before != positive.before || negative.after != positive.after;
-    const auto number = own ? between(negative, written) : std::nullopt;
+    const auto number = second->ends == first->ends ? std::nullopt : between(second->ends, written);
     if (number) return -*number;
   }
   // Without a section of their own, negatives get a minus before everything else.
   const bool minus = written.startsWith(u'-');
   const QString size = minus ? written.mid(1) : written;
-  auto number = between(positive, size);
+  auto number = between(first->ends, size);
   if (!number && !minus) number = parseNumber(written);
   if (!number) number = unsignedNumber(withoutLiterals(size, parsed));
   if (!number) return std::nullopt;
