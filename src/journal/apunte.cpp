@@ -181,7 +181,7 @@ ApuntesEnSerie::~ApuntesEnSerie() {
 }
 
 void ApuntesEnSerie::abre() {
-  constexpr int kSerie = 64;
+  constexpr int kSerie = 256;
   contadores_->Edit();
   completa(*contadores_, [this] {
     FieldRef siguiente = contadores_->Fields(QStringLiteral("NLinDiario"));

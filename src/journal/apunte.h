@@ -54,9 +54,9 @@ int grabaApunte(Recordset& diario, Recordset& empresa, const Apunte& apunte);
 
 // Lines posted one after the other in great number, as those of an imported journal: each as
 // grabaApunte does it, with the next asiento the one after its own. The counters are written for
-// some tens of lines at a time. Before the first of these NLinDiario is moved beyond them all, and
-// after the last one to its place: whenever the books are put on the disk, no number that is in use
-// is on offer.
+// some hundreds of lines at a time. Before the first of these NLinDiario is moved beyond them all,
+// and after the last one to its place: whenever the books are put on the disk, no number that is in
+// use is on offer.
 //
 //   ApuntesEnSerie serie(empresa);
 //   for (...) { if (!serie.abierta()) avance(i, total); serie.graba(apunte); }

@@ -40,7 +40,7 @@ int LectorCampos::mira() {
     bufer_ = fichero_.read(kBufer);
     if (bufer_.isEmpty()) return kFin;
   }
-  const char byte = bufer_[at_];
+  const char byte = bufer_.at(at_);
   return byte == kFinDeTexto ? kFin : static_cast<unsigned char>(byte);
 }
 
@@ -75,7 +75,7 @@ QByteArrayView LectorCampos::trozoHasta(Acaba acaba) {
   return trozo;
 }
 
-QByteArray LectorCampos::entrecomillado() {
+QString LectorCampos::entrecomillado() {
   QByteArray campo;
   toma();
   while (mira() != kFin) {
@@ -87,15 +87,24 @@ QByteArray LectorCampos::entrecomillado() {
     anade(campo, "\"");
   }
   // What stands between the quote and the comma belongs to nobody.
-  while (mira() != kFin && mira() != ',' && !esSalto(mira())) toma();
-  return campo;
+  while (!acabado()) toma();
+  return leeTexto(campo);
 }
 
-QByteArray LectorCampos::suelto() {
+bool LectorCampos::acabado() {
+  const int byte = mira();
+  return byte == kFin || byte == ',' || esSalto(byte);
+}
+
+QString LectorCampos::suelto() {
+  const auto acaba = [](char c) { return c == ',' || esSalto(c) || c == kFinDeTexto; };
+  const QByteArrayView trozo = trozoHasta(acaba);
+  const bool entero = at_ < bufer_.size() && trozo.size() <= kLargoMaximo;
+  if (entero) return leeTexto(trozo.trimmed());
   QByteArray campo;
-  while (mira() != kFin && mira() != ',' && !esSalto(mira()))
-    anade(campo, trozoHasta([](char c) { return c == ',' || esSalto(c) || c == kFinDeTexto; }));
-  return campo.trimmed();
+  anade(campo, trozo);
+  while (!acabado()) anade(campo, trozoHasta(acaba));
+  return leeTexto(campo.trimmed());
 }
 
 bool LectorCampos::saltaSeparador() {
@@ -112,7 +121,7 @@ QStringList LectorCampos::lee(int cuantos) {
   while (campos.size() < cuantos) {
     saltaBlancos();
     if (mira() == kFin && !trasComa) throw ErrorEjecucion(err::kFinDeFichero, fichero_.fileName());
-    campos += leeTexto(mira() == '"' ? entrecomillado() : suelto());
+    campos += mira() == '"' ? entrecomillado() : suelto();
     trasComa = saltaSeparador();
   }
   return campos;

@@ -32,8 +32,9 @@ class LectorCampos {
   void anade(QByteArray& campo, QByteArrayView bytes) const;
   template <class Acaba>
   QByteArrayView trozoHasta(Acaba acaba);
-  QByteArray entrecomillado();
-  QByteArray suelto();
+  bool acabado();  // the field
+  QString entrecomillado();
+  QString suelto();
   bool saltaSeparador();  // whether it was a comma
 
   QFile fichero_;
