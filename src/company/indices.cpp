@@ -34,6 +34,10 @@ void ponIndices(Database& empresa) {
   empresa.keepIndexes(QStringLiteral("RSIVA"), {{{QStringLiteral("Asiento")}}});
 }
 
+void quitaIndices(Database& empresa) {
+  empresa.keepIndexes(kDiario, {});
+}
+
 void cuidaIndices(DBEngine& motor, const QString& ruta) {
   const DBEngine::Brief sinEspera(motor, 0);
   ignorando([&] { ponIndices(*motor.Workspaces(0).OpenDatabase(ruta)); });

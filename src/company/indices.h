@@ -11,6 +11,8 @@ class Database;
 
 // Gives the open file those that a new one has, in the place of the ones that it was made with.
 void ponIndices(Database& empresa);
+// Takes the journal's away from a file that is about to be filled, and that nobody else uses yet.
+void quitaIndices(Database& empresa);
 // The same for the file of a company that stands. Where it has them already this takes no time. One
 // that can't be written now, or that another station holds, stays as it is and is only slower to
 // search.

@@ -5,6 +5,7 @@
 #include "common/formato.h"
 #include "common/ignorar.h"
 #include "company/crearbase.h"
+#include "company/indices.h"
 #include "engine/dbengine.h"
 #include "engine/rowreader.h"
 #include "transfer/tramos.h"
@@ -82,6 +83,7 @@ void borraObra(DBEngine& motor, const QString& nuevo) {
 void copiaTablas(DBEngine& motor, const Reindexado& obra, const MarchaReindexado& marcha) {
   const auto origen = motor.Workspaces(0).OpenDatabase(obra.ruta);
   const auto destino = motor.Workspaces(0).OpenDatabase(obra.nuevo);
+  quitaIndices(*destino);
   Copia copia(*origen, *destino, marcha);
   for (int i = 0; i < kTablasReindexadas; ++i) {
     const QString entrada = QString::fromLatin1(kTablas[i]);
