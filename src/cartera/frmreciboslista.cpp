@@ -80,8 +80,7 @@ void FrmRecibosLista::Form_Load() {
   ui_->Grid->setMascara(sesion().MascaraImporte);
   // With whole names where the screen has room for them.
   const QFontMetrics letra = fontMetrics();
-  resize(QSize(letra.horizontalAdvance('0') * kLetrasDeAncho, letra.height() * kLineasDeAlto)
-             .boundedTo(screen()->availableSize()));
+  resize(letra.horizontalAdvance('0') * kLetrasDeAncho, letra.height() * kLineasDeAlto);
   DtaRecibos_.bind(sesion().rutaEmpresa(), kTodos);
   ui_->Grid->setFocus();
 }

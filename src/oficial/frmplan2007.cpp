@@ -13,7 +13,9 @@ FrmPlan2007::FrmPlan2007(Contexto& contexto)
   tabla.setColumnCount(4);
   tabla.setHorizontalHeaderLabels({"Cuenta", "Nombre actual", "Nombre en 2007", "Qué se hace"});
   tabla.verticalHeader()->hide();
-  tabla.horizontalHeader()->setStretchLastSection(true);
+  // The names share what the window has, in two lines where they need them.
+  QHeaderView& cabecera = *tabla.horizontalHeader();
+  for (const int nombre : {1, 2}) cabecera.setSectionResizeMode(nombre, QHeaderView::Stretch);
   alElegirOpcion("OptModelo", [this](int) { muestra(); });
   alPulsar(ui_->ChkNombres, [this] { muestra(); });
   alPulsar(ui_->CmdAceptar, [this] { CmdAceptar_Click(); });
@@ -46,9 +48,7 @@ void FrmPlan2007::muestra() {
     for (const QString& texto : {cambio.codigo, cambio.actual, cambio.nuevo, hace})
       tabla.setItem(fila, columna++, new QTableWidgetItem(texto));
   }
-  tabla.setColumnWidth(0, 70);
-  tabla.setColumnWidth(1, 290);
-  tabla.setColumnWidth(2, 390);
+  for (const int columna : {0, 3}) tabla.resizeColumnToContents(columna);
   if (tabla.rowCount() > 0 && tabla.currentRow() < 0) tabla.setCurrentCell(0, 0);
   const auto nuevas = std::ranges::count_if(cambios_, &CambioDePlan::esNueva);
   const auto otras = std::ranges::count_if(cambios_, &CambioDePlan::cambiaNombre);

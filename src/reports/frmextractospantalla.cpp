@@ -23,12 +23,12 @@ FrmExtractosPantalla::FrmExtractosPantalla(Contexto& contexto)
   ui_->GridExtracto->enlazar(
       DtaExtracto_,
       {{.campo = "Punteo", .titulo = "Punteo", .ancho = 6},
-       {.campo = "NAsiento", .titulo = "Asiento", .ancho = 9},
+       {.campo = "NAsiento", .titulo = "Asiento", .ancho = 8, .tipo = Columna::Tipo::Numero},
        {.campo = "Fecha", .titulo = "Fecha", .ancho = 11, .tipo = Columna::Tipo::Fecha},
        {.campo = "Descripcion", .titulo = "Descripción", .ancho = 32},
-       {.campo = "Debe", .titulo = "Debe", .ancho = 14, .tipo = Columna::Tipo::Importe},
-       {.campo = "Haber", .titulo = "Haber", .ancho = 14, .tipo = Columna::Tipo::Importe},
-       {.campo = "Saldo", .titulo = "Saldo", .ancho = 14, .tipo = Columna::Tipo::Importe}});
+       {.campo = "Debe", .titulo = "Debe", .ancho = 13, .tipo = Columna::Tipo::Importe},
+       {.campo = "Haber", .titulo = "Haber", .ancho = 13, .tipo = Columna::Tipo::Importe},
+       {.campo = "Saldo", .titulo = "Saldo", .ancho = 13, .tipo = Columna::Tipo::Importe}});
   connect(ui_->GridExtracto, &Rejilla::espacio, this, [this] { protege([this] { puntea(); }); });
   connect(ui_->GridExtracto, &Rejilla::dobleClic, this,
           [this] { protege([this] { GridExtracto_DblClick(); }); });

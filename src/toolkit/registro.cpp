@@ -13,6 +13,13 @@
 #include "toolkit/fallo.h"
 #include "toolkit/formulario.h"
 
+namespace {
+// What is put around a window beyond what it draws itself, as it was around the one below it.
+QSize marcoDe(const QWidget* ventana) {
+  return ventana ? ventana->frameGeometry().size() - ventana->size() : QSize(0, 0);
+}
+}  // namespace
+
 Registro::Registro(Contexto& contexto) : contexto_(contexto) {
   QObject::connect(&contexto.motor, &DBEngine::commitFailed, &contexto.motor,
                    [&contexto](int numero, const QString& descripcion) {
@@ -59,9 +66,9 @@ bool Registro::mostrar(const QString& nombre) {
   forma->setParent(padre, forma->windowFlags() | Qt::Dialog);
   if (forma->cargar()) {
     // As large as its contents ask for: left alone, a window takes two thirds of the screen at most
-    // and its grids hide behind bars.
-    if (!forma->testAttribute(Qt::WA_Resized))
-      forma->resize(forma->sizeHint().boundedTo(forma->screen()->availableSize()));
+    // and its grids hide behind bars. Whatever it asks for, its title bar and its buttons are seen.
+    const QSize pide = forma->testAttribute(Qt::WA_Resized) ? forma->size() : forma->sizeHint();
+    forma->resize(pide.boundedTo(forma->screen()->availableSize() - marcoDe(padre)));
     contexto_.cajas->modal(*forma);
   }
   return true;

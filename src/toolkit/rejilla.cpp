@@ -10,6 +10,7 @@
 #include <QScopedValueRollback>
 #include <QScrollBar>
 #include <QTimer>
+#include <QToolTip>
 
 #include "common/errorejecucion.h"
 #include "engine/dbengine.h"
@@ -23,6 +24,7 @@ constexpr int kMargenDeMitad = 7;  // two columns under one button leave room fo
 constexpr int kAireDeFila = 6;
 constexpr int kEsperaAlPintar = 50;  // milliseconds, for another station's lock
 constexpr int kOtraVez = 500;
+constexpr int kTextoQueCede = 12;  // digits that a text keeps where there is no room
 }  // namespace
 
 Rejilla::Rejilla(QWidget* padre) : QTableView(padre), modelo_(new ModeloRejilla(this)) {
@@ -305,7 +307,7 @@ void Rejilla::ajustarAnchos() {
     for (size_t i = 0; i < columnas.size(); ++i) {
       setColumnWidth(static_cast<int>(i), anchoDe(columnas[i]));
     }
-    return;
+    return cederTexto();
   }
   horizontalHeader()->setStretchLastSection(false);
   for (size_t i = 0; i < columnas.size() && i < reparto_.size(); ++i) {
@@ -318,6 +320,20 @@ void Rejilla::ajustarAnchos() {
   const int sobra = horizontalHeader()->length() - viewport()->width();
   if (sobra > 0 && sobra <= verticalScrollBar()->sizeHint().width() + 2 * frameWidth())
     setColumnWidth(ultima, columnWidth(ultima) - sobra);
+}
+
+// In a window that is narrower than the columns the widest text gives way, so that the amounts
+// behind it are seen.
+void Rejilla::cederTexto() {
+  const auto& columnas = modelo_->columnas();
+  int sobra = verticalScrollBar()->sizeHint().width() - maximumViewportSize().width();
+  for (const Columna& columna : columnas) sobra += anchoDe(columna);
+  const auto ancha = std::ranges::max_element(columnas, {}, [](const Columna& columna) {
+    return columna.tipo == Columna::Tipo::Texto ? columna.ancho : 0;
+  });
+  const int menor = fontMetrics().horizontalAdvance(QString(kTextoQueCede, QLatin1Char('0')));
+  if (sobra > 0 && anchoDe(*ancha) > menor)
+    setColumnWidth(int(ancha - columnas.begin()), std::max(anchoDe(*ancha) - sobra, menor));
 }
 
 void Rejilla::alinearCon(const std::vector<QWidget*>& reparto) {
@@ -355,6 +371,18 @@ void Rejilla::updateGeometries() {
   // The end was reckoned with the room that is left over.
   verticalHeader()->resize(verticalHeader()->width(), viewport()->height());
   verticalHeader()->setOffsetToSectionPosition(verticalScrollBar()->value());
+}
+
+bool Rejilla::viewportEvent(QEvent* evento) {
+  if (evento->type() != QEvent::ToolTip) return QTableView::viewportEvent(evento);
+  const auto& ayuda = static_cast<QHelpEvent&>(*evento);
+  const QModelIndex celda = indexAt(ayuda.pos());
+  const QRect sitio = visualRect(celda);
+  const QString todo = celda.isValid() ? texto(celda.row(), celda.column()) : QString();
+  const int aire = 2 * style()->pixelMetric(QStyle::PM_FocusFrameHMargin);
+  const bool cabe = fontMetrics().horizontalAdvance(todo) + aire <= sitio.width();
+  QToolTip::showText(ayuda.globalPos(), cabe ? QString() : todo, viewport(), sitio);
+  return true;
 }
 
 void Rejilla::paintEvent(QPaintEvent* evento) {

@@ -99,6 +99,7 @@ class Rejilla : public QTableView {
   void mouseDoubleClickEvent(QMouseEvent* evento) override;
   void contextMenuEvent(QContextMenuEvent* evento) override;
   void paintEvent(QPaintEvent* evento) override;
+  bool viewportEvent(QEvent* evento) override;  // a text that is cut is told whole
   void changeEvent(QEvent* evento) override;
   void resizeEvent(QResizeEvent* evento) override;
   bool eventFilter(QObject* objeto, QEvent* evento) override;
@@ -116,6 +117,7 @@ class Rejilla : public QTableView {
   void leerTodas();
   void leerResto();  // the rows after the first ones, once these are painted
   void recolocar(int columna);
+  void cederTexto();
   void irA(int fila);  // the recordset goes there; if it can't, the grid comes back
   QModelIndex destino(Movimiento movimiento);
   int anchoDe(const Columna& columna) const;

@@ -25,6 +25,9 @@ QList<std::pair<QString, QStringList>> catalogo() {
   return lista;
 }
 
+// Of the smallest screen, what the frame of a window leaves.
+constexpr QRect kPantallaMenor(0, 0, 796, 570);
+
 // All code of the program in one text.
 QString todoElCodigo() {
   QString texto;
@@ -65,6 +68,11 @@ TEST(Controles, CadaPantallaTieneLosSuyos) {
       for (const QString& control : suyos + destinos.values(pantalla))
         EXPECT_NE(forma.findChild<QObject*>(control), nullptr)
             << qPrintable(pantalla + ": " + control);
+      const auto& ventana = dynamic_cast<const QWidget&>(forma);
+      const QSize menor = ventana.minimumSizeHint().expandedTo(ventana.minimumSize());
+      EXPECT_TRUE(kPantallaMenor.contains(QRect({}, menor))) << qPrintable(pantalla);
+      EXPECT_LE(ventana.frameSize().width(), ventana.screen()->availableSize().width())
+          << qPrintable(pantalla);
     };
     if (nombre == "FrmMenu") {
       comprueba(*e.ctx.principal->ventana());

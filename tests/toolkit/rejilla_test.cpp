@@ -65,6 +65,15 @@ TEST(Rejilla, PideElAnchoDeSusColumnasConCualquierLetra) {
   }
 }
 
+TEST(Rejilla, SinSitioCedeElTextoYNoLosImportes) {
+  PruebaDeRejilla p;
+  p.f.resize(p.f.sizeHint() - QSize(p.g.fontMetrics().horizontalAdvance('0') * 15, 0));
+  const int importe = p.g.columnWidth(2);
+  p.f.ata("Select * from TiposIVA", kTipos);
+  EXPECT_EQ(p.g.horizontalScrollBar()->maximum(), 0);
+  EXPECT_GE(p.g.columnWidth(2), importe);
+}
+
 TEST(Rejilla, MientrasOtroTieneElFicheroSePintaLoQueHayYNoSeEditaLoQueNoSeLee) {
   PruebaDeRejilla p;
   p.g.permitirEdicion(Rejilla::Cambios);
