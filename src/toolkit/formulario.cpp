@@ -7,6 +7,7 @@
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QProgressBar>
+#include <QRadioButton>
 #include <QScopedValueRollback>
 
 #include "common/errorejecucion.h"
@@ -63,10 +64,24 @@ void Formulario::Privado::guardarSitioDeBarras() {
   }
 }
 
+// Of options that the form opens with, the one that is set: a key on another would set that.
+void Formulario::Privado::enfocarLaElegida() {
+  // Until a window is the active one, what has its focus may be still to come.
+  const QWidget* entra = forma.focusWidget();
+  for (QWidget* w = &forma; !entra && (w = w->nextInFocusChain()) != &forma;)
+    if ((w->focusPolicy() & Qt::TabFocus) && w->isVisibleTo(&forma) && w->isEnabled()) entra = w;
+  const auto* primera = qobject_cast<const QRadioButton*>(entra);
+  if (!primera || primera->isChecked()) return;
+  const auto opciones = primera->parentWidget()->findChildren<QRadioButton*>();
+  for (QRadioButton* opcion : opciones)
+    if (opcion->isChecked()) opcion->setFocus();
+}
+
 void Formulario::setVisible(bool visible) {
   const bool aparece = visible && !isVisible();
   if (aparece && !cargar()) return;
   QDialog::setVisible(visible);
+  if (aparece) p_->enfocarLaElegida();
   if (aparece) protege([this] { Form_Activate(); }, QStringLiteral("Form_Activate"));
 }
 

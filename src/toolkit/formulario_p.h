@@ -52,6 +52,7 @@ struct Formulario::Privado : QObject {
   void vigilar(QWidget* campo);
   void vigilarHijos();
   void guardarSitioDeBarras();
+  void enfocarLaElegida();
   QString lugar(const QObject* control, const char* evento) const;
   QAbstractButton* cierre() const;
 
