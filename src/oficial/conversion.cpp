@@ -7,6 +7,7 @@
 
 #include "accounts/plangeneral.h"
 #include "common/errorejecucion.h"
+#include "common/ignorar.h"
 #include "engine/dbengine.h"
 #include "engine/filas.h"
 #include "engine/rowreader.h"
@@ -440,4 +441,12 @@ QString copiaAntesDeConvertir(DBEngine& motor, const QString& rutaEmpresa) {
     motor.CopyDatabase(rutaEmpresa, ruta);
     return ruta;
   }
+}
+
+void retiraCopiaSobrante(DBEngine& motor, const QString& rutaEmpresa, const QString& copia,
+                         qint64 commits) {
+  ignorando([&] {
+    const bool igual = commits >= 0 && motor.commits(rutaEmpresa) == commits;
+    if (igual && !copia.isEmpty()) motor.DeleteDatabase(copia);
+  });
 }

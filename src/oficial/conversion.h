@@ -78,3 +78,7 @@ Convertido convierteA2007(DBEngine& motor, Database& empresa, const Conversion& 
 // A verified copy of the company's file beside it, under a name that was free; the result is its
 // path.
 QString copiaAntesDeConvertir(DBEngine& motor, const QString& rutaEmpresa);
+// Takes that copy away again if nobody has changed the company's file since it had `commits`
+// (DBEngine): then it keeps nothing that isn't there. Where that can't be told, it stays.
+void retiraCopiaSobrante(DBEngine& motor, const QString& rutaEmpresa, const QString& copia,
+                         qint64 commits);

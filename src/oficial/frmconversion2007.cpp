@@ -37,9 +37,15 @@ FrmConversion2007::FrmConversion2007(Contexto& contexto)
   tabla.setHorizontalHeaderLabels(
       {"Código", "Nombre", "Líneas", "Saldo", "Código nuevo", "Dudosa", "Nota"});
   tabla.verticalHeader()->hide();
-  tabla.horizontalHeader()->setStretchLastSection(true);
-  const int anchos[] = {85, 210, 60, 105, 100, 60};
+  const int anchos[] = {85, 0, 60, 105, 100, 60};
   for (int i = 0; i < kNota; ++i) tabla.setColumnWidth(i, anchos[i]);
+  // These two share what the window has, and a note takes the lines that it then needs.
+  QHeaderView& cabecera = *tabla.horizontalHeader();
+  for (const int columna : {kNombre, kNota})
+    cabecera.setSectionResizeMode(columna, QHeaderView::Stretch);
+  connect(&cabecera, &QHeaderView::sectionResized, this, [this](int columna) {
+    if (columna == kNota) ajustaNotas();
+  });
   for (QWidget* control :
        std::initializer_list<QWidget*>{ui_->Bar, ui_->GrdSumas, ui_->CmdImprimir})
     control->hide();
@@ -108,7 +114,7 @@ void FrmConversion2007::ensena() {
       if (columna != kNuevo) celda->setFlags(celda->flags() & ~Qt::ItemIsEditable);
       if (columna == kLineas || columna == kSaldo)
         celda->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
-      if (columna == kNota) celda->setToolTip(fila.nota);
+      if (columna == kNombre || columna == kNota) celda->setToolTip(textos[columna]);
       QFont letra = celda->font();
       letra.setBold(fila.dudosa);
       celda->setFont(letra);
@@ -118,7 +124,16 @@ void FrmConversion2007::ensena() {
   }
   if (tabla.rowCount() > 0) tabla.setCurrentCell(0, kNuevo);
   ensenando_ = false;
+  ajustaNotas();
   resume();
+}
+
+void FrmConversion2007::ajustaNotas() {
+  QTableWidget& tabla = *ui_->GrdConversion;
+  for (int fila = 0; fila < tabla.rowCount(); ++fila) {
+    const QTableWidgetItem* nota = tabla.item(fila, kNota);
+    if (nota && !nota->text().isEmpty()) tabla.resizeRowToContents(fila);
+  }
 }
 
 void FrmConversion2007::cambiada(QTableWidgetItem* celda) {
@@ -222,11 +237,14 @@ void FrmConversion2007::CmdAceptar_Click() {
   const auto empresa = ctx.motor.Workspaces(0).OpenDatabase(sesion().rutaEmpresa());
   if (!seQuiere(*empresa)) return;
   QString copia;
+  const QString ruta = sesion().rutaEmpresa();
+  const qint64 antes = ctx.motor.commits(ruta);
   ponBotones(false);
   try {
-    copia = copiaAntesDeConvertir(ctx.motor, sesion().rutaEmpresa());
+    copia = copiaAntesDeConvertir(ctx.motor, ruta);
     hecho_ = convierte(*empresa);
   } catch (...) {
+    retiraCopiaSobrante(ctx.motor, ruta, copia, antes);
     ponBotones(true);
     throw;
   }

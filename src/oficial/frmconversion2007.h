@@ -23,6 +23,7 @@ class FrmConversion2007 : public Formulario {
  private:
   void propone();
   void ensena();
+  void ajustaNotas();
   void cambiada(QTableWidgetItem* celda);
   void resume();
   void CmdIgual_Click();

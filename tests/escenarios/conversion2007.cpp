@@ -71,6 +71,7 @@ TEST_F(ALaLeyDeHoy, SeConvierteLaEmpresaYSalenSusEstados) {
       "Se cambiarán los códigos de toda la empresa, después de hacer una copia de ella. ¿Desea "
       "seguir?";
   herramienta("MnuConversion2007", [&](Teclado& d) {
+    EXPECT_TRUE(d.control<QRadioButton>("OptModelo_1").hasFocus());  // the one that is set
     const auto& tabla = d.control<QTableWidget>("GrdConversion");
     guion.esperaMensaje(
         "No se ha cambiado nada:\n20000001: falta decidir su código nuevo\n20000002: falta decidir "
@@ -106,7 +107,7 @@ TEST_F(ALaLeyDeHoy, SeConvierteLaEmpresaYSalenSusEstados) {
                        "borradas: 1\nLa copia de antes es %3")
             .arg(cambian)
             .arg(lineas)
-            .arg(ctx.sesion.rutaEmpresa().replace("Conta.MDB", "Conta antes de 2007 (2).MDB")),
+            .arg(ctx.sesion.rutaEmpresa().replace("Conta.MDB", "Conta antes de 2007.MDB")),
         titulo);
     acepta(d);
     compruebaBalance(d);
