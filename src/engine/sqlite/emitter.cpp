@@ -205,14 +205,27 @@ bool Emitter::follows(const Expr& key, const Query& query, const QStringList& be
   });
 }
 
+// A key as the table has it that looks it up, if there is one: the rows may then be found for each
+// of its rows, which are fewer. The row's number says that no two of them have the same key.
+QStringList Emitter::inOrderOfLookup(const QString& key, const Query& query) {
+  for (const Lookup& lookup : innerLookups(*query.from))
+    if (groupKey(*lookup.by) == key) return {groupKey(*lookup.key), rowNumber(*lookup.source)};
+  return {key};
+}
+
 // What makes the order of rows a matter of the books alone and never of the way they were read.
 QStringList Emitter::tieTerms(const Query& query) {
   QStringList terms;
   if (query.distinct) {
     for (const Output& output : query.outputs) terms << groupKey(*output.expr);
   } else if (query.grouped) {
-    for (const ExprPtr& key : query.groupBy)
-      if (!follows(*key, query, terms)) terms << groupKey(*key);
+    QStringList keys;
+    for (const ExprPtr& key : query.groupBy) {
+      if (follows(*key, query, keys)) continue;
+      keys << groupKey(*key);
+      const bool free = query.singles && query.orderBy.empty();
+      terms << (free ? inOrderOfLookup(keys.back(), query) : QStringList(keys.back()));
+    }
   } else if (const Source* rows = rowSource(*query.from)) {
     terms << rowNumber(*rows);
   } else {

@@ -51,6 +51,7 @@ class Emitter {
   QStringList orderTerms(const Query& query);
   QString collation(const Expr& expr) const;
   QStringList tieTerms(const Query& query);
+  QStringList inOrderOfLookup(const QString& key, const lang::Query& query);
   bool follows(const Expr& key, const Query& query, const QStringList& before);
   void sourceTies(const From& from, QStringList& terms);
   QString groupKey(const Expr& expr);
