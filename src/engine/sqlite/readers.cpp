@@ -36,13 +36,12 @@ class PackedRows : public Cursor {
   explicit PackedRows(std::vector<FieldType> types) : types_(std::move(types)) {}
 
   void add(const Statement& row) {
-    packed_.clear();
-    for (std::size_t i = 0; i < types_.size(); ++i) add(row.raw(static_cast<int>(i)));
-    if (blocks_.empty() || blocks_.back().size() + packed_.size() > kBlock) {
+    if (blocks_.empty() || blocks_.back().size() > kBlock) {
       blocks_.emplace_back();
-      blocks_.back().reserve(std::max(kBlock, packed_.size()));
+      blocks_.back().reserve(kBlock + kLongRow);
     }
-    blocks_.back() += packed_;
+    for (std::size_t i = 0; i < types_.size(); ++i)
+      add(row.raw(static_cast<int>(i)), blocks_.back());
   }
 
   bool next() override {
@@ -64,18 +63,22 @@ class PackedRows : public Cursor {
 
  private:
   static constexpr std::size_t kBlock = 256 * 1024;
+  static constexpr std::size_t kLongRow = 4 * 1024;  // few are longer
   static constexpr std::size_t kNumber = sizeof(qint64);
   static_assert(kNumber == sizeof(double));
 
   // A byte for the kind, and what the kind needs: a number, or a length and as many bytes.
-  void add(const RawValue& value) {
-    packed_ += static_cast<char>(value.kind);
-    const void* number = &value.whole;
-    if (value.kind == RawValue::Kind::Real) number = &value.real;
-    if (value.kind != RawValue::Kind::Null)
-      packed_.append(static_cast<const char*>(number), kNumber);
+  static void add(const RawValue& value, std::string& block) {
+    char packed[1 + kNumber] = {static_cast<char>(value.kind)};
+    if (value.kind == RawValue::Kind::Null) {
+      block += packed[0];
+      return;
+    }
+    const bool real = value.kind == RawValue::Kind::Real;
+    std::memcpy(packed + 1, real ? static_cast<const void*>(&value.real) : &value.whole, kNumber);
+    block.append(packed, sizeof packed);
     if (value.kind == RawValue::Kind::Text)
-      packed_.append(value.text, static_cast<std::size_t>(value.whole));
+      block.append(value.text, static_cast<std::size_t>(value.whole));
   }
 
   RawValue taken(const std::string& block) {
@@ -93,7 +96,6 @@ class PackedRows : public Cursor {
   }
 
   std::vector<FieldType> types_;
-  std::string packed_;  // the row being added
   std::deque<std::string> blocks_;
   std::size_t at_ = 0;  // in the first block
   std::vector<RawValue> current_;

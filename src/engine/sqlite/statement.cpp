@@ -127,19 +127,21 @@ QString Statement::text(int column) const {
   return QString::fromUtf8(utf8, sqlite3_column_bytes(handle_, column));
 }
 
+// The library finds the column once: no other thread uses this connection.
 RawValue Statement::raw(int column) const {
-  switch (sqlite3_column_type(handle_, column)) {
+  sqlite3_value* const value = sqlite3_column_value(handle_, column);
+  switch (sqlite3_value_type(value)) {
     case SQLITE_NULL:
       return {};
     case SQLITE_INTEGER:
-      return {RawValue::Kind::Whole, integer(column)};
+      return {RawValue::Kind::Whole, sqlite3_value_int64(value)};
     case SQLITE_FLOAT:
-      return {RawValue::Kind::Real, 0, real(column)};
+      return {RawValue::Kind::Real, 0, sqlite3_value_double(value)};
     default:
       break;
   }
-  const auto* utf8 = reinterpret_cast<const char*>(sqlite3_column_text(handle_, column));
-  return {RawValue::Kind::Text, sqlite3_column_bytes(handle_, column), 0, utf8};
+  const auto* utf8 = reinterpret_cast<const char*>(sqlite3_value_text(value));
+  return {RawValue::Kind::Text, sqlite3_value_bytes(value), 0, utf8};
 }
 
 Variant valueOf(const RawValue& raw, FieldType type) {
