@@ -1,5 +1,6 @@
 // Filling a plan by its dialog: the standing plan, another company's, and a company being created.
 
+#include "accounts/crearplan.h"
 #include "accounts/plan.h"
 
 namespace {
@@ -37,6 +38,9 @@ TEST(FrmCrearPlan, CopiaLoMarcadoYSeNiegaSobreLaMismaYSobreOtrasAnchuras) {
     EXPECT_EQ(t.textoDe("TxtEmpresa"), "");
     EXPECT_FALSE(t.control<QAbstractButton>("ChkSubcuentas").isChecked());
   }
+  // Of two widths one may differ.
+  const auto origen = e.abreBase("Prueba");
+  EXPECT_TRUE(anchurasCopiables(*origen, 4, 8) && anchurasCopiables(*origen, 3, 9));
   for (const bool otraVez : {false, true}) {
     t = e.abreCon("FrmCrearPlan", 0);
     t.pulsa("OptCreaAPartirDe_1");

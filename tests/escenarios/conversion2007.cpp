@@ -12,6 +12,8 @@ class ALaLeyDeHoy : public DiarioDelTrimestre {
     for (const char* codigo : {"20000001", "20000002"})
       inserta("Subcuentas", subcuentaDe(codigo, "Gastos"));
     cambia("Select * from Empresa", "IVASCom", "22600001");
+    inserta("Recibos", {{"Subcuenta", "43200001"}, {"Banco", "57200001"}});
+    inserta("RSIVA", {{"Codigo", "S1"}, {"CliPro", "40200001"}, {"CtaCon", "22300001"}});
     ponPlantillas(ctx);
     for (const QStringList& fila : leeCsv("trimestre/de1990a2007.csv")) nuevas_[fila[0]] = fila[1];
   }
@@ -121,6 +123,10 @@ TEST_F(ALaLeyDeHoy, SeConvierteLaEmpresaYSalenSusEstados) {
   });
   EXPECT_EQ(formularios->abierto("FrmConversion2007"), nullptr);
   comprueba();
+  EXPECT_EQ(fila("Select Subcuenta, Banco from Recibos"), "43300001|57200001");
+  EXPECT_EQ(fila("Select CliPro, CtaCon from RSIVA"), "40300001|21300001");
+  EXPECT_EQ(fila("Select Count(*) from Subcuentas where Left(Subcuenta,3)<>Cuenta"), "0");
+  EXPECT_EQ(filas("Cuentas").size(), 347u);
   // Once more would send codes on: it is asked first.
   herramienta("MnuConversion2007", [&](Teclado& d) {
     guion.esperaPregunta(

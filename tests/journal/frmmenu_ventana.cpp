@@ -136,22 +136,6 @@ TEST_F(FrmMenuVentana, OfreceLasEntradasCuyoFormularioEsta) {
   EXPECT_EQ(finales, 1);
 }
 
-TEST_F(FrmMenuVentana, DejaElFicheroAlFormularioQueOcupaSuSitio) {
-  formularios->registra("FrmCopias", [&](Contexto& c) {
-    EXPECT_FALSE(c.principal);
-    EXPECT_FALSE(menu->DtaEmpresaActual().isOpen() || menu->DtaDiarioLista().isOpen());
-    return std::make_unique<Formulario>(c);
-  });
-  menu = &abreMenu();
-  linea("57000001", "100", {}, kFecha);
-  entrada("MnuCopiasSeguridad").trigger();
-  reposar();
-  ASSERT_TRUE(formularios->abierto("FrmCopias"));
-  abreMenu();
-  EXPECT_EQ(totales("Total").constFirst(), "100,00 ");
-  EXPECT_EQ(totales("Marcado").constFirst(), "100,00 ");
-}
-
 TEST_F(FrmMenuVentana, TomaLoQueCambiaLaPantallaDeEmpresa) {
   linea("57000001", "100", {}, kFecha);
   linea("57000001", {}, "100");
@@ -164,17 +148,6 @@ TEST_F(FrmMenuVentana, TomaLoQueCambiaLaPantallaDeEmpresa) {
   EXPECT_EQ(totales("Total"), QStringList({"100,0", "-100,0", "0,0"}));
   EXPECT_EQ(t->control<Rejilla>("GrdApuntes").texto(0, 5), "100,0");
   EXPECT_EQ(siguiente(), "50");
-}
-
-// A code mistyped: the browser comes instead of the dialog and, left, answers nothing.
-TEST_F(FrmMenuVentana, UnCodigoQueNoSeDaDeAltaSeBuscaEnElPlan) {
-  t->enfoca("TxtSubcuenta");
-  guion.esperaPregunta("El código de la subcuenta introducido no existe, ¿ Desea darlo de alta ? ",
-                       false, "Error");
-  guion.esperaDialogo("FrmVisualizaPlan", [](Teclado& plan) { plan.escape(); });
-  t->entra("570.9");
-  EXPECT_EQ(t->textosDe({"TxtSubcuenta", "TxtNombreCuenta"}), (QStringList{"57000009", ""}));
-  EXPECT_EQ(valor("Select Count(*) from Subcuentas where Subcuenta='57000009'"), "0");
 }
 
 // A folder copied by hand holds the name of the company it was copied from.

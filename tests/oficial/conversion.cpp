@@ -1,7 +1,6 @@
 // A company of the plan of 1990 put on that of 2007.
 #include "oficial/conversion.h"
 
-#include "oficial/estados.h"
 #include "soporte/libros.h"
 
 namespace {
@@ -94,36 +93,6 @@ TEST_F(ConversionA2007, LasNoUsadasSeDecidenDeUnaVez) {
   ASSERT_TRUE(faltasDeConversion(*empresa, conversion).isEmpty());
   EXPECT_EQ(convierteA2007(motor, *empresa, conversion, hoy, callado).borradas, 1);
   EXPECT_EQ(filas("Select * from Subcuentas where Subcuenta='20000001'").size(), 0);
-}
-
-// The quarter's own books: every code at once, in every table, and the figures of its statements.
-TEST_F(ConversionA2007, ElTrimestreSeConvierteEntero) {
-  asientaTrimestre();
-  inserta("Recibos", {{"Subcuenta", "43200001"}, {"Banco", "57200001"}, {"Importe", 5.0}});
-  inserta("RSIVA", {{"Codigo", "S0000000001"}, {"CliPro", "40200001"}, {"CtaCon", "22300001"}});
-  Conversion conversion{Modelo2007::Pymes, proponeConversion(*empresa, Modelo2007::Pymes)};
-  ASSERT_TRUE(faltasDeConversion(*empresa, conversion).isEmpty())
-      << qPrintable(faltasDeConversion(*empresa, conversion).join('\n'));
-  const auto lineas = filas("Diario").size();
-  const QString copia = copiaAntesDeConvertir(motor, rutaEmpresa());
-  EXPECT_NE(copiaAntesDeConvertir(motor, rutaEmpresa()), copia);
-  const Convertido hecho = convierteA2007(motor, *empresa, conversion, hoy, callado);
-  EXPECT_GT(hecho.lineas, 0);
-  EXPECT_EQ(filas("Diario").size(), lineas);
-  EXPECT_EQ(filas("Select Subcuenta, Banco from Recibos").first(), "43300001|57200001");
-  EXPECT_EQ(filas("Select CliPro, CtaCon from RSIVA where Codigo='S0000000001'").first(),
-            "40300001|21300001");
-  EXPECT_EQ(filas("Select Subcuenta from Subcuentas where Left(Subcuenta,3)<>Cuenta").size(), 0);
-  EXPECT_EQ(filas("Cuentas").size(), 347);
-  const Saldos saldos = saldosDelPeriodo(*empresa, 1, 12);
-  const EstadoOficial balance = calculaEstado(Estado::Balance, saldos);
-  EXPECT_EQ(Format(importeDeLinea(balance, lineaestado::kActivo), "#,##0.00"), "114.320,41");
-  EXPECT_EQ(Format(importeDeLinea(balance, lineaestado::kPasivo), "#,##0.00"), "114.320,41");
-  EXPECT_EQ(Format(resultadoDe(saldos), "#,##0.00"), "12.100,98");
-  EXPECT_TRUE(plan2007De(*empresa).sigue);
-  // The copy is the company of before.
-  const auto antes = motor.Workspaces(0).OpenDatabase(copia);
-  EXPECT_FALSE(plan2007De(*antes).sigue);
 }
 
 TEST_F(ConversionA2007, LasCuentasPropiasYSusNombresSeQuedan) {

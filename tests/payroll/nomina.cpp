@@ -75,23 +75,6 @@ TEST_F(GrabaNomina, SusLineasEnOrdenYSinLosCeros) {
   }
 }
 
-// What the disk or the user has undone isn't told as being there.
-TEST_F(GrabaNomina, UnFalloDejaLasLineasAnteriores) {
-  Nomina n = nomina({2000, 600, 700, 0, 0, 0, 1900});
-  n.parte(OrganismosSS).Subcuenta = "640000020";
-  AsientoGrabado grabado;
-  EXPECT_EQ(numeroDeError([&] { grabaNomina(n, kMascara, diario, empresa, grabado); }), 3163);
-  EXPECT_EQ(filas("Diario").size(), 2);
-  EXPECT_EQ(contadores(), "2|2");
-  const auto texto = [&] {
-    return textoDeFallo(ErrorEjecucion(3163), *abre(), grabado, "La nómina no está entera");
-  };
-  EXPECT_TRUE(texto().endsWith(" La nómina no está entera en el diario: revise el asiento 1."));
-  grabado = acepta(nomina({2000, 0, 0, 0, 0, 0, 2000}));
-  motor.discard();
-  EXPECT_EQ(texto(), ErrorEjecucion(3163).descripcion());
-}
-
 TEST(Nomina, ElTotalYElCuadreSinTolerancia) {
   Nomina n;
   n.parte(SueldoBruto).Importe = 1234.56;

@@ -35,13 +35,6 @@ TEST(Formula, SonCondicionesOSeRechazan) {
   EXPECT_EQ(numeroDeError([] { fechaDeFormula("hola"); }), err::kTiposNoCoinciden);
 }
 
-TEST(Formula, diceLosCodigosPedidos) {
-  EXPECT_EQ(Formula("left({D.S},3)>='000' and Left({D.S},3)<='999' and {@m}>=1").codigos(),
-            "000 a 999");
-  EXPECT_EQ(Formula("{D.S}='43000001' and {D.F}>=date(2004,1,1)").codigos(), "43000001");
-  EXPECT_EQ(Formula("{D.N}>=1 and {D.N}<=9").codigos(), "");
-}
-
 // Counting asks for some columns only, with those that they are made from.
 TEST(Consulta, leeSoloLasColumnasPedidas) {
   const auto plantilla = reports::leePlantilla(
