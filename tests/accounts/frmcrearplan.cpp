@@ -91,6 +91,8 @@ TEST(FrmCrearPlan, AlCrearUnaEmpresaLlenaLaSuyaYCierraLosDos) {
     e.abreEmpresa(caso.empresa);
     EXPECT_EQ(e.filas("Cuentas").size(), caso.cuentas);
     EXPECT_EQ(e.fila("Cuentas"), caso.primera);
+    // Subgroups of the old plan that no account is left in go.
+    EXPECT_EQ(e.fila("Select * from Nivel02 where NNivel='27'").isEmpty(), *caso.opciones == '2');
     e.abreEmpresa("Prueba");
     EXPECT_EQ(e.filas("Cuentas").size(), 2u);
   }

@@ -31,21 +31,6 @@ TEST(Plan2007, LosNombresCabenYNoSeConfunden) {
   EXPECT_EQ(abreviaNombre("Deudas a largo plazo", 19), "Deudas a l/p");
 }
 
-TEST(Plan2007, CadaModeloTieneLasSuyas) {
-  EXPECT_EQ(cuentasDe2007(Modelo2007::Normal, 3).size(), 421);
-  EXPECT_EQ(subgruposDe2007(Modelo2007::Normal).size(), 78);
-  EXPECT_EQ(gruposDe2007(Modelo2007::Pymes).size(), 7);
-  // Two accounts of three digits keep different names, whatever they are shortened to.
-  QHash<QString, QString> nombres;
-  for (const CuentaDe2007& cuenta : cuentasDe2007(Modelo2007::Pymes, 3)) {
-    if (cuenta.nombre.contains("en común")) continue;  // 651 and 751 share theirs in the plan
-    const QString otra = nombres.value(cuenta.nombre);
-    EXPECT_TRUE(otra.isEmpty() || otra[0] != cuenta.codigo[0])
-        << qPrintable(otra + ' ' + cuenta.codigo);
-    nombres.insert(cuenta.nombre, cuenta.codigo);
-  }
-}
-
 class Sembrado : public testing::Test, protected Libros {
  protected:
   std::unique_ptr<Database> empresa = abre();
@@ -53,24 +38,6 @@ class Sembrado : public testing::Test, protected Libros {
     return filas("Select Descripcion from Cuentas where Cuenta='" + codigo + "'").value(0);
   }
 };
-
-TEST_F(Sembrado, UnaEmpresaVaciaPasaASerDe2007) {
-  estrenaPlan2007(*empresa, Modelo2007::Pymes, 3, {2024, 1, 2});
-  motor.flush();
-  EXPECT_EQ(filas("Cuentas").size(), 347);
-  EXPECT_EQ(cuenta("210"), "Terrenos y bienes naturales");
-  EXPECT_EQ(filas("Select Descripcion, ActPas from Nivel01 where NNivel='2'").first(),
-            "Activo no corriente|1");
-  EXPECT_EQ(filas("Select Descripcion, NNivel01 from Nivel02 where NNivel='11'").first(),
-            "Reservas|1");
-  EXPECT_TRUE(filas("Select * from Nivel02 where NNivel='27'").isEmpty());
-  const Plan2007DeEmpresa plan = plan2007De(*empresa);
-  EXPECT_TRUE(plan.sigue);
-  EXPECT_EQ(plan.modelo, Modelo2007::Pymes);
-  EXPECT_EQ(plan.desde, QDate(2024, 1, 2));
-  // Again: nothing is added, nothing changes.
-  EXPECT_EQ(siembraPlan2007(*empresa, Modelo2007::Pymes, 3), 0);
-}
 
 TEST_F(Sembrado, LoQueEstaSeQuedaSiNoSePideOtraCosa) {
   const auto cuentas = empresa->OpenRecordset("Cuentas");

@@ -82,27 +82,6 @@ TEST(CrearBase, FilasDeUnaEmpresaNuevaYDeUnaReconstruccion) {
   EXPECT_EQ(libros.filas("SqlSumaDiario"), QStringList{"-|-"});
 }
 
-TEST(CreaEmpresa, UnValorMaloSePierdeSoloEl) {
-  Libros libros;
-  DatosEmpresa datos = Libros::datosPorDefecto("Otra", 4, 9);
-  datos.Nif = "B12345678";
-  datos.NoModificar = "no es fecha";
-  datos.CP = "280011";
-  datos.Poblacion = "Alcalá";
-  datos.Controlar = true;
-  libros.creaEmpresa(datos);
-  EXPECT_EQ(libros.filas("Select IdCodigo, NombreEmpresa, Año, CP, Poblacion, Nif, MayorN01, "
-                         "SubCuN01, NoModificar, Asiento, Controlar, NLinDiario, NLinIVAR "
-                         "from Empresa",
-                         "Otra"),
-            QStringList{"1|Otra|2024|-|Alcalá|-|4|9|-|1|Verdadero|0|0"});
-
-  const QString catalogo = libros.dirDatos() + "Inicio.mdb";
-  EXPECT_EQ(numeroDeError([&] { CrearInicio(libros.motor, catalogo); }), err::kBaseYaExiste);
-  libros.motor.flush();
-  EXPECT_EQ(preguntaFuera(rutaSistema(catalogo), "SELECT count(*) FROM Empresas"), "2");
-}
-
 // What keeps a creation from happening is said before anything is written.
 TEST(CreaEmpresa, Reparos) {
   using Campo = QString DatosEmpresa::*;
@@ -169,13 +148,6 @@ TEST(CreaEmpresa, EnteraONada) {
   libros.creaEmpresa(datos);
   EXPECT_EQ(carpetas(), (QStringList{"Nueva", "Tienda"}));
   EXPECT_EQ(empresas(), 2);
-}
-
-TEST(CalculaCuentas, HastaDondeCabenLosDigitos) {
-  EXPECT_EQ(CalculaCuentas(3, 4).IVASSub, "4721");
-  EXPECT_EQ(CalculaCuentas(5, 12).IVARCli, "43000");
-  EXPECT_EQ(CalculaCuentas(5, 12).IVARVen, "700000000001");
-  EXPECT_EQ(numeroDeError([] { CalculaCuentas(3, 3); }), err::kLlamadaNoValida);
 }
 
 TEST(SesionEmpresa, UnNuloDejaLoQueHabia) {

@@ -58,38 +58,6 @@ TEST_F(PrimerasFilas, LoVistoNoSeMueveAunqueOtroEscriba) {
   EXPECT_EQ(lineas.size(), 1000);
 }
 
-TEST_F(PrimerasFilas, UnaAltaQuedaDetrasDeTodas) {
-  anotaLineas(1000);
-  DataControl datos(engine);
-  datos.bind(ruta, kDiario);
-  anota(datos.Recordset(), 5000, 1, "570", "D", 1);
-  EXPECT_EQ(datos.Recordset().rowTotal(), 1001);
-  EXPECT_EQ(datos.Recordset().cell(1000, 0).toLong(), 5000);
-}
-
-// Values written in the columns belong to the source, not to a row: they are read by keys too.
-TEST_F(PrimerasFilas, LosValoresEscritosNoObliganALeerloTodo) {
-  anotaLineas(1000);
-  for (const auto& [palabra, veces, desde] : std::initializer_list<std::tuple<QString, int, int>>{
-           {"cargo", 10, 5}, {"debe", 7, 5}, {"cargo", 10, 990}}) {
-    DataControl datos(engine);
-    datos.bind(ruta, QString("Select NLinea, IIf([NLinea]>0,'%1','nada') as Lado, [NLinea]*%2 as "
-                             "Veces, NAsiento from Diario where NLinea > %3 order by NLinea desc")
-                         .arg(palabra)
-                         .arg(veces)
-                         .arg(desde));
-    EXPECT_LT(datos.Recordset().rowsKnown(), 995);
-    EXPECT_EQ(datos.Fields("NLinea").toLong(), 1000);
-    datos.MoveNext();
-    EXPECT_EQ(datos.Fields("Lado").text(), palabra);
-    EXPECT_EQ(datos.Fields("Veces").toLong(), 999 * veces);
-    corrige(datos, {{"NAsiento", 77}});
-    datos.MoveLast();
-    EXPECT_EQ(datos.Recordset().RecordCount(), 1000 - desde);
-    EXPECT_EQ(datos.Fields("Veces").toLong(), (desde + 1) * veces);
-  }
-}
-
 // Accounts by the same codes, as the engine keeps them and as other tools do: those may tell
 // letters by their case, or repeat a code.
 class FilasConOtras : public LibroEnDisco {

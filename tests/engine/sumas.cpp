@@ -101,26 +101,6 @@ TEST_F(Sumas, SonLasDeLasLineasTrasCualquierSucesionDeCambios) {
   compara("borradas todas");
 }
 
-TEST_F(Sumas, UnaSumaDeNulosEsNula) {
-  const auto rs = db->OpenRecordset("Diario");
-  int linea = 0;
-  for (const auto& [asiento, lado, importe] :
-       std::initializer_list<std::tuple<int, Variant, Variant>>{{1, "D", {}},
-                                                                {1, "D", {}},
-                                                                {2, "H", {}},
-                                                                {3, {}, {}},
-                                                                {4, "D", {}},
-                                                                {4, "H", {}},
-                                                                {5, "D", {}},
-                                                                {5, "D", 0.0},
-                                                                {6, "D", 5},
-                                                                {6, "H", {}}})
-    anade(*rs, {{"NLinea", ++linea}, {"NAsiento", asiento}, {"DH", lado}, {"Importe", importe}});
-  EXPECT_TRUE(consultadas("").startsWith(
-      "1000 Null 0 Null 2000 2000 0 Null Null 1000 3000 0 Null "
-      "Null 1000 4000 0 0 Null 2000 5000 0 0 0 2000 6000 5000 0 5000 2000 "));
-}
-
 // A long group leaves the file's triggers and adds up by itself: nobody may notice, whoever reads
 // or writes in the middle of it.
 TEST_F(Sumas, UnGrupoLargoNoSeNota) {

@@ -1,18 +1,5 @@
 #include "escenarios/ano.h"
 
-namespace {
-
-// A title as long as they may be.
-const QString kLargo =
-    "Letra 8, aceptada y domiciliada en el banco, por el último plazo de las mesas y sillas del "
-    "comedor";
-
-double importe(const QString& texto) {
-  return texto.isEmpty() ? 0 : Variant(texto).number();
-}
-
-}  // namespace
-
 void UnAno::creaLaEmpresa() {
   reloj.ponEn(QDate(2024, 1, 2));
   t = std::make_unique<Teclado>(empiezaEmpresa(ctx, guion, kAno, mirar));
@@ -37,9 +24,9 @@ void UnAno::tecleaElTrimestre() {
   const QString mascara = ctx.sesion.MascaraImporte;
   double debe = 0, haber = 0;
   tecleaTrimestre(ctx, guion, static_cast<Formulario&>(t->forma()), [&](const LineaDiario& l) {
-    (l.Debe.isEmpty() ? haber : debe) += importe(l.Debe) - importe(l.Haber);
+    (l.Debe.isEmpty() ? haber : debe) += numero(l.Debe) - numero(l.Haber);
     anota(l.Asiento.toInt(), l.Fecha, l.Concepto,
-          {{l.Subcuenta, importe(l.Debe) - importe(l.Haber)}});
+          {{l.Subcuenta, numero(l.Debe) - numero(l.Haber)}});
     ASSERT_EQ(t->textoDe("TxtAsiento"), l.Asiento);
     ASSERT_EQ(t->textoDe("TxtTotalDebe"), Format(debe, mascara)) << libro.size();
     ASSERT_EQ(t->textoDe("TxtTotalHaber"), Format(haber, mascara)) << libro.size();
@@ -55,9 +42,9 @@ void UnAno::tecleaElTrimestre() {
   // On the screen, subcuenta by subcuenta, and by stored query.
   for (const QStringList& saldo : leeCsv("trimestre/saldos-trimestre.csv")) {
     const QString panel = saldo[0] == "Total" ? "Total" : "Cuenta";
-    const QStringList esperado = {Format(importe(saldo[1]), mascara),
-                                  Format(-importe(saldo[2]), mascara),
-                                  Format(importe(saldo[3]), mascara)};
+    const QStringList esperado = {Format(numero(saldo[1]), mascara),
+                                  Format(-numero(saldo[2]), mascara),
+                                  Format(numero(saldo[3]), mascara)};
     if (panel == "Cuenta") {
       t->escribe("TxtSubcuenta", saldo[0]);
       QStringList guardado = filas(

@@ -142,8 +142,7 @@ TEST_F(Busquedas, EncuentranLoPunteado) {
   EXPECT_EQ(rejilla().filas(), 0);
   EXPECT_EQ(t->textoDe("TxtAsiento"), "");
   herramienta("MnuLocApuntes", [&](Teclado& d) {
-    d.llega("OptPunteo_0");
-    d.tecla(Qt::Key_Space);
+    alterna(d, "OptPunteo_0");
     acepta(d);
   });
   EXPECT_EQ(rejilla().filas(), 1);

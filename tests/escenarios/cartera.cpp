@@ -5,11 +5,6 @@
 
 namespace {
 
-// A title as long as they may be.
-const QString kLargo =
-    "Letra 8, aceptada y domiciliada en el banco, por el último plazo de las mesas y sillas del "
-    "comedor";
-
 class CarteraDeEfectos : public DiarioDelTrimestre {
  protected:
   CarteraDeEfectos() {

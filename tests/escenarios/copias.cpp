@@ -49,8 +49,7 @@ class Copias : public DiarioDelTrimestre {
   static bool hay(const QString& ruta) { return QFileInfo::exists(ruta); }
   void guardaEn(const QString& carpeta, const QString& queja = {}) {
     Teclado d = sale("MnuCopiasSeguridad");
-    d.llega("BtonCopiaSeguridad");
-    d.tecla(Qt::Key_Space);
+    alterna(d, "BtonCopiaSeguridad");
     d.llega("BtonUnidad");
     d.tecla(Qt::Key_Down);
     rellena(d, {{"TxtDirCopias", carpeta}});
@@ -65,8 +64,7 @@ class Copias : public DiarioDelTrimestre {
     EXPECT_TRUE(d.visible("PanelRestaura"));
     EXPECT_EQ(d.textoDe("TxtEmpresa"), ctx.sesion.EmpresaActual);
     guion.esperaFichero(archivo);
-    d.llega("CmdBuscaRestaura");
-    d.tecla(Qt::Key_Space);
+    alterna(d, "CmdBuscaRestaura");
     if (!queja.isEmpty()) guion.esperaMensaje("Unzip: " + queja);
     d.mnemonico('A');
   }
@@ -200,8 +198,7 @@ TEST_F(Copias, GuardarComoHaceOtraEmpresaConLosMismosLibros) {
 
   d = sale("MnuGuardarCopiaComo");
   rellena(d, {{"TxtEmpresa", "Ejemplo ter"}});
-  d.llega("ChkAbrir");
-  d.tecla(Qt::Key_Space);
+  alterna(d, "ChkAbrir");
   acepta(d);
   EXPECT_EQ(ctx.sesion.EmpresaActual, "Ejemplo ter");
   vuelve();

@@ -114,42 +114,6 @@ TEST_F(Facturas, UnaCompraDesdeLaLineaDeEntrada) {
   }
 }
 
-TEST_F(Facturas, UnaCompraConRecargoYUnaVentaRectificativa) {
-  // With recargo, the supplier looked for by name, in the button's own dialog.
-  guion.esperaDialogo("FrmIVASR", [&](Teclado& d) {
-    d.llega("TxtCodigoProveedor");
-    esperaPlan("Calz");
-    d.intro();
-    EXPECT_EQ(d.textoDe("TxtCodigoProveedor"), "40000005");
-    EXPECT_EQ(d.enfocado(), "TxtCodigoProveedor");
-    rellena(d, tecleado("", "B-7", "250", "07"));
-    acepta(d);
-  });
-  t->pulsa("CmdIVASoportado");
-  anota(121, "15/03/2024", "De su fra.B-7 Calzados Ibáñez",
-        {{"60000001", 250}, {"47200001", 40}, {"47500001", 10}, {"40000005", -300}});
-  comprueba();
-  EXPECT_EQ(fila("S0000000001"),
-            "40000005|B-7|250|07|121|47200001|15/03/2024|15/03/2024|47500001|60000001|40|10|16|4|"
-            "300");
-
-  // A rectifying sale, its minus in front and behind; a code short by a point.
-  herramienta("MnuIVARepercutido", [&](Teclado& d) {
-    EXPECT_EQ(d.textoDe("LblProveedor"), "Código cliente");
-    rellena(d, tecleado(".3", "R-12", "-100", "02"));
-    EXPECT_EQ(d.textoDe("TxtCodigoProveedor"), "43000003");
-    EXPECT_EQ(cuentas(d), QStringList({"-100,00", "0,00", "0,00", "-100,00"}));
-    acepta(d);
-  });
-  anota(122, "15/03/2024", "De su fra.R-12 Ayuntamiento de Villanueva",
-        {{"70000001", 100}, {"47700001", 7}, {"43000003", -107}}, true);
-  comprueba();
-  EXPECT_EQ(fila("R0000000001"),
-            "43000003|R-12|100|02|122|47700001|15/03/2024|15/03/2024|47300001|70000001|7|0|7|0|"
-            "107");
-  EXPECT_EQ(contadores(), "123|319|1|1");
-}
-
 TEST_F(Facturas, UnTotalHaciaAtrasYUnaCuotaTecleadaEncima) {
   herramienta("MnuGrabarIVASoportado", [&](Teclado& d) {
     rellena(d, tecleado("00001", "T-1", "", "07"));

@@ -8,6 +8,11 @@
 
 using Filas = std::vector<QStringList>;
 
+// A title of a recibo as long as they may be.
+inline const QString kLargo =
+    "Letra 8, aceptada y domiciliada en el banco, por el último plazo de las mesas y sillas del "
+    "comedor";
+
 // A line of the journal as it must stand; the amount of a haber is negative, unless it is that of a
 // rectifying invoice.
 struct Linea {
@@ -74,6 +79,10 @@ class PorElMenu : public testing::Test, protected Escenario {
   static void acepta(Teclado& d) {
     d.llega("CmdAceptar");
     d.intro();
+  }
+  static void alterna(Teclado& d, const char* casilla) {
+    d.llega(casilla);
+    d.tecla(Qt::Key_Space);
   }
 
   // The plan comes, and in it a subcuenta is looked for by its name and chosen.

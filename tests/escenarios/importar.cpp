@@ -93,10 +93,7 @@ class Importar : public DiarioDelTrimestre {
     d.elige("TxtEmpresa", empresa);
   }
   static void marca(Teclado& d, std::initializer_list<const char*> casillas) {
-    for (const char* casilla : casillas) {
-      d.llega(casilla);
-      d.tecla(Qt::Key_Space);
-    }
+    for (const char* casilla : casillas) alterna(d, casilla);
   }
   static QString deContanet(const char* fichero) {
     return rutaPrograma(rutaDato(QString("contanet/") + fichero));

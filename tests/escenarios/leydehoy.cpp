@@ -74,6 +74,8 @@ class LeyDeHoy : public PorElMenu {
       EXPECT_EQ(d.textoDe("LblAvisoTipo"), "");
       acepta(d);
     });
+    // A line on each side, and none without an amount.
+    EXPECT_EQ(fila("Select Count(NLinea) from Diario where TipoFactura='I'"), "2");
   }
   // The landlord's invoice bears a retention: its row says so by hand.
   void tecleaRetencion() {

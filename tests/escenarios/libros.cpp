@@ -4,10 +4,6 @@
 
 namespace {
 
-double numero(const QString& texto) {
-  return texto.isEmpty() ? 0 : Variant(texto).number();
-}
-
 class Libreria : public LibrosImpresos {
  protected:
   Libreria() {

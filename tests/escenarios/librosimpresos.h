@@ -5,6 +5,10 @@
 #include "escenarios/herramientas.h"
 #include "soporte/libroimpreso.h"
 
+// What a cell of the data holds, nothing being zero.
+inline double numero(const QString& texto) {
+  return texto.isEmpty() ? 0 : Variant(texto).number();
+}
 // An amount as the books print it.
 inline QString impreso(double importe) {
   return Format(importe, "#,##0.00");

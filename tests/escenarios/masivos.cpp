@@ -17,10 +17,6 @@ struct Cambio {
 
 class Masivos : public DiarioDelTrimestre {
  protected:
-  static void alterna(Teclado& d, const char* casilla) {
-    d.llega(casilla);
-    d.tecla(Qt::Key_Space);
-  }
   // The dialog of a replacement, whose list takes the first letter of a field.
   static void llena(Teclado& d, const Cambio& cambio) {
     d.llega("TxtCampo");

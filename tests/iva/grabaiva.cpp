@@ -167,26 +167,4 @@ TEST(FacturaIVA, ElOpuestoDeUnTexto) {
   EXPECT_EQ(opuesto("", "#,###"), "");  // a zero that is shown as nothing
 }
 
-TEST_F(GrabaIVA, UnaAdquisicionNegativaCambiaElSignoYNoElLado) {
-  const FacturaIntracomunitaria f{.NumFactura = "Intercomunitario",
-                                  .Fecha = "10/02/2024",
-                                  .Iva = "07",
-                                  .ImporteIva = "-16,00",
-                                  .Recargo = "0,00 ",
-                                  .IVASoportado = "47200001",
-                                  .IVARepercutido = "47700001",
-                                  .RESoportado = "47200002",
-                                  .RERepercutido = "47700002",
-                                  .PorcenIVA = 16,
-                                  .PorcenREC = 4};
-  GrabadoIVA grabado;
-  grabaIntracomunitaria(f, kMascara, {registro, diario, empresa}, grabado);
-  EXPECT_EQ(filas("Select Codigo, IVA, Recargo, Base, Neto, CtaRE from RSIVA order by Codigo"),
-            (QStringList{"R0000000002|16|0|0|0|47700002", "S0000000001|-16|0|0|0|47200002"}));
-  EXPECT_EQ(filas("Select Subcuenta, DH, Importe, ApunteIVA, TipoFactura, FacturaZuri from Diario "
-                  "order by NLinea"),
-            (QStringList{"47200001|D|-16|S0000000001|I|-", "47700001|H|16|R0000000002|I|-"}));
-  EXPECT_EQ(contadores(), "2|2|0|2");
-}
-
 }  // namespace

@@ -46,11 +46,4 @@ TEST(ApunteTest, UnaLineaQueNoEntraNiGastaNumeroNiPisaOtra) {
   EXPECT_EQ(empresa.Recordset().editMode(), Recordset::EditMode::None);
 }
 
-TEST(ImporteEscrito, ElNumeroQueMuestraLaMascaraOSuTexto) {
-  EXPECT_EQ(importeEscrito("(1.234,50 Pts)", "#,##0.00 \"Pts\";(#,##0.00 \"Pts\")"),
-            Variant(-1234.5));
-  EXPECT_EQ(importeEscrito("", "#,###"), Variant(0.0));  // a zero that is shown as nothing
-  EXPECT_EQ(importeEscrito("--5,00", "0.00"), Variant("--5,00"));
-}
-
 }  // namespace

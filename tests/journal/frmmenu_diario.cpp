@@ -37,21 +37,6 @@ TEST_F(FrmMenuDiario, SeMueveConSusBotonesYMarcaElAsientoEnQueEsta) {
   EXPECT_EQ(rejilla().texto(1, 6), "-100,00");
 }
 
-// Another station's lines come with F5, and so do their totals.
-TEST_F(FrmMenuDiario, LeeDeNuevoLineasYTotalesYDiceDeQueSon) {
-  tecleaTres();
-  EXPECT_EQ(t->textosDe({"LblFilaCuenta", "LblFilaAsiento", "LblFilaMarcado"}),
-            (QStringList{"Cuenta 57000001", "Asiento 2", "Marcado 2"}));
-  inserta("Diario", lineaDe(3, 2, "02/01/2003", "57000001", -30.0));
-  EXPECT_EQ(totales("Total"), QStringList({"130,00 ", "-100,00", "30,00 "}));
-  t->tecla(Qt::Key_F5);
-  EXPECT_EQ(rejilla().filas(), 4);
-  EXPECT_EQ(totales("Total"), QStringList({"130,00 ", "-130,00", "0,00 "}));
-  EXPECT_EQ(totales("Cuenta"), QStringList({"130,00 ", "-30,00", "100,00 "}));
-  for (const char* fila : {"Asiento", "Marcado"})
-    EXPECT_EQ(totales(fila), QStringList({"30,00 ", "-30,00", "0,00 "})) << fila;
-}
-
 TEST_F(FrmMenuDiario, ActuaConElBotonDerechoYConLoQueSeSueltaEnSusBotones) {
   tecleaTres();
   auto& lienzo = *rejilla().viewport();

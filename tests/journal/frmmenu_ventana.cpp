@@ -136,18 +136,20 @@ TEST_F(FrmMenuVentana, OfreceLasEntradasCuyoFormularioEsta) {
   EXPECT_EQ(finales, 1);
 }
 
-TEST_F(FrmMenuVentana, TomaLoQueCambiaLaPantallaDeEmpresa) {
-  linea("57000001", "100", {}, kFecha);
-  linea("57000001", {}, "100");
-  guion.esperaDialogo("FrmEmpresas", [](Teclado& t) {
-    t.control<QLineEdit>("TxtMascara").setText("0.0");
-    t.control<QLineEdit>("TxtContador").setText("50");
-    t.pulsa("CmdAceptar");
+TEST_F(FrmMenuVentana, DejaElFicheroAlFormularioQueOcupaSuSitio) {
+  formularios->registra("FrmCopias", [&](Contexto& c) {
+    EXPECT_FALSE(c.principal);
+    EXPECT_FALSE(menu->DtaEmpresaActual().isOpen() || menu->DtaDiarioLista().isOpen());
+    return std::make_unique<Formulario>(c);
   });
-  entrada("MnuModificaEmpresa").trigger();
-  EXPECT_EQ(totales("Total"), QStringList({"100,0", "-100,0", "0,0"}));
-  EXPECT_EQ(t->control<Rejilla>("GrdApuntes").texto(0, 5), "100,0");
-  EXPECT_EQ(siguiente(), "50");
+  menu = &abreMenu();
+  linea("57000001", "100", {}, kFecha);
+  entrada("MnuCopiasSeguridad").trigger();
+  reposar();
+  ASSERT_TRUE(formularios->abierto("FrmCopias"));
+  abreMenu();
+  EXPECT_EQ(totales("Total").constFirst(), "100,00 ");
+  EXPECT_EQ(totales("Marcado").constFirst(), "100,00 ");
 }
 
 // A folder copied by hand holds the name of the company it was copied from.
@@ -231,6 +233,20 @@ TEST(FrmMenuSinEmpresa, TakesItsFirstOneAlive) {
   t.enfoca("TxtConcepto");
   t.entra("01");
   EXPECT_EQ(t.textoDe("TxtConcepto"), "Su factura");
+}
+
+TEST_F(FrmMenuVentana, TomaLoQueCambiaLaPantallaDeEmpresa) {
+  linea("57000001", "100", {}, kFecha);
+  linea("57000001", {}, "100");
+  guion.esperaDialogo("FrmEmpresas", [](Teclado& t) {
+    t.control<QLineEdit>("TxtMascara").setText("0.0");
+    t.control<QLineEdit>("TxtContador").setText("50");
+    t.pulsa("CmdAceptar");
+  });
+  entrada("MnuModificaEmpresa").trigger();
+  EXPECT_EQ(totales("Total"), QStringList({"100,0", "-100,0", "0,0"}));
+  EXPECT_EQ(t->control<Rejilla>("GrdApuntes").texto(0, 5), "100,0");
+  EXPECT_EQ(siguiente(), "50");
 }
 
 }  // namespace

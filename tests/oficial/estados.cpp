@@ -33,14 +33,6 @@ TEST(Estados, CadaCuentaVaASuLinea) {
   }
 }
 
-TEST(Estados, LoQueNoTieneLineaSeDice) {
-  const Saldos saldos = {{"11100001", -5}, {"55300001", 8}, {"57200001", 20}, {"05000000", 1}};
-  const EstadoOficial estado = calculaEstado(Estado::Balance, saldos, {{"13300001", 4}});
-  EXPECT_EQ(estado.sinLinea, (Saldos{{"11100001", -5}, {"55300001", 8}, {"05000000", 1}}));
-  EXPECT_EQ(estado.sinLineaAnterior, (Saldos{{"13300001", 4}}));
-  EXPECT_EQ(importe(estado, lineaestado::kActivo), "20,00");
-}
-
 TEST(Estados, LasLineasVaciasSoloSalenSiSePiden) {
   const EstadoOficial estado =
       calculaEstado(Estado::Balance, {{"43000001", 0.004}}, {{"17000001", -3}});

@@ -31,6 +31,7 @@ TEST(Norma43, ElExtractoDeEjemploDaSusConceptos) {
   EXPECT_EQ(leido.cuentas[0].movimientos.at(6).concepto,
             "CORETEXTILES MARTIN E HIJOS ES72000A28123453 MANDATO-000045 RECIBO FACTURA 2024/118 "
             "VENCIMIENTO 31-01-2024 REF-118 TIENDA DE MUESTRA S.L.");
+  EXPECT_EQ(leido.cuentas[0].movimientos.at(5).valor, QDate(2024, 1, 27));
   EXPECT_EQ(leido.cuentas[1].movimientos.at(2).comun, "98");
   EXPECT_EQ(faltas(ejemplo()), "");
 }

@@ -30,6 +30,9 @@ TEST(Formula, SonCondicionesOSeRechazan) {
             err::kFormulaRechazada);
   for (const char* texto : {"{T.F}>=date(2004,2,31)", "{T.F}>=date(2004,13,1)"})
     EXPECT_EQ(numeroDeError([&] { condicionDe(texto, Clase::Lineas); }), err::kTiposNoCoinciden);
+  // What a book is chosen by is told if it is a code, and not the letter of a register.
+  EXPECT_EQ(Formula("{D.S}='43000001' and {D.F}>=date(2004,1,1)").codigos(), "43000001");
+  EXPECT_EQ(Formula("{D.T}='S' and {D.N}>=1 and {D.N}<=9").codigos(), "");
   // The text of a date box.
   EXPECT_EQ(fechaDeFormula("01/02/2004"), "date(2004,2,1)");
   EXPECT_EQ(numeroDeError([] { fechaDeFormula("hola"); }), err::kTiposNoCoinciden);

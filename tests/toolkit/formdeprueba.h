@@ -50,8 +50,6 @@ class FormDePrueba : public Formulario {
   QLineEdit* TxtB = pon<QLineEdit>("TxtB");
   QLineEdit* TxtC = pon<QLineEdit>("TxtC");
   QComboBox* TxtConcepto = pon<QComboBox>("TxtConcepto");
-  QCheckBox* ChkSi = pon<QCheckBox>("ChkSi");
-  QRadioButton* Opt_0 = pon<QRadioButton>("Opt_0");
   QPushButton* CmdAceptar = pon<QPushButton>("CmdAceptar");
   QPushButton* CmdCancelar = pon<QPushButton>("CmdCancelar");
   QStringList hechos;

@@ -60,33 +60,6 @@ TEST(Formulario, CargaUnaVezYSeActivaCadaVezQueSeMuestra) {
   EXPECT_EQ(p.e.formularios->abierto("FormDePrueba"), &p.f);
 }
 
-TEST(Formulario, CambiarCierraLosAbiertosYElProgramaNoAcaba) {
-  PruebaDeDos p;
-  const QPointer<Formulario> vieja(&p.f);
-  FormDePrueba::alCargar = [](FormDePrueba& f) { f.mensaje("Nueva", ""); };
-  p.f.alPulsar(p.f.CmdAceptar, [&] {
-    p.e.formularios->cambiarA("FrmIVASR");
-    EXPECT_TRUE(vieja);  // its reaction is still running
-  });
-  p.t.enfoca("TxtA");
-  p.e.guion.esperaMensaje("Nueva");
-  p.t.pulsa("CmdAceptar");
-  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-  EXPECT_FALSE(vieja);
-  ASSERT_TRUE(p.e.formularios->abierto("FrmIVASR"));
-
-  // From a dialog too.
-  FormDePrueba::alCargar = {};
-  p.e.guion.esperaDialogo("FrmIVASR", [&](Teclado&) { p.e.formularios->cambiarA("FormDePrueba"); });
-  p.e.formularios->mostrar("FrmIVASR");
-  reposar();
-  EXPECT_EQ(p.e.formularios->abierto("FrmIVASR"), nullptr);
-  EXPECT_EQ(p.e.finales, 0);
-  p.e.formularios->abierto("FormDePrueba")->descargar();
-  reposar();
-  EXPECT_EQ(p.e.finales, 1);
-}
-
 TEST(Consulta, EscribeEnElCampoQuePidioYEnNingunOtro) {
   Prueba p;
   p.f.TxtA->setObjectName("TxtCodigoProveedor");

@@ -95,33 +95,6 @@ TEST(Rejilla, MientrasOtroTieneElFicheroSePintaLoQueHayYNoSeEditaLoQueNoSeLee) {
   EXPECT_EQ(p.g.texto(1, 1), "Otra");
 }
 
-TEST(Rejilla, SigueAlConjuntoYElConjuntoALaRejilla) {
-  PruebaDeRejilla p;
-  EXPECT_EQ(p.g.filaActual(), 0);
-  QSignalSpy cambios(&p.g, &Rejilla::filaCambiada);
-  p.t.tecla(Qt::Key_Down);
-  p.t.tecla(Qt::Key_Down);
-  EXPECT_EQ(p.f.Dta.Fields("Codigo").text(), p.g.texto(2, 0));
-  EXPECT_EQ(p.g.valor("codigo"), p.g.texto(2, 0));
-  EXPECT_EQ(cambios.size(), 2);
-
-  p.f.Dta.MoveLast();
-  EXPECT_EQ(p.g.alDia().filaActual(), p.g.filas() - 1);
-  p.t.tecla(Qt::Key_Home);
-  EXPECT_EQ(p.f.Dta.Fields("Codigo").text(), p.g.texto(0, 0));
-  p.t.tecla(Qt::Key_End);
-  EXPECT_EQ(p.f.Dta.Fields("Codigo").text(), p.g.texto(p.g.filas() - 1, 0));
-  p.f.Dta.setRecordSource("Select * from TiposIVA where Codigo = '03'");
-  p.f.Dta.Refresh();
-  EXPECT_EQ(p.columna(0), Lista{"03"});
-  EXPECT_EQ(p.g.filaActual(), 0);
-  p.f.Dta.setRecordSource("Select * from TiposIVA where Codigo = 'ZZ'");
-  p.f.Dta.Refresh();
-  EXPECT_EQ(p.g.alDia().filas(), 0);
-  EXPECT_EQ(p.g.filaActual(), -1);
-  EXPECT_EQ(p.g.valor("Codigo") + p.g.textoDeCelda(), "");
-}
-
 TEST(Rejilla, UnaFilaBorradaDesapareceYLasDemasSiguenEnSuSitio) {
   PruebaDeRejilla p;
   const Lista antes = p.columna(0);

@@ -44,29 +44,7 @@ TEST(Campos, FiltranLoQueEntraPorTeclasOSePega) {
   EXPECT_EQ(pega(" 4567 "), "4567");
 }
 
-TEST(Campos, IntroPasaAlSiguienteYLoSelecciona) {
-  Prueba p;
-  p.f.TxtB->setText("dos");
-  p.f.TxtConcepto->setEditText("tres");
-  p.t.enfoca("TxtA");
-  p.t.intro();
-  EXPECT_EQ(p.f.TxtB->selectedText(), "dos");
-  p.t.tecla(Qt::Key_Enter);
-  p.t.intro();
-  EXPECT_EQ(p.f.TxtConcepto->lineEdit()->selectedText(), "tres");
-  p.t.intro();
-  EXPECT_EQ(p.t.enfocado(), "ChkSi");
-  p.t.intro();
-  EXPECT_FALSE(p.f.ChkSi->isChecked());
-  EXPECT_EQ(p.t.enfocado(), "Opt_0");
-  // A button is pressed by it, and no other than the one with the focus.
-  p.t.enfoca("CmdAceptar");
-  p.f.lee();
-  p.t.intro();
-  EXPECT_EQ(p.f.lee(), Lista{"acepta"});
-}
-
-TEST(Campos, EntrarConElRatonSeleccionaTambien) {
+TEST(Campos, EntrarSeleccionaTambienConElRaton) {
   Prueba p;
   p.f.TxtB->setText("dos");
   p.f.TxtC->setText("tres");
@@ -81,6 +59,9 @@ TEST(Campos, EntrarConElRatonSeleccionaTambien) {
   EXPECT_EQ(p.f.TxtB->selectedText(), "");
   p.t.pulsa("TxtC");
   EXPECT_EQ(p.f.TxtC->selectedText(), "");
+  p.f.TxtConcepto->setEditText("cuatro");
+  p.t.tecla(Qt::Key_Enter);  // that of the keypad
+  EXPECT_EQ(p.f.TxtConcepto->lineEdit()->selectedText(), "cuatro");
 }
 
 // --- leaving a field

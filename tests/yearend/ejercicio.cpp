@@ -35,34 +35,6 @@ class Ejercicio : public testing::Test, protected Libros {
   PasoAnual paso = {"7", "31/12/2024", "Fin", "#,##0.00 ;-#,##0.00"};
 };
 
-TEST_F(Ejercicio, LasExistenciasCambianDeValorEnCuatroLineas) {
-  for (const char* codigo : {"30000001", "30000002", "31000001"})
-    inserta("Subcuentas", subcuentaDe(codigo, {}));
-  EXPECT_EQ(valorDeExistencias(*empresa), 0);
-  // Twice the same amount on one subcuenta and side is one; 31 is no merchandise.
-  asienta({"30000001 100,5", "30000001 100,5", "30000001 -100,5", "30000001 40", "31000001 9"});
-  EXPECT_EQ(valorDeExistencias(*empresa), 40);
-  asienta({"30000001 100,25"});
-  EXPECT_EQ(valorDeExistencias(*empresa), 140.25);
-
-  regularizaStocks(*empresa, {"61000001", "30000001", "140,25 ", "1.000,00 "}, paso, grabado);
-  EXPECT_EQ(lineas("R"), (QStringList{
-                             "0|1|31/12/2024|61000001|Fin|D|140,25",
-                             "1|1|31/12/2024|30000001|Fin|H|-140,25",
-                             "2|1|31/12/2024|30000001|Fin|D|1000",
-                             "3|1|31/12/2024|61000001|Fin|H|-1000",
-                         }));
-  EXPECT_EQ(contadores(), "2|4");
-
-  // A negative value takes no second minus: its first line stays, and the number isn't used up.
-  EXPECT_EQ(numeroDeError([&] {
-              regularizaStocks(*empresa, {"61000001", "30000001", "-5,00", "0,00 "}, paso, grabado);
-            }),
-            err::kConversionDeDatos);
-  EXPECT_EQ(lineas("R").last(), "4|2|31/12/2024|61000001|Fin|D|-5");
-  EXPECT_EQ(contadores(), "2|5");
-}
-
 TEST_F(Ejercicio, CadaSubcuentaDelGrupoVaAlResultado) {
   asienta({"60000001 1500,255", "62000001 10", "62000001 -10", "63000001 -2,5", "57000001 99"});
   barreGrupo(*empresa, '6', "12900000", paso, avance);
