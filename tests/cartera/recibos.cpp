@@ -37,7 +37,7 @@ TEST_F(Cartera, ElReciboSeEncuentraPorTodosSusCampos) {
   cambiaRecibo(recibos, otro);
   situaEn(recibos, escrito);
   recibos.Delete();
-  EXPECT_EQ(numeroDeError([&] { situaEn(recibos, escrito); }), 3167);
+  EXPECT_ERROR(3167, situaEn(recibos, escrito));
   EXPECT_EQ(filas("Select Importe from Recibos order by Importe"), QStringList({"0,3", "7"}));
 }
 

@@ -72,7 +72,7 @@ TEST(NormalizaFecha, CompletaLoTecleado) {
 TEST(ExpandeCodigo, RellenaElPunto) {
   for (const QStringList& c : casosDeDatos("formatos.txt", "codigo"))
     EXPECT_EQ(ExpandeCodigo(c[0], 9), c[1]);
-  EXPECT_EQ(numeroDeError([] { ExpandeCodigo("43000.00007", 9); }), err::kLlamadaNoValida);
+  EXPECT_ERROR(err::kLlamadaNoValida, ExpandeCodigo("43000.00007", 9));
 }
 
 }  // namespace

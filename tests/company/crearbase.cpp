@@ -51,7 +51,7 @@ TEST(CrearBase, FilasDeUnaEmpresaNuevaYDeUnaReconstruccion) {
   Libros libros;
   const QString ruta = libros.rutaEmpresa().replace("Conta", "Conta2");
   CrearBase(libros.motor, ruta, 3, 8, 0);
-  EXPECT_EQ(numeroDeError([&] { CrearBase(libros.motor, ruta, 3, 8, 0); }), err::kBaseYaExiste);
+  EXPECT_ERROR(err::kBaseYaExiste, CrearBase(libros.motor, ruta, 3, 8, 0));
   const auto reconstruida = libros.motor.Workspaces(0).OpenDatabase(ruta);
   const std::tuple<const char*, int, int> casos[] = {
       {"Empresa", 1, 0}, {"Conceptos", 99, 0}, {"TiposIVA", 99, 0}, {"TipoRecibos", 198, 99},
@@ -76,8 +76,8 @@ TEST(CrearBase, FilasDeUnaEmpresaNuevaYDeUnaReconstruccion) {
   const auto base = libros.abre();
   EXPECT_EQ(base->QueryDefs().size(), 20);
   for (const QString& consulta : base->QueryDefs())
-    EXPECT_EQ(numeroDeError([&] { base->OpenRecordset(consulta); }),
-              consulta == "SqlAcumulados" ? err::kNombreDesconocido : 0)
+    EXPECT_ERROR(consulta == "SqlAcumulados" ? err::kNombreDesconocido : 0,
+                 base->OpenRecordset(consulta))
         << qPrintable(consulta);
   EXPECT_EQ(libros.filas("SqlSumaDiario"), QStringList{"-|-"});
 }
@@ -130,7 +130,7 @@ TEST(CreaEmpresa, EnteraONada) {
   };
   DatosEmpresa datos = Libros::datosPorDefecto("Nueva", 3, 8);
   datos.IVARRE = datos.IVARSub;
-  EXPECT_EQ(numeroDeError([&] { libros.creaEmpresa(datos); }), err::kClaveDuplicada);
+  EXPECT_ERROR(err::kClaveDuplicada, libros.creaEmpresa(datos));
   EXPECT_EQ(carpetas(), QStringList{"Tienda"});
   EXPECT_EQ(empresas(), 1);
 
@@ -140,7 +140,7 @@ TEST(CreaEmpresa, EnteraONada) {
   libros.creaEmpresa(datos);
   EXPECT_EQ(carpetas(), (QStringList{"Nueva", "Tienda"}));
   EXPECT_EQ(libros.filas("Subcuentas", "Nueva").size(), 7);
-  EXPECT_EQ(numeroDeError([&] { libros.creaEmpresa(datos); }), err::kClaveDuplicada);
+  EXPECT_ERROR(err::kClaveDuplicada, libros.creaEmpresa(datos));
   EXPECT_EQ(empresas(), 2);
 
   // Killed between the row and the name of the folder.

@@ -53,7 +53,7 @@ TEST_F(Ajenos, ElFicheroCambiadoPorOtroSeVuelveAAbrirYNadaSeEscribeEnElAnterior)
   // Neither what hadn't been saved nor what comes next goes where nobody sees it.
   corrige(datos, {{"Importe", 7}});
   sustituye(600);
-  EXPECT_EQ(numeroDeError([&] { engine.flush(); }), err::kFicheroSustituido);
+  EXPECT_ERROR(err::kFicheroSustituido, engine.flush());
   EXPECT_TRUE(acaba([&] { return muestra(600); }));
   corrige(datos, {{"Importe", 8}});
   engine.flush();
@@ -118,8 +118,7 @@ TEST_F(Ajenos, LasSumasDeUnaTablaRehechaPorOtroSiguenSiendoLasDeSusLineas) {
 
   db.reset();
   herramienta("INSERT INTO librano_sumas VALUES (9, 'Diario', 'NoHay', 'Importe', '')");
-  EXPECT_EQ(numeroDeError([&] { engine.Workspaces(0).OpenDatabase(ruta); }),
-            err::kFormatoNoReconocido);
+  EXPECT_ERROR(err::kFormatoNoReconocido, engine.Workspaces(0).OpenDatabase(ruta));
 }
 
 TEST_F(Ajenos, LoQueNoCabeEnLasSumasSeRechazaLoEscribaQuienLoEscriba) {
@@ -128,7 +127,7 @@ TEST_F(Ajenos, LoQueNoCabeEnLasSumasSeRechazaLoEscribaQuienLoEscriba) {
   const auto rs = db->OpenRecordset("Diario");
   anota(*rs, 1, 1, "430", "D", 999999999999.99);
   for (const double importe : {1e12, -1e12, 99999999999999.0}) {
-    EXPECT_EQ(numeroDeError([&] { anota(*rs, 2, 1, "430", "D", importe); }), err::kDesbordamiento);
+    EXPECT_ERROR(err::kDesbordamiento, anota(*rs, 2, 1, "430", "D", importe));
     rs->CancelUpdate();
     EXPECT_TRUE(herramienta(QString("UPDATE Diario SET Importe = %1").arg(importe))
                     .contains("importe demasiado grande"));
@@ -144,7 +143,7 @@ TEST_F(Ajenos, UnaReglaDeOtroNoEsUnaClaveRepetida) {
   for (const auto& [tabla, campo] : {std::pair("Empresa", "IdCodigo"), {"Otra", "Codigo"}}) {
     const auto rs = db->OpenRecordset(tabla);
     const Valores fila = {{campo, 10}};
-    EXPECT_EQ(numeroDeError([&] { anade(*rs, fila); }), err::kReglaIncumplida) << tabla;
+    EXPECT_ERROR(err::kReglaIncumplida, anade(*rs, fila)) << tabla;
   }
 }
 

@@ -59,7 +59,7 @@ TEST_F(Consultas, SeAnadeYModificaPorUnaConColumnasCalculadas) {
   EXPECT_EQ(control.Fields("Debe").display(), "");
   EXPECT_EQ(control.Fields("Haber").number(), -12.5);
   control.Edit();
-  EXPECT_EQ(numeroDeError([&] { control.Fields("Debe") = 3; }), err::kSoloLectura);
+  EXPECT_ERROR(err::kSoloLectura, control.Fields("Debe") = 3);
   control.Fields("DH") = "D";
   control.Fields("NAsiento") = 8;
   control.Update();
@@ -72,14 +72,14 @@ TEST_F(Consultas, SeAnadeYModificaPorUnaConColumnasCalculadas) {
   control.Refresh();
   EXPECT_TRUE(control.Eof());
   control.bind(ruta, "Select Sum(Debe) as S from SqlDiario");
-  EXPECT_EQ(numeroDeError([&] { control.AddNew(); }), err::kSoloLectura);
-  EXPECT_EQ(numeroDeError([&] { control.Edit(); }), err::kSoloLectura);
+  EXPECT_ERROR(err::kSoloLectura, control.AddNew());
+  EXPECT_ERROR(err::kSoloLectura, control.Edit());
   // A source that fails leaves the control without rows, and whoever shows them is told.
   QSignalSpy leido(&control, &DataControl::refreshed);
-  EXPECT_EQ(numeroDeError([&] { control.bind(ruta, "Nada"); }), err::kOrigenDesconocido);
+  EXPECT_ERROR(err::kOrigenDesconocido, control.bind(ruta, "Nada"));
   EXPECT_EQ(leido.size(), 1);
   EXPECT_FALSE(control.isOpen());
-  EXPECT_EQ(numeroDeError([&] { control.Fields(0); }), err::kSinRegistroActivo);
+  EXPECT_ERROR(err::kSinRegistroActivo, control.Fields(0));
 }
 
 // The century of a short date is that of the company's year, also after it changed.
@@ -113,7 +113,7 @@ TEST_F(Consultas, BuscarDejaLaPosicionEnLoHalladoODondeEstaba) {
   anota(control.Recordset(), 77, 77, "430", "D", 1);
   control.FindNext("NLinea = 77");
   EXPECT_EQ(control.Recordset().AbsolutePosition(), 30);
-  EXPECT_EQ(numeroDeError([&] { control.FindFirst("NLinea = 'a'b'"); }), err::kErrorDeSintaxis);
+  EXPECT_ERROR(err::kErrorDeSintaxis, control.FindFirst("NLinea = 'a'b'"));
   // In rows that can't be written too.
   control.bind(ruta, "Select NAsiento, Count(*) as N from Diario group by NAsiento");
   control.MoveLast();
@@ -149,7 +149,7 @@ TEST_F(Consultas, ElLectorDaLasMismasFilasSinRetenerElFichero) {
   for (rs->MoveLast(); !rs->Bof(); rs->MovePrevious(), --linea)
     ASSERT_EQ(rs->Fields("NLinea").toLong(), linea);
   EXPECT_EQ(linea, 0);
-  EXPECT_EQ(numeroDeError([&] { rs->MovePrevious(); }), err::kSinRegistroActivo);
+  EXPECT_ERROR(err::kSinRegistroActivo, rs->MovePrevious());
 }
 
 }  // namespace

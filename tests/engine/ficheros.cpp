@@ -39,9 +39,8 @@ TEST_F(Ficheros, LosQueNoSirvenDanSuError) {
     EXPECT_EQ(numeroDeError([&, &fichero = fichero] { engine.CopyDatabase(fichero, ruta); }),
               error);
   }
-  EXPECT_EQ(numeroDeError([&] { area.CreateDatabase(ruta, kLocale); }), err::kBaseYaExiste);
-  EXPECT_EQ(numeroDeError([&] { area.CreateDatabase(carpeta.filePath("no/hay.mdb"), kLocale); }),
-            err::kErrorDeRuta);
+  EXPECT_ERROR(err::kBaseYaExiste, area.CreateDatabase(ruta, kLocale));
+  EXPECT_ERROR(err::kErrorDeRuta, area.CreateDatabase(carpeta.filePath("no/hay.mdb"), kLocale));
 }
 
 // A company deleted while a list still shows it, and made anew under its name.
@@ -88,9 +87,9 @@ TEST_F(Ficheros, RepararRehaceIndicesYSumas) {
       herramienta("SELECT rootpage FROM sqlite_schema WHERE name = 'Diario'").toInt();
   db.reset();
   escribe("Conta.MDB", QByteArray(4096, '\xee'), (pagina - 1) * 4096LL);
-  EXPECT_EQ(numeroDeError([&] { engine.RepairDatabase(ruta); }), err::kFormatoNoReconocido);
+  EXPECT_ERROR(err::kFormatoNoReconocido, engine.RepairDatabase(ruta));
   const QString copia = carpeta.filePath("Copia.mdb");
-  EXPECT_EQ(numeroDeError([&] { engine.CopyDatabase(ruta, copia); }), err::kFormatoNoReconocido);
+  EXPECT_ERROR(err::kFormatoNoReconocido, engine.CopyDatabase(ruta, copia));
   EXPECT_FALSE(QFileInfo::exists(copia));
 }
 
@@ -105,7 +104,7 @@ TEST_F(Ficheros, CompactarYCopiarDanLoMismoEnMenosSitio) {
   EXPECT_LT(QFileInfo(compacta).size(), QFileInfo(copia).size() / 2);
   for (const QString& fichero : {compacta, copia})
     EXPECT_EQ(herramienta(".dump", {}, fichero), herramienta(".dump"));
-  EXPECT_EQ(numeroDeError([&] { engine.CompactDatabase(ruta, compacta); }), err::kBaseYaExiste);
+  EXPECT_ERROR(err::kBaseYaExiste, engine.CompactDatabase(ruta, compacta));
   EXPECT_EQ(QDir(carpeta.path()).entryList({"*.tmp*"}), QStringList());
 }
 
@@ -146,8 +145,8 @@ TEST_F(Ficheros, LoHechoDeUnFicheroNoPisaLoEscritoDespues) {
     engine.CopyDatabase(ruta, nuevo);
     herramienta("UPDATE Diario SET Importe = 9", {}, nuevo);
     if (otroEscribe) herramienta("UPDATE Diario SET Importe = 7");
-    EXPECT_EQ(numeroDeError([&] { engine.ReplaceDatabase(nuevo, ruta, leida); }),
-              otroEscribe ? err::kNoSePuedeGuardar : 0);
+    EXPECT_ERROR(otroEscribe ? err::kNoSePuedeGuardar : 0,
+                 engine.ReplaceDatabase(nuevo, ruta, leida));
     EXPECT_EQ(herramienta("SELECT max(Importe) FROM Diario"), otroEscribe ? "7.0" : "9.0");
     engine.DeleteDatabase(nuevo);
   }
@@ -167,7 +166,7 @@ TEST_F(Ficheros, LoLargoDiceHastaDondeVa) {
     antes = hecho;
     // What paints meanwhile makes do with what it has.
     EXPECT_TRUE(engine.isWaiting());
-    EXPECT_EQ(numeroDeError([&] { db->OpenRecordset("Diario"); }), err::kRegistroBloqueado);
+    EXPECT_ERROR(err::kRegistroBloqueado, db->OpenRecordset("Diario"));
   };
   engine.CopyDatabase(ruta, carpeta.filePath("Otra.mdb"), avance);
   EXPECT_GT(veces, 1);
@@ -182,7 +181,7 @@ TEST_F(Ficheros, RestaurarSobreUnFicheroEnUsoEnsenaLasFilasDevueltas) {
   corrige(*rs, {{"Importe", 500}});
   // A copy that isn't sound changes nothing.
   const QString mala = escribe("mala.mdb", QByteArray(8192, 'x'));
-  EXPECT_EQ(numeroDeError([&] { engine.CopyDatabase(mala, ruta); }), err::kFormatoNoReconocido);
+  EXPECT_ERROR(err::kFormatoNoReconocido, engine.CopyDatabase(mala, ruta));
   EXPECT_EQ(rs->Fields("Importe").number(), 500);
   engine.CopyDatabase(copia, ruta);
   EXPECT_EQ(rs->Fields("Importe").number(), 1);
@@ -226,7 +225,7 @@ TEST_F(Ficheros, SiElDiscoFallaSeDeshaceLaAccionEnteraYSeDice) {
                                    .arg(linea - 2)))
         << texto.toStdString();
     rs->MoveLast();
-    EXPECT_EQ(numeroDeError([&] { rs->Fields(0).Value(); }), err::kRegistroEliminado);
+    EXPECT_ERROR(err::kRegistroEliminado, rs->Fields(0).Value());
     anota(*rs, 9000, 1, "430", "D", 1);
     engine.flush();
     EXPECT_EQ(herramienta("SELECT group_concat(NLinea) FROM Diario"), "1,9000");
@@ -246,8 +245,8 @@ TEST_F(Ficheros, UnFicheroDeSoloLecturaSeLeePeroNoSeEscribe) {
   db = engine.Workspaces(0).OpenDatabase(ruta);
   const auto rs = db->OpenRecordset("Diario");
   EXPECT_EQ(rs->Fields("NLinea").toLong(), 1);
-  EXPECT_EQ(numeroDeError([&] { rs->Edit(); }), err::kSoloLectura);
-  EXPECT_EQ(numeroDeError([&] { rs->AddNew(); }), err::kSoloLectura);
+  EXPECT_ERROR(err::kSoloLectura, rs->Edit());
+  EXPECT_ERROR(err::kSoloLectura, rs->AddNew());
 }
 
 // A station is killed again and again while it posts: what it had told as saved is there.

@@ -106,7 +106,7 @@ TEST_F(FilasConOtras, PorSusClavesSonLasQueSalenLeidasEnteras) {
         EXPECT_EQ(filas(*primeras), filas(*enteras));
         const QString criterio = "Nombre = 'uno' and Importe > 30";
         EXPECT_EQ(halladas(*primeras, criterio), halladas(*enteras, criterio));
-        EXPECT_EQ(numeroDeError([&] { primeras->AddNew(); }), err::kSoloLectura);
+        EXPECT_ERROR(err::kSoloLectura, primeras->AddNew());
       }
   }
 }
@@ -129,7 +129,7 @@ TEST_F(FilasConOtras, MuestranLoQueHayEnLaOtraTabla) {
   EXPECT_TRUE(QTest::qWaitFor([&] { return lista.Fields("Nombre").text() == "allí"; }));
   const int antes = lista.Recordset().rowTotal();
   cuentas->Delete();
-  EXPECT_EQ(numeroDeError([&] { lista.Fields("Nombre").Value(); }), err::kRegistroEliminado);
+  EXPECT_ERROR(err::kRegistroEliminado, lista.Fields("Nombre").Value());
   EXPECT_EQ(lista.Recordset().rowTotal(), antes);
   lista.Refresh();
   EXPECT_LT(lista.Recordset().rowTotal(), antes);

@@ -33,8 +33,8 @@ TEST_F(Puestos, ElContadorSeLeeFrescoYEsDeUnoSoloHastaElFinalDeLaAccion) {
 
 TEST_F(Puestos, SiOtroTieneElFicheroSeEsperaYLuegoHayError) {
   OtroPuesto otro(ruta, "BEGIN IMMEDIATE; UPDATE Empresa SET NLinDiario = 30;");
-  EXPECT_EQ(numeroDeError([&] { empresa->Edit(); }), err::kRegistroBloqueado);
-  EXPECT_EQ(numeroDeError([&] { empresa->AddNew(); }), err::kRegistroBloqueado);
+  EXPECT_ERROR(err::kRegistroBloqueado, empresa->Edit());
+  EXPECT_ERROR(err::kRegistroBloqueado, empresa->AddNew());
   EXPECT_EQ(empresa->editMode(), Recordset::EditMode::None);
   EXPECT_EQ(empresa->Fields("NLinDiario").toLong(), 10);  // reading goes on
   otro.ejecuta("COMMIT;");
@@ -44,7 +44,7 @@ TEST_F(Puestos, SiOtroTieneElFicheroSeEsperaYLuegoHayError) {
   // An error in between commits the group, so a later Update may find the file taken.
   engine.flush();
   otro.ejecuta("BEGIN IMMEDIATE; UPDATE Empresa SET IdCodigo = 2;");
-  EXPECT_EQ(numeroDeError([&] { empresa->Update(); }), err::kNoSePuedeGuardar);
+  EXPECT_ERROR(err::kNoSePuedeGuardar, empresa->Update());
   otro.ejecuta("COMMIT;");
   empresa->Update();  // the edit was kept, and changes only what was set
   engine.flush();
@@ -56,7 +56,7 @@ TEST_F(Puestos, LoQueNoSePudoGuardarPorqueOtroLeeSeGuardaDespues) {
   pon(11);
   {
     OtroPuesto otro(ruta, "BEGIN; SELECT * FROM Empresa;");
-    EXPECT_EQ(numeroDeError([&] { engine.flush(); }), err::kNoSePuedeGuardar);
+    EXPECT_ERROR(err::kNoSePuedeGuardar, engine.flush());
     QCoreApplication::processEvents();
     ASSERT_EQ(fallos.size(), 1);
     EXPECT_EQ(fallos[0][0].toInt(), err::kNoSePuedeGuardar);
@@ -98,13 +98,13 @@ TEST_F(Puestos, UnaNegativaAcabaLaAccionYSeDejaDeEsperarCuandoSePide) {
     pon(11);
     empresa->MoveNext();
     // An error in between saves what went before it.
-    EXPECT_EQ(numeroDeError([&] { empresa->Fields(0).Value(); }), err::kSinRegistroActivo);
+    EXPECT_ERROR(err::kSinRegistroActivo, empresa->Fields(0).Value());
     EXPECT_GT(std::exchange(espera.preguntas, 0), 0);
     QObject aqui;
     int avisos = 0;
     QObject::connect(&engine, &DBEngine::commitFailed, &aqui, [&] {
       ++avisos;
-      EXPECT_EQ(numeroDeError([&] { engine.flush(); }), err::kNoSePuedeGuardar);
+      EXPECT_ERROR(err::kNoSePuedeGuardar, engine.flush());
     });
     QCoreApplication::processEvents();
     EXPECT_EQ(avisos, 1);
@@ -169,13 +169,13 @@ TEST_F(Puestos, UnTrabajoLargoNoSeQuedaAMediasPorUnLector) {
   QSignalSpy fallos(&engine, &DBEngine::commitFailed);
   pon(1);
   QThread::msleep(250);
-  EXPECT_EQ(numeroDeError([&] { engine.breathe(); }), err::kNoSePuedeGuardar);
+  EXPECT_ERROR(err::kNoSePuedeGuardar, engine.breathe());
   {
     const DBEngine::LongWork trabajo(engine);
     for (int i = 2; i < 5; ++i) {
       pon(i);
       QThread::msleep(250);
-      EXPECT_EQ(numeroDeError([&] { engine.breathe(); }), 0);
+      EXPECT_ERROR(0, engine.breathe());
       QCoreApplication::processEvents();
     }
     EXPECT_TRUE(fallos.isEmpty());
@@ -215,13 +215,11 @@ TEST_F(Puestos, UnaConsultaSinFinSeDetieneYLoPendienteQueda) {
   engine.setWait(&espera);
   const auto diario = db->OpenRecordset("Diario");
   for (int i = 1; i <= 400; ++i) anota(*diario, i, 1, "430", "D", 1);
-  EXPECT_EQ(numeroDeError([&] {
-              db->OpenRecordset(
-                  "Select Sum(A.Importe * D.Importe) from ((Diario as A inner join Diario as B on "
-                  "A.DH = B.DH) inner join Diario as C on A.DH = C.DH) inner join Diario as D on "
-                  "A.DH = D.DH");
-            }),
-            err::kOperacionCancelada);
+  EXPECT_ERROR(err::kOperacionCancelada,
+               db->OpenRecordset(
+                   "Select Sum(A.Importe * D.Importe) from ((Diario as A inner join Diario as B on "
+                   "A.DH = B.DH) inner join Diario as C on A.DH = C.DH) inner join Diario as D on "
+                   "A.DH = D.DH"));
   engine.flush();
   EXPECT_EQ(herramienta("SELECT count(*) FROM Diario"), "400");
 }

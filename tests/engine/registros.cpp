@@ -36,9 +36,9 @@ TEST_F(Registros, CadaCampoConvierteASuTipoYSeLeeComoQuedo) {
   EXPECT_EQ(queda("Fecha", 37667), "15/02/2003");
   EXPECT_EQ(queda("SiNo", 0), "Falso");
 
-  EXPECT_EQ(numeroDeError([] { Variant().text(); }), err::kNuloNoValido);
-  EXPECT_EQ(numeroDeError([] { Variant("doce").number(); }), err::kTiposNoCoinciden);
-  EXPECT_EQ(numeroDeError([] { Variant(3e9).toLong(); }), err::kDesbordamiento);
+  EXPECT_ERROR(err::kNuloNoValido, Variant().text());
+  EXPECT_ERROR(err::kTiposNoCoinciden, Variant("doce").number());
+  EXPECT_ERROR(err::kDesbordamiento, Variant(3e9).toLong());
   EXPECT_EQ(Variant(true).number(), -1);
   for (const double valor : {-1234.5, 123456789012345.0, 1e20, 0.000001, -1e-10})
     EXPECT_NEAR(Variant(numberText(valor)).number(), valor, std::abs(valor) * 1e-14);
@@ -60,15 +60,14 @@ TEST_F(Registros, LoQueNoSePuedeHacerDaSuError) {
   };
   for (const auto& [que, algo, error] : casos) EXPECT_EQ(numeroDeError(algo), error) << que;
   for (const char* nombre : {"", " x", "a]b", "a.b", "librano_x", "sqlite_x", "a'b"})
-    EXPECT_EQ(numeroDeError([&] { db->CreateQueryDef(nombre, "x"); }), err::kLlamadaNoValida)
-        << nombre;
+    EXPECT_ERROR(err::kLlamadaNoValida, db->CreateQueryDef(nombre, "x")) << nombre;
 
   anota(*rs, 1, 1, "430", "D", 10);
   rs->AddNew();
   EXPECT_EQ(rs->Fields("TipoDiario").display(), "1");
-  EXPECT_EQ(numeroDeError([&] { rs->Update(); }), err::kClaveNula);
+  EXPECT_ERROR(err::kClaveNula, rs->Update());
   rs->Fields("NLinea") = 1;
-  EXPECT_EQ(numeroDeError([&] { rs->Update(); }), err::kClaveDuplicada);
+  EXPECT_ERROR(err::kClaveDuplicada, rs->Update());
   // What was done before an error stays, and so does the edit: another key is enough.
   EXPECT_EQ(herramienta("SELECT NLinea, Importe FROM Diario"), "1|10.0");
   rs->Fields("NLinea") = 2;
@@ -92,11 +91,11 @@ TEST_F(Registros, UnaClaveEsLaMismaEnMayusculasYEnMinusculas) {
   rs->MoveFirst();
   rs->Edit();
   rs->Fields(0) = "PEÑA e Hijos";
-  EXPECT_EQ(numeroDeError([&] { rs->Update(); }), 0);
+  EXPECT_ERROR(0, rs->Update());
   rs->MoveNext();
   rs->Edit();
   rs->Fields(0) = "peña e hijos";
-  EXPECT_EQ(numeroDeError([&] { rs->Update(); }), err::kClaveDuplicada);
+  EXPECT_ERROR(err::kClaveDuplicada, rs->Update());
 }
 
 TEST_F(Registros, AnadirNoMueveElRegistroActivoYBorrarDejaSuSitioVacio) {
@@ -114,14 +113,14 @@ TEST_F(Registros, AnadirNoMueveElRegistroActivoYBorrarDejaSuSitioVacio) {
   EXPECT_EQ(rs->RecordCount(), 4);
   rs->MoveNext();
   EXPECT_TRUE(rs->Eof());
-  EXPECT_EQ(numeroDeError([&] { rs->MoveNext(); }), err::kSinRegistroActivo);
+  EXPECT_ERROR(err::kSinRegistroActivo, rs->MoveNext());
   rs->setBookmark(marca);
   EXPECT_EQ(rs->AbsolutePosition(), 1);
   EXPECT_EQ(rs->Fields("Subcuenta").text(), "430000002");
 
   rs->Delete();
-  EXPECT_EQ(numeroDeError([&] { rs->Fields(0).Value(); }), err::kRegistroEliminado);
-  EXPECT_EQ(numeroDeError([&] { rs->Delete(); }), err::kRegistroEliminado);
+  EXPECT_ERROR(err::kRegistroEliminado, rs->Fields(0).Value());
+  EXPECT_ERROR(err::kRegistroEliminado, rs->Delete());
   EXPECT_TRUE(rs->cell(1, 0).isNull());
   rs->MoveNext();
   EXPECT_EQ(rs->Fields(0).toLong(), 3);
@@ -129,7 +128,7 @@ TEST_F(Registros, AnadirNoMueveElRegistroActivoYBorrarDejaSuSitioVacio) {
   EXPECT_EQ(rs->Fields(0).toLong(), 1);
   // The usual loop that empties a source.
   for (rs->MoveFirst(); !rs->Eof(); rs->MoveNext()) rs->Delete();
-  EXPECT_EQ(numeroDeError([&] { rs->MoveFirst(); }), err::kSinRegistroActivo);
+  EXPECT_ERROR(err::kSinRegistroActivo, rs->MoveFirst());
   EXPECT_EQ(db->OpenRecordset("Diario")->rowTotal(), 0);
 }
 
@@ -150,7 +149,7 @@ TEST_F(Registros, LoQueEscribenOtrosSeVeAlTocarlo) {
   otro->Delete();
   anota(*otro, 50, 50, "570", "D", 50);
   EXPECT_EQ(lee(3), err::kRegistroEliminado);
-  EXPECT_EQ(numeroDeError([&] { rs->Edit(); }), err::kRegistroEliminado);
+  EXPECT_ERROR(err::kRegistroEliminado, rs->Edit());
   EXPECT_EQ(rs->rowTotal(), 4);  // those of its opening
   engine.flush();
 

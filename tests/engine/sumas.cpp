@@ -94,7 +94,7 @@ TEST_F(Sumas, SonLasDeLasLineasTrasCualquierSucesionDeCambios) {
       if (azar.bounded(2) == 0) rs->Fields(campo) = valor;
     rs->Update();
   }
-  EXPECT_EQ(numeroDeError([&] { anota(*rs, linea, 1, "430", "D", 10); }), err::kClaveDuplicada);
+  EXPECT_ERROR(err::kClaveDuplicada, anota(*rs, linea, 1, "430", "D", 10));
   compara("clave repetida");
   for (rs->MoveFirst(); !rs->Eof(); rs->MoveNext()) rs->Delete();
   engine.flush();
@@ -122,18 +122,17 @@ TEST_F(Sumas, UnGrupoLargoNoSeNota) {
       .execute("UPDATE Diario SET Importe = 0, Subcuenta = 'a' WHERE NLinea <= 100");
   cambia(8);
   EXPECT_EQ(total(), 15350);
-  EXPECT_EQ(numeroDeError([&] { anota(*rs, 5, 8, "430", "D", 1000); }), err::kClaveDuplicada);
+  EXPECT_ERROR(err::kClaveDuplicada, anota(*rs, 5, 8, "430", "D", 1000));
   compara("clave repetida");
   for (const double importe : {1e12, -1e12, 99999999999999., -1e15}) {
     cambia(9);
-    EXPECT_EQ(numeroDeError([&] { anota(*rs, 900, 9, "430", "D", importe); }),
-              err::kDesbordamiento);
+    EXPECT_ERROR(err::kDesbordamiento, anota(*rs, 900, 9, "430", "D", importe));
     compara("importe enorme");
     cambia(11);
     rs->MoveLast();
     rs->Edit();
     rs->Fields("Importe") = importe;
-    EXPECT_EQ(numeroDeError([&] { rs->Update(); }), err::kDesbordamiento);
+    EXPECT_ERROR(err::kDesbordamiento, rs->Update());
     compara("cambiado por uno enorme");
   }
   cambia(9);

@@ -123,7 +123,7 @@ TEST_F(GrabaIVA, UnFalloDejaLoAnterior) {
   for (const auto& caso : casos) {
     FacturaIVA f = factura("8", "10,00 ", 16, 0);
     caso.estropea(f);
-    EXPECT_EQ(numeroDeError([&] { acepta(f, kAltaS); }), caso.error) << caso.que;
+    EXPECT_ERROR(caso.error, acepta(f, kAltaS)) << caso.que;
     EXPECT_EQ(contadores(), caso.contadores) << caso.que;
     EXPECT_EQ(filas("Diario").size(), 2) << caso.que;
     EXPECT_EQ(filas("RSIVA").size(), 1) << caso.que;

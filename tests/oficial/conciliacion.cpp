@@ -60,8 +60,7 @@ TEST_F(Concilia, LeerDosVecesNoAnadeNadaYLosGemelosSonDos) {
             "Cuenta 99910025110000123456: empieza con 79.117,23 y el extracto anterior acabó el "
             "31/01/2024 con 65.714,29");
   gemelos.errores.append({7, "mal"});
-  EXPECT_EQ(numeroDeError([&] { importaNorma43(libros.motor, *empresa, gemelos); }),
-            err::kLlamadaNoValida);
+  EXPECT_ERROR(err::kLlamadaNoValida, importaNorma43(libros.motor, *empresa, gemelos));
 }
 
 TEST_F(Concilia, LoQueNoEstaEnLosLibrosSeAsientaPorSuRegla) {
@@ -77,11 +76,9 @@ TEST_F(Concilia, LoQueNoEstaEnLosLibrosSeAsientaPorSuRegla) {
 
   const QStringList antes = libros.filas("Diario");
   // The second can't be posted: nor is the first.
-  EXPECT_EQ(
-      numeroDeError([&] {
-        asientaMovimientos(libros.motor, *empresa, c, {{1, "62700001"}, {2, "99999999"}}, kPunteo);
-      }),
-      err::kLlamadaNoValida);
+  EXPECT_ERROR(
+      err::kLlamadaNoValida,
+      asientaMovimientos(libros.motor, *empresa, c, {{1, "62700001"}, {2, "99999999"}}, kPunteo));
   EXPECT_EQ(libros.filas("Diario"), antes);
   asientaMovimientos(libros.motor, *empresa, c, {{1, "62700001"}, {2, "62600001"}}, kPunteo);
   EXPECT_EQ(libros
@@ -90,10 +87,8 @@ TEST_F(Concilia, LoQueNoEstaEnLosLibrosSeAsientaPorSuRegla) {
                 .join(' '),
             "121|30/01/2024|57200002|H|-92,4|B 121|30/01/2024|62700001|D|92,4|- "
             "122|31/01/2024|57200002|D|35|B 122|31/01/2024|62600001|H|-35|-");
-  EXPECT_EQ(numeroDeError([&] {
-              asientaMovimientos(libros.motor, *empresa, c, {{1, "62700001"}}, kPunteo);
-            }),
-            err::kLlamadaNoValida);
+  EXPECT_ERROR(err::kLlamadaNoValida,
+               asientaMovimientos(libros.motor, *empresa, c, {{1, "62700001"}}, kPunteo));
   Conciliacion despues = concilia(kRural);
   EXPECT_FALSE(despues.movimientos[1].pendiente());
   deshaceConciliacion(libros.motor, *empresa, despues, 1);
@@ -109,16 +104,15 @@ TEST_F(Concilia, UnaParejaCambiadaEntretantoDejaTodasComoEstaban) {
   libros.cambia(
       "Select * from Diario where NLinea=" + QString::number(c.apuntes[todas.back().apunte].linea),
       "Importe", 1);
-  EXPECT_EQ(numeroDeError([&] { aceptaParejas(libros.motor, *empresa, c, todas, kPunteo); }),
-            err::kLlamadaNoValida);
+  EXPECT_ERROR(err::kLlamadaNoValida, aceptaParejas(libros.motor, *empresa, c, todas, kPunteo));
   EXPECT_TRUE(libros.filas("Select NLinea from Diario where Punteo='B'").isEmpty());
   EXPECT_EQ(libros.filas("Select Numero from MovimientosBanco where Apunte is Null").size(), 12);
   // A line that is deleted frees its movement.
   aceptaParejas(libros.motor, *empresa, c, {todas.front()}, kPunteo);
   empresa->OpenRecordset("Select * from Diario where Punteo='B'")->Delete();
   EXPECT_TRUE(concilia().movimientos[todas.front().movimiento].pendiente());
-  EXPECT_EQ(numeroDeError([&] { ponSubcuentaDeBanco(libros.motor, *empresa, kRural, "57200001"); }),
-            err::kLlamadaNoValida);
+  EXPECT_ERROR(err::kLlamadaNoValida,
+               ponSubcuentaDeBanco(libros.motor, *empresa, kRural, "57200001"));
 }
 
 TEST(Empareja, LosGemelosSeReparten) {

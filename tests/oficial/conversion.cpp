@@ -128,8 +128,7 @@ TEST_F(ConversionA2007, LoQueFallaNoDejaNada) {
     motor.flush();
     if (++vistas == 200) empresa->OpenRecordset("no existe");
   };
-  EXPECT_EQ(numeroDeError([&] { convierteA2007(motor, *empresa, conversion, hoy, falla); }),
-            err::kOrigenDesconocido);
+  EXPECT_ERROR(err::kOrigenDesconocido, convierteA2007(motor, *empresa, conversion, hoy, falla));
   EXPECT_EQ(todo(), antes);
   EXPECT_FALSE(plan2007De(*empresa).sigue);
   EXPECT_FALSE(motor.pending());

@@ -93,8 +93,8 @@ TEST_F(Modelo303, LoEscritoCuentaYLoNegativoPasaAlSiguiente) {
   EXPECT_EQ(primero.resultado(), -21000);
   EXPECT_EQ(primero.tipoPropuesto(false), "C");
   // Computed casillas can't be typed, nor those without sign below zero.
-  EXPECT_EQ(numeroDeError([&] { primero.escribe(*empresa, "27", 1); }), err::kLlamadaNoValida);
-  EXPECT_EQ(numeroDeError([&] { primero.escribe(*empresa, "110", -1); }), err::kLlamadaNoValida);
+  EXPECT_ERROR(err::kLlamadaNoValida, primero.escribe(*empresa, "27", 1));
+  EXPECT_ERROR(err::kLlamadaNoValida, primero.escribe(*empresa, "110", -1));
   primero.escribe(*empresa, "43", -1000);
   primero.escribe(*empresa, "29", 40000);
   EXPECT_EQ(Hoja303(*empresa, {2024, "1T"}).resultado(), 21000 - 40000 + 1000);
@@ -118,8 +118,8 @@ TEST_F(Modelo303, LosDatosEscritosSiguenASuFacturaAlRenumerar) {
   const QString codigo = factura('S', "40000001", QDate(2024, 2, 11), 2000, 21, 0, "60000000");
   const QString otro = factura('S', "40000001", QDate(2024, 2, 12), 100, 21, 0, "60000000");
   escribe(codigo, "BienInversion", "S");
-  EXPECT_EQ(numeroDeError([&] { escribe(codigo, "TipoFactura", "DV"); }), err::kConversionDeDatos);
-  EXPECT_EQ(numeroDeError([&] { escribe(codigo, "Exenta", "E1"); }), err::kConversionDeDatos);
+  EXPECT_ERROR(err::kConversionDeDatos, escribe(codigo, "TipoFactura", "DV"));
+  EXPECT_ERROR(err::kConversionDeDatos, escribe(codigo, "Exenta", "E1"));
   // The two change their codes; a third loses its invoice.
   for (const auto& [antes, despues] :
        {std::pair{codigo, QString("S9")}, {otro, codigo}, {QString("S9"), otro}}) {
@@ -154,10 +154,7 @@ TEST_F(Modelo303, ElFicheroLlevaCadaImporteEnSuSitio) {
     EXPECT_TRUE(hecho.endsWith("</T303DID00></" + marca));
     EXPECT_EQ(hecho.mid(328 + f[4].toInt() - 1, f[5].size()), f[5].toLatin1());
   }
-  EXPECT_EQ(numeroDeError([&] {
-              fichero303(Hoja303(*empresa, {2023, "1T"}), datos, false);
-            }),
-            err::kLlamadaNoValida);
+  EXPECT_ERROR(err::kLlamadaNoValida, fichero303(Hoja303(*empresa, {2023, "1T"}), datos, false));
 }
 
 // A place that can't be written is told, and nothing half written stays.
@@ -169,9 +166,8 @@ TEST_F(Modelo303, LosFicherosSeEscribenEnterosONoSeEscriben) {
   const LibrosRegistro registro(*empresa, 2024, "1T");
   const Declarante declarante(*empresa);
   for (const QString& ruta : {ocupado, carpeta.path() + "/no/esta"}) {
-    EXPECT_EQ(numeroDeError([&] { escribeFichero(ruta, "x"); }), err::kErrorDeRuta);
-    EXPECT_EQ(numeroDeError([&] { registro.escribe(ruta, declarante, LibrosDe::Iva); }),
-              err::kErrorDeRuta);
+    EXPECT_ERROR(err::kErrorDeRuta, escribeFichero(ruta, "x"));
+    EXPECT_ERROR(err::kErrorDeRuta, registro.escribe(ruta, declarante, LibrosDe::Iva));
   }
   EXPECT_EQ(QDir(carpeta.path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
             QStringList("ocupado"));

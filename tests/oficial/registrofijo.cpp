@@ -20,7 +20,7 @@ TEST(RegistroFijo, CadaDisenoMideLoSuyo) {
   // The number of a grant: six zeros or six blanks, by year.
   EXPECT_EQ(escribeRegistro(DisenoFijo("347.csv", "2014"), "declarado", {}).mid(299, 6), "      ");
   EXPECT_EQ(escribeRegistro(DisenoFijo("347.csv", "2025"), "declarado", {}).mid(299, 6), "000000");
-  EXPECT_EQ(numeroDeError([] { DisenoFijo("303.csv", "1999"); }), err::kElementoNoEncontrado);
+  EXPECT_ERROR(err::kElementoNoEncontrado, DisenoFijo("303.csv", "1999"));
 }
 
 TEST(RegistroFijo, CadaClaseDeCampoSeAjustaALoSuyo) {
@@ -53,7 +53,7 @@ TEST(RegistroFijo, LosImportesVanEnCentimosYLosTextosSinTildes) {
   const std::pair<double, qint64> importes[] = {
       {1.005, 101}, {-1.005, -101}, {0.1 + 0.2, 30}, {1234567.89, 123456789}, {2.675, 268}};
   for (const auto& [importe, centimos] : importes) EXPECT_EQ(centimosDe(importe), centimos);
-  EXPECT_EQ(numeroDeError([] { centimosDe(1e15); }), err::kDesbordamiento);
+  EXPECT_ERROR(err::kDesbordamiento, centimosDe(1e15));
   EXPECT_EQ(textoOficial("Güell «Ça va» & Cía., S.L. nº 1"), "GUELL ÇA VA & CIA., S.L. N 1");
 }
 

@@ -23,8 +23,7 @@ TEST(TablasOficiales, CadaUnaSeHaceAlUsarlaYUnaVez) {
                                                                 : suyo);
     }
   }
-  EXPECT_EQ(numeroDeError([&] { aseguraTablaOficial(*ancha, "Diario"); }),
-            err::kElementoNoEncontrado);
+  EXPECT_ERROR(err::kElementoNoEncontrado, aseguraTablaOficial(*ancha, "Diario"));
 }
 
 }  // namespace

@@ -167,8 +167,7 @@ TEST_F(Composicion, RecortaYExporta) {
       << todo.constData();
   // Where nothing can be written it is told before any row is read.
   for (const auto exporta : {exportaCsv, exportaXlsx})
-    EXPECT_EQ(numeroDeError([&] { exporta(libro, carpeta.filePath("no/hay/filas")); }),
-              err::kErrorDeRuta);
+    EXPECT_ERROR(err::kErrorDeRuta, exporta(libro, carpeta.filePath("no/hay/filas")));
 }
 
 TEST_F(Composicion, SinImpresoraNoSeAbre) {

@@ -21,21 +21,19 @@ TEST(Formula, SonCondicionesOSeRechazan) {
     const QString linea = lineas.takeFirst(), texto = linea.section(": ", 1);
     const Clase clase = linea.startsWith("grupos: ") ? Clase::Grupos : Clase::Lineas;
     if (linea.startsWith("no: "))
-      EXPECT_EQ(numeroDeError([&] { condicionDe(texto, clase); }), err::kFormulaRechazada)
-          << qPrintable(linea);
+      EXPECT_ERROR(err::kFormulaRechazada, condicionDe(texto, clase)) << qPrintable(linea);
     else
       EXPECT_EQ(condicionDe(texto, clase), lineas.takeFirst()) << qPrintable(linea);
   }
-  EXPECT_EQ(numeroDeError([] { condicionDe(QString(500, '(') + "{T.A}=1", Clase::Lineas); }),
-            err::kFormulaRechazada);
+  EXPECT_ERROR(err::kFormulaRechazada, condicionDe(QString(500, '(') + "{T.A}=1", Clase::Lineas));
   for (const char* texto : {"{T.F}>=date(2004,2,31)", "{T.F}>=date(2004,13,1)"})
-    EXPECT_EQ(numeroDeError([&] { condicionDe(texto, Clase::Lineas); }), err::kTiposNoCoinciden);
+    EXPECT_ERROR(err::kTiposNoCoinciden, condicionDe(texto, Clase::Lineas));
   // What a book is chosen by is told if it is a code, and not the letter of a register.
   EXPECT_EQ(Formula("{D.S}='43000001' and {D.F}>=date(2004,1,1)").codigos(), "43000001");
   EXPECT_EQ(Formula("{D.T}='S' and {D.N}>=1 and {D.N}<=9").codigos(), "");
   // The text of a date box.
   EXPECT_EQ(fechaDeFormula("01/02/2004"), "date(2004,2,1)");
-  EXPECT_EQ(numeroDeError([] { fechaDeFormula("hola"); }), err::kTiposNoCoinciden);
+  EXPECT_ERROR(err::kTiposNoCoinciden, fechaDeFormula("hola"));
 }
 
 // Counting asks for some columns only, with those that they are made from.
@@ -84,7 +82,7 @@ alto = 4
                             {"{Diario.X}=1 and {Niveles.X}=1", ""},
                             {"{@Dia}=1", ""},
                             {"", "Sum({Diario.Debe},{Diario.Mes})>5"}})
-    EXPECT_EQ(numeroDeError([&] { sentencia(falta.first, falta.second); }), err::kFormulaRechazada)
+    EXPECT_ERROR(err::kFormulaRechazada, sentencia(falta.first, falta.second))
         << falta.first << falta.second;
 }
 

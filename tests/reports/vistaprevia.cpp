@@ -159,8 +159,7 @@ TEST_F(Vista, ImprimeSusPaginas) {
   auto impresora = std::make_unique<QPrinter>();
   impresora->setOutputFileName("/no/hay/libro.pdf");
   const auto libro = abreLibro(e.ctx.motor, e.ctx.sesion.rutaEmpresa(), "Diario.rpt");
-  EXPECT_EQ(numeroDeError([&] { TareaImpresion(libro, std::move(impresora), 1, 1); }),
-            err::kErrorDeRuta);
+  EXPECT_ERROR(err::kErrorDeRuta, TareaImpresion(libro, std::move(impresora), 1, 1));
 }
 
 // A journal of any length: its lines are read as they are asked for.

@@ -14,6 +14,9 @@ int numeroDeError(F&& algo) {
   return 0;
 }
 
+// What is done, which may hold commas, raises that error; 0 is for none.
+#define EXPECT_ERROR(numero, ...) EXPECT_EQ(numeroDeError([&] { __VA_ARGS__; }), numero)
+
 // An error as its box tells it.
 inline QString errorEnCaja(int numero, const QString& detalle = {}) {
   return QString("Error %1: ").arg(numero) + ErrorEjecucion(numero, detalle).descripcion();

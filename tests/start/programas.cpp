@@ -80,8 +80,7 @@ TEST_F(Programas, UnaLineaPorErrorEnElRegistro) {
   EXPECT_EQ(QString::fromUtf8(lee("Errores.txt")),
             "Error n - 3022 - Ya existe el año - Producido en CmdAceptar_Click - FrmEmpresas\r\n"
             "Error n - 94 - Nulo - Producido en Otro\r\n");
-  EXPECT_EQ(numeroDeError([&] { RegistraError(carpeta("no existe"), 1, {}, {}); }),
-            err::kErrorDeRuta);
+  EXPECT_ERROR(err::kErrorDeRuta, RegistraError(carpeta("no existe"), 1, {}, {}));
 }
 
 TEST_F(Programas, LaCarpetaDelUsuarioSeLlenaUnaSolaVez) {
@@ -148,9 +147,7 @@ TEST_F(Programas, ArrancaOtroEnSuCarpeta) {
   ejecutaPrograma(carpeta("") + "durnal", {"a b"});
   EXPECT_TRUE(QTest::qWaitFor([&] { return lee("salida") == "a b"; }));
   for (const char* nombre : {"nohay.exe", "noes", ""})
-    EXPECT_EQ(numeroDeError([&] { ejecutaPrograma(carpeta("") + nombre, {}); }),
-              err::kFicheroNoEncontrado)
-        << nombre;
+    EXPECT_ERROR(err::kFicheroNoEncontrado, ejecutaPrograma(carpeta("") + nombre, {})) << nombre;
 }
 
 TEST(Instancia, UnaSolaALaVezYLaQueMuereNoBloquea) {

@@ -103,8 +103,7 @@ TEST(CajasQt, LoPendienteSeEligeYLaCajaSeVaSolaAlGuardarse) {
       if (*boton != 'D') otro.reset();
       if (*boton) QTest::keyClick(&caja, *boton == 'D' ? Qt::Key_D : Qt::Key_R);
     });
-    EXPECT_EQ(numeroDeError([&] { cajas.guardaPendiente(nullptr); }),
-              *boton == 'D' ? err::kOperacionCancelada : 0);
+    EXPECT_ERROR(*boton == 'D' ? err::kOperacionCancelada : 0, cajas.guardaPendiente(nullptr));
   }
 }
 
@@ -125,7 +124,7 @@ TEST(Espera, LoDiceSigueSordaAlRestoYEscapeLaDeja) {
     QTest::keyClick(p.f.windowHandle(), Qt::Key_Escape);
   });
   turno.start(20);
-  EXPECT_EQ(numeroDeError([&] { e.valor("Select * from Empresa"); }), err::kRegistroBloqueado);
+  EXPECT_ERROR(err::kRegistroBloqueado, e.valor("Select * from Empresa"));
   turno.stop();
   EXPECT_TRUE(dicho);
   EXPECT_TRUE(p.f.isVisible());

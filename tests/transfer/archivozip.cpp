@@ -115,9 +115,8 @@ TEST_F(ArchivoZip, EmpaquetarSePuedeDejarYDiceSiNoHaySitio) {
   EXPECT_EQ(numeroDeError(
                 [&] { comprime(original, archivo, "Conta.Mdb", [](int, int) { return false; }); }),
             err::kOperacionCancelada);
-  EXPECT_EQ(numeroDeError(
-                [&] { comprime(original, carpeta.filePath("no hay/x.zip"), "Conta.Mdb", sigue); }),
-            err::kErrorDeRuta);
+  EXPECT_ERROR(err::kErrorDeRuta,
+               comprime(original, carpeta.filePath("no hay/x.zip"), "Conta.Mdb", sigue));
 }
 
 }  // namespace

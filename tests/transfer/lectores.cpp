@@ -42,7 +42,7 @@ TEST_F(Lectores, UnaTablaDaSusCeldasComoSon) {
       .graba(aqui);
   TablaDbf tabla(ruta("grupo") + "\\EMP01", "Diario.dbf");
   EXPECT_EQ(tabla.total(), 4);
-  EXPECT_EQ(numeroDeError([&] { tabla.valor(0); }), err::kSinRegistroActivo);
+  EXPECT_ERROR(err::kSinRegistroActivo, tabla.valor(0));
   ASSERT_TRUE(tabla.siguiente());
   EXPECT_EQ(tabla.valor(0), Variant(1.0));
   EXPECT_EQ(tabla.valor("fecha"), Variant(QDate(2003, 2, 15)));
@@ -54,10 +54,10 @@ TEST_F(Lectores, UnaTablaDaSusCeldasComoSon) {
   EXPECT_TRUE(tabla.valor(1).isNull() && tabla.valor(2).isNull() && tabla.valor(4).isNull());
   EXPECT_EQ(tabla.valor(3), Variant(-0.05));
   ASSERT_TRUE(tabla.siguiente());
-  EXPECT_EQ(numeroDeError([&] { tabla.valor(1); }), err::kConversionDeDatos);
-  EXPECT_EQ(numeroDeError([&] { tabla.valor(3); }), err::kConversionDeDatos);
-  EXPECT_EQ(numeroDeError([&] { tabla.valor(5); }), err::kElementoNoEncontrado);
-  EXPECT_EQ(numeroDeError([&] { tabla.valor("Serie"); }), err::kElementoNoEncontrado);
+  EXPECT_ERROR(err::kConversionDeDatos, tabla.valor(1));
+  EXPECT_ERROR(err::kConversionDeDatos, tabla.valor(3));
+  EXPECT_ERROR(err::kElementoNoEncontrado, tabla.valor(5));
+  EXPECT_ERROR(err::kElementoNoEncontrado, tabla.valor("Serie"));
   EXPECT_FALSE(tabla.siguiente());
 }
 
@@ -97,11 +97,9 @@ TEST_F(Lectores, UnaTablaRotaSeNiega) {
     return QByteArray(buena).replace(donde, bytes.size(), bytes);
   };
   EXPECT_EQ(alAbrir(buena), 0);
-  EXPECT_EQ(numeroDeError([&] { TablaDbf(carpeta_.path(), "Nada.dbf"); }),
-            err::kFicheroNoEncontrado);
+  EXPECT_ERROR(err::kFicheroNoEncontrado, TablaDbf(carpeta_.path(), "Nada.dbf"));
   QDir(carpeta_.path()).mkdir("Carpeta.dbf");
-  EXPECT_EQ(numeroDeError([&] { TablaDbf(carpeta_.path(), "Carpeta.dbf"); }),
-            err::kFicheroNoEncontrado);
+  EXPECT_ERROR(err::kFicheroNoEncontrado, TablaDbf(carpeta_.path(), "Carpeta.dbf"));
   const std::pair<const char*, QByteArray> rotas[] = {
       {"empty", {}},
       {"no head", buena.left(20)},
@@ -134,11 +132,10 @@ TEST_F(Lectores, LosCamposSeCuentanSeanCualesSeanLasLineas) {
   EXPECT_EQ(lector.lee(2), (L{"3", "4"}));
   EXPECT_TRUE(lector.fin());
   EXPECT_EQ(lector.leido(), lector.total());
-  EXPECT_EQ(numeroDeError([&] { campos("1,2", 3); }), err::kFinDeFichero);
-  EXPECT_EQ(numeroDeError([&] { campos("\"" + QByteArray(1 << 20, 'x'), 1); }),
-            err::kTextoDemasiadoLargo);
-  EXPECT_EQ(numeroDeError([&] { LectorCampos(ruta("no.csv")); }), err::kFicheroNoEncontrado);
-  EXPECT_EQ(numeroDeError([&] { LectorCampos(""); }), err::kFicheroNoEncontrado);
+  EXPECT_ERROR(err::kFinDeFichero, campos("1,2", 3));
+  EXPECT_ERROR(err::kTextoDemasiadoLargo, campos("\"" + QByteArray(1 << 20, 'x'), 1));
+  EXPECT_ERROR(err::kFicheroNoEncontrado, LectorCampos(ruta("no.csv")));
+  EXPECT_ERROR(err::kFicheroNoEncontrado, LectorCampos(""));
 }
 
 }  // namespace

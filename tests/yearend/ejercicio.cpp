@@ -67,7 +67,7 @@ TEST_F(Ejercicio, ElCierreDejaACeroYPoneLaFecha) {
   EXPECT_EQ(avances.size(), 4);       // of groups up to 5
 
   // A date may be changed for any other, or for none; a second closing only sets it again.
-  EXPECT_EQ(numeroDeError([&] { ponFechaDeCierre(*empresa, "nunca"); }), err::kConversionDeDatos);
+  EXPECT_ERROR(err::kConversionDeDatos, ponFechaDeCierre(*empresa, "nunca"));
   EXPECT_EQ(fechaDeCierre(*empresa), "31/12/2024");
   ponFechaDeCierre(*empresa, "");
   EXPECT_EQ(fechaDeCierre(*empresa), "");

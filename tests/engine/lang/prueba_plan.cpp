@@ -147,10 +147,8 @@ TEST(Plan, SirveConOtrosValores) {
     const Texts& texts = dynamic_cast<FileReader&>(*now.plan->reader).texts();
     EXPECT_EQ(libro.rows(texts.wholeSql, now.literals + texts.own), fresh) << asked;
   }
-  EXPECT_EQ(numeroDeError([&] {
-              libro.connection->sources().compiled("Select * from Diario where NAsiento = 'tres'");
-            }),
-            err::kTiposEnCriterio);
+  EXPECT_ERROR(err::kTiposEnCriterio, libro.connection->sources().compiled(
+                                          "Select * from Diario where NAsiento = 'tres'"));
 }
 
 // Another program altogether reads the stored queries as views, in some order of their rows.
@@ -180,5 +178,5 @@ TEST(Vistas, DanLasFilasDeSuConsulta) {
   libro.db->deleteQuery("SqlDiarioSaldosCuentasMeses");
   libro.engine.flush();
   EXPECT_EQ(views(), queriesOf(libro).size() - 2);
-  EXPECT_EQ(numeroDeError([&] { libro.planOf("SqlBalance"); }), err::kOrigenDesconocido);
+  EXPECT_ERROR(err::kOrigenDesconocido, libro.planOf("SqlBalance"));
 }

@@ -57,7 +57,6 @@ TEST(Sentencias, LasErroneasDanSuNumero) {
   const Libro libro;
   for (const QString& line : lineasDeDatos("sentencias/errores.txt")) {
     const QString source = line.section(u':', 1).trimmed();
-    EXPECT_EQ(numeroDeError([&] { libro.planOf(source); }), line.section(u':', 0, 0).toInt())
-        << source.toStdString();
+    EXPECT_ERROR(line.section(u':', 0, 0).toInt(), libro.planOf(source)) << source.toStdString();
   }
 }
