@@ -54,6 +54,12 @@ class ALaLeyDeHoy : public DiarioDelTrimestre {
     d.pulsa("CmdImprimir");
     EXPECT_EQ(leeVista(guion).linea("Total"), "Total " + sumas() + ' ' + sumas().chopped(5));
   }
+  void compruebaLasDemasTablas() const {
+    EXPECT_EQ(fila("Select Subcuenta, Banco from Recibos"), "43300001|57200001");
+    EXPECT_EQ(fila("Select CliPro, CtaCon from RSIVA"), "40300001|21300001");
+    EXPECT_EQ(fila("Select Count(*) from Subcuentas where Left(Subcuenta,3)<>Cuenta"), "0");
+    EXPECT_EQ(filas("Cuentas").size(), 347u);
+  }
   // Somebody has a pager over the file, and the user gives the conversion up.
   void seDescarta(Teclado& d) {
     motor.setLockTimeout(30);
@@ -123,10 +129,7 @@ TEST_F(ALaLeyDeHoy, SeConvierteLaEmpresaYSalenSusEstados) {
   });
   EXPECT_EQ(formularios->abierto("FrmConversion2007"), nullptr);
   comprueba();
-  EXPECT_EQ(fila("Select Subcuenta, Banco from Recibos"), "43300001|57200001");
-  EXPECT_EQ(fila("Select CliPro, CtaCon from RSIVA"), "40300001|21300001");
-  EXPECT_EQ(fila("Select Count(*) from Subcuentas where Left(Subcuenta,3)<>Cuenta"), "0");
-  EXPECT_EQ(filas("Cuentas").size(), 347u);
+  compruebaLasDemasTablas();
   // Once more would send codes on: it is asked first.
   herramienta("MnuConversion2007", [&](Teclado& d) {
     guion.esperaPregunta(
