@@ -27,33 +27,23 @@ QString fila(const Teclado& d) {
 }
 
 TEST(FrmVisualizaPlan, SigueLoQueSeTecleaPorCodigoOPorNombre) {
-  const struct {
-    const char *inicio, *teclas, *fila;
-    int orden;
-  } casos[] = {
-      {"", "", "43000001", 0},  // 611 comes after
-      {"", "57", "57200001", 0},        {"", "572 ", "57200001", 0},
-      {"", "bodegas l", "43000002", 1}, {"", "Á", "43000001", 1},
-      {"", "zeta", "43000001", 1},  // nothing found: the first by name stays
-      {"", "d'o", "43000009", 1},       {"banco", "", "57200001", 1},
-      {"43000002", "", "43000002", 0},  {"banco", "47", "47200001", 0},
-  };
   EscenarioConsulta e;
   e.inserta("Subcuentas", subcuentaDe("43000009", "D'Ors y Cía."));
-  for (const auto& caso : casos) {
-    SCOPED_TRACE(testing::Message() << caso.inicio << '+' << caso.teclas);
-    e.consulta(caso.inicio, [&](Teclado& d) {
+  for (const QStringList& f : leeCsv("buscaenelplan.csv")) {
+    SCOPED_TRACE(f.join(' ').toStdString());
+    const bool porNombre = f[3] == "nombre";
+    e.consulta(f[0], [&](Teclado& d) {
       EXPECT_EQ(d.enfocado(), "GrigSubCuentas");
-      d.teclea(caso.teclas);  // over the list: they go to the search field
+      d.teclea(f[1]);  // over the list: they go to the search field
       d.enfoca("TxtBusquedaCuentas");
-      EXPECT_EQ(fila(d), caso.fila);
+      EXPECT_EQ(fila(d), f[2]);
       EXPECT_TRUE(
-          d.control<QAbstractButton>(caso.orden ? "OptClasifica_1" : "OptClasifica_0").isChecked());
-      EXPECT_EQ(d.control<QLineEdit>("TxtBusquedaCuentas").maxLength() == 50, caso.orden == 1);
+          d.control<QAbstractButton>(porNombre ? "OptClasifica_1" : "OptClasifica_0").isChecked());
+      EXPECT_EQ(d.control<QLineEdit>("TxtBusquedaCuentas").maxLength() == 50, porNombre);
       d.intro();
     });
     EXPECT_FALSE(e.abierto("FrmVisualizaPlan"));
-    EXPECT_EQ(e.linea(), caso.fila);
+    EXPECT_EQ(e.linea(), f[2]);
     Teclado(*e.principal).control<QLineEdit>("TxtSubcuenta").clear();
   }
 }

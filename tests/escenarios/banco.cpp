@@ -149,18 +149,18 @@ TEST_F(Banco, LoQueNoEstaEnLosLibrosSeAsienta) {
 
 class ListaDeRevision : public DiarioDelTrimestre {
  protected:
-  // Enter on the row of a check opens a dialog that shows `texto` in `campo`, or in its title.
-  void abre(Teclado& d, const char* control, const QString& donde, const char* dialogo,
-            const char* campo, const QString& texto) {
-    SCOPED_TRACE(control);
+  // Enter on the row of a check opens its dialog.
+  void abre(Teclado& d, const QStringList& f) {
+    SCOPED_TRACE(f.join(' ').toStdString());
     auto& tabla = d.control<TablaHoja>("GrdRevision");
     int fila = 0;
-    while (tabla.textoDe(fila, 0) != control || tabla.textoDe(fila, 1) != donde)
+    while (tabla.textoDe(fila, 0) != f[0] || tabla.textoDe(fila, 1) != f[1])
       ASSERT_LT(++fila, tabla.model()->rowCount());
     tabla.irA(fila);
     d.enfoca("GrdRevision");
-    guion.esperaDialogo(dialogo, [&](Teclado& abierto) {
-      EXPECT_EQ(campo ? abierto.textoDe(campo) : abierto.forma().windowTitle(), texto);
+    guion.esperaDialogo(f[2], [&](Teclado& abierto) {
+      EXPECT_EQ(f[3].isEmpty() ? abierto.forma().windowTitle() : abierto.textoDe(qPrintable(f[3])),
+                f[4]);
       abierto.escape();
     });
     d.intro();
@@ -184,22 +184,7 @@ TEST_F(ListaDeRevision, CadaFilaAbreAquelloDeLoQueHabla) {
   herramienta("MnuRevision", [&](Teclado& d) {
     const TablaHoja& tabla = d.control<TablaHoja>("GrdRevision");
     EXPECT_EQ(d.textoDe("LblResumen"), "Encontrado: 13. Intro abre aquello de lo que se habla.");
-    const QString extracto = "Extracto de la subcuenta ";
-    abre(d, "NIF", "40000001", "FrmSubCuentas", "TxtSubcuenta", "40000001");
-    abre(d, "IBAN", "", "FrmDeclarante", nullptr, "Datos del declarante");
-    abre(d, "Facturas repetidas", "202", "FrmIVASR", "TxtNumFactura", "a 7");
-    abre(d, "Huecos en la serie", "204", "FrmIVASR", "TxtNumFactura", "24/001");
-    abre(d, "Registro y diario", "R0000000003", "FrmDatosRegistros", nullptr,
-         "Datos de los registros de IVA");
-    for (const auto& [control, subcuenta, nombre] :
-         {std::tuple("Saldos al revés", "57000001", "Caja"),
-          {"Subcuentas sin nombre", "62999999", ""},
-          {"Sin línea en los estados", "99000001", "De orden"}})
-      abre(d, control, subcuenta, "FrmExtractosPantalla", nullptr,
-           extracto + nombre + " - " + subcuenta);
-    for (const auto& [control, asiento] :
-         {std::pair("Asientos descuadrados", "303"), {"Fechas de otro año", "304"}})
-      abre(d, control, asiento, "FrmAsiento", "TxtAsiento", asiento);
+    for (const QStringList& f : leeCsv("banco/revision.csv")) abre(d, f);
     d.mnemonico('I');
     const LibroImpreso impreso = leeVista(guion);
     activar(d.forma());

@@ -8,16 +8,15 @@ constexpr int kTodas = 312;
 
 // A locate by its entry, the field of its dialog, and what is asked for.
 struct Busqueda {
-  const char* entrada;
-  const char* campo;
-  const char* texto;
+  explicit Busqueda(const QStringList& f) : entrada(f[0]), campo(f[1]), texto(f[2]) {}
+  QString entrada, campo, texto;
 };
 
 class Busquedas : public DiarioDelTrimestre {
  protected:
   void busca(const Busqueda& b, const std::function<void(Teclado&)>& paso) {
-    herramienta(b.entrada, [&](Teclado& d) {
-      rellena(d, {{b.campo, b.texto}});
+    herramienta(qPrintable(b.entrada), [&](Teclado& d) {
+      rellena(d, {{qPrintable(b.campo), b.texto}});
       paso(d);
     });
   }
@@ -25,18 +24,9 @@ class Busquedas : public DiarioDelTrimestre {
 };
 
 TEST_F(Busquedas, DejanElDiarioReducidoHastaRecargarlo) {
-  const std::tuple<Busqueda, int, const char*> casos[] = {
-      {{"MnuLocCodigo", "TxtSubcuenta", "43.6"}, 6, "11"},
-      {{"MnuLocAsiento", "TxtAsiento", "118x"}, 10, "118"},  // from the given one on
-      {{"MnuLocDescripcion", "TxtDescripcion", "quiLER"}, 15, "6"},
-      {{"MnuLocImporte", "TxtImporte", "1102"}, 9, "6"},  // on either side
-      {{"MnuLocImporte", "TxtImporte", "12.02"}, 6, "22"},
-      // The third of January: the month goes first where it can.
-      {{"MnuLocFecha", "TxtFecha", "0103"}, 308, "3"},
-      {{"MnuLocFecha", "TxtFecha", "1503"}, 63, "96"},
-  };
-  for (const auto& [busqueda, filas, asiento] : casos) {
-    SCOPED_TRACE(testing::Message() << busqueda.entrada << ' ' << busqueda.texto);
+  for (const QStringList& f : leeCsv("busquedas/halladas.csv")) {
+    const auto& [busqueda, filas, asiento] = std::tuple(Busqueda(f), f[3].toInt(), f[4]);
+    SCOPED_TRACE(f.join(' ').toStdString());
     busca(busqueda, [](Teclado& d) { d.escape(); });
     EXPECT_EQ(rejilla().filas(), kTodas);
     busca(busqueda, acepta);
@@ -62,30 +52,13 @@ TEST_F(Busquedas, DejanElDiarioReducidoHastaRecargarlo) {
 }
 
 TEST_F(Busquedas, DicenLoQueNoEstaYLoQueNoSePuedeBuscar) {
-  const struct {
-    Busqueda busqueda;
-    QString aviso;  // empty: not a word
-    bool cierra;
-  } casos[] = {
-      {{"MnuLocCodigo", "TxtSubcuenta", "43.9"}, "La subcuenta introducida no existe", true},
-      {{"MnuLocAsiento", "TxtAsiento", "999"}, "El asiento introducido no existe", true},
-      {{"MnuLocDescripcion", "TxtDescripcion", "xyz"},
-       "Ninguna partida tiene los caracteres introducidos",
-       true},
-      {{"MnuLocImporte", "TxtImporte", "31"}, "El importe introducido no existe", true},
-      {{"MnuLocFecha", "TxtFecha", "3112"}, {}, true},
-      {{"MnuLocCodigo", "TxtSubcuenta", ""}, "No tiene ninguna cuenta introducida", false},
-      {{"MnuLocCodigo", "TxtSubcuenta", "430"},
-       "La cuenta introducida no tiene los digitos correspondientes",
-       false},
-      {{"MnuLocCodigo", "TxtSubcuenta", "ABCDEFGH"}, {}, false},
-      {{"MnuLocAsiento", "TxtAsiento", ""}, "No tiene ningun asiento introducido", false},
-      {{"MnuLocImporte", "TxtImporte", "x"}, "No tiene ningun importe introducido", false},
-  };
-  for (const auto& [busqueda, aviso, cierra] : casos) {
-    SCOPED_TRACE(testing::Message() << busqueda.entrada << ' ' << busqueda.texto);
+  for (const QStringList& f : leeCsv("busquedas/negadas.csv")) {
+    const Busqueda busqueda(f);
+    const QString aviso = f[3];  // empty: not a word
+    const bool cierra = f[4] == "sí";
+    SCOPED_TRACE(f.join(' ').toStdString());
     enLinea(118, 0);
-    busca(busqueda, [&, &aviso = aviso, cierra = cierra](Teclado& d) {
+    busca(busqueda, [&](Teclado& d) {
       if (!aviso.isEmpty()) guion.esperaMensaje(aviso, "Error");
       acepta(d);
       EXPECT_EQ(d.forma().isVisible(), !cierra);
@@ -100,7 +73,7 @@ TEST_F(Busquedas, DicenLoQueNoEstaYLoQueNoSePuedeBuscar) {
 // the journal and the dialog where they were.
 TEST_F(Busquedas, DistinguenUnFalloDeNoHallarNada) {
   enLinea(118, 0);
-  busca({"MnuLocDescripcion", "TxtDescripcion", "d'ors"}, [&](Teclado& d) {
+  busca(Busqueda({"MnuLocDescripcion", "TxtDescripcion", "d'ors"}), [&](Teclado& d) {
     guion.esperaMensaje(errorEnCaja(3075, "' order by Nasiento"), "Librano");
     acepta(d);
     d.escape();

@@ -144,43 +144,26 @@ TEST(Reinicio, SinAjustesYConSalida) {
 }
 
 TEST(FrmSeleccion, QuienEntraYConQue) {
-  const char* const olvido =
-      "Atención usted esta entrando con un usuario que no recuerda, esta contraseña es provisional";
-  const char* const mal = "El password no es correcto";
-  const struct {
-    const char *permitir, *usuario, *password, *caja;
-    bool entra;
-  } casos[] = {
-      {"No", "Administrador", "", nullptr, true},
-      {"si", "Ana", "mal", nullptr, true},  // only "Si" asks
-      {"Si", "ana", "Secreto", nullptr, true},
-      {"Si", "Ana", "secreto", mal, false},
-      {"Si", "Luis", "Secreto", mal, false},
-      {"Si", "Luis", "otra", nullptr, true},
-      {"Si", "Administrador", "", mal, false},
-      {"Si", "Nadie", "pasadizo", olvido, true},
-      {"Si", "Ana", "Pasadizo", mal, false},
-  };
-  for (const auto& c : casos) {
-    SCOPED_TRACE(std::string(c.permitir) + " " + c.usuario + " " + c.password);
+  for (const QStringList& f : leeCsv("usuarios.csv")) {
+    SCOPED_TRACE(f.join(' ').toStdString());
     Arranque e;
     preguntaFuera(
         rutaSistema(e.ctx.sesion.rutaCatalogo()),
         "INSERT INTO Usuarios(Nombre, Password) VALUES ('Ana','Secreto'),('Luis','otra')");
-    e.ponAjuste("Usuarios", "Permitir", c.permitir);
+    e.ponAjuste("Usuarios", "Permitir", f[0]);
     e.ponAjuste("Entrada", "UltimoUsuario", "Administrador");
-    if (c.caja) e.guion.esperaMensaje(c.caja);
+    if (!f[3].isEmpty()) e.guion.esperaMensaje(f[3]);
     Teclado t(e.abre("FrmSeleccion"));
     EXPECT_EQ(t.textoDe("TxtUsuario"), "Administrador");
     t.entra("TxtEmpresa", "Prueba");
-    if (t.control("TxtUsuario").isEnabled()) t.entra("TxtUsuario", c.usuario);
-    t.entra(c.password);
+    if (t.control("TxtUsuario").isEnabled()) t.entra("TxtUsuario", f[1]);
+    t.entra(f[2]);
     EXPECT_EQ(t.enfocado(), "CmdAceptar");
     t.intro();
-    EXPECT_EQ(e.abierta(), c.entra ? "FrmMenu" : "FrmSeleccion");
+    EXPECT_EQ(e.abierta(), f[4] == "sí" ? "FrmMenu" : "FrmSeleccion");
     EXPECT_TRUE(e.guion.agotado());
     EXPECT_EQ(e.ctx.sesion.EmpresaActual, "Prueba");
-    EXPECT_EQ(e.ctx.sesion.UsuarioActual.compare(c.usuario, Qt::CaseInsensitive), 0);
+    EXPECT_EQ(e.ctx.sesion.UsuarioActual.compare(f[1], Qt::CaseInsensitive), 0);
     EXPECT_EQ(e.ajuste("Entrada", "UltimoUsuario"), e.ctx.sesion.UsuarioActual);
     EXPECT_EQ(e.ajuste("Entrada", "UltimaEmpresa"), "Prueba");
   }

@@ -91,21 +91,8 @@ TEST(Plan, LasClavesSalenDeLosIndices) {
   const Libro libro;
   // Sums that are what is asked aren't added up again.
   EXPECT_FALSE(libro.planOf("SqlSumasSaldosN4").wholeSql.contains("GROUP BY"));
-  const std::pair<const char*, const char*> cases[] = {
-      {"Select * from SqlDiarioPrincipalBlanco order by nasiento",
-       "SCAN t0 USING COVERING INDEX librano_Diario_NAsiento"},
-      {"Select * from SqlDiarioPrincipalBlanco where NAsiento = 3",
-       "SEARCH t0 USING COVERING INDEX librano_Diario_NAsiento (NAsiento=?)"},
-      {"Select * from SqlDiarioPrincipalBlanco where Subcuenta='43'",
-       "SEARCH t0 USING COVERING INDEX librano_Diario_Subcuenta_Fecha_NAsiento_NLinea "
-       "(Subcuenta=?); USE TEMP B-TREE FOR ORDER BY"},
-      {"Select * from Subcuentas where Subcuenta like '43#*'",
-       "SEARCH t0 USING COVERING INDEX Subcuentas.Subcuenta (Subcuenta>? AND Subcuenta<?); "
-       "USE TEMP B-TREE FOR ORDER BY"},
-      {"SqlDiarioPrincipal", "SCAN t0"},
-  };
-  for (const auto& [source, plan] : cases)
-    EXPECT_EQ(explained(libro, libro.planOf(source).keysSql), plan);
+  for (const QStringList& c : casosDeDatos("sentencias/claves.txt", "claves"))
+    EXPECT_EQ(explained(libro, libro.planOf(c[0]).keysSql), c[1]);
 }
 
 TEST(Plan, NadaDeLoTecleadoQuedaEnSusTextos) {
@@ -122,31 +109,16 @@ TEST(Plan, NadaDeLoTecleadoQuedaEnSusTextos) {
 // Statements that differ only in their values share a plan; the others must not.
 TEST(Plan, SirveConOtrosValores) {
   const Libro libro;
-  const std::tuple<const char*, const char*, bool> cases[] = {
-      {"Select * from Diario where NAsiento = 3", "Select  *  from Diario where NAsiento=2", true},
-      {"Select NLinea from Diario where Fecha >= #2-1-03#",
-       "Select NLinea from Diario where Fecha >= #31/12/03#", true},
-      {"Select * from SqlDiarioSaldosCuentasMeses where Subcuenta='1' and Mes='1'",
-       "Select * from SqlDiarioSaldosCuentasMeses where Subcuenta='430000001' and Mes='3'", true},
-      {"Select NLinea from Diario where NLinea in ('1', 2) and Subcuenta like '57*'",
-       "Select NLinea from Diario where NLinea in ('7', 12) and Subcuenta like '57*'", true},
-      {"Select * from Diario where NAsiento = 3", "Select * from Diario where NAsiento = '3'",
-       false},
-      {"Select * from Diario where Subcuenta like '57*'",
-       "Select * from Diario where Subcuenta like '43*'", false},
-      {"Select * from Diario where [DH] = 'D'", "Select * from Diario where DH = 'D'", false},
-      {"Select Left(DH,1) as A from Diario group by Left(DH,1)",
-       "Select Left(DH,2) as A from Diario group by Left(DH,2)", false},
-  };
-  for (const auto& [source, asked, shared] : cases) {
-    const Compiled before = libro.connection->sources().compiled(source);
-    const Compiled now = libro.connection->sources().compiled(asked);
-    EXPECT_EQ(before.plan == now.plan, shared) << asked;
-    const QStringList fresh = libro.read(asked);
-    EXPECT_FALSE(fresh.isEmpty()) << asked;
-    const Texts& texts = dynamic_cast<FileReader&>(*now.plan->reader).texts();
-    EXPECT_EQ(libro.rows(texts.wholeSql, now.literals + texts.own), fresh) << asked;
-  }
+  for (const char* kind : {"común", "propio"})
+    for (const QStringList& c : casosDeDatos("sentencias/planescomunes.txt", kind)) {
+      const Compiled before = libro.connection->sources().compiled(c[0]);
+      const Compiled now = libro.connection->sources().compiled(c[1]);
+      EXPECT_EQ(before.plan == now.plan, *kind == 'c') << qPrintable(c[1]);
+      const QStringList fresh = libro.read(c[1]);
+      EXPECT_FALSE(fresh.isEmpty()) << qPrintable(c[1]);
+      const Texts& texts = dynamic_cast<FileReader&>(*now.plan->reader).texts();
+      EXPECT_EQ(libro.rows(texts.wholeSql, now.literals + texts.own), fresh) << qPrintable(c[1]);
+    }
   EXPECT_ERROR(err::kTiposEnCriterio, libro.connection->sources().compiled(
                                           "Select * from Diario where NAsiento = 'tres'"));
 }
