@@ -35,21 +35,11 @@ TEST(Formato, Fechas) {
 
 // What a mask writes can be read back, and what is typed over half of it too.
 TEST(Formato, ImportesDeVuelta) {
-  const char* const kMascaras[] = {kImporte,
-                                   "#,###",
-                                   "0.00",
-                                   "\"$\" #,##0.00",
-                                   "#,##0.00 €;-#,##0.00 €",
-                                   "#,##0.00 \"Pts\"",
-                                   "#,##0.00;(#,##0.00)",
-                                   "\"+\"0.00;\"-\"0.00;\"nada\"",
-                                   "0.00 \"D\";0.00 \"H\";\"\"",
-                                   "(0.00)"};
-  for (const char* mascara : kMascaras)
+  for (const QStringList& m : casosDeDatos("formatos.txt", "mascara"))
     for (const double valor : {0.0, 5.0, -5.0, 1234567.25, -1234567.25}) {
-      const QString texto = Format(valor, mascara);
-      const double esperado = QString(mascara) == "#,###" ? std::round(valor) : valor;
-      EXPECT_EQ(ImporteDe(texto, mascara), esperado) << texto.toStdString() << " con " << mascara;
+      const QString texto = Format(valor, m[0]);
+      const double esperado = m[0] == "#,###" ? std::round(valor) : valor;
+      EXPECT_EQ(ImporteDe(texto, m[0]), esperado) << qPrintable(texto + " con " + m[0]);
     }
   for (const QStringList& c : casosDeDatos("formatos.txt", "vuelta")) {
     const auto importe = ImporteDe(c[0], c[1]);
