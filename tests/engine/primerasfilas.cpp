@@ -135,4 +135,13 @@ TEST_F(FilasConOtras, MuestranLoQueHayEnLaOtraTabla) {
   EXPECT_LT(lista.Recordset().rowTotal(), antes);
 }
 
+TEST_F(PrimerasFilas, UnaAltaQuedaDetrasDeTodas) {
+  anotaLineas(1000);
+  DataControl datos(engine);
+  datos.bind(ruta, kDiario);
+  anota(datos.Recordset(), 5000, 1, "570", "D", 1);
+  EXPECT_EQ(datos.Recordset().rowTotal(), 1001);
+  EXPECT_EQ(datos.Recordset().cell(1000, 0).toLong(), 5000);
+}
+
 }  // namespace
