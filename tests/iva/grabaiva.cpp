@@ -37,6 +37,17 @@ class GrabaIVA : public testing::Test, protected Libros {
     calculaDesdeBase(f, kMascara);
     return f;
   }
+  // Boxes with what is typed over them: "ImporteIva=0&Recargo=0".
+  static void pon(FacturaIVA& f, const QString& tecleado) {
+    const QHash<QString, QString FacturaIVA::*> casillas = {
+        {"NOrden", &FacturaIVA::NOrden},
+        {"AsientoContable", &FacturaIVA::AsientoContable},
+        {"FechaContable", &FacturaIVA::FechaContable},
+        {"ImporteIva", &FacturaIVA::ImporteIva},
+        {"Recargo", &FacturaIVA::Recargo}};
+    for (const QString& una : tecleado.split('&', Qt::SkipEmptyParts))
+      f.*casillas[una.section('=', 0, 0)] = una.section('=', 1);
+  }
   GrabadoIVA acepta(const FacturaIVA& f, const ClaseDeFactura& clase) {
     GrabadoIVA grabado;
     grabaFactura(f, clase, kMascara, {registro, diario, empresa}, grabado);
@@ -52,42 +63,15 @@ class GrabaIVA : public testing::Test, protected Libros {
 };
 
 TEST_F(GrabaIVA, CadaRegistroConSusSignos) {
-  const struct {
-    ClaseDeFactura clase;
-    const char *orden, *base;
-    double iva, re;
-    void (*cambia)(FacturaIVA&);
-    QString fila;    // Codigo, Base, IVA, Recargo, PorcenIVA, PorcenREC, Neto
-    QString lineas;  // subcuenta, side and amount of each
-    QString contadores;
-  } casos[] = {
-      {kAltaS, "1", "1.234,50 ", 16, 4, nullptr, "S0000000001|1234,5|197,52|49,38|16|4|1481,4",
-       "60000001 D 1234,5, 47200001 D 197,52, 47500001 D 49,38, 40000001 H -1481,4", "2|4|1|0"},
-      {kAltaS, "5", "-100,00", 16, 0, nullptr, "S0000000005|-100|-16|0|16|0|-116",
-       "60000001 D -100, 47200001 D -16, 40000001 H 116", "3|7|5|0"},
-      {kAltaR, "1", "200,00 ", 7, 0, nullptr, "R0000000001|-200|-14|0|7|0|-214",
-       "60000001 H -200, 47200001 H -14, 40000001 D 214", "4|10|5|1"},
-      // Exempt and rectifying, joined to an asiento that is there.
-      {kAltaR, "3", "-50,00", 0, 0, [](FacturaIVA& f) { f.AsientoContable = "2"; },
-       "R0000000003|50|0|0|0|0|50", "60000001 H 50, 40000001 D -50", "4|12|5|3"},
-      // Zeros in another shape give lines; a lower number moves the counter back.
-      {kAltaS, "2", "0,00 ", 0, 0, [](FacturaIVA& f) { f.ImporteIva = f.Recargo = "0"; },
-       "S0000000002|0|0|0|0|0|0", "60000001 D 0, 47200001 D 0, 47500001 D 0, 40000001 H 0",
-       "5|16|2|3"},
-      // The row's amounts follow the sign of the base alone, the lines each its own.
-      {kAltaR, "4", "-100,00", 16, 0, [](FacturaIVA& f) { f.ImporteIva = "16,00 "; },
-       "R0000000004|100|6|0|16|0|116", "60000001 H 100, 47200001 H -16, 40000001 D -116",
-       "6|19|2|4"},
-  };
-  for (const auto& caso : casos) {
-    FacturaIVA f = factura(caso.orden, caso.base, caso.iva, caso.re);
-    if (caso.cambia) caso.cambia(f);
-    const GrabadoIVA grabado = acepta(f, caso.clase);
+  for (const QStringList& caso : leeCsv("facturas.csv")) {
+    FacturaIVA f = factura(caso[1], caso[2], caso[3].toDouble(), caso[4].toDouble());
+    pon(f, caso[5]);
+    const GrabadoIVA grabado = acepta(f, caso[0] == "S" ? kAltaS : kAltaR);
     EXPECT_EQ(filas("Select Codigo, Base, IVA, Recargo, PorcenIVA, PorcenREC, Neto from RSIVA "
                     "where Codigo='" +
                     grabado.codigo + "'")
                   .first(),
-              caso.fila);
+              caso[6]);
     QStringList lineas;
     for (const QString& linea : filas("Select Subcuenta, DH, Importe, Descripcion, NAsiento from "
                                       "Diario where ApunteIVA='" +
@@ -95,8 +79,8 @@ TEST_F(GrabaIVA, CadaRegistroConSusSignos) {
       lineas += linea.section('|', 0, 2).replace('|', ' ');
       EXPECT_EQ(linea.section('|', 3), "De su fra.F-7 " + QString(36, 'x') + '|' + grabado.asiento);
     }
-    EXPECT_EQ(lineas.join(", "), caso.lineas);
-    EXPECT_EQ(contadores(), caso.contadores);
+    EXPECT_EQ(lineas.join(", "), caso[7]);
+    EXPECT_EQ(contadores(), caso[8]);
   }
   // Read back, an ordinary invoice is positive in either register.
   registro.bind(rutaEmpresa(), "Select * from RSIVA where Codigo='R0000000001'");
@@ -107,26 +91,14 @@ TEST_F(GrabaIVA, CadaRegistroConSusSignos) {
 // Where a step fails those before it stay.
 TEST_F(GrabaIVA, UnFalloDejaLoAnterior) {
   acepta(factura("2147483647", "1,00 ", 0, 0), kAltaS);  // ten digits take no zeros
-  const struct {
-    const char* que;
-    void (*estropea)(FacturaIVA&);
-    int error;
-    QString contadores;
-  } casos[] = {
-      {"order number taken", [](FacturaIVA& f) { f.NOrden = "2147483647"; }, 3022,
-       "3|2|2147483647|0"},
-      {"eleven digits", [](FacturaIVA& f) { f.NOrden = "00000000007"; }, 5, "3|2|7|0"},
-      {"no number", [](FacturaIVA& f) { f.NOrden = ""; }, 3421, "3|2|7|0"},
-      {"no amount", [](FacturaIVA& f) { f.ImporteIva = "--1,00"; }, 3421, "3|2|8|0"},
-      {"no date", [](FacturaIVA& f) { f.FechaContable = "31/02/2024"; }, 3421, "4|2|8|0"},
-  };
-  for (const auto& caso : casos) {
+  for (const QStringList& caso : leeCsv("facturasmalas.csv")) {
+    SCOPED_TRACE(caso[0].toStdString());
     FacturaIVA f = factura("8", "10,00 ", 16, 0);
-    caso.estropea(f);
-    EXPECT_ERROR(caso.error, acepta(f, kAltaS)) << caso.que;
-    EXPECT_EQ(contadores(), caso.contadores) << caso.que;
-    EXPECT_EQ(filas("Diario").size(), 2) << caso.que;
-    EXPECT_EQ(filas("RSIVA").size(), 1) << caso.que;
+    pon(f, caso[0]);
+    EXPECT_ERROR(caso[1].toInt(), acepta(f, kAltaS));
+    EXPECT_EQ(contadores(), caso[2]);
+    EXPECT_EQ(filas("Diario").size(), 2);
+    EXPECT_EQ(filas("RSIVA").size(), 1);
   }
 }
 
