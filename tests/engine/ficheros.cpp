@@ -9,6 +9,7 @@
 #include "estacion.h"
 #include "libroendisco.h"
 #include "soporte/discolleno.h"
+#include "soporte/seguridad.h"
 
 namespace {
 
@@ -275,6 +276,8 @@ TEST_F(Ficheros, UnaMuerteEnCualquierMomentoNoDescuadraNada) {
                     "Diario"));
   }
   EXPECT_GT(lineas, 0);
+  cuenta(veces, "muertes a media anotación");
+  cuenta(lineas, "líneas anotadas entre muertes");
 }
 
 }  // namespace

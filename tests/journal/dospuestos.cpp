@@ -2,6 +2,7 @@
 
 #include "engine/estacion.h"
 #include "soporte/libros.h"
+#include "soporte/seguridad.h"
 
 namespace {
 
@@ -36,6 +37,7 @@ TEST(SeguridadDiario, DosPuestosNoPierdenLineasNiDoblanNumeros) {
   Estacion puestos[2] = {Estacion(libros.rutaEmpresa()), Estacion(libros.rutaEmpresa())};
   for (int i = 0; i < 2; ++i) puestos[i].empieza(QString("asienta %1 %2").arg(i + 1).arg(lineas));
   for (Estacion& puesto : puestos) EXPECT_EQ(puesto.acaba(), 0);
+  cuenta(2 * lineas, "líneas entre dos puestos");
   const QString todas = QString::number(2 * lineas);
   EXPECT_EQ(libros.filas("Select Count(NLinea), Max(NLinea) from Diario"),
             QStringList{todas + '|' + QString::number(2 * lineas - 1)});

@@ -13,6 +13,7 @@
 #include "soporte/disco.h"
 #include "soporte/estadolibros.h"
 #include "soporte/libros.h"
+#include "soporte/seguridad.h"
 #include "transfer/copiaseguridad.h"
 #include "transfer/mantenimiento.h"
 
@@ -248,7 +249,7 @@ class SeguridadDisco : public testing::TestWithParam<Trabajo> {
   }
 
   const int veces_ = qEnvironmentVariableIntValue("LIBRANO_SOAK");
-  QRandomGenerator azar_{veces_ ? QRandomGenerator::global()->generate() : 2024};
+  QRandomGenerator azar_{semilla(2024)};
   QTemporaryDir carpeta_;
   const QString libros_ = carpeta_.filePath("libros");
   const QString otros_ = carpeta_.filePath("otros");
@@ -302,6 +303,7 @@ TEST_P(SeguridadDisco, QueSeVayaLaLuz) {
     const QStringList admitidos = estados.mid(guardado, GetParam().porPasos ? 3 : 2);
     EXPECT_TRUE(admitidos.contains(queda)) << "saved " << guardado << '\n' << qPrintable(queda);
   }
+  cuenta(cortes, "cortes de luz");
 }
 
 // Does the work on a disk that fails, and lets it be saved once the disk is well: how often it said
@@ -366,6 +368,7 @@ TEST_P(SeguridadDisco, QueSeNiegueUnaOperacion) {
         n += veces_ ? 1 : 2 + 2 * n + azar_.bounded(3);
       }
       EXPECT_GT(fallos, 0);
+      cuenta(fallos, siempre ? "fallos del disco para siempre" : "fallos del disco de una vez");
     }
   }
 }
