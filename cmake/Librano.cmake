@@ -18,12 +18,13 @@ endif()
 target_compile_definitions(
   librano_flags INTERFACE QT_NO_CAST_FROM_BYTEARRAY QT_NO_FOREACH QT_NO_KEYWORDS)
 target_include_directories(librano_flags INTERFACE ${CMAKE_SOURCE_DIR}/src)
+# Undefined behaviour ends the test or the input that shows it: told only, it would pass unseen.
 if(LIBRANO_SANITIZE)
-  add_compile_options(-fsanitize=address,undefined -fno-omit-frame-pointer)
+  add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
   add_link_options(-fsanitize=address,undefined)
 endif()
 if(LIBRANO_FUZZ)
-  add_compile_options(-fsanitize=fuzzer-no-link,address,undefined)
+  add_compile_options(-fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=all)
   add_link_options(-fsanitize=address,undefined)
 endif()
 
