@@ -27,16 +27,19 @@ void FrmDatosAuxiliares::Form_Load() {
       rotulo->setText(subcuenta->findChild<QLineEdit*>(rotulo->objectName())->text());
   }
   // A code typed over and not yet accepted has no row: the card is empty.
-  ignorando([this] {
-    DtaSubcuenta_.bind(sesion().rutaEmpresa(), "Select * from Subcuentas where subcuenta=" +
-                                                   entreComillas(ui_->TxtSubcuenta->text()));
-    for (int i = 0; i < int(campos_.size()); ++i)
-      campos_[i]->setText(DtaSubcuenta_.Fields(kPrimerCampo + i).display());
-  });
+  leeONoAbre([this] { saltando([this] { lee(); }); });
+}
+
+void FrmDatosAuxiliares::lee() {
+  DtaSubcuenta_.bind(sesion().rutaEmpresa(), "Select * from Subcuentas where subcuenta=" +
+                                                 entreComillas(ui_->TxtSubcuenta->text()));
+  for (int i = 0; i < int(campos_.size()); ++i)
+    campos_[i]->setText(DtaSubcuenta_.Fields(kPrimerCampo + i).display());
 }
 
 void FrmDatosAuxiliares::CmdAceptar_Click() {
-  if (!ignorando([this] { graba(); })) ignorando([this] { DtaSubcuenta_.CancelUpdate(); });
+  // What a busy file didn't take stays typed, to be accepted again.
+  if (!saltando([this] { graba(); })) ignorando([this] { DtaSubcuenta_.CancelUpdate(); });
   descargar();
 }
 

@@ -22,6 +22,7 @@ class FrmDatosAuxiliares : public Formulario {
 
  private:
   void CmdAceptar_Click();
+  void lee();
   void graba();
 
   static constexpr int kPrimerCampo = 3;  // ordinal of Direccion; the card's nine stand in a row

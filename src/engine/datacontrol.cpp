@@ -15,14 +15,20 @@ DataControl::~DataControl() = default;
 
 void DataControl::Refresh() {
   // The old rows go last, so that a source read again finds the keys that it shares with them.
-  const auto old = std::move(recordset_);
+  auto old = std::move(recordset_);
   try {
     recordset_ = Database(engine_.connection(databaseName_))
                      .OpenRecordset(recordSource_, Opening::FirstRows);
   } catch (const ErrorEjecucion&) {
-    Q_EMIT refreshed();
+    if (keepsRows_ && old && shown_.first == databaseName_) {
+      recordSource_ = shown_.second;
+      recordset_ = std::move(old);
+    } else {
+      Q_EMIT refreshed();
+    }
     throw;
   }
+  shown_ = {databaseName_, recordSource_};
   Q_EMIT refreshed();
   Q_EMIT repositioned();
 }

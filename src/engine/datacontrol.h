@@ -6,6 +6,7 @@
 
 #include <memory>
 #include <QObject>
+#include <utility>
 
 #include "engine/recordset.h"
 
@@ -25,8 +26,12 @@ class DataControl : public QObject {
   void setRecordSource(const QString& source) { recordSource_ = source; }
 
   // Opens the file if needed, runs the source as far as its first rows and stands on the first. On
-  // failure (3024 no file, 3061, 3075, 3078, 3343...) the control is left without a recordset.
+  // failure (3024 no file, 3061, 3075, 3078, 3343...) the control is left without a recordset, or
+  // as setKeepsRows says.
   void Refresh();
+  // For rows that somebody looks at: where another source of the same file can't be read, those of
+  // the last one stay, with it as the source.
+  void setKeepsRows(bool keeps) { keepsRows_ = keeps; }
   // Sets both and refreshes.
   void bind(const QString& databaseName, const QString& recordSource);
   // Commits and releases the recordset, so that the file can be removed. 3186, 3026, 3043.
@@ -70,4 +75,6 @@ class DataControl : public QObject {
   QString databaseName_;
   QString recordSource_;
   std::unique_ptr<::Recordset> recordset_;
+  std::pair<QString, QString> shown_;  // path and source of the recordset
+  bool keepsRows_ = false;
 };

@@ -11,6 +11,7 @@
 
 void FrmMenu::conectaDiario() {
   using enum Columna::Tipo;
+  DtaDiarioLista_.setKeepsRows(true);
   ui_->GrdApuntes->enlazar(DtaDiarioLista_,
                            {{QStringLiteral("Punteo"), QStringLiteral("P"), 3},
                             {QStringLiteral("Subcuenta"), QStringLiteral("Subcuenta"), 10},

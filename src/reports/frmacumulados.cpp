@@ -25,7 +25,7 @@ FrmAcumulados::~FrmAcumulados() = default;
 
 void FrmAcumulados::Form_Load() {
   encabeza();
-  llena(ctx.principal->TxtSubcuenta().text());
+  leeONoAbre([this] { llena(ctx.principal->TxtSubcuenta().text()); });
   ajusta();
 }
 
@@ -49,7 +49,7 @@ void FrmAcumulados::llena(const QString& subcuenta) {
   for (int mes = 1; mes <= kMeses; ++mes) {
     for (int c = Debe; c <= Saldo; ++c) pon(mes, c, Format(0, mascara));
     // A month without lines has no row, and keeps its zeros.
-    ignorando([&] {
+    saltando([&] {
       DtaSaldos_.bind(sesion().rutaEmpresa(),
                       "Select * from SqlDiarioSaldosCuentasMeses where Subcuenta='" + subcuenta +
                           "' and Mes = '" + QString::number(mes) + "'");

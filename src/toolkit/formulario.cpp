@@ -94,6 +94,15 @@ void Formulario::descargar() {
   done(0);
 }
 
+void Formulario::leeONoAbre(const std::function<void()>& lectura) {
+  try {
+    lectura();
+  } catch (const ErrorEjecucion&) {
+    descargar();
+    throw;
+  }
+}
+
 void Formulario::done(int resultado) {
   if (p_->cerrado) return;
   p_->cerrado = true;

@@ -52,6 +52,9 @@ class Formulario : public QDialog {
   bool cargar();
   // Closes the form ("unload"). No leaving reaction runs any more.
   void descargar();
+  // For what a form reads as it loads and would show blanks or zeros without: where that fails the
+  // form unloads itself, and the failure goes on.
+  void leeONoAbre(const std::function<void()>& lectura);
   // What the close button and Escape do: the click of this button (CmdCancelar or CmdSalir by name
   // unless set).
   void setBotonDeCierre(QAbstractButton* boton);

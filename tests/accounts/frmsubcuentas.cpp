@@ -61,13 +61,21 @@ TEST(FrmSubCuentas, AlModificarCambianLaFichaSiLaHayElNombreYElCodigo) {
   EXPECT_EQ(t.forma().windowTitle(), "Modificación de subcuenta");
   EXPECT_EQ(t.textoDe("TxtDescripcion"), "Bodegas Luna");
   EXPECT_FALSE(t.visible("CmdDesplega"));
-  e.guion.esperaDialogo("FrmDatosAuxiliares", [](Teclado& d) {
+  e.guion.esperaDialogo("FrmDatosAuxiliares", [&](Teclado& d) {
     EXPECT_EQ(d.textosDe({"TxtSubcuenta", "TxtDescripcion"}).join('|'), "43000002|Bodegas Luna");
     for (const char* texto :
          {"Mayor, 1", "Soria", "42200", "Almazán", "España", "B42", "975", "976", "Eva"})
       d.entra(texto);
     EXPECT_EQ(d.enfocado(), "CmdAceptar");
-    d.intro();
+    // What a busy file doesn't take stays on screen.
+    e.motor.setLockTimeout(30);
+    {
+      OtroPuesto otro(rutaSistema(e.ctx.sesion.rutaEmpresa()), "BEGIN EXCLUSIVE;");
+      e.guion.esperaMensaje(errorEnCaja(err::kRegistroBloqueado, e.ctx.sesion.rutaEmpresa()),
+                            "Librano");
+      d.intro();
+    }
+    d.pulsa("CmdAceptar");
   });
   t.pulsa("CmdDatosAuxiliares");
   t.escribe("TxtDescripcion", "Bodegas Sol");

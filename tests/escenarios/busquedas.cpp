@@ -80,6 +80,25 @@ TEST_F(Busquedas, DistinguenUnFalloDeNoHallarNada) {
   });
   EXPECT_EQ(rejilla().filas(), 10);
   EXPECT_EQ(t->textoDe("TxtAsiento"), "118");
+
+  const QString ocupado = errorEnCaja(err::kRegistroBloqueado, ctx.sesion.rutaEmpresa());
+  t->escribe("TxtSubcuenta", "57200001");
+  motor.setLockTimeout(30);
+  {
+    OtroPuesto otro(rutaSistema(ctx.sesion.rutaEmpresa()), "BEGIN EXCLUSIVE;");
+    busca(Busqueda({"MnuLocAsiento", "TxtAsiento", "5"}), [&](Teclado& d) {
+      guion.esperaMensaje(ocupado, "Librano");
+      acepta(d);
+      d.escape();
+    });
+    EXPECT_EQ(rejilla().filas(), 10);
+    // No months full of zeros for an account with lines.
+    guion.esperaMensaje(ocupado, "Librano");
+    entrada("MnuAcumulados");
+    EXPECT_TRUE(guion.agotado());
+  }
+  EXPECT_EQ(rejilla().filaActual(), 0);
+  EXPECT_EQ(rejilla().valor("NAsiento"), "118");
 }
 
 TEST_F(Busquedas, EncuentranLoPunteado) {
