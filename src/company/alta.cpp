@@ -1,6 +1,7 @@
 #include "company/alta.h"
 
 #include <algorithm>
+#include <limits>
 #include <QDir>
 #include <QFileInfo>
 #include <QRegularExpression>
@@ -77,6 +78,25 @@ std::optional<Reparo> reparoDeCodigos(const DatosEmpresa& datos) {
   return std::nullopt;
 }
 
+// The year can't be changed afterwards, and no date would be one of another year than these.
+std::optional<Reparo> reparoDeEjercicio(const DatosEmpresa& datos) {
+  const struct {
+    QString DatosEmpresa::*campo;
+    int desde, hasta;
+    QString texto;
+  } limites[] = {
+      {&DatosEmpresa::Ano, 1900, 2099, QStringLiteral("El año contable lleva cuatro cifras")},
+      {&DatosEmpresa::MesInicio, 1, 12,
+       QStringLiteral("El mes de comienzo de ejercicio va de 1 a 12")},
+      {&DatosEmpresa::Asiento, 1, std::numeric_limits<int>::max(),
+       QStringLiteral("El contador del numero de asiento empieza en 1 o después")}};
+  for (const auto& limite : limites) {
+    const int valor = (datos.*limite.campo).toInt();
+    if (valor < limite.desde || valor > limite.hasta) return Reparo{limite.texto, limite.campo};
+  }
+  return std::nullopt;
+}
+
 class Catalogo {
  public:
   Catalogo(DBEngine& motor, const QString& dirDatos)
@@ -135,6 +155,7 @@ std::optional<Reparo> reparoDelAlta(DBEngine& motor, const QString& dirDatos,
                                     const DatosEmpresa& datos) {
   const QString reparo = reparoDelNombre(motor, dirDatos, datos.NombreEmpresa);
   if (!reparo.isEmpty()) return Reparo{reparo, &DatosEmpresa::NombreEmpresa};
+  if (auto ejercicio = reparoDeEjercicio(datos)) return ejercicio;
   return reparoDeCodigos(datos);
 }
 

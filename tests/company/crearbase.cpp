@@ -96,6 +96,10 @@ TEST(CreaEmpresa, Reparos) {
       {&DatosEmpresa::NombreEmpresa, "AJENA", "Ya hay una carpeta"},
       {&DatosEmpresa::NombreEmpresa, "Tienda", ""},  // the catalogue has it and says so itself
       {&DatosEmpresa::NombreEmpresa, "D'Ors & Hijos, S.L.", ""},
+      {&DatosEmpresa::Ano, "24", "cuatro cifras"},
+      {&DatosEmpresa::Ano, "-,5", "cuatro cifras"},
+      {&DatosEmpresa::MesInicio, "13", "de 1 a 12"},
+      {&DatosEmpresa::Asiento, "", "1 o después"},
       {&DatosEmpresa::MayorN01, "", "nivel"},
       {&DatosEmpresa::SubCuN01, "3", "nivel"},
       {&DatosEmpresa::IVARCli, "4300", "tiene más dígitos"},
