@@ -15,6 +15,7 @@
 #include <QRadioButton>
 #include <QScopedValueRollback>
 #include <QShortcutEvent>
+#include <QTabBar>
 
 #include "common/formato.h"
 #include "common/funciones.h"
@@ -385,8 +386,8 @@ bool Formulario::eventFilter(QObject* objeto, QEvent* evento) {
   switch (evento->type()) {
     case QEvent::Wheel:
       // It would change what nobody is looking at: a closed list never, a figure only with the
-      // focus. What lies around the control may scroll.
-      if (qobject_cast<QComboBox*>(campo) ||
+      // focus; nor does it turn pages. What lies around the control may scroll.
+      if (qobject_cast<QComboBox*>(campo) || qobject_cast<QTabBar*>(parte) ||
           (qobject_cast<QAbstractSpinBox*>(campo) && !campo->hasFocus())) {
         evento->ignore();
         return true;

@@ -165,6 +165,13 @@ TEST(FrmEmpresas, ModificaLoQuePuede) {
       EXPECT_FALSE(t.control(fijo).isEnabled()) << fijo;
     EXPECT_FALSE(t.visible("OptCreaPlan"));
     EXPECT_EQ(t.textoDe("TxtIVASCuenta"), "47200099");
+    // The wheel goes to none.
+    QTabBar& barra = *t.control<QTabWidget>("Tabla").tabBar();
+    const QPointF medio = barra.rect().center();
+    QWheelEvent rueda(medio, barra.mapToGlobal(medio), {}, {0, -120}, {}, {}, Qt::NoScrollPhase,
+                      false);
+    QApplication::sendEvent(&barra, &rueda);
+    EXPECT_EQ(t.textoDe("TxtIVASCuenta"), "47200099");
     // Going to another tab brings the default accounts back; they are what is stored.
     pulsaPestana(t, 1);
     EXPECT_EQ(t.textoDe("TxtIVASCuenta"), "47200001");
