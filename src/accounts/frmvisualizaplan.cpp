@@ -7,6 +7,7 @@
 #include "accounts/borrado.h"
 #include "accounts/buscaplan.h"
 #include "accounts/widgets/teclasdebusqueda.h"
+#include "common/errorejecucion.h"
 #include "common/ignorar.h"
 #include "engine/dbengine.h"
 #include "toolkit/consulta.h"
@@ -31,6 +32,7 @@ FrmVisualizaPlan::FrmVisualizaPlan(Contexto& contexto)
       DtaSubcuentas_(contexto.motor) {
   ui_->setupUi(this);
   DtaSubcuentas_.setObjectName("DtaSubcuentas");
+  DtaSubcuentas_.setKeepsRows(true);
   ui_->GrigSubCuentas->enlazar(DtaSubcuentas_,
                                {{.campo = "Subcuenta", .titulo = "Subcuenta", .ancho = 12},
                                 {.campo = "Descripcion", .titulo = "Descripción", .ancho = 44},
@@ -111,7 +113,20 @@ void FrmVisualizaPlan::busca(const QString& texto) {
 }
 
 void FrmVisualizaPlan::OptClasifica_Click(int orden) {
-  DtaSubcuentas_.setRecordSource(fuentePlan(kListaSubcuentas, static_cast<OrdenPlan>(orden)));
+  try {
+    ordena(static_cast<OrdenPlan>(orden));
+  } catch (const ErrorEjecucion&) {
+    // The rows that stay are in the other order.
+    if (DtaSubcuentas_.isOpen()) setOpcion("OptClasifica", 1 - orden);
+    throw;
+  }
+}
+
+// By the rows on show, not by the option: an order that couldn't be read is tried again.
+void FrmVisualizaPlan::ordena(OrdenPlan orden) {
+  const QString fuente = fuentePlan(kListaSubcuentas, orden);
+  if (DtaSubcuentas_.isOpen() && DtaSubcuentas_.RecordSource() == fuente) return;
+  DtaSubcuentas_.setRecordSource(fuente);
   DtaSubcuentas_.Refresh();
 }
 
@@ -121,6 +136,8 @@ void FrmVisualizaPlan::TxtBusquedaCuentas_Change() {
   const QString texto = ui_->TxtBusquedaCuentas->text();
   if (texto.isEmpty()) return;
   const OrdenPlan orden = ordenDe(texto);
+  encontrada_ = false;
+  ordena(orden);
   if (opcion("OptClasifica") != static_cast<int>(orden))
     setOpcion("OptClasifica", static_cast<int>(orden));
   ui_->TxtBusquedaCuentas->setMaxLength(orden == OrdenPlan::Codigo ? sesion().DigitosSubcuenta

@@ -10,6 +10,7 @@
 #include <memory>
 #include <optional>
 
+#include "accounts/buscaplan.h"
 #include "engine/datacontrol.h"
 #include "toolkit/formulario.h"
 
@@ -43,6 +44,7 @@ class FrmVisualizaPlan : public Formulario {
   void CmdImpresos_Click();
 
   void busca(const QString& texto);
+  void ordena(OrdenPlan orden);
   void anotaCampos();
 
   std::unique_ptr<Ui::FrmVisualizaPlan> ui_;

@@ -101,6 +101,37 @@ TEST(FrmVisualizaPlan, LasFlechasLosGruposYElOrdenMuevenLaLista) {
   EXPECT_EQ(e.linea(), "57200001");
 }
 
+TEST(FrmVisualizaPlan, DiceUnaVezQueElFicheroEstaOcupadoYLuegoLoLee) {
+  EscenarioConsulta e;
+  e.motor.setLockTimeout(30);
+  std::unique_ptr<OtroPuesto> otro;
+  const auto ocupado = [&] {
+    otro =
+        std::make_unique<OtroPuesto>(rutaSistema(e.ctx.sesion.rutaEmpresa()), "BEGIN EXCLUSIVE;");
+    e.guion.esperaMensaje(errorEnCaja(err::kRegistroBloqueado, e.ctx.sesion.rutaEmpresa()),
+                          "Librano");
+  };
+  ocupado();
+  e.consulta("Bod", [&](Teclado& d) {
+    otro.reset();
+    d.teclea("43");
+    EXPECT_EQ(fila(d), "43000001");
+    const int todas = d.control<Rejilla>("GrigSubCuentas").filas();
+    ocupado();
+    d.enfoca("TxtBusquedaCuentas");
+    d.control<QLineEdit>("TxtBusquedaCuentas").selectAll();
+    d.teclea("b");
+    EXPECT_EQ(d.control<Rejilla>("GrigSubCuentas").filas(), todas);  // they stay, in their order
+    EXPECT_TRUE(d.control<QAbstractButton>("OptClasifica_0").isChecked());
+    otro.reset();
+    d.teclea("o");
+    EXPECT_EQ(fila(d), "43000002");
+    EXPECT_TRUE(d.control<QAbstractButton>("OptClasifica_1").isChecked());
+    d.intro();
+  });
+  EXPECT_EQ(e.linea(), "43000002");
+}
+
 TEST(FrmVisualizaPlan, NoBorraLoQueTieneApuntesNiLoQueNoSeQuiere) {
   EscenarioConsulta e;
   e.inserta("Diario", lineaDe(1, 1, "02/01/2003", "57200001", 100));
