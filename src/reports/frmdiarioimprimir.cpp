@@ -1,6 +1,21 @@
 #include "reports/frmdiarioimprimir.h"
 
+#include <cmath>
+
+#include "common/formato.h"
 #include "ui_frmdiarioimprimir.h"
+
+namespace {
+
+// A formula would read the point of a thousand as a decimal one. What is no whole number goes as it
+// stands, for the formula to refuse.
+QString asientoEnFormula(const QString& texto, const QString& mascara) {
+  const auto numero = ImporteDe(texto, mascara);
+  if (texto.isEmpty() || !numero || std::floor(*numero) != *numero) return texto;
+  return QString::number(*numero, 'f', 0);
+}
+
+}  // namespace
 
 FrmDiarioImprimir::FrmDiarioImprimir(Contexto& contexto)
     : FrmListado(contexto), ui_(std::make_unique<Ui::FrmDiarioImprimir>()) {
@@ -21,11 +36,14 @@ void FrmDiarioImprimir::Form_Activate() {
 
 // The range told on the pages is that of the dates, not of the asientos.
 Listado FrmDiarioImprimir::listado() const {
+  const QString& mascara = ctx.sesion.MascaraImporte;
   return {.titulo = "Listado de diario",
           .plantilla = "Impresos\\Diario.rpt",
           .seleccion = seleccionFechas("SqlDiarioPrincipal.Fecha", ui_->TxtDesde->text(),
                                        ui_->TxtHasta->text()) +
-                       " and {SqlDiarioPrincipal.NAsiento}>=" + ui_->TxtAsientoDesde->text() +
-                       " and {SqlDiarioPrincipal.NAsiento}<=" + ui_->TxtAsientoHasta->text(),
+                       " and {SqlDiarioPrincipal.NAsiento}>=" +
+                       asientoEnFormula(ui_->TxtAsientoDesde->text(), mascara) +
+                       " and {SqlDiarioPrincipal.NAsiento}<=" +
+                       asientoEnFormula(ui_->TxtAsientoHasta->text(), mascara),
           .limites = textoLimites(ui_->TxtDesde->text(), ui_->TxtHasta->text())};
 }

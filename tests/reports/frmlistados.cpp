@@ -31,6 +31,7 @@ TEST_F(Listados, DicenLoQueFalla) {
     t.tecla(Qt::Key_Delete);
     falla(t, controlado(err::kFormulaRechazada, "falta un paréntesis"), "Error controlado");
     t.escribe("TxtAsientoDesde", "1");
+    t.escribe("TxtAsientoHasta", "1.000");
     EXPECT_EQ(lanza(t).lineas().filter("Total asiento").size(), 4);
     EXPECT_EQ(QDir::currentPath(), QDir(carpetaPrograma()).canonicalPath());
     const QString programa = std::exchange(ctx.carpetaPrograma, "\\No está\\");
