@@ -231,8 +231,8 @@ std::vector<LineaRegistro> leeRegistros(Database& empresa, const FiltroRegistros
       const QDate dia = l.fechaDeRegistro();
       return dia < filtro.desde || dia > filtro.hasta;
     });
-  std::ranges::stable_partition(
-      lineas, [](const LineaRegistro& l) { return l.libro == LibroIVA::Soportado; });
+  std::stable_partition(lineas.begin(), lineas.end(),
+                        [](const LineaRegistro& l) { return l.libro == LibroIVA::Soportado; });
   return lineas;
 }
 
