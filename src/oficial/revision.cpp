@@ -385,7 +385,7 @@ QList<HuecoDeSerie> huecosDeSerie(const QStringList& facturas, int ano) {
       series[{n->antes, n->despues}][n->numero] = {n->cifras, factura};
   QList<HuecoDeSerie> huecos;
   for (const auto& [serie, numeros] : series) {
-    const auto texto = [&](qint64 numero, int cifras) {
+    const auto texto = [&serie = serie](qint64 numero, int cifras) {
       return serie.first + QString::number(numero).rightJustified(cifras, u'0') + serie.second;
     };
     for (auto it = numeros.begin(); std::next(it) != numeros.end(); ++it) {
