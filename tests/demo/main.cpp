@@ -71,7 +71,7 @@ TEST_F(Demostracion, UnAnoYLasDemasPantallas) {
   recorre();
   pasaA(kAno);
   mirar(t->forma());
-  creaGestion(carpetaDatos());
+  creaGestion(rutaSistema(ctx.sesion.DirDatos));
   for (const QStringList& p : leeCsv("pantallas.csv")) muestra(p);
 }
 

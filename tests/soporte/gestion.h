@@ -4,5 +4,6 @@
 #include "soporte/otropuesto.h"
 
 inline void creaGestion(const QString& carpetaDatos) {
-  preguntaFuera(carpetaDatos + "/Gestion.MDB", contenidoDe(rutaDato("gestion.sql")));
+  const QString sql = contenidoDe(rutaDato("gestion.sql"));
+  EXPECT_EQ(preguntaFuera(carpetaDatos + "/Gestion.MDB", sql), "");
 }
