@@ -47,7 +47,7 @@ int IndicesAparte::desde = 10'000;  // the indexes of fewer are kept up in no ti
 
 IndicesAparte::IndicesAparte(Database& empresa, int lineas) : empresa_(empresa) {
   if (!compensa(empresa, lineas, true)) return;
-  empresa_.keepIndexes(kDiario, {});
+  quitaIndices(empresa_);
   aparte_ = true;
 }
 

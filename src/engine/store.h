@@ -28,23 +28,22 @@ using Row = std::vector<Variant>;
 
 // Values to be written, by column as its table spells it. A row has few: they are gone through.
 class Values {
- public:
   using Pair = std::pair<QString, Variant>;
-
-  void insert(const QString& column, const Variant& value) {
-    const auto at = std::find_if(pairs_.begin(), pairs_.end(),
+  static auto in(auto& pairs, const QString& column) {
+    const auto at = std::find_if(pairs.begin(), pairs.end(),
                                  [&](const Pair& pair) { return pair.first == column; });
-    if (at == pairs_.end())
-      pairs_.emplace_back(column, value);
+    return at == pairs.end() ? nullptr : &at->second;
+  }
+
+ public:
+  void insert(const QString& column, const Variant& value) {
+    if (Variant* known = in(pairs_, column))
+      *known = value;
     else
-      at->second = value;
+      pairs_.emplace_back(column, value);
   }
   // The value of a column, nullptr for one that isn't given.
-  const Variant* find(const QString& column) const {
-    const auto at = std::find_if(pairs_.begin(), pairs_.end(),
-                                 [&](const Pair& pair) { return pair.first == column; });
-    return at == pairs_.end() ? nullptr : &at->second;
-  }
+  const Variant* find(const QString& column) const { return in(pairs_, column); }
   bool contains(const QString& column) const { return find(column) != nullptr; }
   void remove(const QString& column) {
     std::erase_if(pairs_, [&](const Pair& pair) { return pair.first == column; });

@@ -332,7 +332,7 @@ void Rejilla::cederTexto() {
     return columna.tipo == Columna::Tipo::Texto ? columna.ancho : 0;
   });
   const int menor = fontMetrics().horizontalAdvance(QString(kTextoQueCede, QLatin1Char('0')));
-  if (sobra > 0 && anchoDe(*ancha) > menor)
+  if (sobra > 0 && ancha->tipo == Columna::Tipo::Texto && anchoDe(*ancha) > menor)
     setColumnWidth(int(ancha - columnas.begin()), std::max(anchoDe(*ancha) - sobra, menor));
 }
 

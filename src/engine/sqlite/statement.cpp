@@ -118,10 +118,6 @@ qint64 Statement::integer(int column) const {
   return sqlite3_column_int64(handle_, column);
 }
 
-double Statement::real(int column) const {
-  return sqlite3_column_double(handle_, column);
-}
-
 QString Statement::text(int column) const {
   const auto* utf8 = reinterpret_cast<const char*>(sqlite3_column_text(handle_, column));
   return QString::fromUtf8(utf8, sqlite3_column_bytes(handle_, column));

@@ -50,7 +50,6 @@ class Statement {
   int columnCount() const;
   bool isNull(int column) const;
   qint64 integer(int column) const;
-  double real(int column) const;
   QString text(int column) const;
   RawValue raw(int column) const;  // a text stands until the next step
   Variant value(int column, FieldType type) const { return valueOf(raw(column), type); }
